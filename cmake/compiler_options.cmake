@@ -1,0 +1,17 @@
+# Warnings are errors for everything we wrote; sanitizers come from the preset.
+add_library(kalmora_options INTERFACE)
+target_compile_options(kalmora_options INTERFACE
+    -Wall -Wextra -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual
+    -Wcast-qual -Wformat=2 -Werror)
+if(KALMORA_SANITIZE)
+    add_compile_options(-fsanitize=${KALMORA_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${KALMORA_SANITIZE})
+    if(KALMORA_SANITIZE MATCHES "undefined")
+        add_compile_options(-fno-sanitize-recover=undefined)
+    endif()
+endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND KALMORA_SANITIZE)
+    # GCC's flow analysis warns of impossible values once the sanitizers have rewritten the code.
+    target_compile_options(kalmora_options INTERFACE -Wno-maybe-uninitialized -Wno-stringop-overflow
+        -Wno-array-bounds)
+endif()

@@ -1,0 +1,57 @@
+#include "base/work_gate.h"
+
+#include <chrono>
+
+#include "base/log.h"
+
+namespace kalmora {
+
+namespace {
+constexpr int kMaxLooks = 22;
+constexpr std::chrono::milliseconds kLookInterval{100};
+}  // namespace
+
+bool WorkGate::Acquire(const char* name) {
+    std::unique_lock lock(mutex_);
+    if (waiter_) return false;
+    waiter_ = true;
+    if (held_) {
+        stop_ = true;
+        // One wait of the whole bound: who waits how long is the same as with single looks, but the waiter is
+        // woken the moment the holder leaves.
+        if (!released_.wait_for(lock, kMaxLooks * kLookInterval, [this] { return !held_; })) {
+            held_ = stop_ = waiter_ = false;
+            Log("[WorkGate] %s goes on without waiting any longer", name);
+            return true;
+        }
+    }
+    stop_ = false;
+    waiter_ = false;
+    held_ = true;
+    return true;
+}
+
+void WorkGate::Release() {
+    {
+        std::lock_guard lock(mutex_);
+        held_ = false;
+    }
+    released_.notify_all();
+}
+
+bool WorkGate::IsHeld() const {
+    std::lock_guard lock(mutex_);
+    return held_;
+}
+
+bool WorkGate::IsStopRequested() const {
+    std::lock_guard lock(mutex_);
+    return held_ && stop_;
+}
+
+void WorkGate::RequestStop() {
+    std::lock_guard lock(mutex_);
+    stop_ = held_;
+}
+
+}  // namespace kalmora
