@@ -1,0 +1,102 @@
+// Which key runs which command: three lists (main window, slide show, editor), each with its file.
+//
+// The format of a key file: text in code page 932, five comment lines, then a line for each command in list
+// order, its name, a tab and its key ("C+A+S+END"); see docs/formats.md. Files are read when the program
+// starts and written when it ends. GUI thread only.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "input/hot_key_list.h"
+#include "input/key_commands.h"
+#include "input/key_slots.h"
+#include "input/shortcut.h"
+#include "platform/files.h"
+
+namespace kalmora {
+
+// One command of a list and the key it is bound to.
+struct KeyBinding {
+    int id = 0;
+    std::string_view name;  // of the command table; lives for ever
+    Shortcut shortcut;
+    int sequence = 0;     // counts through all three lists since the main list was last made
+    bool loaded = false;  // the file or the defaults have spoken
+};
+
+using KeyTable = std::vector<KeyBinding>;
+
+// What the key configuration asks of the rest of the program. Set once at start, before the first key press;
+// a hook that is not set answers no and does nothing. Called on the GUI thread.
+struct KeyHooks {
+    std::function<bool()> IsEditorOpen;
+    std::function<bool()> IsSlideShowVisible;
+    std::function<bool()> IsNeighborVisible;
+    // Presses or lets go a key as if on the keyboard, for whichever window has the focus.
+    std::function<void(const KeyStroke&)> SendKey;
+    // False when another program has the key.
+    std::function<bool(const HotKey&)> RegisterHotKey;
+    std::function<void(int id)> UnregisterHotKey;
+};
+
+class KeyConfig {
+public:
+    KeyHooks hooks;
+
+    // Makes the list anew from its file and builds its array. Without a file all commands get their default
+    // keys. In the main list a command that the file leaves out gets its default; in the two others it stays
+    // without a key. A line that names no command is ignored. Order at start: main, slide show, editor.
+    void LoadKeyConfig(const std::string& path, KeyContext context);
+    // The same from the bytes of a file; nothing stands for a file that cannot be opened.
+    void LoadKeyText(std::optional<std::string_view> bytes, KeyContext context);
+
+    // Empties the array of the list and enters every binding that has a key. Of two commands on one key the
+    // later in the list wins.
+    void BuildKeyArray(KeyContext context);
+
+    // Replaces the file. The caller goes on whatever the answer is: the keys then stay as the old file has
+    // them.
+    files::FileResult SaveKeyConfig(const std::string& path, KeyContext context) const;
+    // What SaveKeyConfig writes.
+    std::string KeyText(KeyContext context) const;
+
+    // The command of a key press (its accelerator number), 0 for none. The two screenshots and "Show Window"
+    // come first whatever is up; then the list of the editor, the slide show or the main window. A
+    // combination with Alt that finds nothing is typed again without Alt (SendKey), so that it reaches the
+    // focused control.
+    int TranslateKey(int acceleratorId) const;
+
+    // The hot keys of the main list, in list order. Registers each with the hook; gives the hook's last
+    // answer (true when there was nothing to register). Failures are logged, nothing is shown.
+    bool RegisterHotKeys();
+    void UnregisterHotKeys();
+    std::vector<HotKey> HotKeys();
+
+    // Lets go (SendKey) the modifiers and the key that the main list binds to the command, which the user
+    // still holds down when a hot key has just fired. Nothing is sent for a command that is not on the list.
+    void ReleaseBoundKeys(int command) const;
+
+    const KeyTable& Bindings(KeyContext context) const { return tables_[Index(context)]; }
+    // The command in a slot of the list's array (KeySlots::SlotOf).
+    int CommandAt(KeyContext context, int slot) const { return slots_.At(context, slot); }
+
+private:
+    static std::size_t Index(KeyContext context) { return static_cast<std::size_t>(context); }
+    void RebuildList(KeyContext context);
+    void ReadLine(std::string_view bytes, KeyTable& table);
+    void ApplyDefaults(KeyContext context);
+    void GiveBackToSystem(KeyCode key) const;
+    void Send(VirtualKey key, KeyStroke::Kind kind) const;
+
+    std::array<KeyTable, kKeyContextCount> tables_;
+    KeySlots slots_;
+    int nextSequence_ = 0;
+    VirtualKey standingVirtualKey_ = 0;  // of the hot key before; see hot_key_list.h
+};
+
+}  // namespace kalmora
