@@ -43,8 +43,9 @@ public:
 
     // The whole picture, stretched over the area.
     virtual void DrawImage(const Rect& area, const Image& image) = 0;
-    // The surface over the area, pixel for pixel where scales agree.
-    virtual void Blit(const Rect& area, const Surface& surface) = 0;
+    // The part of the surface that begins at `from` (its logical pixels) over the area; nothing is stretched, and
+    // where the scales agree it is pixel for pixel.
+    virtual void Blit(const Rect& area, const Surface& surface, Point from = {}) = 0;
 };
 
 // The extent of one line of text. Any thread.
