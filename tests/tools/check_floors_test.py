@@ -1,0 +1,212 @@
+"""Runs tools/check-floors on small trees of made-up sources: good ones, and one for each kind of fault."""
+
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+
+PROJECT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+TOOL = os.path.join(PROJECT, "tools", "check-floors")
+
+# A tree of each floor's rooms that is as it should be; cases add to it.
+GOOD = {
+    "base/geometry.h": "#include <cstdint>\n",
+    "platform/files.h": '#include <string>\n#include "base/geometry.h"\n',
+    "platform/posix/files.cpp": '#include "platform/files.h"\n#include <unistd.h>\n#include "platform/posix/names.h"\n',
+    "platform/posix/names.h": "#include <sys/stat.h>\n",
+    "app/app_state.h": '#include "base/geometry.h"\n',
+    "store/settings.cpp": '#include "app/app_state.h"\n#include "platform/files.h"\n',
+    "store/settings.h": "",
+    "media/photo.h": '#include "store/settings.h"\n',
+    "store/day_index.h": '#include "media/photo.h"\n',
+    "search/query.h": '#include "store/day_index.h"\n',
+    "views/painting.h": '#include "search/query.h"\n',
+    "input/keys.h": '#include "views/painting.h"\n',
+    "slideshow/slide_show.h": '#include "input/keys.h"\n',
+    "search/filter_window.h": '#include "views/painting.h"\n',
+    "views/neighbor_window.h": '#include "views/painting.h"\n',
+    "app/dispatch.cpp": '#include "slideshow/slide_show.h"\n#include "search/filter_window.h"\n',
+    "cli/show.cpp": "#include <CLI/CLI.hpp>\n#include <nlohmann/json.hpp>\n",
+}
+
+
+class CheckFloors(unittest.TestCase):
+    def faults(self, files):
+        """The tool's lines for GOOD and these files, less the closing one; [] when it is content."""
+        tree = {**GOOD, **files}
+        with tempfile.TemporaryDirectory() as src:
+            for path, text in tree.items():
+                full = os.path.join(src, path)
+                os.makedirs(os.path.dirname(full), exist_ok=True)
+                with open(full, "w", encoding="utf-8") as file:
+                    file.write(text)
+            result = subprocess.run([sys.executable, TOOL, src], capture_output=True, text=True, check=False)
+            lines = [line.replace(os.path.relpath(src) + "/", "") for line in result.stdout.splitlines()]
+        self.assertEqual(result.stderr, "")
+        self.assertEqual(result.returncode, 1 if len(lines) > 1 else 0)
+        return lines[:-1]
+
+    def assertFault(self, files, beginning, part=""):
+        lines = self.faults(files)
+        self.assertEqual(len(lines), 1, lines)
+        self.assertTrue(lines[0].startswith(beginning + ": "), lines)
+        self.assertIn(part, lines[0])
+
+    def test_a_tree_on_its_floors_is_accepted(self):
+        self.assertEqual(self.faults({}), [])
+
+    def test_each_step_upwards_is_a_fault(self):
+        steps = [
+            ("base/geometry.h", "app/app_state.h", 0, 1),
+            ("platform/files.h", "store/settings.h", 0, 1),
+            ("app/app_state.h", "media/photo.h", 1, 2),
+            ("store/encoding.h", "media/photo.h", 1, 2),
+            ("media/exif.h", "store/day_index.h", 2, 3),
+            ("store/update.cpp", "views/painting.h", 3, 4),
+            ("store/month_index.cpp", "input/keys.h", 3, 4),
+            ("store/import.cpp", "views/painting.h", 3, 4),
+            ("search/search_run.cpp", "search/filter_window.h", 3, 5),
+            ("views/painting.cpp", "views/neighbor_window.h", 4, 5),
+            ("input/log.cpp", "slideshow/slide_show.h", 4, 5),
+            ("capture/scrap.cpp", "app/dispatch.h", 5, 6),
+            ("slideshow/player.cpp", "cli/progress.h", 5, 6),
+        ]
+        for path, included, floor, other in steps:
+            with self.subTest(path=path, included=included):
+                files = {"app/dispatch.h": "", "cli/progress.h": ""}
+                files[path] = f'#include <string>\n\n#include "{included}"\n'
+                # Some of these steps close a cycle as well; that is another line.
+                lines = self.faults(files)
+                upward = [line for line in lines if line.startswith(f"{path}:3: floor {floor} ")]
+                self.assertEqual(len(upward), 1, lines)
+                self.assertTrue(upward[0].endswith(f"{included} on floor {other}"), upward)
+
+    def test_a_room_may_include_its_own_floor(self):
+        self.assertEqual(self.faults({"views/grid.cpp": '#include "input/keys.h"\n#include "views/painting.h"\n'}), [])
+
+    def test_a_folder_without_a_floor_is_told(self):
+        self.assertFault({"helpers/misc.h": ""}, "helpers/misc.h:1", "stands on no floor")
+
+    def test_a_file_that_includes_itself_is_a_cycle(self):
+        self.assertFault({"media/exif.h": '#include "media/exif.h"\n'}, "media/exif.h:1",
+                         "media/exif.h -> media/exif.h")
+
+    def test_a_cycle_over_three_files_is_told_once_with_its_way(self):
+        files = {
+            "media/a.h": '#include "media/b.h"\n',
+            "media/b.h": '\n#include "media/c.h"\n',
+            "media/c.h": '\n\n#include "media/a.h"\n',
+        }
+        self.assertFault(files, "media/c.h:3", "media/a.h -> media/b.h -> media/c.h -> media/a.h")
+
+    def test_two_ways_to_one_file_are_no_cycle(self):
+        files = {
+            "media/a.h": '#include "media/b.h"\n#include "media/c.h"\n',
+            "media/b.h": '#include "media/d.h"\n',
+            "media/c.h": '#include "media/d.h"\n',
+            "media/d.h": "",
+        }
+        self.assertEqual(self.faults(files), [])
+
+    def test_a_chain_of_two_thousand_files_is_walked(self):
+        files = {f"media/n{i}.h": f'#include "media/n{i + 1}.h"\n' for i in range(2000)}
+        files["media/n2000.h"] = ""
+        self.assertEqual(self.faults(files), [])
+
+    def test_the_machine_is_known_to_the_platform_only(self):
+        for header in ("windows.h", "unistd.h", "sys/stat.h", "QString", "QtGui/QImage", "xcb/xcb.h", "jpeglib.h",
+                       "stdio.h"):
+            with self.subTest(header=header):
+                self.assertFault({"media/exif.cpp": f"#include <{header}>\n"}, "media/exif.cpp:1", f"<{header}>")
+                self.assertFault({"platform/clock.h": f"#include <{header}>\n"}, "platform/clock.h:1", f"<{header}>")
+                self.assertEqual(self.faults({"platform/qt/exif.cpp": f"#include <{header}>\n"}), [])
+
+    def test_standard_headers_are_for_everybody(self):
+        files = {"base/all.h": "#include <vector>\n#include <cstring>\n# include <stop_token>\n#include<span>\n"}
+        self.assertEqual(self.faults(files), [])
+
+    def test_guests_stay_in_their_rooms(self):
+        self.assertEqual(self.faults({"app/main.cpp": "#include <CLI/App.hpp>\n"}), [])
+        self.assertFault({"app/window.cpp": "#include <CLI/CLI.hpp>\n"}, "app/window.cpp:1", "<CLI/CLI.hpp> is for")
+        self.assertFault({"app/main.cpp": "#include <nlohmann/json.hpp>\n"}, "app/main.cpp:1", "is for cli/")
+        self.assertFault({"store/cache.cpp": "#include <nlohmann/json.hpp>\n"}, "store/cache.cpp:1", "is for cli/")
+
+    def test_a_platform_folder_belongs_to_itself(self):
+        files = {"media/exif.cpp": '#include "platform/posix/names.h"\n'}
+        self.assertFault(files, "media/exif.cpp:1", "belongs to platform/posix/ alone")
+        files = {"platform/qt/window.cpp": '#include "platform/posix/names.h"\n'}
+        self.assertFault(files, "platform/qt/window.cpp:1", "belongs to platform/posix/ alone")
+        files = {"platform/canvas.h": '#include "platform/posix/names.h"\n'}
+        self.assertFault(files, "platform/canvas.h:1", "belongs to platform/posix/ alone")
+
+    def test_a_platform_folder_knows_nothing_of_the_program(self):
+        files = {"platform/qt/window.cpp": '#include "app/app_state.h"\n#include "base/geometry.h"\n'}
+        self.assertFault(files, "platform/qt/window.cpp:1", "only the seam and base/")
+
+    def test_asking_for_the_machine_is_the_platforms_business(self):
+        for line in ("#ifdef _WIN32", "#ifndef __linux__", "#if defined(_MSC_VER) && X", "#  elif defined __APPLE__",
+                     "#if X && \\\n  defined(__unix__)"):
+            with self.subTest(line=line):
+                self.assertFault({"media/exif.cpp": f"\n{line}\n"}, "media/exif.cpp:2", "only src/platform/")
+                self.assertEqual(self.faults({"platform/files.h": f"{line}\n#endif\n"}), [])
+        self.assertEqual(self.faults({"media/exif.cpp": "#ifdef NDEBUG\n#endif\n#if __cplusplus > 1\n#endif\n"}), [])
+
+    def test_the_log_may_ask_for_the_attribute_and_for_nothing_else(self):
+        self.assertEqual(self.faults({"base/log.h": "#if defined(__GNUC__)\n#endif\n"}), [])
+        self.assertFault({"base/log.h": "#if defined(_WIN32)\n#endif\n"}, "base/log.h:1")
+        self.assertFault({"base/random.h": "#if defined(__GNUC__)\n#endif\n"}, "base/random.h:1")
+
+    def test_an_include_of_nothing_is_told(self):
+        self.assertFault({"media/exif.cpp": '#include "media/exif.h"\n'}, "media/exif.cpp:1", "does not exist")
+        self.assertFault({"media/exif.cpp": "#include HEADER\n"}, "media/exif.cpp:1", "cannot be followed")
+        self.assertFault({"media/exif.cpp": "#include <media/photo.h>\n"}, "media/exif.cpp:1",
+                         'include it as "media/photo.h"')
+
+    def test_an_include_beside_the_file_is_found(self):
+        self.assertEqual(self.faults({"media/exif.cpp": '#include "photo.h"\n#include "../store/settings.h"\n'}), [])
+        self.assertFault({"media/exif.cpp": '#include "../views/painting.h"\n'}, "media/exif.cpp:1", "floor 4")
+
+    def test_what_only_looks_like_an_include_is_left_alone(self):
+        text = """
+// #include <windows.h>
+// a comment that goes on \\
+#include <windows.h>
+/* #include <windows.h>
+#include "views/painting.h"
+*/
+const char* a = "/*";
+#include <string>
+const char* b = R"(
+#include <windows.h>
+)";
+const char c = '"';
+const int d = 1'000'000;
+/* open to the end
+#include <windows.h>
+"""
+        self.assertEqual(self.faults({"media/exif.cpp": text}), [])
+
+    def test_faults_after_literals_and_comments_keep_their_line(self):
+        text = '/* one\n two */ const char* a = "// no comment";\n#include <windows.h>\n'
+        self.assertFault({"media/exif.cpp": text}, "media/exif.cpp:3")
+
+    def test_bytes_that_are_no_text_do_not_stop_it(self):
+        with tempfile.TemporaryDirectory() as src:
+            os.makedirs(os.path.join(src, "media"))
+            with open(os.path.join(src, "media", "exif.cpp"), "wb") as file:
+                file.write(b"\xff\xfe\x00// \x83\n#include <windows.h>\r\n")
+            result = subprocess.run([sys.executable, TOOL, src], capture_output=True, text=True, check=False)
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("media/exif.cpp:2:", result.stdout)
+
+    def test_wrong_use_has_a_status_of_its_own(self):
+        for arguments in (["/no/such/folder"], ["a", "b"], ["--what"]):
+            with self.subTest(arguments=arguments):
+                result = subprocess.run([sys.executable, TOOL, *arguments], capture_output=True, text=True, check=False)
+                self.assertEqual(result.returncode, 2)
+                self.assertNotEqual(result.stderr, "")
+
+
+if __name__ == "__main__":
+    unittest.main()
