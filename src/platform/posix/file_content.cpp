@@ -1,0 +1,219 @@
+// What is inside files: reading, copying, replacing.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+
+#include "platform/files.h"
+#include "platform/posix/descriptor.h"
+#include "platform/posix/file_errors.h"
+
+namespace kalmora::files {
+
+namespace {
+
+// A pipe without a writer would make a plain open wait for ever; O_NONBLOCK has no effect on regular files.
+constexpr int kReadFlags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+
+bool WriteAll(int file, std::string_view content) {
+    while (!content.empty()) {
+        const ssize_t written = write(file, content.data(), content.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) return false;
+        content.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+bool CopyByHand(int from, int to) {
+    std::array<char, 1 << 16> buffer;
+    for (;;) {
+        const ssize_t count = read(from, buffer.data(), buffer.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return false;
+        if (count == 0) return true;
+        if (!WriteAll(to, std::string_view(buffer.data(), static_cast<std::size_t>(count)))) return false;
+    }
+}
+
+// In the kernel as far as it goes; where it refuses the pair of file systems, or ends early as it does with
+// files that only seem to have a length, the rest goes by hand. Both descriptors have moved on by then.
+bool CopyContent(int from, int to) {
+    constexpr std::size_t kStep = 1u << 30;
+    for (;;) {
+        const ssize_t count = copy_file_range(from, nullptr, to, nullptr, kStep, 0);
+        if (count < 0 && errno == EINTR) continue;
+        if (count > 0) continue;
+        if (count < 0 && (errno == ENOSPC || errno == EDQUOT || errno == EIO)) return false;
+        return CopyByHand(from, to);
+    }
+}
+
+std::string FolderOf(const std::string& path) {
+    const std::size_t separator = path.rfind(kSeparator);
+    if (separator == std::string::npos) return ".";
+    return separator == 0 ? std::string(1, kSeparator) : path.substr(0, separator);
+}
+
+// The file that a link stands for, so that replacing the content does not replace the link.
+std::string WithLinkFollowed(const std::string& path) {
+    struct stat status {};
+    if (lstat(path.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) return path;
+    char* resolved = realpath(path.c_str(), nullptr);
+    if (!resolved) return path;
+    std::string target = resolved;
+    std::free(resolved);
+    return target;
+}
+
+// A new empty file beside the other one. Hidden, and of a kind that the index passes over, in case a crash
+// leaves it behind.
+Descriptor MakeFileBeside(const std::string& path, std::string& madePath) {
+    static std::atomic<unsigned> counter{0};
+    const std::string head = Join(FolderOf(path), ".kalmora-" + std::to_string(getpid()) + "-");
+    constexpr int kAttempts = 1000;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        madePath = head + std::to_string(counter.fetch_add(1)) + ".cidx";
+        Descriptor file(open(madePath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+        if (file || errno != EEXIST) return file;
+    }
+    return Descriptor();
+}
+
+void FlushFolder(const std::string& folder) {
+    const Descriptor open_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (open_) fsync(open_.Get());  // not every file system can; the file itself is safe already
+}
+
+}  // namespace
+
+FileResult CopyFile(const std::string& from, const std::string& to) {
+    const Descriptor source(open(from.c_str(), kReadFlags));
+    if (!source) return ResultOfError(errno);
+    struct stat status {};
+    if (fstat(source.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return FileResult::Failed;
+    Descriptor copy(open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    if (!copy) return ResultOfError(errno);
+    const timespec times[2] = {status.st_atim, status.st_mtim};
+    // Flushed, because callers go on to remove or to rewrite the original.
+    const bool isCopied = CopyContent(source.Get(), copy.Get()) && fdatasync(copy.Get()) == 0;
+    int errorNumber = isCopied ? 0 : errno;
+    if (isCopied) {
+        // A card or a share that keeps no rights or times is no reason to refuse the copy.
+        if (fchmod(copy.Get(), status.st_mode & 0777) != 0 || futimens(copy.Get(), times) != 0) errno = 0;
+        if (!copy.Close()) errorNumber = errno;
+    }
+    if (errorNumber == 0) return FileResult::Done;
+    copy.Close();
+    unlink(to.c_str());
+    return ResultOfError(errorNumber);
+}
+
+std::optional<std::string> ReadWholeFile(const std::string& path, std::size_t limit) {
+    const Descriptor file(open(path.c_str(), kReadFlags));
+    if (!file) return std::nullopt;
+    struct stat status {};
+    if (fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    // The length is a hint only: the file may grow, and the system's own files claim to be empty. One byte
+    // more than the length lets the end be seen without a look of its own.
+    constexpr std::size_t kLeast = 4096;
+    const auto claimed = static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0));
+    std::string content;
+    std::size_t length = 0;
+    std::size_t room = static_cast<std::size_t>(std::min<std::uint64_t>(claimed, limit)) + 1;
+    while (length < limit) {
+        content.resize(std::min(limit, std::max(room, kLeast)));
+        const ssize_t count = read(file.Get(), content.data() + length, content.size() - length);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return std::nullopt;
+        if (count == 0) break;
+        length += static_cast<std::size_t>(count);
+        if (length == content.size()) room = length * 2;
+    }
+    content.resize(length);
+    return content;
+}
+
+FileResult WriteWholeFile(const std::string& path, std::string_view content) {
+    const std::string target = WithLinkFollowed(path);
+    struct stat old {};
+    const bool hadOld = lstat(target.c_str(), &old) == 0;
+    if (hadOld && !S_ISREG(old.st_mode)) return FileResult::Failed;
+    // Renaming would go past the protection of the file itself.
+    if (hadOld && (old.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) return FileResult::Denied;
+
+    std::string temporary;
+    Descriptor file = MakeFileBeside(target, temporary);
+    if (!file) return ResultOfError(errno);
+    bool isWritten = WriteAll(file.Get(), content);
+    if (isWritten && hadOld) {
+        if (old.st_uid != geteuid() || old.st_gid != getegid()) {
+            // Only a privileged program may give a file away; any other keeps it for its own user.
+            if (fchown(file.Get(), old.st_uid, old.st_gid) != 0) errno = 0;
+        }
+        isWritten = fchmod(file.Get(), old.st_mode & 07777) == 0;
+    }
+    isWritten = isWritten && fsync(file.Get()) == 0;
+    int errorNumber = isWritten ? 0 : errno;
+    if (!file.Close() && errorNumber == 0) errorNumber = errno;
+    if (errorNumber == 0 && rename(temporary.c_str(), target.c_str()) != 0) errorNumber = errno;
+    if (errorNumber != 0) {
+        unlink(temporary.c_str());
+        return ResultOfError(errorNumber);
+    }
+    FlushFolder(FolderOf(target));
+    return FileResult::Done;
+}
+
+InputFile::~InputFile() { Close(); }
+
+InputFile::InputFile(InputFile&& other) noexcept : handle_(std::exchange(other.handle_, -1)) {}
+
+InputFile& InputFile::operator=(InputFile&& other) noexcept {
+    if (this != &other) {
+        Close();
+        handle_ = std::exchange(other.handle_, -1);
+    }
+    return *this;
+}
+
+bool InputFile::Open(const std::string& path) {
+    Close();
+    Descriptor file(open(path.c_str(), kReadFlags));
+    if (!file) return false;
+    struct stat status {};
+    if (fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
+    handle_ = file.Release();
+    return true;
+}
+
+std::size_t InputFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> into) const {
+    if (handle_ < 0) return 0;
+    std::size_t length = 0;
+    while (length < into.size() && offset + length <= static_cast<std::uint64_t>(INT64_MAX)) {
+        const ssize_t count = pread(static_cast<int>(handle_), into.data() + length, into.size() - length,
+                                    static_cast<off_t>(offset + length));
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) break;
+        length += static_cast<std::size_t>(count);
+    }
+    return length;
+}
+
+std::uint64_t InputFile::Size() const {
+    struct stat status {};
+    if (handle_ < 0 || fstat(static_cast<int>(handle_), &status) != 0) return 0;
+    return static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0));
+}
+
+void InputFile::Close() {
+    if (handle_ >= 0) close(static_cast<int>(std::exchange(handle_, -1)));
+}
+
+}  // namespace kalmora::files
