@@ -1,7 +1,7 @@
 // AppState: the one process-wide record of settings and run-time flags. Plain data, no behaviour.
 //
-// Settings carry the names of their keys in kalmora.ini (store/settings.h reads and writes them). What several
-// threads read while one writes is atomic; everything else is written before other threads run.
+// Settings carry the names of their keys in kalmora.ini (store/settings.h reads and writes them). What
+// several threads read while one writes is atomic; everything else is written before other threads run.
 #pragma once
 
 #include <array>
@@ -53,9 +53,9 @@ struct AppState {
     bool OutputNavigationLog = false;
     SharedInt ViewType = kMonthly;
     bool DrawWhileLoading = true;
-    int TimingOfPopup = 3;          // seconds
-    int TimingOfChangeImage = 50;   // milliseconds
-    int TimingOfChangeBgImage = 15; // heartbeat ticks
+    int TimingOfPopup = 3;           // seconds
+    int TimingOfChangeImage = 50;    // milliseconds
+    int TimingOfChangeBgImage = 15;  // heartbeat ticks
     int MinutesToSleep = 5;
     bool UseEstimation = true;
     SharedFlag SoundMode = 1;
@@ -69,8 +69,8 @@ struct AppState {
     int DayNumberOfLine = 4;
     int DayDuration = 4;  // hours a line
     bool RenameFileWhenMove = false;
-    bool RenameFileWhenCopy = false;        // stored only
-    bool StopUpdateWhenWindowHide = true;   // stored only
+    bool RenameFileWhenCopy = false;       // stored only
+    bool StopUpdateWhenWindowHide = true;  // stored only
     bool SkipSmallImage = true;
     int SizeOfSmallImage = 80;  // pixels
     bool LoadIndexInitially = false;
@@ -79,14 +79,19 @@ struct AppState {
     // ---- [Text]
     std::string DayFontFace, ButtonFontFace, MiniFontFace, DayFontFaceForYearly;
     int DayFontHeight = 20, ButtonFontHeight = 24, MiniFontHeight = 12, DayFontHeightForYearly = 10;
-    std::array<TextColors, 5> TextStyles;  // by TextKind
+    std::array<TextColors, 5> TextStyles{{{{255, 238, 255}, {50, 150, 150}, {0, 0, 0}},
+                                          {{238, 238, 255}, {50, 150, 150}, {0, 0, 0}},
+                                          {{255, 238, 238}, {50, 150, 150}, {0, 0, 0}},
+                                          {{238, 255, 255}, {150, 50, 150}, {0, 0, 0}},
+                                          {{255, 255, 238}, {255, 255, 100}, {0, 0, 0}}}};  // by TextKind
 
     // ---- [Button]
     bool ShowButtonPrev2 = true, ShowButtonPrev = true, ShowButtonAuto = true, ShowButtonNext = true,
          ShowButtonNext2 = true, ShowButtonStop = true, ShowButtonParapara = true, ShowButtonSound = false,
          ShowButtonSlideShow = true, ShowButtonFilmWindow = false, ShowButtonFilter = true,
          ShowButtonImport = true, ShowButtonGoogleCalendar = false, ShowButtonAmazon = false,
-         ShowButtonTwitter = false, ShowButtonSearch = true, ShowButtonIndexing = false, ShowButtonHelp = true;
+         ShowButtonTwitter = false, ShowButtonSearch = true, ShowButtonIndexing = false,
+         ShowButtonHelp = true;
 
     // ---- [AutoNavigate]
     SharedFlag AutoNavigate = 0;
@@ -97,7 +102,7 @@ struct AppState {
     // ---- [Scrap]
     bool ConfirmScrapText = true;
     SharedFlag MonitorClipboard = 0;
-    int DayEndTimeForScrap = 24;  // hour, 13 to 47 after the repair
+    int DayEndTimeForScrap = 24;  // hour; see the repairs in store/settings.h
     int QualityOfJpeg = 100;
 
     // ---- [Application]
@@ -111,7 +116,7 @@ struct AppState {
     Color SlideShowMessageBackColor{50, 200, 50}, SlideShowMessageFontColor{255, 255, 255};
     std::string MessageFontFace;
     int MessageFontHeight = 16;
-    int HeightOfSlideShow = 75, WidthOfSlideShow = 75;  // percent
+    int HeightOfSlideShow = 75, WidthOfSlideShow = 75;     // percent
     int TimingOfChangeSlide = 2, TimingOfCloseEditor = 4;  // seconds
     bool SlideShowRandom = false, SlideShowTransparent = false, DoSortForSlideShow = false;
 
@@ -134,16 +139,16 @@ struct AppState {
          UseSentimentMining = false;
 
     // ---- paths, set once at start
-    std::string ProgramFolder;   // the home: settings, key files, Temp
-    std::string InstallFolder;   // where Res and the default backgrounds were installed
+    std::string ProgramFolder;  // the home: settings, key files, Temp
+    std::string InstallFolder;  // where Res and the default backgrounds were installed
     std::string SettingsPath, ExtensionListPath, KeyConfigPath, KeyConfigSlideShowPath, KeyConfigEditorPath;
     std::string TempFolder, LogDataPath;
     std::string DataDirectoryText, OtherDirectoryText;  // the folders that the two index keepers work from
 
     // ---- run-time flags; none is saved
-    SharedFlag MainWindowVisible = 0;       // the heartbeat does nothing while it is clear
-    SharedFlag Paused = 0;                  // loaders sleep in 500 ms steps while it is set
-    SharedFlag IndexingEnabled = 0;         // the indexing button; 0 at every start
+    SharedFlag MainWindowVisible = 0;  // the heartbeat does nothing while it is clear
+    SharedFlag Paused = 0;             // loaders sleep in 500 ms steps while it is set
+    SharedFlag IndexingEnabled = 0;    // the indexing button; 0 at every start
     SharedFlag InitialScanRunning = 1;
     SharedFlag FirstStartPending = 1;
     SharedFlag FirstLoadDone = 0;
@@ -158,11 +163,11 @@ struct AppState {
     std::atomic<double> LastTickClock = 0;  // uptime in ms of the last accepted heartbeat
     int LastCursorX = 0, LastCursorY = 0;   // heartbeat thread only
     SharedFlag HeartbeatBusy = 0;
-    SharedInt DayRing = 0, AllRing = 0;     // 0 to 12
-    std::string DragPath;                   // GUI thread: path of the object under the last press
-    Rect DragRect;                          // GUI thread: screen rectangle of a rating drop
+    SharedInt DayRing = 0, AllRing = 0;  // 0 to 12
+    std::string DragPath;                // GUI thread: path of the object under the last press
+    Rect DragRect;                       // GUI thread: screen rectangle of a rating drop
     SharedFlag PressActive = 0;
-    Point PressPoint;                       // GUI thread, client coordinates
+    Point PressPoint;  // GUI thread, client coordinates
     SharedFlag ObjectHit = 0;
     SharedFlag FirstPaintDone = 0;
 

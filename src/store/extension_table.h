@@ -1,0 +1,41 @@
+// What a file is, by its extension: the user's table extension.dat.
+//
+// The file is code page 932 text. "[IMAGE]", "[MOVIE]", "[TEXT]", "[MUSIC]" and "[MUSIC_LIST]" open a
+// section; each other line is one extension, without the dot; lines beginning with "#" and empty lines say
+// nothing.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kalmora {
+
+// The numbers are those of the table, of commands and of logs.
+enum class ObjectKind : int {
+    Unknown = -1,
+    Text = 1,
+    Image = 2,
+    Music = 3,
+    MusicList = 4,
+    Movie = 5,
+    Shortcut = 10,  // "lnk", built in: no table can change it
+};
+
+// Loads the table in place of the one in memory. A file that cannot be opened is first written with the
+// default table; when that fails too the table is empty. Of a file longer than 1 MiB the rest is not read.
+void LoadExtensionTable(const std::string& path);
+// Writes the table in memory, with a heading that explains it. False when the file cannot be written.
+bool SaveExtensionTable(const std::string& path);
+// Empties the table.
+void ClearExtensionTable();
+
+// By the extension of at most 8 bytes (counted in code page 932), case ignored; no look at the disk.
+ObjectKind ClassifyFile(std::string_view path);
+
+// The extensions of a kind in file order, as they are written in the table.
+std::vector<std::string> ExtensionsOf(ObjectKind kind);
+
+// All of these may be called from any thread.
+
+}  // namespace kalmora

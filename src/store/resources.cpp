@@ -1,0 +1,23 @@
+#include "store/resources.h"
+
+#include "app/app_state.h"
+#include "platform/files.h"
+
+namespace kalmora {
+
+std::string FindResource(std::string_view name) {
+    const std::string& home = State().ProgramFolder;
+    std::string relative(name);
+    if (files::IsAbsolute(name)) {
+        const std::string head = home + files::kSeparator;
+        if (home.empty() || head.size() >= name.size() || !name.starts_with(head)) return relative;
+        relative = relative.substr(head.size());
+    }
+    relative = files::WithPlatformSeparators(relative);
+    const std::string inHome = files::Join(home, relative);
+    if (files::Exists(inHome)) return inHome;
+    const std::string installed = files::Join(State().InstallFolder, relative);
+    return !State().InstallFolder.empty() && files::Exists(installed) ? installed : inHome;
+}
+
+}  // namespace kalmora

@@ -1,0 +1,366 @@
+#include "store/settings.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <type_traits>
+
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "platform/shell.h"
+#include "platform/text.h"
+#include "store/data_folder.h"
+#include "store/settings_keys.h"
+
+namespace kalmora {
+
+namespace {
+
+using settings::Field;
+using settings::ReaderRow;
+using settings::Reading;
+using settings::TextColorField;
+using settings::WriterRow;
+using settings::Writing;
+
+constexpr std::size_t kMaxFileBytes = 4u << 20;
+constexpr std::size_t kMaxLineBytes = 255;
+
+// ---- fields
+
+// Calls visit with the field itself, whatever its type.
+template <typename Visitor>
+void WithField(AppState& state, const Field& field, Visitor&& visit) {
+    std::visit(
+        [&](const auto& member) {
+            if constexpr (std::is_same_v<std::decay_t<decltype(member)>, TextColorField>)
+                visit(state.TextStyles[static_cast<std::size_t>(member.kind)].*member.part);
+            else
+                visit(state.*member);
+        },
+        field);
+}
+
+template <typename T>
+constexpr bool kIsFlag = std::is_same_v<T, bool> || std::is_same_v<T, SharedFlag>;
+template <typename T>
+constexpr bool kIsNumber = std::is_same_v<T, int> || std::is_same_v<T, SharedInt>;
+
+// ---- paths
+
+bool IsSeparator(char c) { return c == '/' || c == '\\'; }
+
+// By the rules of either platform: a file may come from the other one.
+bool IsAbsolutePath(std::string_view path) {
+    return path.starts_with('/') || path.starts_with("\\\\") || (path.size() > 1 && path[1] == ':');
+}
+
+std::string FromProgramFolder(std::string path) {
+    if (IsAbsolutePath(path)) return path;
+    return State().ProgramFolder + files::kSeparator + files::WithPlatformSeparators(path);
+}
+
+std::string WithoutTrailingSeparator(std::string path) {
+    if (path.size() > 1 && IsSeparator(path.back())) path.pop_back();
+    return path;
+}
+
+bool AreSameFolder(const std::string& a, const std::string& b) {
+    if (a == b) return true;
+    const auto first = files::GetStatus(a), second = files::GetStatus(b);
+    return first && second && first->volume == second->volume && first->identity == second->identity;
+}
+
+// A path below the program folder from behind it, so that the program can be moved with its data.
+std::string Shortened(const std::string& path) {
+    const std::string& folder = State().ProgramFolder;
+    if (folder.empty() || path.size() <= folder.size() || path[folder.size()] != files::kSeparator)
+        return path;
+    // Names that differ in case only can be two folders here: then the path stays whole.
+    if (!text::StartsWithNoCase(path, folder) || !AreSameFolder(path.substr(0, folder.size()), folder))
+        return path;
+    return path.substr(folder.size() + 1);
+}
+
+std::string BesideProgramOrInPath(const std::string& name) {
+    std::string beside = files::Join(State().ProgramFolder, name);
+    if (files::Exists(beside)) return beside;
+    const std::string found = files::FindProgram(name);
+    return found.empty() ? beside : found;
+}
+
+// ---- reading
+
+// The next line without its line end. At most 255 bytes: the rest of a longer line is the next line.
+std::string_view NextLine(std::string_view& rest) {
+    const std::size_t end = rest.find('\n');
+    const std::size_t taken = std::min({rest.size(), kMaxLineBytes, end == rest.npos ? rest.npos : end + 1});
+    std::string_view line = rest.substr(0, taken);
+    rest.remove_prefix(taken);
+    // A text ends at its line end, or at a zero byte where a damaged file has one.
+    return line.substr(0, std::min(line.find_first_of(std::string_view("\r\n\0", 3)), line.size()));
+}
+
+// A line that was cut in the middle of a double-byte character ends before it.
+std::string_view WithoutHalfCharacter(std::string_view line) {
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(line[i]);
+        const bool isLead = (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+        if (!isLead) continue;
+        if (i + 1 == line.size()) return line.substr(0, i);
+        ++i;
+    }
+    return line;
+}
+
+// The number at the front, taken off: blanks, a sign, digits. Beyond the range of an int its ends.
+std::optional<int> TakeNumber(std::string_view& text) {
+    std::size_t i = std::min(text.find_first_not_of(" \t\v\f"), text.size());
+    const bool negative = i < text.size() && text[i] == '-';
+    if (i < text.size() && (text[i] == '-' || text[i] == '+')) ++i;
+    const std::size_t firstDigit = i;
+    std::int64_t value = 0;
+    constexpr std::int64_t kBound = std::int64_t{std::numeric_limits<int>::max()} + 1;
+    for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i)
+        value = std::min(value * 10 + (text[i] - '0'), kBound);
+    if (i == firstDigit) return std::nullopt;
+    text.remove_prefix(i);
+    return static_cast<int>(negative ? -value : std::min(value, kBound - 1));
+}
+
+bool TakeLiteral(std::string_view& text, char c) {
+    if (!text.starts_with(c)) return false;
+    text.remove_prefix(1);
+    return true;
+}
+
+// Numbers with commas between them; nothing unless all of them are there.
+template <std::size_t N>
+std::optional<std::array<int, N>> TakeNumbers(std::string_view text) {
+    std::array<int, N> numbers{};
+    for (std::size_t i = 0; i < N; ++i) {
+        if (i > 0 && !TakeLiteral(text, ',')) return std::nullopt;
+        const auto number = TakeNumber(text);
+        if (!number) return std::nullopt;
+        numbers[i] = *number;
+    }
+    return numbers;
+}
+
+std::optional<Color> ParseColor(std::string_view text) {
+    if (!TakeLiteral(text, '(')) return std::nullopt;
+    const auto parts = TakeNumbers<3>(text);
+    if (!parts) return std::nullopt;
+    const auto shade = [&](std::size_t i) {
+        return static_cast<std::uint8_t>(std::clamp((*parts)[i], 0, 255));
+    };
+    return Color{shade(0), shade(1), shade(2)};
+}
+
+void AddDataFolder(const std::string& folder) {
+    AppState& state = State();
+    if (!state.AllowMultiDataDirectory) {
+        state.DataDirectory = folder;
+        return;
+    }
+    // Compared over the new value's length only, so that the beginning of a listed path counts as listed:
+    // meant, and held by Settings.DataFolderThatBeginsAListedOneIsDropped.
+    for (const std::string& listed : state.DataDirectories)
+        if (text::StartsWithNoCase(listed, folder)) return;
+    state.DataDirectories.push_back(folder);
+    state.DataDirectory = folder;
+}
+
+void Assign(std::string& field, Reading reading, std::string value) {
+    switch (reading) {
+        case Reading::ProgramPath:
+            field = FromProgramFolder(std::move(value));
+            break;
+        case Reading::CardFolder:
+            // Empty is what was written while no camera card was in.
+            if (value.empty()) break;
+            [[fallthrough]];
+        case Reading::PlainFolder:
+            field = WithoutTrailingSeparator(std::move(value));
+            break;
+        case Reading::DataFolder:
+            AddDataFolder(WithoutTrailingSeparator(FromProgramFolder(std::move(value))));
+            break;
+        default:
+            field = std::move(value);
+    }
+}
+
+void ReadValue(const ReaderRow& row, std::string_view value) {
+    if (row.reading == Reading::Nothing) return;
+    WithField(State(), row.field, [&](auto& field) {
+        using T = std::decay_t<decltype(field)>;
+        if constexpr (kIsFlag<T>) {
+            field = row.test.back() == '1';
+        } else if constexpr (kIsNumber<T>) {
+            if (const auto number = TakeNumber(value)) field = *number;
+        } else if constexpr (std::is_same_v<T, std::string>) {
+            Assign(field, row.reading, text::FromCp932(WithoutHalfCharacter(value), text::Escapes::Resolve));
+        } else if constexpr (std::is_same_v<T, Color>) {
+            if (const auto color = ParseColor(value)) field = *color;
+        } else {
+            if (const auto edges = TakeNumbers<4>(value))
+                field = {(*edges)[0], (*edges)[1], (*edges)[2], (*edges)[3]};
+        }
+    });
+}
+
+void ReadLine(std::string_view line) {
+    if (line.empty() || line[0] == '[') return;
+    for (const ReaderRow& row : settings::ReaderRows()) {
+        if (!text::StartsWithNoCase(line, row.test)) continue;
+        ReadValue(row, line.substr(row.test.size()));
+        return;
+    }
+}
+
+// ---- writing
+
+void AppendLine(std::string& out, std::string_view key, std::string_view value) {
+    out += key;
+    out += '=';
+    // The one thing that a name may hold and a line may not.
+    for (const char c : text::ToCp932(value, text::Escapes::Resolve)) {
+        if (c == '\n')
+            out += "&#xA;";
+        else if (c == '\r')
+            out += "&#xD;";
+        else
+            out += c;
+    }
+    out += '\n';
+}
+
+void WriteText(std::string& out, const WriterRow& row, const std::string& value) {
+    switch (row.writing) {
+        case Writing::Value:
+            AppendLine(out, row.key, value);
+            break;
+        case Writing::ShortPath:
+            AppendLine(out, row.key, Shortened(value));
+            break;
+        case Writing::ToolPath:
+            AppendLine(out, row.key, value);
+            AppendLine(out, row.key, Shortened(value));
+            break;
+        case Writing::DataFolder:
+            if (!State().AllowMultiDataDirectory) {
+                AppendLine(out, row.key, Shortened(value));
+                break;
+            }
+            for (const std::string& folder : State().DataDirectories)
+                AppendLine(out, row.key, Shortened(folder));
+    }
+}
+
+void WriteRow(std::string& out, const WriterRow& row) {
+    WithField(State(), row.field, [&](const auto& field) {
+        using T = std::decay_t<decltype(field)>;
+        const auto list = [](auto... numbers) {
+            std::string joined;
+            ((joined += (joined.empty() ? "" : ",") + std::to_string(numbers)), ...);
+            return joined;
+        };
+        if constexpr (kIsFlag<T>)
+            AppendLine(out, row.key, field ? "1" : "0");
+        else if constexpr (kIsNumber<T>)
+            AppendLine(out, row.key, std::to_string(field));
+        else if constexpr (std::is_same_v<T, std::string>)
+            WriteText(out, row, field);
+        else if constexpr (std::is_same_v<T, Color>)
+            AppendLine(out, row.key, '(' + list(field.red, field.green, field.blue) + ')');
+        else
+            AppendLine(out, row.key, list(field.left, field.top, field.right, field.bottom));
+    });
+}
+
+void RepairRange(int& value, int low, int high, int repaired) {
+    if (value < low || value > high) value = repaired;
+}
+
+}  // namespace
+
+void ResetSettingsToDefaults() {
+    AppState& state = State();
+    AppState fresh;
+    for (const ReaderRow& row : settings::ReaderRows()) {
+        WithField(state, row.field, [&](auto& field) {
+            using T = std::decay_t<decltype(field)>;
+            WithField(fresh, row.field, [&](auto& initial) {
+                if constexpr (std::is_same_v<T, std::decay_t<decltype(initial)>>) {
+                    if constexpr (std::is_same_v<T, SharedFlag> || std::is_same_v<T, SharedInt>)
+                        field = initial.load();
+                    else
+                        field = initial;
+                }
+            });
+        });
+    }
+    state.DataDirectories.clear();
+    for (const auto& [field, face] : settings::FaceDefaults()) state.*field = face;
+    for (const auto& [field, name] : settings::PathDefaults())
+        state.*field = state.ProgramFolder + files::kSeparator + std::string(name);
+    const SystemTime today = LocalTime();
+    state.TargetYear = today.year;
+    state.TargetMonth = today.month;
+    state.TargetDay = today.day;
+    state.ImportDirectory = files::FindCameraCard();
+    state.TextEditor = shell::DefaultOpener();
+    state.PathOfOrbinGet = BesideProgramOrInPath("OrbinGet");
+    state.PathOfOrbinLib = BesideProgramOrInPath("OrbinLib");
+    state.PathOfJpegTran = BesideProgramOrInPath("jpegtran");
+}
+
+bool LoadSettings(const std::string& path) {
+    ResetSettingsToDefaults();
+    const auto content = files::ReadWholeFile(path, kMaxFileBytes);
+    if (!content) {
+        AppState& state = State();
+        state.DataDirectories.push_back(state.DataDirectory);
+        MakeDirectories(state.DataDirectory);
+        return false;
+    }
+    std::string_view rest = *content;
+    while (!rest.empty()) ReadLine(NextLine(rest));
+    RepairSettings();
+    return true;
+}
+
+void RepairSettings() {
+    AppState& state = State();
+    constexpr int kNoBound = std::numeric_limits<int>::max();
+    RepairRange(state.HeightOfSlideShow, 10, 100, 75);
+    RepairRange(state.WidthOfSlideShow, 10, 100, 75);
+    RepairRange(state.QualityOfJpeg, 0, 100, 80);
+    RepairRange(state.TimingOfPopup, 0, kNoBound, 2);
+    RepairRange(state.WindowRect.left, -100, 5000, 10);
+    RepairRange(state.WindowRect.right, 0, 5000, 960);
+    RepairRange(state.WindowRect.top, -100, 5000, 10);
+    RepairRange(state.WindowRect.bottom, 0, 5000, 710);
+    const std::string root = CurrentDataRoot();
+    SetMainRoot(root);
+    if (state.DayEndTimeForScrap <= 12) state.DayEndTimeForScrap += 24;
+    if (state.DayEndTimeForScrap >= 48) state.DayEndTimeForScrap -= 24;
+}
+
+bool SaveSettings(const std::string& path) {
+    std::string content;
+    for (const WriterRow& row : settings::WriterRows()) {
+        if (!row.section.empty()) {
+            if (!content.empty()) content += '\n';
+            content += row.section;
+            content += '\n';
+        }
+        WriteRow(content, row);
+    }
+    return files::WriteWholeFile(path, content) == files::FileResult::Done;
+}
+
+}  // namespace kalmora
