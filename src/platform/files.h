@@ -79,6 +79,9 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::size_t li
 // Replaces the content: written to a new file beside it, flushed, renamed over the old one. A failure at any
 // point leaves the old file as it was.
 FileResult WriteWholeFile(const std::string& path, std::string_view content);
+// Adds to the end of the file, which is made when it is missing. What two callers add at once stands one after
+// the other. Not flushed: for logs.
+FileResult AppendToFile(const std::string& path, std::string_view content);
 
 bool SetTimes(const std::string& path, FileTime accessed, FileTime written);
 bool SetHidden(const std::string& path);  // true and nothing done where names tell what is hidden

@@ -1,0 +1,98 @@
+#include "input/navigation_log.h"
+
+#include <array>
+#include <cstdarg>
+#include <cstdint>
+#include <cstdio>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+#include "app/app_state.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "platform/text.h"
+#include "store/data_folder.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+// No line of the program comes near it; paths bound them.
+constexpr std::size_t kTextLimit = 0x40000 - 1;
+// A log this long keeps its encoding: it is not read as a whole any more.
+constexpr std::size_t kConvertLimit = 16u << 20;
+
+// Keeps the lines of two threads apart, and a line away from a file that is being turned into UTF-8.
+std::mutex logFileMutex;
+
+std::string Format(const std::string& format, va_list arguments) {
+    va_list again;
+    va_copy(again, arguments);
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"  // the caller's format is checked at the call
+    const int length = std::vsnprintf(nullptr, 0, format.c_str(), arguments);
+    std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
+    if (length > 0) std::vsnprintf(text.data(), text.size() + 1, format.c_str(), again);
+#pragma GCC diagnostic pop
+    va_end(again);
+    return text::CutAtCharacter(text, kTextLimit);
+}
+
+std::string LineOf(const SystemTime& time, const std::string& text) {
+    std::array<char, 64> stamp{};
+    std::snprintf(stamp.data(), stamp.size(), "[%04d/%02d/%02d %02d:%02d:%02d]\t", time.year, time.month,
+                  time.day, time.hour, time.minute, time.second);
+    return stamp.data() + text + '\n';
+}
+
+std::string LogName(const SystemTime& time) {
+    std::array<char, 32> name{};
+    std::snprintf(name.data(), name.size(), "KM%04d%02d%02d.log", time.year, time.month, time.day);
+    return name.data();
+}
+
+bool BeginsWithUtf8Mark(const files::InputFile& file) {
+    std::array<std::uint8_t, kUtf8Mark.size()> head{};
+    return file.ReadAt(0, head) == head.size() &&
+           std::string_view(reinterpret_cast<const char*>(head.data()), head.size()) == kUtf8Mark;
+}
+
+files::FileResult AppendLine(const std::string& path, const std::string& line) {
+    files::InputFile file;
+    file.Open(path);
+    const bool isUtf8 = file.IsOpen() && BeginsWithUtf8Mark(file);
+    const std::uint64_t size = file.IsOpen() ? file.Size() : 0;
+    file.Close();
+    if (isUtf8) return files::AppendToFile(path, line);
+    if (text::FitsCp932(line)) return files::AppendToFile(path, text::ToCp932(line));
+    if (size > kConvertLimit) {
+        return files::AppendToFile(path, text::ToCp932(line, text::Escapes::Resolve));
+    }
+    const std::string before = files::ReadWholeFile(path, kConvertLimit).value_or("");
+    return files::WriteWholeFile(path, std::string(kUtf8Mark) + text::FromCp932(before) + line);
+}
+
+}  // namespace
+
+bool NavigationLog(const char* format, ...) {
+    if (!State().OutputNavigationLog) return false;
+    if (!format) return true;
+    std::string wanted = format;
+    if (wanted.ends_with('\n')) wanted.pop_back();
+    va_list arguments;
+    va_start(arguments, format);
+    const std::string text = Format(wanted, arguments);
+    va_end(arguments);
+
+    std::lock_guard lock(logFileMutex);
+    const SystemTime now = LocalTime();
+    const std::string folder = MakeDayFolderPath(CurrentDataRoot(), now.year, now.month, now.day);
+    if (!files::IsFolder(folder) && !MakeDirectories(folder)) return false;
+    const std::string path = files::Join(folder, LogName(now));
+    if (AppendLine(path, LineOf(now, text)) == files::FileResult::Done) files::SetHidden(path);
+    return true;
+}
+
+}  // namespace kalmora
