@@ -13,6 +13,7 @@
 #include "platform/files.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/file_errors.h"
+#include "platform/posix/path_names.h"
 
 namespace kalmora::files {
 
@@ -55,12 +56,6 @@ bool CopyContent(int from, int to) {
     }
 }
 
-std::string FolderOf(const std::string& path) {
-    const std::size_t separator = path.rfind(kSeparator);
-    if (separator == std::string::npos) return ".";
-    return separator == 0 ? std::string(1, kSeparator) : path.substr(0, separator);
-}
-
 // The file that a link stands for, so that replacing the content does not replace the link.
 std::string WithLinkFollowed(const std::string& path) {
     struct stat status {};
@@ -76,7 +71,7 @@ std::string WithLinkFollowed(const std::string& path) {
 // leaves it behind.
 Descriptor MakeFileBeside(const std::string& path, std::string& madePath) {
     static std::atomic<unsigned> counter{0};
-    const std::string head = Join(FolderOf(path), ".kalmora-" + std::to_string(getpid()) + "-");
+    const std::string head = Join(FolderOfPath(path), ".kalmora-" + std::to_string(getpid()) + "-");
     constexpr int kAttempts = 1000;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         madePath = head + std::to_string(counter.fetch_add(1)) + ".cidx";
@@ -87,8 +82,8 @@ Descriptor MakeFileBeside(const std::string& path, std::string& madePath) {
 }
 
 void FlushFolder(const std::string& folder) {
-    const Descriptor open_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (open_) fsync(open_.Get());  // not every file system can; the file itself is safe already
+    const Descriptor handle(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (handle) fsync(handle.Get());  // not every file system can; the file itself is safe already
 }
 
 }  // namespace
@@ -167,7 +162,7 @@ FileResult WriteWholeFile(const std::string& path, std::string_view content) {
         unlink(temporary.c_str());
         return ResultOfError(errorNumber);
     }
-    FlushFolder(FolderOf(target));
+    FlushFolder(FolderOfPath(target));
     return FileResult::Done;
 }
 

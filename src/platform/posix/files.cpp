@@ -16,6 +16,7 @@
 #include <system_error>
 
 #include "platform/posix/file_errors.h"
+#include "platform/posix/path_names.h"
 #include "platform/posix/unix_time.h"
 
 namespace kalmora::files {
@@ -189,9 +190,7 @@ bool SetTimes(const std::string& path, FileTime accessed, FileTime written) {
 bool SetHidden(const std::string&) { return true; }
 
 bool IsHidden(const std::string& path) {
-    const std::size_t separator = path.rfind(kSeparator);
-    const std::string_view name =
-        std::string_view(path).substr(separator == std::string::npos ? 0 : separator + 1);
+    const std::string name = NameOfPath(path);
     return LooksHidden(name) && name != "." && name != "..";
 }
 

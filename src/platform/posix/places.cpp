@@ -8,7 +8,7 @@
 #include <cstdlib>
 
 #include "platform/files.h"
-#include "platform/text.h"
+#include "platform/posix/path_names.h"
 
 namespace kalmora::files {
 
@@ -52,12 +52,7 @@ std::string ExecutablePath() {
     return path;
 }
 
-std::string ExecutableFolder() {
-    const std::string path = ExecutablePath();
-    const std::size_t separator = path.rfind(kSeparator);
-    if (separator == std::string::npos) return ".";
-    return separator == 0 ? std::string(1, kSeparator) : path.substr(0, separator);
-}
+std::string ExecutableFolder() { return FolderOfPath(ExecutablePath()); }
 
 std::string UserDataFolder() {
     // The rules of the desktop say that a relative path there counts as none.
