@@ -84,6 +84,9 @@ public:
     virtual bool IsVisible() const = 0;   // any thread
     virtual Rect NormalFrame() const = 0;  // the outer rectangle when neither minimised nor maximised
     virtual void SetFrame(const Rect& outer) = 0;
+    // Between the screen and the window's drawing area. Any thread.
+    virtual Point ToClient(Point screen) const = 0;
+    virtual Point ToScreen(Point client) const = 0;
     virtual void Invalidate() = 0;        // a Paint event follows, once; any thread
     virtual void Close() = 0;             // Destroy follows, then the window is gone
     virtual void StartTimer(int id, int periodMs) = 0;  // again restarts it
