@@ -1,6 +1,7 @@
 // The two date values of the program, the same on every platform so that TIME= and DATE= lines agree.
 #pragma once
 
+#include <compare>
 #include <cstdint>
 
 namespace kalmora {
