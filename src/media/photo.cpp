@@ -1,0 +1,230 @@
+#include "media/photo.h"
+
+#include <algorithm>
+
+#include "app/app_state.h"
+#include "media/date_text.h"
+#include "platform/files.h"
+#include "platform/image.h"
+#include "platform/text.h"
+#include "store/extension_table.h"
+#include "store/file_helpers.h"
+
+namespace kalmora {
+
+std::function<std::string(const std::string& moviePath)> OnMovieFrame;
+
+std::string MovieFrame(const std::string& moviePath) {
+    return OnMovieFrame ? OnMovieFrame(moviePath) : std::string();
+}
+
+namespace {
+
+constexpr std::int32_t kTextWidth = 1024, kTextHeight = 768;
+constexpr std::size_t kLongestExtension = 8;  // bytes of code page 932
+
+std::string ExtensionOf(std::string_view path) {
+    constexpr std::string_view kEndsSearch = "/ :\\,()~=?#!\"'$%&";
+    for (std::size_t at = path.size(); at-- > 0;) {
+        if (kEndsSearch.find(path[at]) != std::string_view::npos) return {};
+        if (path[at] != '.') continue;
+        std::string extension(path.substr(at + 1));
+        if (text::Cp932Length(extension) > kLongestExtension) return {};
+        for (char& c : extension)
+            if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+        return extension;
+    }
+    return {};
+}
+
+// The next line as a buffer of 255 characters takes it: with its line feed, or cut; a cut line goes on in the
+// next.
+std::string_view TakeLine(std::string_view& rest) {
+    constexpr std::size_t kLongestLine = 255;
+    const std::size_t feed = rest.find('\n');
+    const std::size_t length =
+        std::min({feed == std::string_view::npos ? rest.size() : feed + 1, kLongestLine, rest.size()});
+    const std::string_view line = rest.substr(0, length);
+    rest.remove_prefix(length);
+    return line;
+}
+
+}  // namespace
+
+CPhoto::CPhoto(const std::string& filePath) {
+    if (!files::IsAbsolute(filePath)) return;
+    path = filePath;
+    kind = static_cast<std::int32_t>(ClassifyFile(path));
+    extension = ExtensionOf(path);
+    if (kind == kKindText) {
+        imageWidth = kTextWidth;
+        imageHeight = kTextHeight;
+    }
+}
+
+CPhoto::CPhoto(const std::string& filePath, int x, int y, Measure measure) : CPhoto(filePath) {
+    layoutX = x;
+    layoutY = y;
+    if (measure == Measure::Now && !path.empty()) MeasureImage();
+}
+
+bool CPhoto::HitTest(int x, int y) const {
+    if (visible == 0) return false;
+    return Rect{drawnX, drawnY, displayWidth, displayHeight}.ContainsInclusive({x, y});
+}
+
+int CPhoto::Move(int fromX, int fromY, int toX, int toY) {
+    layoutX += toX - fromX;
+    layoutY += toY - fromY;
+    return toX - fromX;
+}
+
+CPhoto::FileFacts& CPhoto::Facts() {
+    if (!facts_) facts_ = std::make_unique<FileFacts>();
+    return *facts_;
+}
+
+const PhotoMetadata& CPhoto::Metadata() {
+    FileFacts& facts = Facts();
+    if (!facts.exif) ReadPhotoMetadata(path, facts.exif.emplace());
+    return *facts.exif;
+}
+
+const PngTextFile* CPhoto::PngTexts() {
+    if (extension != "png") return nullptr;
+    FileFacts& facts = Facts();
+    if (!facts.pngAsked) {
+        facts.pngAsked = true;
+        if (!facts.png.emplace().Parse(path)) facts.png.reset();
+    }
+    return facts.png ? &*facts.png : nullptr;
+}
+
+void CPhoto::ForgetFile() {
+    facts_.reset();
+    commentRead = estimationsRead = false;
+    comment.reset();
+    if (kind != kKindText) imageWidth = imageHeight = -1;
+}
+
+bool CPhoto::ReadNoteDate(SystemTime& out) const {
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    std::array<std::uint8_t, 520> buffer;  // two lines and a mark
+    files::InputFile file;
+    if (!file.Open(path)) return false;
+    const std::size_t length = file.ReadAt(0, buffer);
+    std::string_view rest(reinterpret_cast<const char*>(buffer.data()), length);
+    if (rest.starts_with(kByteOrderMark)) rest.remove_prefix(kByteOrderMark.size());
+    std::string_view line = TakeLine(rest);
+    if (text::StartsWithNoCase(line, "[Schedule]") || text::StartsWithNoCase(line, "[Diary]"))
+        line = TakeLine(rest);
+    return ParseNoteDate(line, out);
+}
+
+bool CPhoto::GetDate(SystemTime& out) {
+    date = {};
+    if (!(kind == kKindText ? ReadNoteDate(date) : ReadShotDate(date))) {
+        const auto fileDate = GetFileDate(path);
+        date = fileDate.value_or(SystemTime{});
+        out = date;
+        return fileDate.has_value();
+    }
+    out = date;
+    return true;
+}
+
+bool CPhoto::ReadShotDate(SystemTime& out) {
+    if (const PngTextFile* png = PngTexts()) {
+        const std::string* stamp = png->GetText(kPngCreationTime);
+        return stamp && ParseStampDate(*stamp, out);
+    }
+    return ShotDateOf(Metadata(), out);
+}
+
+const std::string* CPhoto::GetComment() {
+    constexpr std::size_t kShortestPath = 5;
+    if (!commentRead) {
+        commentRead = true;
+        comment.reset();
+        if (path.size() >= kShortestPath) {
+            if (const PngTextFile* png = PngTexts()) {
+                if (const std::string* stored = png->GetText(kPngComment))
+                    comment = text::FromCp932(*stored, text::Escapes::Resolve);
+            } else {
+                ReadXpComment();
+            }
+        }
+    }
+    return comment ? &*comment : nullptr;
+}
+
+void CPhoto::ReadXpComment() {
+    commentRead = true;
+    comment = Metadata().xpComment;
+}
+
+std::optional<std::string> CPhoto::ReadUserComment() {
+    if (const PngTextFile* png = PngTexts()) {
+        const std::string* stored = png->GetText(kPngProperty);
+        return stored ? std::optional(*stored) : std::nullopt;
+    }
+    return UserCommentText(Metadata());
+}
+
+std::optional<std::string> CPhoto::ReadMake() { return Metadata().make; }
+
+void CPhoto::ReadExifValues() {
+    const CameraValues& values = Metadata().camera;
+    face = values.face;
+    mode = values.mode;
+    iso = values.iso;
+    shutter = values.shutter;
+    brightness = values.brightness;
+    flash = values.flash;
+    exposureBias = values.exposureBias;
+    exposureTime = values.exposureTime;
+    exposureProgram = values.exposureProgram;
+    aperture = values.aperture;
+}
+
+std::int32_t CPhoto::GetEstimate(int type) {
+    if (!estimationsRead) {
+        estimationsRead = true;
+        const auto stored = ReadUserComment();
+        const Estimations values = stored ? ParseEstimations(*stored) : Estimations{};
+        like = values.like;
+        good = values.good;
+        privacy = values.privacy;
+    }
+    switch (static_cast<EstimateType>(type)) {
+        case EstimateType::Like:
+            return like;
+        case EstimateType::Public:
+            return privacy;
+        case EstimateType::Good:
+            return good;
+        default:
+            return 0;
+    }
+}
+
+bool CPhoto::IsVisibleUnderEstimate() {
+    const AppState& state = State();
+    const bool hidden = (state.GoodMode == 1 && GetEstimate(static_cast<int>(EstimateType::Good)) < 0) ||
+                        (state.PublicMode == 1 && GetEstimate(static_cast<int>(EstimateType::Public)) < 0);
+    if (hidden) visible = 0;
+    return !hidden;
+}
+
+bool CPhoto::SkipIfSmall() {
+    const AppState& state = State();
+    if (!state.SkipSmallImage) return true;
+    if (imageWidth < 0 || imageHeight < 0) MeasureImage();
+    // Only an image has a size that tells something; what could not be measured at all is left as it is.
+    if (kind != kKindImage) return true;
+    if (imageWidth >= state.SizeOfSmallImage || imageHeight >= state.SizeOfSmallImage) return true;
+    visible = 0;
+    return false;
+}
+
+}  // namespace kalmora

@@ -1,0 +1,80 @@
+// Everything that a photo says about itself, by one look at its file.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/geometry.h"
+#include "base/system_time.h"
+#include "media/byte_window.h"
+
+namespace kalmora {
+
+// Camera values as search and index work with them: first words, so a rational stands for its numerator alone
+// and cameras with other denominators give other numbers. 0 where the photo has no such tag.
+struct CameraValues {
+    std::int32_t iso = 0;
+    std::int32_t shutter = 0;
+    std::int32_t brightness = 0;
+    std::int32_t flash = 0;
+    std::int32_t exposureBias = 0;
+    std::int32_t exposureTime = 0;
+    std::int32_t exposureProgram = 0;
+    std::int32_t aperture = 0;
+    std::int32_t mode = 0;  // picture mode of the maker note
+    std::int32_t face = 0;  // 1 when the maker note tells of a face
+    friend bool operator==(const CameraValues&, const CameraValues&) = default;
+};
+
+// A date as it stands in the file.
+struct DateItem {
+    std::uint16_t type = 0;     // 0: absent
+    std::uint32_t length = 0;   // of the stored value in bytes
+    std::array<char, 48> text;  // its beginning, zero-ended
+    bool IsPresent() const { return type != 0; }
+    std::string_view Text() const { return IsPresent() ? std::string_view(text.data()) : std::string_view(); }
+};
+
+struct PhotoMetadata {
+    // How many properties the file's Exif block has (exif_reader.h tells which count). Past kMostProperties
+    // the file is taken to be broken and gives no camera values; its dates and texts are read all the same.
+    int propertyCount = 0;
+    CameraValues camera;
+    DateItem dateTime;
+    DateItem dateTimeOriginal;
+    std::optional<std::string> xpComment;  // UTF-8
+    std::uint16_t userCommentType = 0;     // 0: absent
+    std::string userComment;               // bytes as stored, with their character code if they have one
+    std::optional<std::string> make;       // UTF-8
+    int orientation = 1;                   // 1 to 8
+    std::uint64_t thumbnailOffset = 0;     // of the embedded JPEG in the file
+    std::uint32_t thumbnailLength = 0;     // 0: none
+    Size storedSize;                       // pixels, before any turn; only when it was asked for
+};
+
+inline constexpr int kMostProperties = 200;
+
+enum class StoredSize { Skip, Read };
+
+// Fills `metadata` anew. False when the file cannot be opened or is neither JPEG nor TIFF; everything is then
+// at its start value. A JPEG costs one read of 4 KiB, and one more for each thing that lies further; asking
+// for the stored size may cost one more. Any thread.
+bool ReadPhotoMetadata(const std::string& path, PhotoMetadata& metadata, StoredSize size = StoredSize::Skip);
+// The same for bytes that are seen already. `name` is for the log.
+bool ReadPhotoMetadata(ByteWindow& file, const std::string& name, PhotoMetadata& metadata,
+                       StoredSize size = StoredSize::Skip);
+
+// The shooting date: DateTime, or DateTimeOriginal where the photo has no DateTime at all. (The other way
+// round would be the first thing to try; but the program writes its dates into both, and DateTime is what it
+// edits.) False when there is none, when it is no text of at least 10 bytes, or when it says nothing but
+// zeros.
+bool ShotDateOf(const PhotoMetadata& metadata, SystemTime& date);
+
+// The text of UserComment, which holds the estimations: the bytes as they stand behind the character code,
+// whatever that says, zero bytes included. Empty optional when the photo has none.
+std::optional<std::string> UserCommentText(const PhotoMetadata& metadata);
+
+}  // namespace kalmora

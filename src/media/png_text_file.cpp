@@ -1,0 +1,61 @@
+#include "media/png_text_file.h"
+
+#include <algorithm>
+#include <array>
+
+#include "base/byte_reader.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr std::array<std::uint8_t, 8> kSignature{137, 'P', 'N', 'G', 13, 10, 26, 10};
+constexpr int kMostChunks = 100'000;
+constexpr std::uint64_t kMostTextBytes = 16u << 20;
+constexpr std::uint64_t kChecksumLength = 4;
+
+}  // namespace
+
+bool PngTextFile::Parse(const std::string& path) {
+    path_ = path;
+    ByteWindow file;
+    if (file.Open(path)) return Parse(file);
+    texts_.clear();
+    return false;
+}
+
+bool PngTextFile::Parse(ByteWindow& file) {
+    texts_.clear();
+    const auto signature = file.At(0, kSignature.size());
+    if (!std::equal(signature.begin(), signature.end(), kSignature.begin(), kSignature.end())) return false;
+    std::uint64_t position = kSignature.size(), textBytes = 0;
+    for (int chunk = 0; chunk < kMostChunks; ++chunk) {
+        if (position == file.Size()) return true;
+        const ByteReader head(file.At(position, 8), ByteOrder::Big);
+        const auto length = head.U32(0);
+        if (!length) return false;
+        // A text behind the picture's data is not seen.
+        if (head.StartsWith(4, "IDAT") || head.StartsWith(4, "IEND")) return true;
+        position += 8;
+        if (!file.Has(position, *length + kChecksumLength)) return false;
+        if (head.StartsWith(4, "tEXt")) {
+            textBytes += *length;
+            const auto data = file.Copy(position, *length, kMostTextBytes);
+            if (!data || textBytes > kMostTextBytes) return false;
+            const std::size_t end = std::min(data->find('\0'), data->size());
+            std::string keyword = data->substr(0, std::min(end, kLongestKeyword));
+            texts_.insert_or_assign(std::move(keyword),
+                                    end < data->size() ? data->substr(end + 1) : std::string());
+        }
+        position += *length + kChecksumLength;
+    }
+    return false;
+}
+
+const std::string* PngTextFile::GetText(std::string_view keyword) const {
+    if (keyword.empty()) return nullptr;
+    const auto found = texts_.find(keyword);
+    return found == texts_.end() ? nullptr : &found->second;
+}
+
+}  // namespace kalmora
