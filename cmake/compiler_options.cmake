@@ -15,3 +15,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND KALMORA_SANITIZE)
     target_compile_options(kalmora_options INTERFACE -Wno-maybe-uninitialized -Wno-stringop-overflow
         -Wno-array-bounds)
 endif()
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    # A record that names its first fields and leaves the rest to their defaults is meant.
+    target_compile_options(kalmora_options INTERFACE -Wno-missing-field-initializers)
+endif()
