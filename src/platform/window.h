@@ -31,7 +31,7 @@ enum class EventType {
     RightDoubleClick,
     Wheel,
     Key,          // a key press that no accelerator took
-    Character,    // text of a key press or an input method
+    Character,    // text of a key press or an input method; empty when an input method begins to compose
     Command,      // an accelerator or SendCommand: `command`
     Timer,        // `timer`
     Drop,         // files dropped: `paths`, at `point`
@@ -39,7 +39,7 @@ enum class EventType {
 
 struct Event {
     EventType type;
-    Point point;           // client coordinates
+    Point point = {};      // client coordinates
     bool ctrl = false;
     bool shift = false;
     bool alt = false;
@@ -48,8 +48,8 @@ struct Event {
     int key = 0;              // Key: one of the codes of keys.h
     int command = 0;
     int timer = 0;
-    std::string text;                 // Character
-    std::vector<std::string> paths;   // Drop
+    std::string text = {};                 // Character
+    std::vector<std::string> paths = {};   // Drop
 };
 
 class Window;
@@ -87,7 +87,8 @@ public:
     // Between the screen and the window's drawing area. Any thread.
     virtual Point ToClient(Point screen) const = 0;
     virtual Point ToScreen(Point client) const = 0;
-    virtual void Invalidate() = 0;        // a Paint event follows, once; any thread
+    // A Paint event follows, once; for a hidden window as soon as it is shown. Any thread.
+    virtual void Invalidate() = 0;
     virtual void Close() = 0;             // Destroy follows, then the window is gone
     virtual void StartTimer(int id, int periodMs) = 0;  // again restarts it
     virtual void StopTimer(int id) = 0;
@@ -114,6 +115,13 @@ public:
     virtual void ProcessEvents(int milliseconds) = 0;
 };
 Application* TheApplication();
+
+// Looks at a key press (a Key event) in whichever of the program's windows has the focus, before that window
+// does, and answers with the command that it stands for or 0. Not asked while a modal question or a menu is open.
+using AcceleratorHook = std::function<int(const Event&)>;
+// A command goes to `target` at once, as a Command event; where that answers false, the key goes on to the window
+// that has the focus. An empty hook or a null target ends it, as does the end of the target. GUI thread.
+void SetAccelerators(Window* target, AcceleratorHook hook);
 
 Point CursorPosition();  // on the screen; GUI thread or any other
 bool IsLeftButtonDown();

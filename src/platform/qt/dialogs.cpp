@@ -1,0 +1,49 @@
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QLocale>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "platform/qt/values.h"
+#include "platform/qt/window_qt.h"
+#include "platform/window.h"
+
+namespace kalmora {
+
+namespace {
+
+// On a display that nobody sees a question would wait for ever.
+bool CanAsk() { return qGuiApp != nullptr && QGuiApplication::platformName() != QLatin1String("offscreen"); }
+
+}  // namespace
+
+MessageAnswer ShowMessage(Window* owner, const std::string& title, const std::string& message,
+                          MessageButtons buttons) {
+    const bool isQuestion = buttons == MessageButtons::YesNo;
+    if (!CanAsk()) return isQuestion ? MessageAnswer::No : MessageAnswer::Ok;
+    QMessageBox box(qt::WidgetOf(owner));
+    box.setWindowTitle(qt::ToDisplayText(title));
+    box.setTextFormat(Qt::PlainText);  // a file name may look like mark-up
+    box.setText(qt::ToDisplayText(message));
+    box.setIcon(isQuestion ? QMessageBox::Question : QMessageBox::NoIcon);
+    box.setStandardButtons(isQuestion ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
+    if (isQuestion && QLocale::system().language() == QLocale::Japanese) {
+        // The toolkit's own translations are a package that need not be there.
+        box.button(QMessageBox::Yes)->setText(QStringLiteral("はい(&Y)"));
+        box.button(QMessageBox::No)->setText(QStringLiteral("いいえ(&N)"));
+    }
+    if (isQuestion) box.setEscapeButton(QMessageBox::No);
+    const int answer = box.exec();
+    if (!isQuestion) return MessageAnswer::Ok;
+    return answer == QMessageBox::Yes ? MessageAnswer::Yes : MessageAnswer::No;
+}
+
+std::optional<std::string> ChooseFolder(Window* owner, const std::string& title, const std::string& start) {
+    if (!CanAsk()) return std::nullopt;
+    const QString chosen = QFileDialog::getExistingDirectory(qt::WidgetOf(owner), qt::ToDisplayText(title),
+                                                             qt::ToQt(start), QFileDialog::ShowDirsOnly);
+    if (chosen.isEmpty()) return std::nullopt;
+    return qt::FromQt(chosen);
+}
+
+}  // namespace kalmora

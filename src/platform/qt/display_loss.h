@@ -1,0 +1,23 @@
+// The toolkit's messages, and what it does when the X server goes away: it says so and ends the process on
+// the spot. Here the message loop ends instead, so that the program can save what it has.
+#pragma once
+
+namespace kalmora::qt {
+
+// Thrown out of the toolkit's message loop, on the GUI thread, while a DisplayLossScope stands; nowhere else.
+// The toolkit allows this for ending a program: no loop may be run afterwards.
+struct DisplayLost {};
+
+class DisplayLossScope {
+public:
+    DisplayLossScope();
+    ~DisplayLossScope();
+    DisplayLossScope(const DisplayLossScope&) = delete;
+    DisplayLossScope& operator=(const DisplayLossScope&) = delete;
+};
+
+// From now on the toolkit's messages go to the log, and a message that comes with a broken connection to the
+// display throws DisplayLost. Before the toolkit stands.
+void WatchMessages();
+
+}  // namespace kalmora::qt

@@ -1,0 +1,24 @@
+// Which fonts stand for the faces that the settings name, and how large they are.
+#pragma once
+
+#include <QFont>
+#include <QString>
+
+#include "platform/canvas.h"
+
+namespace kalmora::qt {
+
+// A font that is ready to be drawn with. Made for the thread that asks; cheap to make again.
+struct DrawnFont {
+    QFont font;
+    double ascent = 0;  // from the top of the line to the base line, logical pixels
+    int lineHeight = 1;
+};
+
+// The font for a wanted face and line height. Any thread, once the Application exists.
+DrawnFont ResolveFont(const Font& wanted);
+
+// One line as it is drawn: line ends and tabs become spaces, other control characters go.
+QString SingleLine(QString text);
+
+}  // namespace kalmora::qt

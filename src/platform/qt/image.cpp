@@ -1,0 +1,96 @@
+#include "platform/image.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <optional>
+
+#include "platform/files.h"
+#include "platform/qt/decode_limits.h"
+#include "platform/qt/encode.h"
+#include "platform/qt/image_cache.h"
+#include "platform/qt/picture_decoder.h"
+#include "platform/qt/pixels.h"
+#include "platform/qt/prefetch.h"
+
+namespace kalmora::images {
+
+namespace {
+
+std::atomic<PreviewReader> previewReader = nullptr;
+
+// Never destroyed: threads that load pictures may outlive main.
+qt::ImageCache& Cache() {
+    static auto* cache = new qt::ImageCache;
+    return *cache;
+}
+
+// A decode that still runs when the program ends would do so among the remains of the toolkit: it is told to
+// give up, and waited for as long as a user does not notice.
+constexpr int kPatienceAtEndMs = 500;
+
+qt::Prefetcher& Prefetcher() {
+    static auto* prefetcher = [] {
+        auto* made =
+            new qt::Prefetcher([](const qt::ImageWish& wish) { Load(wish.path, wish.wanted, wish.preview); });
+        std::atexit([] {
+            qt::DecodingEnds().store(true);
+            Prefetcher().End(kPatienceAtEndMs);
+        });
+        return made;
+    }();
+    return *prefetcher;
+}
+
+std::optional<qt::ImageKey> KeyOf(const std::string& path, Size wanted, Preview preview) {
+    const std::optional<files::FileStatus> status = files::GetStatus(path);
+    if (!status || !status->isRegular) return std::nullopt;
+    if (wanted.IsEmpty()) wanted = Size{};
+    return qt::ImageKey{qt::FileVersion{path, status->written, status->size}, wanted.width, wanted.height,
+                        preview};
+}
+
+}  // namespace
+
+Size Measure(const std::string& path) { return qt::MeasurePicture(path, previewReader.load()); }
+
+Image Load(const std::string& path, Size wanted, Preview preview) {
+    const std::optional<qt::ImageKey> key = KeyOf(path, wanted, preview);
+    if (!key) return Image();
+    return Cache().Get(*key, [&] {
+        qt::DecodedPicture decoded = qt::DecodePictureFile(path, wanted, preview, previewReader.load());
+        return qt::ImageCache::Decoded{decoded.image, decoded.outcome != qt::DecodeOutcome::Unreadable};
+    });
+}
+
+Image LoadCached(const std::string& path, Size wanted, bool nearest, Preview preview) {
+    const std::optional<qt::ImageKey> key = KeyOf(path, wanted, preview);
+    if (!key) return Image();
+    const Image exact = Cache().Find(*key).value_or(Image());
+    return exact.IsEmpty() && nearest ? Cache().FindNearest(key->file, wanted) : exact;
+}
+
+void Prefetch(const std::string& path, Size wanted, Preview preview) {
+    Prefetcher().Add(qt::ImageWish{path, wanted, preview});
+}
+
+void CancelPrefetch() { Prefetcher().Cancel(); }
+
+void WaitForPrefetch() { Prefetcher().Wait(); }
+
+CacheStatistics GetCacheStatistics() { return Cache().Statistics(); }
+
+void SetCacheLimit(std::size_t bytes) { Cache().SetLimit(bytes); }
+
+void ClearCache() { Cache().Clear(); }
+
+void SetPreviewReader(PreviewReader reader) { previewReader.store(reader); }
+
+bool SavePng(const Image& image, const std::string& path) {
+    return !image.IsEmpty() && qt::WritePng(image.Get()->Get(), path);
+}
+
+bool SaveJpeg(const Image& image, const std::string& path, int quality) {
+    return !image.IsEmpty() && qt::WriteJpeg(image.Get()->Get(), path, quality);
+}
+
+}  // namespace kalmora::images

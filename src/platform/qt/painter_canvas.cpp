@@ -1,0 +1,166 @@
+#include "platform/qt/painter_canvas.h"
+
+#include <QLineF>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/qt/fonts.h"
+#include "platform/qt/pixels.h"
+#include "platform/qt/text_block.h"
+#include "platform/qt/values.h"
+
+namespace kalmora::qt {
+
+namespace {
+
+// In device pixels; what would be larger is not drawn as large as that anyhow.
+constexpr double kFarthest = 1e6;
+
+// The part of a line that lies inside the box; false when none does. The painter's own arithmetic does not
+// stand coordinates far outside of what it paints on.
+bool ClipLine(QPointF& from, QPointF& to, const QRectF& box) {
+    double enter = 0, leave = 1;
+    const QPointF way = to - from;
+    const auto cut = [&](double along, double room) {
+        if (along == 0) return room >= 0;
+        const double at = room / along;
+        if (along < 0) {
+            enter = std::max(enter, at);
+        } else {
+            leave = std::min(leave, at);
+        }
+        return enter <= leave;
+    };
+    if (!cut(-way.x(), from.x() - box.left()) || !cut(way.x(), box.right() - from.x()) ||
+        !cut(-way.y(), from.y() - box.top()) || !cut(way.y(), box.bottom() - from.y()))
+        return false;
+    const QPointF start = from;
+    from = start + way * enter;
+    to = start + way * leave;
+    return true;
+}
+
+}  // namespace
+
+QRectF PainterCanvas::Touch(const QRectF& area) {
+    const QRectF seen = area.intersected(Bounds());
+    if (!seen.isEmpty()) touched_ = touched_.united(seen);
+    return seen;
+}
+
+void PainterCanvas::Fill(const QRectF& area, Color color) {
+    const QRectF seen = Touch(area);
+    if (!seen.isEmpty()) painter_.fillRect(seen, ToQt(color));
+}
+
+void PainterCanvas::FillRect(const Rect& area, Color color) {
+    if (!area.IsEmpty()) Fill(ToQt(area), color);
+}
+
+void PainterCanvas::Rectangle(const Rect& area, Color fill, Color frame) {
+    if (area.IsEmpty()) return;
+    const QRectF outer = ToQt(area);
+    Fill(outer.adjusted(1, 1, -1, -1), fill);
+    Fill(QRectF(outer.left(), outer.top(), outer.width(), 1), frame);
+    if (outer.height() <= 1) return;
+    Fill(QRectF(outer.left(), outer.bottom() - 1, outer.width(), 1), frame);
+    if (outer.height() <= 2) return;
+    const QRectF side(outer.left(), outer.top() + 1, 1, outer.height() - 2);
+    Fill(side, frame);
+    if (outer.width() > 1) Fill(side.translated(outer.width() - 1, 0), frame);
+}
+
+void PainterCanvas::Line(Point from, Point to, Color color) {
+    const QPointF a(from.x, from.y), b(to.x, to.y);
+    if (from.x == to.x || from.y == to.y) {
+        // Straight lines as thin rectangles: sharp at every scale.
+        Fill(QRectF(QPointF(std::min(a.x(), b.x()), std::min(a.y(), b.y())),
+                    QPointF(std::max(a.x(), b.x()) + 1, std::max(a.y(), b.y()) + 1)),
+             color);
+        return;
+    }
+    QPointF start = a + QPointF(0.5, 0.5), end = b + QPointF(0.5, 0.5);
+    if (!ClipLine(start, end, Bounds().adjusted(-2, -2, 2, 2))) return;
+    Touch(QRectF(start, end).normalized().adjusted(-1, -1, 1, 1));
+    QPen pen(ToQt(color), 1.0, Qt::SolidLine, Qt::SquareCap);
+    painter_.setPen(pen);
+    painter_.drawLine(QLineF(start, end));
+}
+
+void PainterCanvas::Text(Point at, std::string_view utf8, const Font& font, Color color) {
+    const QString line = SingleLine(ToDisplayText(utf8));
+    // What begins right of or below the surface cannot be seen; what begins far left of it neither.
+    if (line.isEmpty() || at.x >= size_.width || at.y >= size_.height || at.x < -32000 || at.y < -32000)
+        return;
+    const DrawnFont drawn = ResolveFont(font);
+    // Letters may lean out of the line on both sides; a whole line's height is more than any of them does.
+    const double lean = drawn.lineHeight;
+    const double width = QFontMetricsF(drawn.font).horizontalAdvance(line);
+    if (Touch(QRectF(at.x - lean, at.y - lean / 2, width + 2 * lean, drawn.lineHeight + lean)).isEmpty())
+        return;
+    painter_.setFont(drawn.font);
+    painter_.setPen(ToQt(color));
+    painter_.drawText(QPointF(at.x, at.y + drawn.ascent), line);
+}
+
+void PainterCanvas::TextBlock(const Rect& area, std::string_view utf8, const Font& font, Color color) {
+    if (area.IsEmpty()) return;
+    const QRectF seen = ToQt(area).intersected(Bounds());
+    if (seen.isEmpty() || area.x < -32000 || area.y < -32000) return;
+    Touch(seen);
+    const DrawnFont drawn = ResolveFont(font);
+    const int maxLines = std::max(1, area.height / drawn.lineHeight);
+    const std::vector<QString> lines =
+        BreakIntoLines(ToDisplayText(utf8), drawn.font, std::min(area.width, 32767), maxLines);
+    painter_.save();
+    painter_.setClipRect(seen);
+    painter_.setFont(drawn.font);
+    painter_.setPen(ToQt(color));
+    double top = area.y;
+    for (const QString& line : lines) {
+        if (top >= seen.bottom()) break;
+        if (top + drawn.lineHeight > seen.top()) painter_.drawText(QPointF(area.x, top + drawn.ascent), line);
+        top += drawn.lineHeight;
+    }
+    painter_.restore();
+}
+
+void PainterCanvas::DrawImage(const Rect& area, const Image& image) {
+    if (area.IsEmpty() || image.IsEmpty()) return;
+    const QImage& pixels = image.Get()->Get();
+    const QRectF target = ToQt(area);
+    const QRectF seen = Touch(target);
+    if (seen.isEmpty()) return;
+
+    // Smooth painting looks at four neighbours only, so a picture to be reduced is averaged first; it then
+    // goes pixel for pixel.
+    const Size device{static_cast<int>(std::lround(std::min(target.width() * scale_, kFarthest))),
+                      static_cast<int>(std::lround(std::min(target.height() * scale_, kFarthest)))};
+    QImage reduced;
+    const bool isReduced = device.width < pixels.width() || device.height < pixels.height();
+    if (isReduced)
+        reduced = Reduced(
+            pixels, Size{std::min(device.width, pixels.width()), std::min(device.height, pixels.height())});
+    const QImage& source = isReduced ? reduced : pixels;
+
+    const double acrossX = source.width() / target.width(), acrossY = source.height() / target.height();
+    const QRectF part((seen.left() - target.left()) * acrossX, (seen.top() - target.top()) * acrossY,
+                      seen.width() * acrossX, seen.height() * acrossY);
+    painter_.setRenderHint(QPainter::SmoothPixmapTransform,
+                           source.width() != device.width || source.height() != device.height);
+    painter_.drawImage(seen, source, part);
+}
+
+void PainterCanvas::Blit(const Rect& area, const Surface& surface, Point from) {
+    if (area.IsEmpty()) return;
+    const Size size = surface.GetSize();
+    const QPointF shift(double{1} * area.x - from.x, double{1} * area.y - from.y);
+    const QRectF seen = Touch(ToQt(area).intersected(QRectF(shift, QSizeF(size.width, size.height))));
+    if (seen.isEmpty()) return;
+    const double scale = surface.Scale();
+    const QRectF part((seen.topLeft() - shift) * scale, seen.size() * scale);
+    painter_.setRenderHint(QPainter::SmoothPixmapTransform, scale != scale_);
+    painter_.drawImage(seen, PixelsOf(surface), part);
+}
+
+}  // namespace kalmora::qt

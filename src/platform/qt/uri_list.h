@@ -1,0 +1,17 @@
+// Lists of files as programs hand them to each other (text/uri-list, RFC 2483).
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kalmora::qt {
+
+// The local files of the list, in its order, as paths; names keep their bytes, whatever their encoding.
+// Comments, other schemes, other machines' files and what is no address are left out.
+std::vector<std::string> LocalPaths(std::string_view uriList);
+
+// The address of a local file: "file://" and the path, with what has a meaning in addresses written as %HH.
+std::string FileUri(std::string_view path);
+
+}  // namespace kalmora::qt

@@ -1,0 +1,194 @@
+#include "platform/qt/window_widget.h"
+
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QWheelEvent>
+#include <cmath>
+
+#include "platform/qt/gui_queue.h"
+#include "platform/qt/key_codes.h"
+#include "platform/qt/uri_list.h"
+#include "platform/qt/values.h"
+
+namespace kalmora::qt {
+
+namespace {
+
+constexpr int kWheelStep = 120;
+constexpr char kUriList[] = "text/uri-list";
+
+Point ToPoint(const QPointF& at) {
+    return Point{static_cast<int>(std::floor(at.x())), static_cast<int>(std::floor(at.y()))};
+}
+
+void NoteModifiers(Event& event, Qt::KeyboardModifiers modifiers) {
+    event.ctrl = modifiers.testFlag(Qt::ControlModifier);
+    event.shift = modifiers.testFlag(Qt::ShiftModifier);
+    event.alt = modifiers.testFlag(Qt::AltModifier);
+}
+
+Event PointerEvent(EventType type, const QSinglePointEvent& from) {
+    Event event{type};
+    event.point = ToPoint(from.position());
+    NoteModifiers(event, from.modifiers());
+    event.leftButton = from.buttons().testFlag(Qt::LeftButton);
+    return event;
+}
+
+std::vector<std::string> DroppedPaths(const QMimeData* offered) {
+    if (offered == nullptr || !offered->hasFormat(kUriList)) return {};
+    const QByteArray list = offered->data(kUriList);
+    return LocalPaths(std::string_view(list.constData(), static_cast<std::size_t>(list.size())));
+}
+
+}  // namespace
+
+Event KeyEventOf(const QKeyEvent& press) {
+    Event event{EventType::Key};
+    event.key = KeyCodeOf(press);
+    NoteModifiers(event, press.modifiers());
+    return event;
+}
+
+WindowWidget::WindowWidget(std::shared_ptr<QtWindow::Link> link) : link_(std::move(link)) {
+    // Every pixel comes from the back buffer; the toolkit shall not clear anything first.
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_NoSystemBackground);
+    setAttribute(Qt::WA_InputMethodEnabled);
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+bool WindowWidget::Send(const Event& event) {
+    return link_->window != nullptr && link_->window->Deliver(event);
+}
+
+bool WindowWidget::event(QEvent* event) {
+    // Tab would move the focus between widgets; here it is a key like the others.
+    if (event->type() == QEvent::KeyPress) {
+        keyPressEvent(static_cast<QKeyEvent*>(event));
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+void WindowWidget::paintEvent(QPaintEvent* event) {
+    if (link_->window != nullptr) link_->window->OnPaint(event->rect());
+}
+
+void WindowWidget::resizeEvent(QResizeEvent*) {
+    if (link_->window != nullptr) link_->window->OnResized();
+}
+
+void WindowWidget::moveEvent(QMoveEvent*) {
+    if (link_->window != nullptr) link_->window->OnMoved();
+}
+
+void WindowWidget::showEvent(QShowEvent*) {
+    if (link_->window != nullptr) link_->window->OnShown();
+}
+
+void WindowWidget::hideEvent(QHideEvent* event) {
+    // A spontaneous one tells of a minimised window, which is not hidden to the program.
+    if (link_->window != nullptr && !event->spontaneous()) link_->window->OnHidden();
+}
+
+void WindowWidget::closeEvent(QCloseEvent* event) {
+    if (link_->window == nullptr || link_->window->RequestClose()) {
+        event->accept();
+    } else {
+        event->ignore();
+    }
+}
+
+void WindowWidget::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::WindowStateChange && isMinimized() && link_->window != nullptr)
+        link_->window->OnMinimized();
+    QWidget::changeEvent(event);
+}
+
+void WindowWidget::timerEvent(QTimerEvent* event) {
+    if (link_->window != nullptr) link_->window->OnTimer(event->timerId());
+}
+
+void WindowWidget::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) Send(PointerEvent(EventType::LeftDown, *event));
+    if (event->button() == Qt::RightButton) Send(PointerEvent(EventType::RightDown, *event));
+}
+
+void WindowWidget::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) Send(PointerEvent(EventType::LeftUp, *event));
+    if (event->button() == Qt::RightButton) Send(PointerEvent(EventType::RightUp, *event));
+}
+
+void WindowWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) Send(PointerEvent(EventType::LeftDoubleClick, *event));
+    if (event->button() == Qt::RightButton) Send(PointerEvent(EventType::RightDoubleClick, *event));
+}
+
+void WindowWidget::mouseMoveEvent(QMouseEvent* event) { Send(PointerEvent(EventType::MouseMove, *event)); }
+
+void WindowWidget::wheelEvent(QWheelEvent* event) {
+    // Fine wheels and touch pads tell parts of a step.
+    wheelRest_ += event->angleDelta().y();
+    const int steps = wheelRest_ / kWheelStep;
+    wheelRest_ %= kWheelStep;
+    event->accept();
+    if (steps == 0) return;
+    Event wheel = PointerEvent(EventType::Wheel, *event);
+    wheel.wheel = steps;
+    Send(wheel);
+}
+
+void WindowWidget::keyPressEvent(QKeyEvent* event) {
+    event->accept();
+    Event key = KeyEventOf(*event);
+    if (Send(key)) return;
+    if (event->text().isEmpty()) return;
+    key.type = EventType::Character;
+    key.text = FromQt(event->text());
+    Send(key);
+}
+
+void WindowWidget::inputMethodEvent(QInputMethodEvent* event) {
+    event->accept();
+    const bool begins = !event->preeditString().isEmpty() && !isComposing_;
+    isComposing_ = !event->preeditString().isEmpty();
+    if (event->commitString().isEmpty() && !begins) return;
+    Event character{EventType::Character};
+    character.text = FromQt(event->commitString());
+    Send(character);
+}
+
+QVariant WindowWidget::inputMethodQuery(Qt::InputMethodQuery query) const {
+    if (query == Qt::ImEnabled) return true;
+    return QWidget::inputMethodQuery(query);
+}
+
+void WindowWidget::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasFormat(kUriList)) event->acceptProposedAction();
+}
+
+void WindowWidget::dropEvent(QDropEvent* event) {
+    Event drop = Event{EventType::Drop};
+    drop.paths = DroppedPaths(event->mimeData());
+    drop.point = ToPoint(event->position());
+    NoteModifiers(drop, event->modifiers());
+    if (drop.paths.empty()) {
+        event->ignore();
+        return;
+    }
+    event->acceptProposedAction();
+    // Later, so that the program which gave the files need not wait while they are imported.
+    GuiQueue::Instance().Post([link = link_, drop] {
+        if (link->window != nullptr) link->window->Deliver(drop);
+    });
+}
+
+}  // namespace kalmora::qt
