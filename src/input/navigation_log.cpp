@@ -27,16 +27,15 @@ constexpr std::size_t kConvertLimit = 16u << 20;
 // Keeps the lines of two threads apart, and a line away from a file that is being turned into UTF-8.
 std::mutex logFileMutex;
 
-std::string Format(const std::string& format, va_list arguments) {
+[[gnu::format(printf, 1, 0)]] std::string Format(const char* format, va_list arguments) {
     va_list again;
     va_copy(again, arguments);
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wformat-nonliteral"  // the caller's format is checked at the call
-    const int length = std::vsnprintf(nullptr, 0, format.c_str(), arguments);
+    const int length = std::vsnprintf(nullptr, 0, format, arguments);
     std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
-    if (length > 0) std::vsnprintf(text.data(), text.size() + 1, format.c_str(), again);
-#pragma GCC diagnostic pop
+    if (length > 0) std::vsnprintf(text.data(), text.size() + 1, format, again);
     va_end(again);
+    // Only a line feed of the format is dropped; one that came in with a file's name stays.
+    if (std::string_view(format).ends_with('\n') && !text.empty()) text.pop_back();
     return text::CutAtCharacter(text, kTextLimit);
 }
 
@@ -79,11 +78,9 @@ files::FileResult AppendLine(const std::string& path, const std::string& line) {
 bool NavigationLog(const char* format, ...) {
     if (!State().OutputNavigationLog) return false;
     if (!format) return true;
-    std::string wanted = format;
-    if (wanted.ends_with('\n')) wanted.pop_back();
     va_list arguments;
     va_start(arguments, format);
-    const std::string text = Format(wanted, arguments);
+    const std::string text = Format(format, arguments);
     va_end(arguments);
 
     std::lock_guard lock(logFileMutex);

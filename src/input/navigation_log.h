@@ -15,9 +15,6 @@ namespace kalmora {
 //
 // False when the log is off or the folder cannot be had. True otherwise, also without a format and when the
 // file could not be written: nobody waits for the log. Any thread; writes to the disk before it returns.
-#if defined(__GNUC__)
-__attribute__((format(printf, 1, 2)))
-#endif
-bool NavigationLog(const char* format, ...);
+[[gnu::format(printf, 1, 2)]] bool NavigationLog(const char* format, ...);
 
 }  // namespace kalmora

@@ -92,6 +92,11 @@ TEST_F(NavigationLogTest, LineFeedAtTheEndOfTheFormatIsDropped) {
     EXPECT_EQ(Log(), "[2008/11/13 09:05:07]\t(Play)\ta.mp3\n[2008/11/13 09:05:07]\t\n");
 }
 
+TEST_F(NavigationLogTest, LineFeedOfANameStays) {
+    NavigationLog("(Play)\t%s", "a\n");
+    EXPECT_EQ(Log(), "[2008/11/13 09:05:07]\t(Play)\ta\n\n");
+}
+
 TEST_F(NavigationLogTest, TextIsInCodePage932) {
     NavigationLog("(Play)\t%s", "曲.mp3");
     EXPECT_EQ(Log(), "[2008/11/13 09:05:07]\t(Play)\t\x8B\xC8.mp3\n");
