@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/posix/code_page.h"
 #include "platform/text.h"
 
 namespace kalmora::text {
@@ -96,8 +97,8 @@ std::string Fold(std::string_view utf8) {
         if (change.first != 0) {
             AppendUtf8(out, change.first);
             if (change.second != 0) AppendUtf8(out, change.second);
-        } else if (length == 1 || (point.value >= 0x3000 && point.value < 0xA000)) {
-            out.append(utf8, at, length);  // a raw byte, or kana and kanji, which have no case
+        } else if (length == 1 || CodeOf(point.value) != 0) {
+            out.append(utf8, at, length);  // a raw byte, or a character that the table leaves as it is
         } else {
             AppendUtf8(out, LowerCase(point.value));
         }

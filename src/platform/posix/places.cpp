@@ -6,6 +6,8 @@
 
 #include <array>
 #include <cstdlib>
+#include <filesystem>
+#include <system_error>
 
 #include "platform/files.h"
 #include "platform/posix/path_names.h"
@@ -53,6 +55,12 @@ std::string ExecutablePath() {
 }
 
 std::string ExecutableFolder() { return FolderOfPath(ExecutablePath()); }
+
+std::string CurrentFolder() {
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::current_path(error);
+    return error ? std::string() : folder.string();
+}
 
 std::string UserDataFolder() {
     // The rules of the desktop say that a relative path there counts as none.

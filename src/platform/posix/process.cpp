@@ -94,7 +94,7 @@ bool EndsWithin(pid_t child, int timeoutMs) {
     const Clock::time_point end = Clock::now() + std::chrono::milliseconds(timeoutMs);
     const Descriptor handle(static_cast<int>(syscall(SYS_pidfd_open, child, 0u)));
     for (;;) {
-        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now()).count();
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now()).count();
         const int wait = static_cast<int>(std::max<long long>(left, 0));
         if (handle) {
             pollfd watched{handle.Get(), POLLIN, 0};
