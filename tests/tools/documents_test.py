@@ -1,0 +1,63 @@
+"""Holds the documents to what they tell of: settings keys, files of the project, anchors."""
+
+import os
+import re
+import unittest
+
+PROJECT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+
+
+def read(*path):
+    with open(os.path.join(PROJECT, *path), encoding="utf-8") as file:
+        return file.read()
+
+
+def documents():
+    yield "README.md"
+    for name in sorted(os.listdir(os.path.join(PROJECT, "docs"))):
+        if name.endswith(".md"):
+            yield "docs/" + name
+
+
+def anchors(text):
+    """The anchors of a page, made of its headings as the usual viewers make them."""
+    for heading in re.findall(r"^#+ +(.*)$", text, re.MULTILINE):
+        yield re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-")
+
+
+class Documents(unittest.TestCase):
+    def test_the_guide_has_a_row_for_each_settings_key(self):
+        table = read("src", "store", "settings_keys.cpp")
+        written = set(re.findall(r'^    \{"(?:\[\w+\])?", "([^"]+)", ', table, re.MULTILINE))
+        read_keys = set(re.findall(r'^    \{"([^="]+)=\d?", ', table, re.MULTILINE))
+        self.assertGreater(len(written), 100)
+        self.assertGreater(len(read_keys), 100)
+        chapter = read("docs", "users-guide.md").split("\n## Settings\n")[1].split("\n## ")[0]
+        told = re.findall(r"^\| `([^`]+)` \|", chapter, re.MULTILINE)
+        self.assertEqual(len(told), len(set(told)), "a key has two rows")
+        # Spellings that differ between the reader and the writer are one key.
+        plain = lambda keys: {key.lower().replace("%%", "%") for key in keys}
+        self.assertEqual(plain(told), plain(written) | plain(read_keys))
+
+    def test_links_lead_somewhere(self):
+        for document in documents():
+            text = read(document)
+            for link in re.findall(r"\]\(([^)\s]+)\)", text):
+                if link.startswith(("http:", "https:")):
+                    continue
+                with self.subTest(document=document, link=link):
+                    path, _, anchor = link.partition("#")
+                    target = os.path.normpath(os.path.join(os.path.dirname(document), path)) if path else document
+                    self.assertTrue(os.path.exists(os.path.join(PROJECT, target)))
+                    if anchor:
+                        self.assertIn(anchor, set(anchors(read(target))))
+
+    def test_lines_fit_a_page(self):
+        for document in documents():
+            for number, line in enumerate(read(document).splitlines(), 1):
+                with self.subTest(document=document, line=number):
+                    self.assertLessEqual(len(line), 120)
+
+
+if __name__ == "__main__":
+    unittest.main()
