@@ -105,7 +105,7 @@ std::optional<CalendarDate> ParsePathDate(std::string_view path) {
 
 std::string MainRoot() {
     std::lock_guard lock(rootMutex);
-    return State().DataDirectory;
+    return State().RunDataDirectory.empty() ? State().DataDirectory : State().RunDataDirectory;
 }
 
 void SetMainRoot(const std::string& root) {
@@ -121,7 +121,7 @@ std::string OtherRoot() {
 
 std::string CurrentDataRoot() {
     AppState& state = State();
-    if (!state.AllowMultiDataDirectory) return MainRoot();
+    if (!state.AllowMultiDataDirectory || !state.RunDataDirectory.empty()) return MainRoot();
 
     std::vector<std::string> listed;
     {
@@ -135,7 +135,10 @@ std::string CurrentDataRoot() {
     const bool made = !files::IsFolder(fallback) && MakeDirectories(fallback);
     std::lock_guard lock(rootMutex);
     state.DataDirectory = fallback;
-    if (made) state.DataDirectories.push_back(fallback);
+    auto& folders = state.DataDirectories;
+    // Another thread may have come to the same end at the same time.
+    if (made && std::find(folders.begin(), folders.end(), fallback) == folders.end())
+        folders.push_back(fallback);
     return fallback;
 }
 

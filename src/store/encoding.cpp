@@ -89,6 +89,14 @@ std::size_t ScoreIso2022Jp(std::string_view bytes) {
     return score;
 }
 
+// Of a long text the last line does not count: whoever reads only the beginning of a file has cut it, perhaps
+// in the middle of a character, and that odd byte could decide.
+std::string_view WithoutCutEnd(std::string_view bytes) {
+    constexpr std::size_t kLong = 4096;
+    const std::size_t end = bytes.rfind('\n');
+    return bytes.size() < kLong || end == std::string_view::npos ? bytes : bytes.substr(0, end);
+}
+
 std::span<const std::uint8_t> AsBytes(std::string_view bytes) {
     return {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()};
 }
@@ -100,6 +108,7 @@ int DetectEncoding(std::string_view bytes) {
     if (bytes.starts_with(kUtf16BeMark)) return kEncodingUtf16Be;
     if (bytes.starts_with(kUtf8Mark)) return kEncodingUtf8;
 
+    bytes = WithoutCutEnd(bytes);
     // In the order in which ties are decided. EUC-JP before UTF-8 means that a lone accented letter of UTF-8
     // is read as a kanji: meant, and held by DetectEncoding.TieFallsToTheEarlierTest.
     const struct {

@@ -18,7 +18,8 @@ enum TextEncoding : int {
 
 // A byte-order mark decides. Without one, each decoder scores what it can read of the bytes that are not
 // plain ASCII text; the highest score above 0 wins, ties go to EUC-JP, then UTF-8, then ISO-2022-JP, then
-// code page 932. A text cut in the middle of a character is judged like the whole one.
+// code page 932. A long text (4 KB) may be cut in the middle
+// of a character.
 int DetectEncoding(std::string_view bytes);
 
 // The bytes as UTF-8, read in the encoding that DetectEncoding finds, without a byte-order mark. Bytes that

@@ -122,12 +122,19 @@ void LoadExtensionTable(const std::string& path) {
         files::WriteWholeFile(path, text::ToCp932(defaults));
         content = files::ReadWholeFile(path, kMaxTableBytes);
     }
-    Lists loaded = content ? Parse(*content) : Lists{};
+    if (content)
+        ReadExtensionTableText(*content);
+    else
+        ClearExtensionTable();
+}
+
+void ReadExtensionTableText(std::string_view bytes) {
+    Lists loaded = Parse(bytes);
     std::unique_lock lock(tableMutex);
     table.swap(loaded);
 }
 
-bool SaveExtensionTable(const std::string& path) {
+std::string MakeExtensionTableText() {
     std::string content(kHeading);
     {
         std::shared_lock lock(tableMutex);
@@ -141,8 +148,11 @@ bool SaveExtensionTable(const std::string& path) {
             }
         }
     }
-    return files::WriteWholeFile(path, text::ToCp932(content, text::Escapes::Resolve)) ==
-           files::FileResult::Done;
+    return text::ToCp932(content, text::Escapes::Resolve);
+}
+
+bool SaveExtensionTable(const std::string& path) {
+    return files::WriteWholeFile(path, MakeExtensionTableText()) == files::FileResult::Done;
 }
 
 void ClearExtensionTable() {

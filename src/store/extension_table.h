@@ -27,6 +27,9 @@ enum class ObjectKind : int {
 void LoadExtensionTable(const std::string& path);
 // Writes the table in memory, with a heading that explains it. False when the file cannot be written.
 bool SaveExtensionTable(const std::string& path);
+// The same on bytes.
+void ReadExtensionTableText(std::string_view bytes);
+std::string MakeExtensionTableText();
 // Empties the table.
 void ClearExtensionTable();
 

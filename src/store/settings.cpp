@@ -327,10 +327,13 @@ bool LoadSettings(const std::string& path) {
         MakeDirectories(state.DataDirectory);
         return false;
     }
-    std::string_view rest = *content;
-    while (!rest.empty()) ReadLine(NextLine(rest));
+    ReadSettingsText(*content);
     RepairSettings();
     return true;
+}
+
+void ReadSettingsText(std::string_view bytes) {
+    while (!bytes.empty()) ReadLine(NextLine(bytes));
 }
 
 void RepairSettings() {
@@ -350,7 +353,7 @@ void RepairSettings() {
     if (state.DayEndTimeForScrap >= 48) state.DayEndTimeForScrap -= 24;
 }
 
-bool SaveSettings(const std::string& path) {
+std::string MakeSettingsText() {
     std::string content;
     for (const WriterRow& row : settings::WriterRows()) {
         if (!row.section.empty()) {
@@ -360,7 +363,11 @@ bool SaveSettings(const std::string& path) {
         }
         WriteRow(content, row);
     }
-    return files::WriteWholeFile(path, content) == files::FileResult::Done;
+    return content;
+}
+
+bool SaveSettings(const std::string& path) {
+    return files::WriteWholeFile(path, MakeSettingsText()) == files::FileResult::Done;
 }
 
 }  // namespace kalmora

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace kalmora {
 
@@ -26,5 +27,10 @@ void RepairSettings();
 // Replaces the file; false leaves the old one as it was. The settings that only the user writes by hand
 // (ShellExecute, TwitterURL and the like) are not written, and so are lost from the file.
 bool SaveSettings(const std::string& path);
+
+// The same on bytes: what a file of this content says, onto State() as it stands, without defaults and
+// repairs; and the content that SaveSettings writes.
+void ReadSettingsText(std::string_view bytes);
+std::string MakeSettingsText();
 
 }  // namespace kalmora
