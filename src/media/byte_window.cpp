@@ -1,16 +1,16 @@
 #include "media/byte_window.h"
 
-#include <algorithm>
-
 namespace kalmora {
 
 bool ByteWindow::Open(const std::string& path) {
     inMemory_ = false;
     size_.reset();
+    seenEnd_ = expectedEnd_ = 0;
     headLength_ = farLength_ = 0;
     if (!file_.Open(path)) return false;
     headLength_ = file_.ReadAt(0, head_);
-    if (headLength_ > 0 && headLength_ < kStretch) size_ = headLength_;
+    seenEnd_ = headLength_;
+    if (headLength_ > 0 && headLength_ < kHead) size_ = headLength_;
     return true;
 }
 
@@ -20,29 +20,49 @@ std::uint64_t ByteWindow::Size() {
     return *size_;
 }
 
-bool ByteWindow::Has(std::uint64_t offset, std::uint64_t length) {
-    if (!inMemory_ && offset <= headLength_ && length <= headLength_ - offset) return true;
-    const std::uint64_t size = Size();
-    return offset <= size && length <= size - offset;
+std::span<const std::uint8_t> ByteWindow::AtFar(std::uint64_t offset, std::size_t length) {
+    if (length > kStretch || (size_ && offset > *size_)) return {};
+    if (inMemory_)
+        return Has(offset, length) ? memory_.subspan(static_cast<std::size_t>(offset), length)
+                                   : std::span<const std::uint8_t>{};
+    if (!IsInFar(offset, length)) ReadFar(offset, length);
+    if (!IsInFar(offset, length)) return {};
+    return {far_.data() + (offset - farOffset_), length};
 }
 
-std::span<const std::uint8_t> ByteWindow::AtFar(std::uint64_t offset, std::size_t length) {
-    if (length > kStretch || !Has(offset, length)) return {};
-    if (inMemory_) return memory_.subspan(static_cast<std::size_t>(offset), length);
-    if (farLength_ == 0 || offset < farOffset_ || offset - farOffset_ > farLength_ ||
-        length > farLength_ - (offset - farOffset_)) {
-        farOffset_ = offset;
-        farLength_ = file_.ReadAt(offset, far_);
+void ByteWindow::ReadFar(std::uint64_t offset, std::size_t length) {
+    std::uint64_t begin = offset;
+    std::size_t count = std::max(length, kHead);
+    if (offset < expectedEnd_) {
+        // From the end of the head on where that reaches far enough: what lies between is asked for next, and
+        // so is what lies across that end.
+        constexpr std::uint64_t kHeadEnd = kHead - 64;
+        if (offset >= kHeadEnd && offset + length <= kHeadEnd + kStretch) begin = kHeadEnd;
+        count = std::max<std::size_t>(
+            offset - begin + length,
+            static_cast<std::size_t>(std::min<std::uint64_t>(kStretch, expectedEnd_ - begin)));
     }
-    // The file may have been cut since its size was asked for.
-    const std::size_t skip = static_cast<std::size_t>(offset - farOffset_);
-    if (skip > farLength_ || length > farLength_ - skip) return {};
-    return {far_.data() + skip, length};
+    farOffset_ = begin;
+    farLength_ = file_.ReadAt(begin, {far_.data(), count});
+    seenEnd_ = std::max(seenEnd_, farOffset_ + farLength_);
+}
+
+std::span<const std::uint8_t> ByteWindow::Some(std::uint64_t offset, std::size_t length) {
+    if (length == 0) return {};
+    if (inMemory_) {
+        if (offset >= memory_.size()) return {};
+        return memory_.subspan(static_cast<std::size_t>(offset))
+            .first(std::min(length, memory_.size() - offset));
+    }
+    if (offset < headLength_) return At(offset, std::min<std::size_t>(length, headLength_ - offset));
+    if (AtFar(offset, 1).empty()) return {};
+    return {far_.data() + (offset - farOffset_),
+            std::min<std::size_t>(length, farOffset_ + farLength_ - offset)};
 }
 
 std::optional<std::string> ByteWindow::Copy(std::uint64_t offset, std::uint64_t length, std::uint64_t limit) {
     if (length > limit || !Has(offset, length)) return std::nullopt;
-    if (length <= kStretch) {
+    if (length <= kHead) {
         const auto bytes = At(offset, static_cast<std::size_t>(length));
         if (bytes.size() != length) return std::nullopt;
         return std::string(bytes.begin(), bytes.end());

@@ -2,9 +2,11 @@
 // read.
 //
 // Metadata stand in the first few hundred bytes of nearly every photo, so one read serves most questions, and
-// a far value costs one read more. No heap: a window lives on the stack of the one who asks. One thread.
+// what lies further costs one read more. No heap: a window lives on the stack of the one who asks. One
+// thread.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -18,7 +20,8 @@ namespace kalmora {
 
 class ByteWindow {
 public:
-    static constexpr std::size_t kStretch = 4096;  // the longest that At can hand out, and the size of a read
+    static constexpr std::size_t kHead = 4096;      // the first read, and any that nothing is known about
+    static constexpr std::size_t kStretch = 16384;  // the longest read, and the longest that At hands out
 
     ByteWindow() {}  // the arrays are filled by reading, never cleared
     // Bytes that stand in memory already; they outlive the window.
@@ -26,8 +29,12 @@ public:
     ByteWindow(const ByteWindow&) = delete;
     ByteWindow& operator=(const ByteWindow&) = delete;
 
-    // Opens the file and reads its first stretch. False when it cannot be opened or is no regular file.
+    // Opens the file and reads its head. False when it cannot be opened or is no regular file.
     bool Open(const std::string& path);
+
+    // Tells that everything wanted soon lies before `end`: a read in front of it takes along what it can, one
+    // behind it stays short. Only a matter of speed.
+    void Expect(std::uint64_t end) { expectedEnd_ = end; }
 
     // `length` bytes from `offset` on; empty when they do not all lie in the file, or for more than kStretch
     // of them. Good until the next call.
@@ -36,23 +43,37 @@ public:
             return {head_.data() + offset, length};
         return AtFar(offset, length);
     }
+    // From `offset` on what is at hand, after at most one read: at least one byte and at most `length`; empty
+    // past the end of the file. For walks that need no fixed length. Good until the next call.
+    std::span<const std::uint8_t> Some(std::uint64_t offset, std::size_t length);
     // True when all those bytes lie in the file. Nothing is read.
-    bool Has(std::uint64_t offset, std::uint64_t length);
+    bool Has(std::uint64_t offset, std::uint64_t length) {
+        if (offset <= seenEnd_ && length <= seenEnd_ - offset) return true;
+        const std::uint64_t size = Size();
+        return offset <= size && length <= size - offset;
+    }
     // A copy of a longer stretch. Empty optional when it does not all lie in the file or is past `limit`.
     std::optional<std::string> Copy(std::uint64_t offset, std::uint64_t length, std::uint64_t limit);
     std::uint64_t Size();
 
 private:
     std::span<const std::uint8_t> AtFar(std::uint64_t offset, std::size_t length);
+    void ReadFar(std::uint64_t offset, std::size_t length);
+    bool IsInFar(std::uint64_t offset, std::size_t length) const {
+        return offset >= farOffset_ && offset - farOffset_ <= farLength_ &&
+               length <= farLength_ - (offset - farOffset_);
+    }
 
     files::InputFile file_;
     std::span<const std::uint8_t> memory_;
     bool inMemory_ = false;
     std::optional<std::uint64_t> size_;
+    std::uint64_t seenEnd_ = 0;      // so many bytes the file has at least
+    std::uint64_t expectedEnd_ = 0;  // 0: nothing is expected
     std::size_t headLength_ = 0;
     std::uint64_t farOffset_ = 0;
     std::size_t farLength_ = 0;
-    std::array<std::uint8_t, kStretch> head_;
+    std::array<std::uint8_t, kHead> head_;
     std::array<std::uint8_t, kStretch> far_;
 };
 

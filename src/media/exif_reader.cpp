@@ -63,14 +63,21 @@ class BlockScan {
 public:
     BlockScan(ByteWindow& file, Block& block) : file_(file), block_(block) {}
 
-    void Run(std::uint32_t mainOffset) {
+    // How many bytes of the block its entries reach over.
+    std::uint64_t Run(std::uint32_t mainOffset) {
         const std::uint32_t next = ReadDirectory(mainOffset, Directory::Main);
         // The Exif directory may name the other two, so it comes first.
         for (const Directory which : {Directory::Exif, Directory::Gps, Directory::Interoperability})
             if (pointers_[static_cast<std::size_t>(which)] != 0)
                 ReadDirectory(pointers_[static_cast<std::size_t>(which)], which);
-        if (next != 0) ReadDirectory(next, Directory::Thumbnail);
+        if (next != 0) {
+            // The last that is asked for is this directory or a value in front of it, such as the maker note.
+            constexpr std::uint64_t kUsualLength = 256;
+            file_.Expect(block_.start + std::max(end_, std::min(block_.length, next + kUsualLength)));
+            ReadDirectory(next, Directory::Thumbnail);
+        }
         SettleThumbnail();
+        return end_;
     }
 
 private:
@@ -97,7 +104,7 @@ private:
         if ((which == Directory::Main || which == Directory::Exif) && TakePointer(tag, type, entry)) return;
         const std::uint64_t value = length <= 4 ? position + 8 : *entry.U32(8);
         if (length > block_.length - std::min(value, block_.length)) return;
-        if (!file_.Has(block_.start + value, length)) return;
+        end_ = std::max(end_, value + length);
         ++block_.propertyCount;
         if (which == Directory::Thumbnail) {
             if (tag == kThumbnailOffset) thumbnailOffset_ = Number(entry, type);
@@ -137,8 +144,8 @@ private:
     }
 
     void SettleThumbnail() {
+        // That it lies in the file is looked at when it is taken: asking now would cost every photo a call.
         if (thumbnailOffset_ == 0 || thumbnailLength_ == 0) return;
-        if (!file_.Has(block_.start + thumbnailOffset_, thumbnailLength_)) return;
         block_.thumbnailOffset = block_.start + thumbnailOffset_;
         block_.thumbnailLength = thumbnailLength_;
         ++block_.propertyCount;
@@ -156,6 +163,7 @@ private:
     std::array<bool, kWantedTags> fromHome_{};
     std::uint32_t thumbnailOffset_ = 0;  // from the start of the block
     std::uint32_t thumbnailLength_ = 0;
+    std::uint64_t end_ = 0;
 };
 
 // Reads the block whose TIFF header stands at `start`. False when there is none or it has no entry.
@@ -164,13 +172,16 @@ bool ReadBlockAt(ByteWindow& file, std::uint64_t start, std::uint64_t length, Bl
     if (header.size() < 8 || length < 8) return false;
     const bool little = header[0] == 'I' && header[1] == 'I';
     if (!little && !(header[0] == 'M' && header[1] == 'M')) return false;
-    block = Block{};
-    block.start = start;
-    block.length = length;
-    block.order = little ? ByteOrder::Little : ByteOrder::Big;
-    const ByteReader reader(header, block.order);
+    const ByteOrder order = little ? ByteOrder::Little : ByteOrder::Big;
+    const ByteReader reader(header, order);
     if (*reader.U16(2) != 42) return false;
-    BlockScan(file, block).Run(*reader.U32(4));
+    const std::uint32_t mainOffset = *reader.U32(4);
+    block = Block{start, length, order};
+    if (const std::uint64_t end = BlockScan(file, block).Run(mainOffset); !file.Has(start, end)) {
+        // The file is cut inside the block. Once more, with what there really is.
+        block = Block{start, std::min(length, file.Size() - std::min(start, file.Size())), order};
+        BlockScan(file, block).Run(mainOffset);
+    }
     return block.propertyCount > 0;
 }
 

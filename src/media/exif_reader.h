@@ -52,9 +52,10 @@ struct Block {
     // The entries of the main, Exif, GPS, interoperability and thumbnail directories whose value lies in the
     // block, and one for the thumbnail itself. The pointers between directories do not count.
     int propertyCount = 0;
-    std::uint64_t thumbnailOffset = 0;  // of the embedded JPEG in the file
+    // The embedded JPEG in the file; it may pass the end of a file that was cut.
+    std::uint64_t thumbnailOffset = 0;
     std::uint32_t thumbnailLength = 0;  // 0: there is none
-    std::array<Item, kWantedTags> items;
+    std::array<Item, kWantedTags> items{};
 
     const Item& Find(Tag tag) const;
 };

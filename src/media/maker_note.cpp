@@ -17,20 +17,24 @@ MakerNoteValues WalkMakerNote(ByteWindow& file, std::uint64_t offset, std::uint3
     MakerNoteValues values;
     if (length <= kFirstEntry + kEntryLength) return values;
     int zeroTags = 0;
-    // The first entry is read in any case; a later one only when it ends before the note's last byte. That
-    // leaves out an entry that ends just at the end, which is meant.
     std::uint32_t position = kFirstEntry;
-    do {
-        const ByteReader entry(file.At(offset + position, kEntryLength), ByteOrder::Little);
-        const auto tag = entry.U16(0);
-        const auto value = entry.U32(8);
-        if (!tag || !value) break;
-        if (*tag == 0 && ++zeroTags == 2) break;
-        if (*tag == kPictureMode) values.mode = static_cast<std::int32_t>(*value);
-        if (*tag == kFacesDetected) values.face = 1;  // the tag tells it, whatever its value
-        position += kEntryLength;
-    } while (position + kEntryLength < length);
-    return values;
+    for (;;) {
+        // As many entries at a time as are at hand; one that is not at hand whole is fetched by itself.
+        auto bytes = file.Some(offset + position, length - position);
+        if (bytes.size() < kEntryLength) bytes = file.At(offset + position, kEntryLength);
+        if (bytes.empty()) return values;
+        const ByteReader entries(bytes, ByteOrder::Little);
+        for (std::size_t at = 0; entries.Has(at, kEntryLength); at += kEntryLength) {
+            const std::uint16_t tag = *entries.U16(at);
+            if (tag == 0 && ++zeroTags == 2) return values;
+            if (tag == kPictureMode) values.mode = static_cast<std::int32_t>(*entries.U32(at + 8));
+            if (tag == kFacesDetected) values.face = 1;  // the tag tells it, whatever its value
+            position += kEntryLength;
+            // The first entry is read in any case, a later one only when it ends before the note's last byte.
+            // That leaves out an entry that ends just at the end, which is meant.
+            if (position + kEntryLength >= length) return values;
+        }
+    }
 }
 
 }  // namespace kalmora

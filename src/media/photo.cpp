@@ -123,14 +123,24 @@ bool CPhoto::ReadNoteDate(SystemTime& out) const {
 
 bool CPhoto::GetDate(SystemTime& out) {
     date = {};
-    if (!(kind == kKindText ? ReadNoteDate(date) : ReadShotDate(date))) {
+    if (kind == kKindText ? ReadNoteDate(date) : ReadShotDate(date)) {
+        dateFrom = kind == kKindText ? DateSource::Text : PngTexts() ? DateSource::Png : DateSource::Exif;
+    } else {
         const auto fileDate = GetFileDate(path);
+        dateFrom = fileDate ? DateSource::File : DateSource::None;
         date = fileDate.value_or(SystemTime{});
-        out = date;
-        return fileDate.has_value();
     }
     out = date;
-    return true;
+    return dateFrom != DateSource::None;
+}
+
+Size CPhoto::ImageSize() {
+    if (kind != kKindImage) return {imageWidth, imageHeight};
+    if (!Facts().exif) ReadPhotoMetadata(path, Facts().exif.emplace(), StoredSize::Read);
+    const PhotoMetadata& metadata = Metadata();
+    if (metadata.storedSize.IsEmpty()) return images::Measure(path);
+    const bool turned = metadata.orientation >= 5;
+    return turned ? Size{metadata.storedSize.height, metadata.storedSize.width} : metadata.storedSize;
 }
 
 bool CPhoto::ReadShotDate(SystemTime& out) {

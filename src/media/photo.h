@@ -22,6 +22,9 @@ extern std::function<std::string(const std::string& moviePath)> OnMovieFrame;
 // Asks the hook.
 std::string MovieFrame(const std::string& moviePath);
 
+// Where GetDate found an object's date. Text: the head of a note; File: the file's times.
+enum class DateSource { None, Exif, Png, Text, File };
+
 // Cheap to make: only the kind and the extension are found at construction, from the path alone; all else is
 // read from the file when it is first asked for, with one look for everything, and kept. Sizes and positions
 // are logical pixels. One thread at a time.
@@ -49,8 +52,9 @@ public:
     // ---- what it is
     std::string path;  // empty when the path given was refused
     std::int32_t kind = kKindUnknown;
-    std::string extension;  // lower case, at most 8 bytes, empty when there is none
-    SystemTime date;        // filled by GetDate
+    std::string extension;                   // lower case, at most 8 bytes, empty when there is none
+    SystemTime date;                         // filled by GetDate
+    DateSource dateFrom = DateSource::None;  // filled by GetDate
 
     // ---- what the file says about itself
     bool commentRead = false;
@@ -81,6 +85,9 @@ public:
     // The date of the object: of a text its head or else its file, of anything else its shooting date or else
     // its file. Fills `date` too. False, and no date, when the file is gone.
     bool GetDate(SystemTime& out);
+    // The size of the upright picture from the file's head; of a text 1024 by 768. 0 by 0 for a picture that
+    // cannot be read, -1 by -1 for what has no size. Asked first, it costs no look of its own.
+    Size ImageSize();
     // The user's comment, or null. Stays the object's own.
     const std::string* GetComment();
     // Fills the camera values. All 0 for a file without them, and for one with more than 200 properties.

@@ -50,7 +50,7 @@ struct PhotoMetadata {
     std::string userComment;               // bytes as stored, with their character code if they have one
     std::optional<std::string> make;       // UTF-8
     int orientation = 1;                   // 1 to 8
-    std::uint64_t thumbnailOffset = 0;     // of the embedded JPEG in the file
+    std::uint64_t thumbnailOffset = 0;     // of the embedded JPEG in the file; it may be cut there
     std::uint32_t thumbnailLength = 0;     // 0: none
     Size storedSize;                       // pixels, before any turn; only when it was asked for
 };
