@@ -1,9 +1,9 @@
 #include "jpeg_writer.h"
 
-// clang-format off: jpeglib.h wants FILE to be known.
-#include <jpeglib.h>
-
+// jpeglib.h wants FILE to be known before it.
+// clang-format off
 #include <cstdio>
+#include <jpeglib.h>
 // clang-format on
 #include <cstdlib>
 
