@@ -7,7 +7,8 @@
 namespace kalmora {
 
 // A worker. It is never joined and never terminated: when the Thread object goes, a running body goes on by
-// itself. What the body touches must therefore outlive it or be owned by it.
+// itself (one that was never resumed is dropped). What the body touches must therefore outlive it or be owned by
+// it. Starting and moving belong to one thread at a time; the other members may be called from any.
 class Thread {
 public:
     // Above-normal 2, normal 0, lowest -2. The system may refuse a raise; it is then as if 0.
@@ -34,7 +35,7 @@ private:
 };
 
 // Calls back on a thread of its own, first after one full period; accurate to 100 ms. A call that lasts longer
-// than the period delays the next one; calls never overlap and never queue up.
+// than the period delays the next one; calls never overlap and never queue up. Any thread, the callback included.
 class PeriodicTimer {
 public:
     PeriodicTimer();
@@ -42,8 +43,9 @@ public:
     PeriodicTimer(const PeriodicTimer&) = delete;
     PeriodicTimer& operator=(const PeriodicTimer&) = delete;
 
+    // False when it runs already, when the period is below 1, or when the system has no more threads.
     bool Start(int periodMs, std::function<void()> tick);
-    void Stop();
+    void Stop();  // waits as the destructor does
     bool IsRunning() const;
 
 private:

@@ -5,8 +5,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <cstdint>
 #include <mutex>
 #include <string>
 #include <system_error>
@@ -133,84 +135,126 @@ bool Thread::WaitForEnd(int milliseconds) const {
                                     [this] { return !state_->running; });
 }
 
-struct PeriodicTimer::State {
+namespace {
+
+// The timer whose call runs on this thread; 0 outside of such calls. A timer is known by a number, since
+// another one may come to stand at its address.
+thread_local std::uint64_t timerInCall = 0;
+
+// One run of a timer, from Start to Stop. The timer's thread keeps it alive, whatever becomes of the timer.
+class TimerRun : public std::enable_shared_from_this<TimerRun> {
+public:
     using Clock = std::chrono::steady_clock;
 
-    mutable std::mutex mutex;
-    std::condition_variable changed;
-    bool stop = false;   // guarded by mutex
-    bool ended = false;  // guarded by mutex
-    std::thread::id id;  // guarded by mutex; of the timer's thread
-    // Set before the thread starts, then its own.
-    Clock::duration period{};
-    std::function<void()> tick;
-    std::shared_ptr<State> previous;  // a run that was stopped from inside its own call and may not be over
+    // previous: a run that was stopped from inside its own call and may not be over yet.
+    TimerRun(std::uint64_t timer, Clock::duration period, std::function<void()> tick,
+             std::shared_ptr<TimerRun> previous)
+        : timer_(timer), period_(period), tick_(std::move(tick)), previous_(std::move(previous)) {}
 
+    bool Start() {
+        try {
+            std::thread([run = shared_from_this()] { run->Run(); }).detach();
+        } catch (const std::system_error&) {
+            return false;
+        }
+        return true;
+    }
+
+    void Stop() {
+        std::unique_lock lock(mutex_);
+        stop_ = true;
+        changed_.notify_all();
+        if (timerInCall == timer_) return;  // waiting for itself, or for a run that waits for this call
+        changed_.wait(lock, [this] { return ended_; });
+    }
+
+    bool IsStopped() const {
+        std::lock_guard lock(mutex_);
+        return stop_;
+    }
+
+private:
     void WaitUntilEnded() {
-        std::unique_lock lock(mutex);
-        changed.wait(lock, [this] { return ended; });
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [this] { return ended_; });
     }
 
     void Run() {
         NameThisThread("timer");
-        if (previous) previous->WaitUntilEnded();
-        previous.reset();
-        std::unique_lock lock(mutex);
-        Clock::time_point next = Clock::now() + period;
-        while (!stop) {
-            if (changed.wait_until(lock, next, [this] { return stop; })) break;
+        if (previous_) previous_->WaitUntilEnded();
+        previous_.reset();
+        std::unique_lock lock(mutex_);
+        Clock::time_point next = Clock::now() + period_;
+        while (!stop_) {
+            if (changed_.wait_until(lock, next, [this] { return stop_; })) break;
             lock.unlock();
-            tick();
+            timerInCall = timer_;
+            tick_();
+            timerInCall = 0;
             lock.lock();
             // Stay on the grid; the beats that passed during a long call are left out.
-            next += period;
+            next += period_;
             const Clock::time_point now = Clock::now();
-            if (next < now) next += ((now - next) / period + 1) * period;
+            if (next < now) next += ((now - next) / period_ + 1) * period_;
         }
         lock.unlock();
-        tick = nullptr;
+        tick_ = nullptr;
         lock.lock();
-        ended = true;
-        changed.notify_all();
+        ended_ = true;
+        changed_.notify_all();
     }
+
+    mutable std::mutex mutex_;
+    std::condition_variable changed_;
+    bool stop_ = false;   // guarded by mutex_
+    bool ended_ = false;  // guarded by mutex_
+    const std::uint64_t timer_;
+    // Set before the thread starts, then its own.
+    const Clock::duration period_;
+    std::function<void()> tick_;
+    std::shared_ptr<TimerRun> previous_;
 };
 
-PeriodicTimer::PeriodicTimer() = default;
+}  // namespace
+
+struct PeriodicTimer::State {
+    static std::uint64_t NextNumber() {
+        static std::atomic<std::uint64_t> last{0};
+        return ++last;
+    }
+
+    const std::uint64_t number = NextNumber();
+    std::mutex mutex;
+    std::shared_ptr<TimerRun> run;  // guarded by mutex; the last one, stopped or not
+};
+
+PeriodicTimer::PeriodicTimer() : state_(std::make_shared<State>()) {}
 
 PeriodicTimer::~PeriodicTimer() { Stop(); }
 
 bool PeriodicTimer::Start(int periodMs, std::function<void()> tick) {
-    if (periodMs <= 0 || !tick || IsRunning()) return false;
-    auto state = std::make_shared<State>();
-    state->period = std::chrono::milliseconds(periodMs);
-    state->tick = std::move(tick);
-    state->previous = state_;
-    try {
-        // The thread's own number is known to Stop before the first call can be made.
-        std::lock_guard lock(state->mutex);
-        std::thread thread([state] { state->Run(); });
-        state->id = thread.get_id();
-        thread.detach();
-    } catch (const std::system_error&) {
-        return false;
-    }
-    state_ = std::move(state);
+    if (periodMs <= 0 || !tick) return false;
+    std::lock_guard lock(state_->mutex);
+    if (state_->run && !state_->run->IsStopped()) return false;
+    auto run = std::make_shared<TimerRun>(state_->number, std::chrono::milliseconds(periodMs),
+                                          std::move(tick), state_->run);
+    if (!run->Start()) return false;
+    state_->run = std::move(run);
     return true;
 }
 
 void PeriodicTimer::Stop() {
-    if (!state_) return;
-    std::unique_lock lock(state_->mutex);
-    state_->stop = true;
-    state_->changed.notify_all();
-    if (state_->id == std::this_thread::get_id()) return;
-    state_->changed.wait(lock, [this] { return state_->ended; });
+    std::shared_ptr<TimerRun> run;
+    {
+        std::lock_guard lock(state_->mutex);
+        run = state_->run;
+    }
+    if (run) run->Stop();
 }
 
 bool PeriodicTimer::IsRunning() const {
-    if (!state_) return false;
     std::lock_guard lock(state_->mutex);
-    return !state_->stop;
+    return state_->run && !state_->run->IsStopped();
 }
 
 int ProcessorCount() { return std::max(1, static_cast<int>(std::thread::hardware_concurrency())); }

@@ -306,6 +306,22 @@ TEST(PeriodicTimer, CanTakeAnotherPeriodInItsOwnCall) {
     EXPECT_TRUE(slow.Wait(2));
 }
 
+TEST(PeriodicTimer, CanBeStartedAndStoppedAgainInItsOwnCall) {
+    Signal done;
+    std::atomic<bool> wasCalled{false};
+    PeriodicTimer timer;
+    ASSERT_TRUE(timer.Start(1, [&] {
+        timer.Stop();
+        EXPECT_TRUE(timer.Start(1, [&] { wasCalled = true; }));
+        timer.Stop();
+        done.Give();
+    }));
+    ASSERT_TRUE(done.Wait());
+    timer.Stop();
+    EXPECT_FALSE(timer.IsRunning());
+    EXPECT_FALSE(wasCalled);
+}
+
 TEST(PeriodicTimer, RefusesAPeriodOfNothingAndASecondStart) {
     PeriodicTimer timer;
     EXPECT_FALSE(timer.Start(0, [] {}));
