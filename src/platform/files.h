@@ -109,6 +109,8 @@ private:
 // Where the program itself lies.
 std::string ExecutablePath();
 std::string ExecutableFolder();
+// The folder against which the system understands a relative path; empty when it has gone.
+std::string CurrentFolder();
 // $XDG_DATA_HOME/kalmora or its default; the place of settings when the program folder cannot be written.
 std::string UserDataFolder();
 bool IsFolderWritable(const std::string& folder);

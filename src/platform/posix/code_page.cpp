@@ -251,6 +251,10 @@ bool FitsCp932(std::string_view utf8) {
 std::size_t Cp932Length(std::string_view utf8) {
     std::size_t length = 0;
     for (std::size_t at = 0; at < utf8.size();) {
+        const std::size_t end = AsciiRun(utf8, at);
+        length += end - at;
+        at = end;
+        if (at >= utf8.size()) break;
         const CodePoint point = DecodeUtf8(utf8, at);
         const std::uint16_t code = point.length == 1 ? std::uint16_t{1} : CodeOf(point.value);
         length += code != 0 && code <= 0xFF ? 1 : 2;

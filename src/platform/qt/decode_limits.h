@@ -9,9 +9,9 @@
 
 namespace kalmora::qt {
 
-inline constexpr std::int64_t kMostDecodedPixels = std::int64_t{64} << 20;  // 256 MB
+inline constexpr std::int64_t kMostDecodedPixels = 64'000'000;  // 256 MB
 // Of formats that have to be read whole before they are reduced.
-inline constexpr std::int64_t kMostStoredPixels = std::int64_t{200} << 20;
+inline constexpr std::int64_t kMostStoredPixels = 200'000'000;
 // What a progressive JPEG keeps in memory until its last scan has been read.
 inline constexpr std::int64_t kMostCoefficientBytes = std::int64_t{512} << 20;
 inline constexpr int kMostScans = 100;

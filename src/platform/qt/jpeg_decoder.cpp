@@ -19,6 +19,8 @@ namespace {
 
 constexpr std::size_t kReadSize = 64 * 1024;
 constexpr int kLargestScale = 8;  // in eighths
+constexpr std::int64_t kAlwaysPlausiblePixels = std::int64_t{16} << 20;
+constexpr std::int64_t kMostPixelsOfAByte = 1024;
 constexpr QRgb kMissing = 0xFF808080;
 
 // One decode. The library reports an error by a jump out of its call, so every member function that calls it
@@ -149,18 +151,20 @@ bool JpegReader::ChooseScale(Size needed) {
     return true;
 }
 
-// A picture in several scans is held whole as coefficients; a short file that claims a huge picture would
-// take their memory for nothing. A block of one colour takes a bit a component at the least, so a file of
-// this length cannot hold more than this.
+// A short file that claims a huge picture would take memory for nothing. Where a whole picture is of one
+// colour a byte stands for some three hundred pixels; files that were cut keep some room below that.
 bool JpegReader::IsPlausible() const {
+    const auto length = static_cast<std::int64_t>(std::min<std::uint64_t>(bytes_.Size(), 1u << 30));
+    if (PixelCount(StoredSize()) > kAlwaysPlausiblePixels + length * kMostPixelsOfAByte) return false;
     if (!jpeg_has_multiple_scans(const_cast<j_decompress_ptr>(&codec_))) return true;
-    std::int64_t bytes = 0;
+    // A picture in several scans is held whole, as coefficients, until the last one has been read.
+    std::int64_t coefficientBytes = 0;
     for (int i = 0; i < codec_.num_components; ++i) {
         const jpeg_component_info& component = codec_.comp_info[i];
-        bytes += std::int64_t{component.width_in_blocks} * component.height_in_blocks * DCTSIZE2 * 2;
+        coefficientBytes +=
+            std::int64_t{component.width_in_blocks} * component.height_in_blocks * DCTSIZE2 * 2;
     }
-    const auto length = static_cast<std::int64_t>(std::min<std::uint64_t>(bytes_.Size(), 1u << 30));
-    return bytes <= std::min(kMostCoefficientBytes, (std::int64_t{32} << 20) + length * 1024);
+    return coefficientBytes <= kMostCoefficientBytes;
 }
 
 bool JpegReader::Start() {
@@ -179,11 +183,11 @@ void JpegReader::ConvertCmykRow(const std::uint8_t* from, std::uint8_t* to) cons
     // Photo programs store the inks inverted and say so by their marker.
     const bool isInverted = codec_.saw_Adobe_marker == TRUE;
     for (unsigned x = 0; x < codec_.output_width; ++x, from += 4, to += 4) {
-        const auto light = [&](int ink) { return isInverted ? from[ink] : 255 - from[ink]; };
-        const int key = light(3);
-        to[2] = static_cast<std::uint8_t>(light(0) * key / 255);
-        to[1] = static_cast<std::uint8_t>(light(1) * key / 255);
-        to[0] = static_cast<std::uint8_t>(light(2) * key / 255);
+        const int cyan = from[0], magenta = from[1], yellow = from[2], black = from[3];  // from may be to
+        const auto light = [isInverted](int ink) { return isInverted ? ink : 255 - ink; };
+        to[2] = static_cast<std::uint8_t>(light(cyan) * light(black) / 255);
+        to[1] = static_cast<std::uint8_t>(light(magenta) * light(black) / 255);
+        to[0] = static_cast<std::uint8_t>(light(yellow) * light(black) / 255);
         to[3] = 0xFF;
     }
 }

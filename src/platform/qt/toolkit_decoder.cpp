@@ -41,7 +41,8 @@ class OtherReader {
 public:
     explicit OtherReader(const ByteSource& source) : device_(source), reader_(&device_) {
         static std::once_flag once;
-        std::call_once(once, [] { QImageReader::setAllocationLimit(kMostDecodedPixels * 4 >> 20); });
+        std::call_once(
+            once, [] { QImageReader::setAllocationLimit(static_cast<int>(kMostDecodedPixels * 4 >> 20)); });
         reader_.setDecideFormatFromContent(true);
         reader_.setAutoTransform(true);
         const QByteArray format = reader_.format();

@@ -77,8 +77,8 @@ private:
     void SettleFrame();
     QMargins FrameMargins() const;
 
-    WindowWidget* widget_;  // deletes itself once it handles no event any more
     const std::shared_ptr<Link> link_ = std::make_shared<Link>();
+    WindowWidget* widget_;  // deletes itself once it handles no event any more; holds link_
     const std::shared_ptr<WindowProcedure> procedure_;
     const std::shared_ptr<BackBuffer> buffer_;
     Stage stage_ = Stage::Open;

@@ -1,0 +1,10 @@
+#include "app/app_hooks.h"
+
+namespace kalmora {
+
+AppHooks& Shell() {
+    static AppHooks* const hooks = new AppHooks;
+    return *hooks;
+}
+
+}  // namespace kalmora

@@ -1,0 +1,129 @@
+#include "app/command_actions.h"
+
+#include "app/app_hooks.h"
+#include "app/app_state.h"
+#include "base/log.h"
+#include "platform/files.h"
+#include "platform/shell.h"
+#include "store/data_folder.h"
+#include "views/button_bar.h"
+#include "views/calendar_store.h"
+#include "views/hooks.h"
+#include "views/navigation.h"
+#include "views/object_loader.h"
+#include "views/paint_view.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr int kSmallestThumbnail = 10;
+
+void RedrawButtons() {
+    SetButtonStates();
+    DrawButtonsOnWindow();
+}
+
+void PlayCurrentMusic() {
+    const std::string path = Calendar().backgrounds.CurrentMusic();
+    if (State().SoundMode && !path.empty() && files::Exists(path)) Hooks().PlayMusic(path);
+}
+
+}  // namespace
+
+void ShowMainWindow(Window& window) {
+    window.Show();
+    window.Activate();
+    State().MainWindowVisible = 1;
+}
+
+void HideMainWindow(Window& window) {
+    window.Hide();
+    State().MainWindowVisible = 0;
+}
+
+void ExitProgram(Window& window) {
+    StopCurrentLoad();
+    window.Close();
+    State().MainWindowVisible = 0;
+}
+
+void ToggleSound() {
+    if (State().SoundMode) {
+        State().SoundMode = 0;
+        Hooks().StopMusic();
+    } else {
+        State().SoundMode = 1;
+        StepMusic(+1);
+    }
+    RedrawButtons();
+}
+
+void StepMusic(int step) {
+    Calendar().backgrounds.StepMusic(step);
+    Hooks().StopMusic();
+    PlayCurrentMusic();
+}
+
+void PlayOtherMusic() {
+    Calendar().backgrounds.PickOtherMusic();
+    PlayCurrentMusic();
+}
+
+void ShowSearch() {
+    if (!Shell().ShowSearchDialog()) return;
+    Calendar().AdvanceAllRing();
+    RedrawButtons();
+    UpdateObjects();
+}
+
+void UpdateMonthInView() { Shell().UpdateMonthInBackground(State().TargetYear * 100 + State().TargetMonth); }
+
+void OpenPeriodFolder() {
+    const AppState& state = State();
+    const int view = state.ViewType;
+    shell::Open(MakeDayFolderPath(MainRoot(), state.TargetYear,
+                                  view == kYearly ? 0 : state.TargetMonth.load(),
+                                  view == kYearly || view == kMonthly ? 0 : state.TargetDay.load()));
+}
+
+void OpenSlideShowByCommand() {
+    Shell().OpenSlideShow();
+    State().SlideOpenedByCommand = 1;
+}
+
+void CloseSlideShowAndNeighbor() {
+    if (Hooks().IsSlideShowOpen()) {
+        Shell().CloseSlideShow();
+        State().SlideOpenedByCommand = 0;
+    }
+    if (Shell().IsNeighborShown()) Shell().HideNeighbor();
+}
+
+void GoToNextObject() {
+    Log("Next.");
+    if (Hooks().IsSlideShowOpen()) Shell().NextSlide();
+    if (Shell().IsNeighborShown()) Shell().NextNeighbor();
+}
+
+void GoToPreviousObject() {
+    Log("Prev.");
+    if (Hooks().IsSlideShowOpen()) Shell().PreviousSlide();
+    if (Shell().IsNeighborShown()) Shell().PreviousNeighbor();
+}
+
+void RateObject(int estimateType) {
+    if (Hooks().IsSlideShowOpen())
+        Shell().RateSlide(estimateType);
+    else if (Shell().IsNeighborShown())
+        Shell().RateNeighbor(estimateType);
+}
+
+void ResizeThumbnails(int pixels) {
+    AppState& state = State();
+    if (!state.AllViewMode || Hooks().IsSlideShowOpen()) return;
+    if (pixels < 0 && state.ThumbnailMaxSize <= kSmallestThumbnail) return;
+    state.ThumbnailMaxSize = state.ThumbnailMaxSize + pixels;
+}
+
+}  // namespace kalmora

@@ -1,0 +1,116 @@
+#include "app/heartbeat.h"
+
+#include <memory>
+
+#include "app/app_hooks.h"
+#include "app/app_state.h"
+#include "app/startup_threads.h"
+#include "platform/clock.h"
+#include "platform/thread.h"
+#include "platform/window.h"
+#include "store/date_tree.h"
+#include "views/calendar_store.h"
+#include "views/heartbeat_redraw.h"
+#include "views/hooks.h"
+#include "views/navigation.h"
+#include "views/object_loader.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr double kShortestBeat =
+    900;  // milliseconds a second of the period: beats that queued up are dropped
+constexpr int kMostTicks = 30000;
+constexpr double kMonthIsOld = 43200;  // seconds
+
+std::unique_ptr<PeriodicTimer>& Timer() {
+    static auto* const timer = new std::unique_ptr<PeriodicTimer>;
+    return *timer;
+}
+
+void NoteCursor() {
+    AppState& state = State();
+    const Point cursor = CursorPosition();
+    if (cursor.x == state.LastCursorX && cursor.y == state.LastCursorY) return;
+    state.LastActivity = UptimeMs();
+    state.LastCursorX = cursor.x;
+    state.LastCursorY = cursor.y;
+}
+
+class BusyMark {
+public:
+    ~BusyMark() { State().HeartbeatBusy = 0; }
+};
+
+BeatEnd Beat() {
+    AppState& state = State();
+    if (IsLeftButtonDown()) return BeatEnd::ButtonDown;
+    if (Shell().IsEstimateShown()) {
+        Shell().HideEstimate();
+        return BeatEnd::EstimateHidden;
+    }
+    if (state.ObjectGate.IsHeld()) return BeatEnd::GateHeld;
+    if (state.FirstStartPending && state.FirstLoadDone) {
+        state.FirstStartPending = 0;
+        StartInitialScan();
+        if (state.LoadIndexInitially) StartIndexPreload();
+    }
+    const bool slideShowOpen = Hooks().IsSlideShowOpen();
+    if (slideShowOpen && !state.SlideShowAutoNavigate) return BeatEnd::SlideShowStands;
+    if (state.AutoNavigate == 1 && !state.InitialScanRunning && !state.ObjectGate.IsHeld() &&
+        state.TicksInView > 0 && RandomNavigate())
+        return BeatEnd::Navigated;
+    if (slideShowOpen) return BeatEnd::SlideShowOpen;
+    const int ticks = state.TicksInView = state.TicksInView + 1;
+    if (!IsViewReady()) {
+        UpdateObjects();
+        return BeatEnd::Reloaded;
+    }
+    HeartbeatRedraw(ticks);
+    if (state.TicksInView > kMostTicks) state.TicksInView = 0;
+    return BeatEnd::Redrawn;
+}
+
+}  // namespace
+
+BeatEnd HeartbeatTick() {
+    AppState& state = State();
+    if (Shell().IsNeighborShown()) return BeatEnd::NeighborShown;
+    const double now = UptimeMs();
+    if (now - state.LastTickClock < state.TimingOfPopup * kShortestBeat) return BeatEnd::TooSoon;
+    state.LastTickClock = now;
+    if (!state.MainWindowVisible) return BeatEnd::Hidden;
+    if (state.Paused) return BeatEnd::PausedByUser;
+    if (state.HeartbeatBusy) return BeatEnd::Busy;
+    if (Calendar().IsObjectLoaderRunning() || Calendar().IsPaintThreadRunning())
+        return BeatEnd::WorkersRunning;
+    NoteCursor();
+    if (state.HeartbeatBusy.exchange(1)) return BeatEnd::Busy;
+    const BusyMark busy;
+    return Beat();
+}
+
+void StartHeartbeat() {
+    Timer() = std::make_unique<PeriodicTimer>();
+    Timer()->Start(State().TimingOfPopup * 1000, [] { HeartbeatTick(); });
+}
+
+void StopHeartbeat() { Timer().reset(); }
+
+void IdleRefresh() {
+    const AppState& state = State();
+    if (state.BackgroundUpdateRunning || state.InitialScanRunning || state.IndexPreloadRunning ||
+        state.IndexingEnabled != 1)
+        return;
+    const int minutes = static_cast<int>((UptimeMs() - state.LastActivity) / 60000.0);
+    if (minutes <= state.MinutesToSleep) return;
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        const auto month = TheDateTree().Pick(kMonthLevel);
+        if (!month || Shell().SecondsSinceMonthUpdate(month->year, month->month) <= kMonthIsOld) continue;
+        Shell().UpdateMonthInBackground(month->year * 100 + month->month);
+        return;
+    }
+}
+
+}  // namespace kalmora

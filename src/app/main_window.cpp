@@ -1,0 +1,69 @@
+#include "app/main_window.h"
+
+#include "app/app_state.h"
+#include "app/dispatch.h"
+#include "app/heartbeat.h"
+#include "app/main_window_events.h"
+#include "store/resources.h"
+
+namespace kalmora {
+
+std::unique_ptr<Window> CreateMainWindow() {
+    const WindowRectValue& rect = State().WindowRect;
+    WindowOptions options;
+    options.title = "Kalmora";
+    options.frame = {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
+    options.acceptDrops = true;
+    options.iconPath = FindResource("Res/kalmora.png");
+    return Window::Create(options, MainWindowProc);
+}
+
+bool MainWindowProc(Window& window, const Event& event) {
+    switch (event.type) {
+        // ---- life
+        case EventType::Create:
+            return OnCreate(window);
+        case EventType::Destroy:
+            return OnDestroy(window);
+        case EventType::Close:
+            return false;
+        case EventType::Minimize:
+            return OnMinimize(window);
+        // ---- picture
+        case EventType::Paint:
+            return OnPaint();
+        case EventType::Resize:
+            return OnResize();
+        // ---- commands and timers
+        case EventType::Command:
+            return OnCommand(window, event.command);
+        case EventType::Timer:
+            return OnTimer(window, event.timer);
+        // ---- mouse
+        case EventType::MouseMove:
+            return OnMouseMove(window, event);
+        case EventType::LeftDown:
+            return OnLeftDown(window, event);
+        case EventType::LeftUp:
+            return OnLeftUp(window, event);
+        case EventType::LeftDoubleClick:
+            return OnLeftDoubleClick(window, event);
+        case EventType::RightDown:
+            return false;
+        case EventType::RightUp:
+            return OnRightUp();
+        case EventType::RightDoubleClick:
+            return OnRightDoubleClick(event);
+        case EventType::Wheel:
+            return OnWheel(window, event);
+        case EventType::Drop:
+            return OnDrop(window, event);
+        // ---- keys that no accelerator took
+        case EventType::Key:
+        case EventType::Character:
+            return false;
+    }
+    return false;
+}
+
+}  // namespace kalmora

@@ -1,0 +1,11 @@
+// Bringing the program up and taking it down: the desktop program from the first step to the last.
+#pragma once
+
+#include "app/start_options.h"
+
+namespace kalmora {
+
+// Runs the program with its window until it is closed; gives the process's exit code. Main thread.
+int RunDesktop(const StartOptions& options);
+
+}  // namespace kalmora

@@ -1,0 +1,40 @@
+#include "app/startup_threads.h"
+
+#include <functional>
+#include <utility>
+
+#include "app/app_hooks.h"
+#include "app/app_state.h"
+#include "platform/thread.h"
+#include "store/data_folder.h"
+#include "store/date_tree.h"
+
+namespace kalmora {
+
+namespace {
+
+void StartLowest(const char* name, SharedFlag& running, std::function<void()> body) {
+    running = 1;
+    Thread thread;
+    if (!thread.StartSuspended(name, [&running, work = std::move(body)] {
+            work();
+            running = 0;
+        })) {
+        running = 0;
+        return;
+    }
+    thread.SetPriority(Thread::Priority::Lowest);
+    thread.Resume();
+}
+
+}  // namespace
+
+void StartInitialScan() {
+    StartLowest("InitialScan", State().InitialScanRunning, [] { TheDateTree().ScanAll(MainRoot()); });
+}
+
+void StartIndexPreload() {
+    StartLowest("IndexPreload", State().IndexPreloadRunning, [] { Shell().PreloadIndexes(); });
+}
+
+}  // namespace kalmora

@@ -1,0 +1,9 @@
+// The command line: which verb, with which options; without a verb the desktop program.
+#pragma once
+
+namespace kalmora {
+
+// Runs what the arguments ask for; gives the exit status: 0 done, 1 failed, 2 wrong use. Main thread.
+int RunCommandLine(int argc, char** argv);
+
+}  // namespace kalmora

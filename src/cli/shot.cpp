@@ -1,0 +1,151 @@
+#include "cli/shot.h"
+
+#include <atomic>
+#include <cstdio>
+#include <iostream>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "app/app_state.h"
+#include "app/environment.h"
+#include "platform/clock.h"
+#include "platform/window.h"
+#include "store/dates.h"
+#include "views/button_bar.h"
+#include "views/calendar_store.h"
+#include "views/hooks.h"
+#include "views/object_loader.h"
+#include "views/paint_cell.h"
+#include "views/paint_view.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr double kPatienceMs = 30 * 60 * 1000.0;  // a year of large pictures on a slow disk
+constexpr int kLargestSide = 16384;
+
+struct Times {
+    double window = 0;
+    std::atomic<double> firstPaint{0};
+    std::atomic<double> wholeView{0};
+};
+
+int WrongUse(const char* what, const std::string& value) {
+    std::cerr << "kalmora shot: " << what << ": " << value << "\n";
+    return 2;
+}
+
+std::optional<Size> ParseSize(const std::string& text) {
+    int width = 0, height = 0, used = 0;
+    if (std::sscanf(text.c_str(), "%dx%d%n", &width, &height, &used) != 2 ||
+        static_cast<std::size_t>(used) != text.size())
+        return std::nullopt;
+    if (width < 1 || height < 1 || width > kLargestSide || height > kLargestSide) return std::nullopt;
+    return Size{width, height};
+}
+
+std::optional<CalendarDate> ParseDate(const std::string& text) {
+    CalendarDate date;
+    int used = 0;
+    if (std::sscanf(text.c_str(), "%d-%d-%d%n", &date.year, &date.month, &date.day, &used) != 3 ||
+        static_cast<std::size_t>(used) != text.size())
+        return std::nullopt;
+    if (date.year < 1 || date.year > 9999 || date.month < 1 || date.month > 12 || date.day < 1 ||
+        date.day > DaysInMonth(date.year, date.month))
+        return std::nullopt;
+    return date;
+}
+
+void SetView(const ShotOptions& options, const CalendarDate& date) {
+    AppState& state = State();
+    if (options.view == "year") state.ViewType = kYearly;
+    if (options.view == "month") state.ViewType = kMonthly;
+    if (options.view == "day") state.ViewType = kDaily;
+    state.AllViewMode = options.all ? 1 : 0;
+    state.TargetYear = date.year;
+    state.TargetMonth = date.month;
+    state.TargetDay = date.day;
+    state.SoundMode = 0;
+    state.OutputNavigationLog = false;
+    // Nobody watches the pictures arrive one by one.
+    state.TimingOfChangeImage = 0;
+}
+
+bool WaitForWholeView(Application& application, const Times& times) {
+    while (times.wholeView == 0 || Calendar().IsObjectLoaderRunning() || Calendar().IsPaintThreadRunning() ||
+           !AreCellRedrawsDone()) {
+        application.ProcessEvents(1);
+        if (UptimeMs() > kPatienceMs) return false;
+    }
+    application.ProcessEvents(1);
+    return true;
+}
+
+void Print(const ShotOptions& options, const Times& times) {
+    const int objects = Calendar().objectsDrawn;
+    if (options.json) {
+        nlohmann::ordered_json result;
+        result["file"] = options.out;
+        result["objects"] = objects;
+        result["windowMs"] = times.window;
+        result["firstPaintMs"] = times.firstPaint.load();
+        result["wholeViewMs"] = times.wholeView.load();
+        std::cout << result.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) << "\n";
+        return;
+    }
+    std::printf("%s: %d objects, window after %.0f ms, first paint after %.0f ms, whole view after %.0f ms\n",
+                options.out.c_str(), objects, times.window, times.firstPaint.load(), times.wholeView.load());
+}
+
+}  // namespace
+
+int RunShot(const StartOptions& start, const ShotOptions& options) {
+    const auto size = ParseSize(options.size);
+    if (!size) return WrongUse("--size wants WIDTHxHEIGHT", options.size);
+    const SystemTime today = LocalTime();
+    const auto date =
+        options.date.empty() ? CalendarDate{today.year, today.month, today.day} : ParseDate(options.date);
+    if (!date) return WrongUse("--date wants YYYY-MM-DD", options.date);
+
+    PrepareFolders(start);
+    const auto application = Application::Create("Kalmora", Application::Display::None, options.scale);
+    if (!application) {
+        std::cerr << "kalmora shot: nothing can be drawn on this machine\n";
+        return 1;
+    }
+    ConnectRooms();
+    LoadEnvironment(start);
+    SetView(options, *date);
+    PrefetchBackground();
+
+    // Static: workers that are abandoned on failure may still call the hooks.
+    static Times times;
+    Hooks().OnFirstPaint = [] { times.firstPaint = UptimeMs(); };
+    Hooks().OnWholeView = [] { times.wholeView = UptimeMs(); };
+    WindowOptions windowOptions;
+    windowOptions.title = "Kalmora";
+    windowOptions.frame = {0, 0, size->width, size->height};
+    const auto window = Window::Create(windowOptions, [](Window&, const Event& event) {
+        if (event.type == EventType::Paint) PaintView();
+        return true;
+    });
+    if (!window) return 1;
+    SetMainWindow(window.get());
+    CreateButtons();
+    window->Show();
+    times.window = UptimeMs();
+    UpdateObjects();
+    const bool whole = WaitForWholeView(*application, times);
+    const auto picture = window->Snapshot();
+    SetMainWindow(nullptr);
+    if (!whole || !picture || !picture->SavePng(options.out)) {
+        std::cerr << "kalmora shot: " << options.out << " cannot be written\n";
+        return 1;
+    }
+    Print(options, times);
+    return 0;
+}
+
+}  // namespace kalmora

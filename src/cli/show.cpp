@@ -1,0 +1,144 @@
+#include "cli/show.h"
+
+#include <cstdio>
+#include <nlohmann/json.hpp>
+
+#include "app/app_state.h"
+#include "app/environment.h"
+#include "media/photo.h"
+#include "platform/files.h"
+
+namespace kalmora {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// The record's keys, in the order in which they are printed.
+constexpr const char* kKeys[] = {
+    "path",     "kind",    "extension",  "date",  "dateFrom",     "width",        "height",
+    "iso",      "shutter", "brightness", "flash", "exposureBias", "exposureTime", "exposureProgram",
+    "aperture", "mode",    "face",       "make",  "comment",      "like",         "good",
+    "privacy"};
+
+std::string AbsolutePath(const std::string& path) {
+    return files::IsAbsolute(path) ? path : files::Join(files::CurrentFolder(), path);
+}
+
+const char* NameOf(DateSource source) {
+    switch (source) {
+        case DateSource::Exif:
+            return "exif";
+        case DateSource::Png:
+            return "png";
+        case DateSource::Text:
+            return "text";
+        case DateSource::File:
+            return "file";
+        case DateSource::None:
+            break;
+    }
+    return nullptr;
+}
+
+Json DateText(const SystemTime& date) {
+    char text[48];
+    std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d", date.year, date.month, date.day,
+                  date.hour, date.minute, date.second);
+    return text;
+}
+
+Json TextOrNull(const std::string* text) { return text ? Json(*text) : Json(nullptr); }
+
+// One record is made and filled again for each file: making its keys anew would cost more than reading a
+// photo.
+class RecordWriter {
+public:
+    RecordWriter() {
+        for (const char* key : kKeys) record_[key] = nullptr;
+    }
+
+    const Json& Fill(const std::string& path) {
+        CPhoto photo(path);
+        SystemTime date;
+        const bool dated = photo.GetDate(date);
+        photo.ReadExifValues();
+        const Size size = photo.ImageSize();
+        const auto make = photo.ReadMake();
+        next_ = 0;
+        Put(path);
+        Put(photo.kind);
+        Put(photo.extension);
+        Put(dated ? DateText(date) : Json(nullptr));
+        const char* source = dated ? NameOf(photo.dateFrom) : nullptr;
+        Put(source ? Json(source) : Json(nullptr));
+        Put(size.width);
+        Put(size.height);
+        for (const int value :
+             {photo.iso, photo.shutter, photo.brightness, photo.flash, photo.exposureBias, photo.exposureTime,
+              photo.exposureProgram, photo.aperture, photo.mode, photo.face})
+            Put(value);
+        Put(TextOrNull(make ? &*make : nullptr));
+        Put(TextOrNull(photo.GetComment()));
+        photo.GetEstimate(static_cast<int>(EstimateType::Like));
+        for (const int value : {photo.like, photo.good, photo.privacy}) Put(value);
+        return record_;
+    }
+
+private:
+    void Put(Json value) { (record_.get_ref<Json::object_t&>().begin() + next_++)->second = std::move(value); }
+
+    Json record_ = Json::object();
+    std::ptrdiff_t next_ = 0;
+};
+
+std::string Dump(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
+
+void PrintPlainly(const Json& record, std::string& out) {
+    for (const auto& [key, value] : record.items()) {
+        if (value.is_null()) continue;
+        out += key == "path"
+                   ? value.get_ref<const std::string&>()
+                   : "  " + key + ": " + (value.is_string() ? value.get<std::string>() : Dump(value));
+        out += '\n';
+    }
+}
+
+void Flush(std::string& out) {
+    std::fwrite(out.data(), 1, out.size(), stdout);
+    out.clear();
+}
+
+}  // namespace
+
+int RunShow(const StartOptions& start, const ShowOptions& options) {
+    PrepareFolders(start);
+    LoadEnvironment(start);
+    RecordWriter writer;
+    std::string out;
+    bool allRead = true;
+    bool first = true;
+    if (options.json) out += '[';
+    for (const std::string& name : options.files) {
+        const std::string path = AbsolutePath(name);
+        if (!files::Exists(path)) {
+            std::fprintf(stderr, "kalmora show: %s: no such file\n", name.c_str());
+            allRead = false;
+            continue;
+        }
+        const Json& record = writer.Fill(path);
+        if (options.json) {
+            if (!first) out += ",\n ";
+            out += Dump(record);
+        } else {
+            PrintPlainly(record, out);
+        }
+        first = false;
+        if (out.size() > (1u << 16)) Flush(out);
+    }
+    if (options.json) out += "]\n";
+    Flush(out);
+    return allRead ? 0 : 1;
+}
+
+}  // namespace kalmora

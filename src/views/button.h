@@ -1,0 +1,51 @@
+// CButton: a label or a picture in the window that can be pressed.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "base/geometry.h"
+#include "media/my_object.h"
+#include "platform/canvas.h"
+
+namespace kalmora {
+
+// Written by SetButtonStates, drawn and hit with the bar's mutex held (see button_bar.h).
+class CButton : public MyObject {
+public:
+    enum class State { Hidden = 0, Normal = 1, Highlighted = 2 };
+    enum class Kind { Text = 1, Image = 2 };
+
+    static constexpr int kTextHeight = 38;
+
+    // A label in this font.
+    CButton(std::string caption, Font font, Color normal, Color highlighted);
+    // A picture of the program's own, "Res/next.png"; as large as that picture.
+    explicit CButton(const std::string& resource);
+
+    bool HitTest(int px, int py) const override;  // the four edges as half planes; edges included
+    void Draw(const DrawContext& context) override;
+    int Move(int fromX, int fromY, int toX, int toY) override;
+    void Paint(Canvas& canvas) const;
+
+    void SetText(const std::string& caption);  // the width follows the text
+    void SetFont(const Font& font);
+    void SetImage(const std::string& resource);
+    Rect Area() const { return {x, y, width, height}; }
+    bool IsVisible() const { return state != State::Hidden; }
+
+    State state = State::Normal;
+    Kind kind = Kind::Text;
+    int x = 0, y = 0, width = 0, height = 0;
+    std::string text;
+    Font font;
+    Color textColor{0, 0, 0};
+    Color brush, highlightBrush;
+    std::string image;  // resource name
+    bool pressed = false;
+
+private:
+    void MeasureText();
+};
+
+}  // namespace kalmora

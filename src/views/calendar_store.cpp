@@ -1,0 +1,84 @@
+#include "views/calendar_store.h"
+
+#include "app/app_state.h"
+
+namespace kalmora {
+
+namespace {
+
+std::atomic<Window*> mainWindow{nullptr};
+
+bool Start(Thread& slot, const char* name, std::function<void()> body) {
+    Thread thread;
+    if (!thread.StartSuspended(name, std::move(body))) return false;
+    thread.SetPriority(Thread::Priority::Highest);
+    slot = std::move(thread);
+    slot.Resume();
+    return true;
+}
+
+std::size_t Index(int number) {
+    return static_cast<std::size_t>(((number % kRingSize) + kRingSize) % kRingSize);
+}
+
+}  // namespace
+
+CalendarStore& Calendar() {
+    static CalendarStore* const store = new CalendarStore;
+    return *store;
+}
+
+Window* MainWindow() { return mainWindow; }
+
+void SetMainWindow(Window* window) { mainWindow = window; }
+
+Size ClientSize() {
+    const Window* window = mainWindow;
+    return window ? window->ClientSize() : Size{};
+}
+
+double ClientScale() {
+    const Window* window = mainWindow;
+    return window ? window->Scale() : 1.0;
+}
+
+YearView& CalendarStore::SlotOf(int year) { return years[Index(year)]; }
+
+MonthView& CalendarStore::MonthOf(int year, int month) {
+    return SlotOf(year).months[static_cast<std::size_t>((month + 11) % 12)];
+}
+
+DayViewer& CalendarStore::CurrentDayViewer() { return dayViewers[Index(State().DayRing)]; }
+
+AllViewer& CalendarStore::CurrentAllViewer() { return allViewers[Index(State().AllRing)]; }
+
+void CalendarStore::AdvanceDayRing() { State().DayRing = (State().DayRing + 1) % kRingSize; }
+
+void CalendarStore::AdvanceAllRing() { State().AllRing = (State().AllRing + 1) % kRingSize; }
+
+bool CalendarStore::StartObjectLoader(std::function<void()> body) {
+    std::lock_guard lock(threadsMutex_);
+    return Start(objectLoader_, "ObjectLoader", std::move(body));
+}
+
+bool CalendarStore::StartPaintThread(std::function<void()> body) {
+    std::lock_guard lock(threadsMutex_);
+    return Start(paintThread_, "PaintThread", std::move(body));
+}
+
+bool CalendarStore::IsObjectLoaderRunning() const {
+    std::lock_guard lock(threadsMutex_);
+    return objectLoader_.IsRunning();
+}
+
+bool CalendarStore::IsPaintThreadRunning() const {
+    std::lock_guard lock(threadsMutex_);
+    return paintThread_.IsRunning();
+}
+
+bool CalendarStore::WaitForWorkers(int milliseconds) const {
+    std::lock_guard lock(threadsMutex_);
+    return objectLoader_.WaitForEnd(milliseconds) && paintThread_.WaitForEnd(milliseconds);
+}
+
+}  // namespace kalmora

@@ -1,0 +1,28 @@
+// The words for the period in view: the date label's text and the window's title. Pure.
+#pragma once
+
+#include <string>
+
+#include "base/geometry.h"
+
+namespace kalmora {
+
+struct CaptionInput {
+    int viewType = 0, year = 0, month = 0, day = 0;
+    bool japanese = true;
+    bool showFolder = true;
+    std::string folder;  // of the period
+    bool searchMode = false;
+    std::string query;
+};
+struct Caption {
+    std::string label;
+    Color labelColor;
+    std::string title;
+};
+Caption MakeCaption(const CaptionInput& input);
+
+// "Monthly" and "Yearly", or their Japanese words: the next level up from the view; empty from a year.
+std::string LevelLabel(int viewType, bool japanese);
+
+}  // namespace kalmora

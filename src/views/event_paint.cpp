@@ -1,0 +1,170 @@
+#include "views/event_paint.h"
+
+#include "app/app_state.h"
+#include "media/draw_context.h"
+#include "media/my_object.h"
+#include "platform/clock.h"
+#include "views/button_bar.h"
+#include "views/calendar_store.h"
+#include "views/hooks.h"
+#include "views/paint_view.h"
+#include "views/progress_stripe.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr int kButtonBarHeight = 50;  // kept free for the buttons
+constexpr int kSettleMs = 100;
+constexpr int kYieldAboveMs = 10;
+
+enum class WalkEnd { Whole, Stopped, Repaint };
+
+Size ObjectArea() {
+    const Size client = ClientSize();
+    return {client.width, client.height - kButtonBarHeight};
+}
+
+// Waits until no full paint was asked for during the settling time; does those paints.
+void SettlePaints() {
+    CalendarStore& calendar = Calendar();
+    do {
+        if (calendar.paintWasDropped.exchange(false)) PaintBase();
+        SleepMs(kSettleMs);
+    } while (calendar.paintWasDropped && !State().ObjectGate.IsStopRequested());
+}
+
+bool PassesFilter(CPhoto& photo) {
+    if (photo.kind != kKindText && photo.kind != kKindImage && photo.kind != kKindMovie) return true;
+    return photo.IsVisibleUnderEstimate();
+}
+
+// The walk over a viewer's objects; `draw` places and draws one.
+template <typename Viewer, typename DrawOne>
+WalkEnd WalkObjects(Viewer& viewer, DrawOne draw) {
+    AppState& state = State();
+    const auto stopped = [&] { return viewer.stop || !viewer.usable || state.ObjectGate.IsStopRequested(); };
+    const std::vector<PlacedObjectPtr> objects = viewer.objects.Snapshot();
+    if (objects.empty()) return WalkEnd::Whole;
+    TicketGuard guard(viewer.queue, 1, 100);
+    if (!guard) return WalkEnd::Stopped;
+    for (std::size_t index = 0; index < objects.size(); ++index) {
+        ProgressStripe(static_cast<double>(index) / static_cast<double>(objects.size()));
+        while (state.Paused) {
+            if (stopped()) return WalkEnd::Stopped;
+            if (Calendar().paintWasDropped) return WalkEnd::Repaint;
+            SleepMs(500);
+        }
+        if (stopped()) return WalkEnd::Stopped;
+        if (Calendar().paintWasDropped) return WalkEnd::Repaint;
+        if (Hooks().IsSlideShowOpen()) continue;
+        if (draw(objects[index])) ++Calendar().objectsDrawn;
+        if (state.TimingOfChangeImage > kYieldAboveMs) SleepMs(state.TimingOfChangeImage);
+    }
+    viewer.loaded = true;
+    ProgressStripe(kStripeFinished);
+    return WalkEnd::Whole;
+}
+
+WalkEnd WalkDay() {
+    DayViewer& viewer = Calendar().CurrentDayViewer();
+    {
+        TicketGuard guard(viewer.queue, 5, 100);
+        if (!guard) return WalkEnd::Stopped;
+        viewer.objects.ClearVisibleMarks();
+        const AppState& state = State();
+        const Size client = ClientSize();
+        const DayLines lines =
+            MakeDayLines(client.height, state.DayNumberOfLine, state.DayDuration, state.DayStartTime);
+        if (viewer.clientWidth != client.width || viewer.lines.lineHeight != lines.lineHeight)
+            viewer.ResetPlaces(lines, client.width);
+    }
+    return WalkObjects(viewer, [&](const PlacedObjectPtr& object) { return DrawDayObject(viewer, object); });
+}
+
+WalkEnd WalkAll() {
+    AllViewer& viewer = Calendar().CurrentAllViewer();
+    viewer.objects.ClearVisibleMarks();
+    viewer.drawing = true;
+    const WalkEnd end =
+        WalkObjects(viewer, [&](const PlacedObjectPtr& object) { return DrawAllObject(viewer, object); });
+    const Size area = ObjectArea();
+    viewer.SetDrawnArea({0, 0, area.width, area.height});
+    viewer.drawing = false;
+    return end;
+}
+
+// Claims the object, draws it when it passes the filter, and remembers where it lies.
+template <typename DrawOne>
+bool DrawClaimed(ObjectList& list, const PlacedObjectPtr& object, DrawOne draw) {
+    if (!list.Claim(object)) return false;
+    CPhoto& photo = *object->photo;
+    photo.visible = 1;
+    Rect drawn;
+    if (PassesFilter(photo)) {
+        draw(photo);
+        drawn = {photo.drawnX, photo.drawnY, photo.displayWidth, photo.displayHeight};
+    }
+    if (drawn.IsEmpty()) drawn = {};
+    list.Settle(object, drawn);
+    return !drawn.IsEmpty();
+}
+
+}  // namespace
+
+bool DrawDayObject(DayViewer& viewer, const PlacedObjectPtr& object) {
+    Window* window = MainWindow();
+    if (!window) return false;
+    const DrawContext context(*window);
+    return DrawClaimed(viewer.objects, object, [&](CPhoto& photo) {
+        if (!object->placed) viewer.PlaceOnLine(*object);
+        photo.DrawScaledToHeight(context, viewer.lines.ThumbnailHeight());
+    });
+}
+
+bool DrawAllObject(AllViewer& viewer, const PlacedObjectPtr& object) {
+    Window* window = MainWindow();
+    if (!window) return false;
+    const DrawContext context(*window);
+    const Size area = ObjectArea();
+    return DrawClaimed(viewer.objects, object, [&](CPhoto& photo) {
+        if (!object->placed) {
+            const Point place = viewer.OccupancyGrid.Place();
+            photo.layoutX = place.x;
+            photo.layoutY = place.y;
+            object->placed = true;
+        }
+        photo.DrawInArea(context, area.width, area.height);
+    });
+}
+
+void EventPaint() {
+    AppState& state = State();
+    if (state.ObjectGate.IsHeld()) return;
+    if (!state.AllViewMode && state.ViewType != kDaily) return;
+    if (!state.ObjectGate.Acquire("EventPaint")) return;
+    Calendar().paintWasDropped = false;
+    Calendar().objectsDrawn = 0;
+    if (!Calendar().StartPaintThread([] { EventPaintThread(); })) state.ObjectGate.Release();
+}
+
+void EventPaintThread() {
+    AppState& state = State();
+    WalkEnd end;
+    do {
+        SettlePaints();
+        Calendar().objectsDrawn = 0;
+        end = state.ObjectGate.IsStopRequested() ? WalkEnd::Stopped
+              : state.AllViewMode                ? WalkAll()
+                                                 : WalkDay();
+    } while (end == WalkEnd::Repaint);
+    if (end == WalkEnd::Whole) {
+        SetButtonStates();
+        DrawButtonsOnWindow();
+    }
+    state.ObjectGate.Release();
+    state.FirstLoadDone = 1;
+    if (end == WalkEnd::Whole) Hooks().OnWholeView();
+}
+
+}  // namespace kalmora

@@ -1,0 +1,31 @@
+// Loading the calendar grids: days, months and years from the folders into their slots, drawn as they come.
+//
+// On the ObjectLoader thread, or on the GUI thread for a reload by command. `stopped` is asked between any
+// two slow steps; each function returns false when it left because of it.
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace kalmora {
+
+using StopTest = std::function<bool()>;
+
+// Whether cells appear on the window while they are loaded, and in which of the two grid views.
+struct LoadDrawing {
+    int viewType = 0;
+    bool whileLoading = true;  // draw each cell (or month) as soon as it stands
+};
+
+bool LoadDayCell(const std::string& root, int year, int month, int day, const StopTest& stopped);
+bool LoadMonth(const std::string& root, int year, int month, const StopTest& stopped, LoadDrawing drawing);
+bool LoadYear(const std::string& root, int year, const StopTest& stopped, LoadDrawing drawing);
+
+// Looks for background pictures and music in the month's folder and then the year's; month 0: the year's
+// only.
+void ScanBackgrounds(const std::string& root, int year, int month, const StopTest& stopped);
+
+// Sleeps in steps of half a second while the program is paused; false when stopped meanwhile.
+bool WaitWhilePaused(const StopTest& stopped);
+
+}  // namespace kalmora

@@ -1,0 +1,44 @@
+// Which period is in view, and every way to another one.
+//
+// GUI thread, but RandomNavigate, which the heartbeat's thread calls. A command that comes while another
+// change is still being made is dropped, silently.
+#pragma once
+
+namespace kalmora {
+
+// Raises the stop flag of whatever the current view holds. Each change of the date begins with it.
+void StopCurrentLoad();
+
+// ---- steps, commands 1010 to 1013, with their guard and reload
+enum class Step { OuterNext, Next, Previous, OuterPrevious };
+void StepPeriod(Step step);
+
+// ---- the date alone, no guard, no reload
+void PrevMonth();
+void NextMonth();
+void PrevDay();
+void NextDay();
+
+// ---- levels
+void ToYearly();                  // 1017: from a month only
+void OneLevelUp();                // 1018
+void OpenTodayLevel();            // 1019: one level down, guided by today's date
+void ChangeToMonthly(int month);  // below 1: a month drawn at random
+void ChangeToDaily(int day);      // below 1: the day under the cursor
+
+// month 0 shows the year, day below 1 the month.
+void JumpTo(int year, int month, int day);
+void JumpToToday();
+
+// Moves on to a random period of the same level when the present one has stood long enough. True when the
+// heartbeat has nothing more to do.
+bool RandomNavigate();
+
+// ---- modes, commands 1022 to 1025 and 1027
+void ToggleAllView();
+void TogglePublicMode();
+void ToggleGoodMode();
+void ToggleAutoNavigate();
+void TogglePaused();
+
+}  // namespace kalmora

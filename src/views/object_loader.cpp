@@ -1,0 +1,244 @@
+#include "views/object_loader.h"
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "app/app_state.h"
+#include "base/log.h"
+#include "platform/files.h"
+#include "platform/image.h"
+#include "store/data_folder.h"
+#include "store/dates.h"
+#include "views/button_bar.h"
+#include "views/calendar_store.h"
+#include "views/day_folder_scan.h"
+#include "views/hooks.h"
+#include "views/month_loader.h"
+#include "views/paint_view.h"
+#include "views/progress_stripe.h"
+
+namespace kalmora {
+
+namespace {
+
+std::string PeriodText(const char* yearly, const char* monthly, const char* daily) {
+    const AppState& state = State();
+    const char* format = state.ViewType == kYearly ? yearly : state.ViewType == kMonthly ? monthly : daily;
+    char text[64];
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+    std::snprintf(text, sizeof text, format, state.TargetYear.load(), state.TargetMonth.load(),
+                  state.TargetDay.load());
+#pragma GCC diagnostic pop
+    return text;
+}
+
+StopTest StopTestOf(std::uint32_t number) {
+    return [number] { return State().ObjectGate.IsStopRequested() || Calendar().loadNumber != number; };
+}
+
+void ClearGrid(int viewType, int year, int month) {
+    YearView& slot = Calendar().SlotOf(year);
+    bool otherYear;
+    {
+        std::lock_guard lock(slot.mutex);
+        otherYear = slot.year != year;
+        slot.year = year;
+    }
+    if (viewType == kYearly || otherYear) {
+        slot.Clear();
+        return;
+    }
+    slot.stop = false;
+    slot.ready = false;  // one of its months is about to change
+    std::lock_guard lock(slot.mutex);
+    Calendar().MonthOf(year, month).Clear();
+}
+
+void StartGridLoad(const LoadRequest& request) {
+    AppState& state = State();
+    ClearGrid(request.ViewType, request.year, request.month);
+    state.TicksInView = 0;
+    images::CancelPrefetch();
+    const TicketLock::Ticket ticket = state.LoaderQueue.Lock(10, 100);
+    if (ticket == TicketLock::kRefused) return state.ObjectGate.Release();
+    // The gate goes over to the worker without being opened in between: a command that comes now finds it
+    // held and asks the worker to leave, instead of slipping in ahead of it.
+    const bool started = Calendar().StartObjectLoader([request, ticket] {
+        ObjectLoader(request);
+        State().LoaderQueue.Unlock(ticket);
+    });
+    if (started) return;
+    state.LoaderQueue.Unlock(ticket);
+    state.ObjectGate.Release();
+}
+
+void FillDay(const std::string& root, int year, int month, int day, const StopTest& stopped,
+             ObjectList& list) {
+    ScanDayFolder(MakeDayFolderPath(root, year, month, day), stopped,
+                  [&](DayEntry entry) { list.Add(std::make_unique<CPhoto>(entry.path)); });
+}
+
+void FillMonth(const std::string& root, int year, int month, const StopTest& stopped, ObjectList& list) {
+    for (int day = 1; day <= DaysInMonth(year, month) && !stopped(); ++day)
+        FillDay(root, year, month, day, stopped, list);
+}
+
+void LoadDayViewer(const LoadRequest& request, const StopTest& stopped) {
+    DayViewer& viewer = Calendar().CurrentDayViewer();
+    viewer.Clear();
+    viewer.year = request.year;
+    viewer.month = request.month;
+    viewer.day = request.day;
+    FillDay(MainRoot(), request.year, request.month, request.day, stopped, viewer.objects);
+    if (const std::string other = OtherRoot(); !other.empty())
+        FillDay(other, request.year, request.month, request.day, stopped, viewer.objects);
+    if (TicketGuard guard(viewer.queue, 1, 100); guard) viewer.objects.RotateRandomly();
+}
+
+void LoadAllViewer(const LoadRequest& request, const StopTest& stopped) {
+    AllViewer& viewer = Calendar().CurrentAllViewer();
+    viewer.Clear();
+    const auto fill = [&](const std::string& root) {
+        if (request.ViewType == kDaily)
+            FillDay(root, request.year, request.month, request.day, stopped, viewer.objects);
+        if (request.ViewType == kMonthly)
+            FillMonth(root, request.year, request.month, stopped, viewer.objects);
+        if (request.ViewType != kYearly) return;
+        for (int month = 1; month <= 12 && !stopped(); ++month) {
+            ProgressStripe(month / 12.0);  // a sign of life: a year may be a hundred thousand files
+            FillMonth(root, request.year, month, stopped, viewer.objects);
+        }
+        ProgressStripe(kStripeFinished);
+    };
+    fill(MainRoot());
+    // The second root has no part in a whole year's scatter; meant as it stands.
+    if (const std::string other = OtherRoot(); !other.empty() && request.ViewType != kYearly) fill(other);
+    viewer.objects.RotateRandomly();
+    if (viewer.objects.IsEmpty()) viewer.loaded = true;
+}
+
+}  // namespace
+
+void CheckMusic(OldMusic oldMusic) {
+    ViewHooks& hooks = Hooks();
+    BackgroundSet& backgrounds = Calendar().backgrounds;
+    if (backgrounds.HasMusic(hooks.CurrentMusic())) return;
+    backgrounds.PickRandomMusic();
+    if (oldMusic == OldMusic::Pause)
+        hooks.PauseMusic();
+    else
+        hooks.StopMusic();
+    const std::string next = backgrounds.CurrentMusic();
+    if (State().SoundMode && !next.empty()) hooks.PlayMusic(next);
+}
+
+void UpdateObjects() {
+    AppState& state = State();
+    ViewHooks& hooks = Hooks();
+    if (!state.SlideShowAutoNavigate) hooks.HideSlideShow();
+    SetButtonStates();
+    hooks.LogNavigation(PeriodText("(Year)\t%04d", "(Month)\t%04d/%02d", "(Day)\t%04d/%02d/%02d"));
+    if (state.ViewType == kDaily) state.TicksInView = 0;
+
+    const std::string name = PeriodText("UpdateObjects: [%d]", "UpdateObjects: [%d/%02d]", "UpdateObjects");
+    if (!state.ObjectGate.Acquire(name.c_str())) return;
+    LoadRequest request{state.ViewType,  state.TargetYear,       state.TargetMonth,
+                        state.TargetDay, state.AllViewMode != 0, ++Calendar().loadNumber};
+    const StopTest stopped = StopTestOf(request.number);
+    const auto leave = [&] {
+        state.ObjectGate.Release();
+        return;
+    };
+    if (stopped()) return leave();
+    Calendar().backgrounds.Clear();
+    if (stopped()) return leave();
+    hooks.ClearSlides();
+    if (stopped()) return leave();
+
+    if (!request.AllViewMode && request.ViewType != kDaily) return StartGridLoad(request);
+
+    if (request.AllViewMode)
+        LoadAllViewer(request, stopped);
+    else
+        LoadDayViewer(request, stopped);
+    if (stopped()) return leave();
+    if (request.AllViewMode) state.TicksInView = 0;
+    CheckMusic(OldMusic::Stop);
+    SetCaption();
+    state.ObjectGate.Release();
+    PaintView();
+}
+
+void ObjectLoader(const LoadRequest& request) {
+    AppState& state = State();
+    CalendarStore& calendar = Calendar();
+    const StopTest stopped = StopTestOf(request.number);
+    const auto run = [&] {
+        if (stopped()) return false;
+        calendar.backgrounds.Clear();
+        if (stopped()) return false;
+        Hooks().ClearSlides();
+        SetCaption();
+        const std::string root = MainRoot();
+        ScanBackgrounds(root, request.year, request.ViewType == kMonthly ? request.month : 0, stopped);
+        for (int month = 1; request.ViewType == kYearly && month <= 12 && !stopped(); ++month)
+            ScanBackgrounds(root, request.year, month, stopped);
+        if (stopped()) return false;
+        CheckMusic(request.ViewType == kMonthly ? OldMusic::Pause : OldMusic::Stop);
+        PaintView();
+        if (stopped()) return false;
+
+        const auto load = [&](const std::string& folder, bool whileLoading) {
+            const LoadDrawing drawing{request.ViewType, whileLoading};
+            return request.ViewType == kMonthly
+                       ? LoadMonth(folder, request.year, request.month, stopped, drawing)
+                       : LoadYear(folder, request.year, stopped, drawing);
+        };
+        if (!load(root, state.DrawWhileLoading)) return false;
+        state.FirstLoadDone = 1;
+        if (const std::string other = OtherRoot(); !other.empty() && !load(other, false)) return false;
+        if (state.SlideShowAutoNavigate && Hooks().IsSlideShowOpen()) Hooks().TakeNewSlides();
+        // The grid once more, whole and off the screen: what a resize or the second root changed meanwhile.
+        PaintView();
+        return true;
+    };
+    const bool whole = run();
+    // A newer load that waited in vain has gone on with a gate of its own: that one is not ours to open.
+    if (calendar.loadNumber == request.number) state.ObjectGate.Release();
+    if (whole) Hooks().OnWholeView();
+}
+
+void ReloadView() {
+    AppState& state = State();
+    if (state.AllViewMode) return;
+    const int year = state.TargetYear, month = state.TargetMonth, day = state.TargetDay;
+    const StopTest stopped = StopTestOf(Calendar().loadNumber);
+    const LoadDrawing quiet{state.ViewType, false};
+    switch (state.ViewType) {
+        case kYearly:
+            ClearGrid(kYearly, year, month);
+            LoadYear(MainRoot(), year, stopped, quiet);
+            break;
+        case kMonthly:
+            Log("Reload (%d/%d)", year, month);
+            ClearGrid(kMonthly, year, month);
+            LoadMonth(MainRoot(), year, month, stopped, quiet);
+            break;
+        case kDaily: {
+            // Reads the day's cell of the grid, not the viewer that is shown; meant as it stands.
+            Log("Reload (%d/%d/%d)", year, month, day);
+            {
+                std::lock_guard lock(Calendar().SlotOf(year).mutex);
+                Calendar().MonthOf(year, month).days[static_cast<std::size_t>(day - 1)].Clear();
+            }
+            LoadDayCell(MainRoot(), year, month, day, stopped);
+            break;
+        }
+        default:
+            break;
+    }
+}
+
+}  // namespace kalmora

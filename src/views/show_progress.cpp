@@ -1,0 +1,33 @@
+#include "app/app_state.h"
+#include "views/button.h"
+#include "views/button_bar.h"
+#include "views/calendar_store.h"
+
+namespace kalmora {
+
+namespace {
+constexpr int kGaugeWidth = 400;
+constexpr int kGaugeHeight = 16;
+constexpr Color kRest = ColorFromBgr(0xB4B4B4);
+constexpr Color kDone = ColorFromBgr(0xC86432);
+constexpr Color kWhite{255, 255, 255};
+}  // namespace
+
+void ShowProgress(double ratio, const std::string& text) {
+    Window* window = MainWindow();
+    if (!window || text.empty()) return;
+    const AppState& state = State();
+    const auto canvas = window->Draw();
+    if (!canvas) return;
+    const Size client = canvas->GetSize();
+    const int width = client.width;
+    const int height = client.height - CButton::kTextHeight;  // above the date label
+    const int x = width - 410, y = height - 35;
+    const int fill = static_cast<int>(kGaugeWidth * ratio + 0.5);
+    if (ratio != 100.0) canvas->FillRect({x + fill, y, kGaugeWidth - fill, kGaugeHeight}, kRest);
+    if (ratio > 0) canvas->FillRect({x, y, fill, kGaugeHeight}, kDone);
+    canvas->TextBlock({width - 406, height - 32, 394, 30}, text, {state.MiniFontFace, state.MiniFontHeight},
+                      kWhite);
+}
+
+}  // namespace kalmora
