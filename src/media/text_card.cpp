@@ -63,9 +63,10 @@ std::optional<std::string> ReadTextHead(const std::string& path, std::size_t byt
     const bool cut = content.size() > bytes;
     if (cut) content.resize(bytes);
     const int encoding = DetectEncoding(content);
-    // A shift sequence of three bytes that was cut would be shown as letters.
+    // A shift sequence of up to four bytes that was cut would be shown as letters; a whole one says nothing
+    // more.
     if (const std::size_t shift = content.rfind('\x1B');
-        cut && encoding == kEncodingIso2022Jp && shift != std::string::npos && shift + 3 > content.size())
+        cut && encoding == kEncodingIso2022Jp && shift != std::string::npos && shift + 4 > content.size())
         content.resize(shift);
     std::string text = DecodeText(content, encoding);
     if (cut) DropCutCharacter(text);
