@@ -1,10 +1,13 @@
 #include "cli/show.h"
 
+#include <CLI/CLI.hpp>
 #include <cstdio>
+#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "app/app_state.h"
 #include "app/environment.h"
+#include "cli/verbs.h"
 #include "media/photo.h"
 #include "platform/files.h"
 
@@ -86,7 +89,9 @@ public:
     }
 
 private:
-    void Put(Json value) { (record_.get_ref<Json::object_t&>().begin() + next_++)->second = std::move(value); }
+    void Put(Json value) {
+        (record_.get_ref<Json::object_t&>().begin() + next_++)->second = std::move(value);
+    }
 
     Json record_ = Json::object();
     std::ptrdiff_t next_ = 0;
@@ -139,6 +144,15 @@ int RunShow(const StartOptions& start, const ShowOptions& options) {
     if (options.json) out += "]\n";
     Flush(out);
     return allRead ? 0 : 1;
+}
+
+void AddShowVerb(CLI::App& app, VerbRun& run) {
+    auto options = std::make_shared<ShowOptions>();
+    CLI::App* verb = app.add_subcommand("show", "Print everything that the program knows about files");
+    verb->add_flag("--json", options->json, "Print an array of objects");
+    verb->add_option("FILE", options->files, "Files to look at")->required();
+    verb->callback(
+        [options, &run] { run = [options](const StartOptions& start) { return RunShow(start, *options); }; });
 }
 
 }  // namespace kalmora

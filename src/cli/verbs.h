@@ -1,0 +1,21 @@
+// The verbs of the command line. Each adds itself to the parser and says what to run; command_line.cpp lists
+// them.
+#pragma once
+
+#include <functional>
+
+#include "app/start_options.h"
+
+namespace CLI {
+class App;
+}
+
+namespace kalmora {
+
+// Set by the verb that was given; runs after parsing and gives the exit status.
+using VerbRun = std::function<int(const StartOptions& start)>;
+
+void AddShotVerb(CLI::App& app, VerbRun& run);
+void AddShowVerb(CLI::App& app, VerbRun& run);
+
+}  // namespace kalmora
