@@ -115,6 +115,7 @@ void QtWindow::Present() {
 void QtWindow::OnPaint(const QRect& part) {
     // A move to a screen of another scale shows first here.
     if (widget_->devicePixelRatioF() != buffer_->Scale()) FitBuffer();
+    OnMoved();  // the window manager's frame may have shifted the client area without a word
     QPainter painter(widget_);
     buffer_->Paint(painter, part);
 }
@@ -157,7 +158,8 @@ void QtWindow::ServeMinimize() {
     if (!widget_->isMinimized()) return;
     const std::shared_ptr<Link> link = link_;
     const bool isDealtWith = Deliver(Event{EventType::Minimize});
-    if (isDealtWith && link->window != nullptr)
+    // A window that was hidden instead forgets the state when it is shown; to change it now would show it.
+    if (isDealtWith && link->window != nullptr && isVisible_)
         widget_->setWindowState(widget_->windowState() & ~Qt::WindowMinimized);
 }
 
@@ -196,9 +198,13 @@ void QtWindow::Show() {
     if (stage_ == Stage::Closed) return;
     widget_->setWindowState(widget_->windowState() & ~Qt::WindowMinimized);
     widget_->show();
+    if (!isVisible_) OnShown();
 }
 
-void QtWindow::Hide() { widget_->hide(); }
+void QtWindow::Hide() {
+    widget_->hide();
+    isVisible_ = false;  // the toolkit does not tell of it when the window was minimised
+}
 
 void QtWindow::Activate() {
     if (stage_ == Stage::Closed) return;
