@@ -73,6 +73,16 @@ std::optional<ObjectKind> SectionOf(std::string_view line) {
     return std::nullopt;
 }
 
+// The entry's text. An escape that would make another line of it, once it is saved, stays as it is written.
+std::string Entry(std::string_view bytes) {
+    std::string entry = text::FromCp932(bytes, text::Escapes::Resolve);
+    const bool startsOtherwise =
+        entry.empty() ||
+        (entry[0] != bytes[0] && std::string_view("#[\r\n").find(entry[0]) != std::string_view::npos);
+    if (startsOtherwise || entry.find('\n') != std::string::npos) entry = text::FromCp932(bytes);
+    return entry;
+}
+
 Lists Parse(std::string_view content) {
     Lists lists;
     std::optional<ObjectKind> current;
@@ -87,9 +97,9 @@ Lists Parse(std::string_view content) {
         }
         if (line[0] == '[' || line.size() < 2 || !current) continue;
         // The last byte goes whatever it is: the carriage return of a foreign line end stays in the entry,
-        // and a last line without an end loses a letter. Meant, and held by ExtensionTable.LastByteOfALine...
-        ListOf(lists, *current)
-            .push_back(text::FromCp932(line.substr(0, line.size() - 1), text::Escapes::Resolve));
+        // and a last line without an end loses a letter. Meant, and held by
+        // ExtensionTable.TheLastByteOfALine...
+        ListOf(lists, *current).push_back(Entry(line.substr(0, line.size() - 1)));
     }
     // A table from before movies were known goes on working.
     if (!movieSeen) ListOf(lists, ObjectKind::Movie).assign(kMovieDefaults.begin(), kMovieDefaults.end());

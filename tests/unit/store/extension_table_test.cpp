@@ -50,6 +50,14 @@ TEST_F(ExtensionTableTest, ASavedTableReadAgainGivesTheSameLists) {
     EXPECT_THAT(ExtensionsOf(ObjectKind::MusicList), ElementsAre("日本", "😀"));
 }
 
+TEST_F(ExtensionTableTest, AnEscapeThatWouldMakeAnotherLineStaysAsItIsWritten) {
+    ReadExtensionTableText("[IMAGE]\na&#xA;b\n&#x23;jpg\n&#x5B;TEXT]\n&#x26;#x41;\n");
+    const std::vector<std::string> expected{"a&#xA;b", "&#x23;jpg", "&#x5B;TEXT]", "&#x41;"};
+    EXPECT_EQ(ExtensionsOf(ObjectKind::Image), expected);
+    ReadExtensionTableText(MakeExtensionTableText());
+    EXPECT_EQ(ExtensionsOf(ObjectKind::Image), expected);
+}
+
 TEST_F(ExtensionTableTest, WhatCanBeNeitherReadNorWrittenLeavesTheListsEmpty) {
     ReadExtensionTableText("[IMAGE]\njpg\n");
     LoadExtensionTable(At("no folder/extension.dat"));
