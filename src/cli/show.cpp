@@ -63,10 +63,10 @@ public:
 
     const Json& Fill(const std::string& path) {
         CPhoto photo(path);
+        const Size size = photo.ImageSize();  // first, so that one look at the file serves everything
         SystemTime date;
         const bool dated = photo.GetDate(date);
         photo.ReadExifValues();
-        const Size size = photo.ImageSize();
         const auto make = photo.ReadMake();
         next_ = 0;
         Put(path);
@@ -118,6 +118,7 @@ void Flush(std::string& out) {
 
 int RunShow(const StartOptions& start, const ShowOptions& options) {
     PrepareFolders(start);
+    ConnectRooms();
     LoadEnvironment(start);
     RecordWriter writer;
     std::string out;

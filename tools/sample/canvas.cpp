@@ -274,7 +274,7 @@ void Canvas::Bokeh(Point centre, float radius, Colour light) {
             if (d < 1.0f) {
                 // The rim of such a disc is a little brighter than its middle.
                 const float edge = std::min(1.0f, (1.0f - d) * radius * 0.5f);
-                At(x, y) = At(x, y) + light * (edge * (0.78f + 0.4f * d * d * d * d));
+                At(x, y) = At(x, y) + light * (edge * (0.88f + 0.22f * d * d * d * d));
             }
         }
     }

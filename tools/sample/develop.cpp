@@ -2,8 +2,6 @@
 
 #include <array>
 
-#include "noise.h"
-
 namespace sample {
 
 namespace {
@@ -65,6 +63,8 @@ Image DevelopPicture(const Canvas& canvas, const Develop& settings, std::uint32_
     Image image{width, height, {}};
     image.rgb.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3);
     const Canvas spill = Spill(canvas);
+    std::vector<Colour> spillRow(static_cast<std::size_t>(spill.Width()));
+    std::uint32_t bits = (seed * 2654435761u) | 1u;
     const auto& curve = ScreenCurve();
     const Colour balance{1.0f + 0.10f * settings.warmth, 1.0f, 1.0f - 0.12f * settings.warmth};
     const float centreX = Real(width) * 0.5f;
@@ -75,16 +75,25 @@ Image DevelopPicture(const Canvas& canvas, const Develop& settings, std::uint32_
     std::uint8_t* out = image.rgb.data();
     for (int y = 0; y < height; ++y) {
         const float dy = Real(y) - centreY;
+        const float spillY = Real(y) / 8.0f - 0.5f;
+        for (int x = 0; x < spill.Width(); ++x) {
+            spillRow[static_cast<std::size_t>(x)] = spill.Sample(Real(x), spillY) * settings.bloom;
+        }
         for (int x = 0; x < width; ++x) {
             const float dx = Real(x) - centreX;
             const float r2 = (dx * dx + dy * dy) * inverseRadius;
             const float falloff = settings.exposure * (1.0f - settings.vignette * r2 * (0.4f + 0.6f * r2));
+            const float along = std::max(Real(x) / 8.0f - 0.5f, 0.0f);
+            const auto cell = static_cast<std::size_t>(along);
             Colour c =
-                canvas.At(x, y) + spill.Sample(Real(x) / 8.0f - 0.5f, Real(y) / 8.0f - 0.5f) * settings.bloom;
+                canvas.At(x, y) + Mix(spillRow[cell], spillRow[cell + 1], along - static_cast<float>(cell));
             c = c * balance * falloff;
             const float luminance = Luminance(c);
             c = Mix({luminance, luminance, luminance}, c, settings.saturation);
-            const std::uint32_t bits = Hash(x, y, seed);
+            // A shift register: grain wants no more of chance than that.
+            bits ^= bits << 13;
+            bits ^= bits >> 17;
+            bits ^= bits << 5;
             const float noise =
                 (Real(static_cast<int>(bits & 0xFF)) + Real(static_cast<int>((bits >> 8) & 0xFF)) - 255.0f);
             const float dither = Real(static_cast<int>((bits >> 16) & 0xFF)) * (1.0f / 255.0f);
@@ -139,6 +148,17 @@ Image FitInto(const Image& image, int width, int height) {
         }
     }
     return fitted;
+}
+
+void Mirror(Image& image) {
+    const std::size_t stride = static_cast<std::size_t>(image.width) * 3;
+    for (std::size_t row = 0; row < image.rgb.size(); row += stride) {
+        for (std::size_t left = 0, right = stride - 3; left < right; left += 3, right -= 3) {
+            std::swap_ranges(image.rgb.begin() + static_cast<std::ptrdiff_t>(row + left),
+                             image.rgb.begin() + static_cast<std::ptrdiff_t>(row + left + 3),
+                             image.rgb.begin() + static_cast<std::ptrdiff_t>(row + right));
+        }
+    }
 }
 
 Image Turned(const Image& image, int quarters) {

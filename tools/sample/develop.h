@@ -29,6 +29,8 @@ Image DevelopPicture(const Canvas& canvas, const Develop& settings, std::uint32_
 
 // The picture reduced or enlarged to fit into width x height, centred on black.
 Image FitInto(const Image& image, int width, int height);
+// Left and right exchanged.
+void Mirror(Image& image);
 // Quarter turns clockwise, 1 to 3.
 Image Turned(const Image& image, int quarters);
 

@@ -145,7 +145,12 @@ std::vector<std::uint8_t> PhotoBytes(const Shot& shot) {
     moment.seed = shot.seed;
     Stage stage(shot.width, shot.height, moment);
     shot.paint(stage);
+    // No two pictures of the same subject are developed quite alike.
+    Rng rng(shot.seed ^ 0xDEu);
+    stage.develop.exposure *= 1.0f + 0.10f * rng.Bell();
+    stage.develop.warmth += 0.14f * rng.Bell();
     Image image = DevelopPicture(stage.canvas, stage.develop, shot.seed);
+    if (rng.Chance(0.5f)) Mirror(image);
     if (shot.orientation == 6) {
         image = Turned(image, 3);  // shown, it is turned a quarter clockwise
     } else if (shot.orientation == 8) {

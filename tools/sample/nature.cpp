@@ -23,47 +23,89 @@ Path Skyline::Outline(float bottomY) const {
     return path;
 }
 
+namespace {
+
+struct Peak {
+    float centre;
+    float height;
+    float slope;
+};
+
+// Steep summits side by side, the tallest anywhere; x and heights in parts of the picture.
+std::vector<Peak> Summits(std::uint32_t seed, float waves) {
+    Rng rng(seed);
+    std::vector<Peak> peaks;
+    const int count = std::max(3, Whole(waves * 3.0f));
+    for (int i = -1; i <= count; ++i) {
+        peaks.push_back({(Real(i) + rng.Range(0.15f, 0.85f)) / Real(count), rng.Range(0.45f, 1.0f),
+                         rng.Range(1.6f, 3.0f) * waves * 0.5f});
+    }
+    return peaks;
+}
+
+}  // namespace
+
 Skyline MakeSkyline(const Stage& stage, float baseY, float rise, float waves, float rough,
                     std::uint32_t salt) {
     Skyline line;
     line.top.resize(static_cast<std::size_t>(stage.canvas.Width()));
     const std::uint32_t seed = stage.Seed(salt);
+    const std::vector<Peak> peaks = Summits(seed, waves);
     for (std::size_t i = 0; i < line.top.size(); ++i) {
-        const float x = static_cast<float>(i) / stage.w * waves + static_cast<float>(salt) * 3.7f;
+        const float part = static_cast<float>(i) / stage.w;
+        const float x = part * waves + static_cast<float>(salt) * 3.7f;
         const float soft = Fbm(x, 0.5f, 2, seed);
-        const float sharp = Ridged(x, 0.5f, 6, seed + 9);
+        float summit = 0;
+        const float jag = (Fbm(x * 7.0f, 2.0f, 4, seed + 3) - 0.5f) * 0.05f;
+        for (const Peak& peak : peaks) {
+            summit = std::max(summit, peak.height - std::fabs(part + jag - peak.centre) * peak.slope);
+        }
+        const float sharp = 0.85f * summit + 0.22f * Ridged(x * 2.5f, 0.5f, 5, seed + 9);
         const float fine = Fbm(x * 24.0f, 3.0f, 3, seed + 5) - 0.5f;
-        const float height = Lerp(soft, sharp * 0.75f + soft * 0.35f, rough) + fine * 0.05f * rough;
-        line.top[i] = baseY - rise * height;
+        line.top[i] = baseY - rise * (Lerp(soft, sharp, rough) + fine * 0.05f * rough);
     }
     return line;
 }
 
 void PaintMountain(Stage& stage, const Skyline& line, const MountainLook& look) {
     const std::uint32_t seed = stage.Seed(41);
-    const float scale = 1.0f / stage.U(120.0f);
-    stage.canvas.Fill(line.Outline(look.bottomY), [&](float x, float y) {
-        const float down = y - line.At(x);
-        // Gullies run downhill: the field is drawn out along the slope and leans with it.
-        const float lean = (line.At(x + 12.0f) - line.At(x - 12.0f)) * 0.04f;
-        const float px = (x - down * lean) * scale;
-        const float py = y * scale * 0.55f;
-        const float here = Ridged(px * 1.3f, py, 4, seed);
-        const float beside = Ridged(px * 1.3f + 0.06f * look.lightFrom, py - 0.03f, 3, seed);
-        const float face = Clamp01(0.5f + (here - beside) * 2.6f - lean * look.lightFrom * 2.2f);
-        Colour c = Mix(look.rock * 0.45f, look.rock * 1.15f, face);
-        const float foot =
-            Smooth(0.35f, 0.95f,
-                   (y - line.At(x)) / std::max(look.bottomY - line.At(x), 1.0f) + here * 0.35f - 0.12f);
-        c = Mix(c, look.forest * (0.6f + 0.6f * face), foot);
-        if (look.snowY > 0) {
-            const float snow = Smooth(-0.02f, 0.05f, (look.snowY - y) / stage.h + (here - 0.45f) * 0.22f);
-            c = Mix(c, Mix(Hex(0x8CA6CC), Hex(0xFFFFFF), Smooth(0.2f, 0.7f, face)), snow);
-        }
-        c = c * look.light;
-        const float low = Smooth(0.0f, 1.0f, (y - line.At(x)) / std::max(look.bottomY - line.At(x), 1.0f));
-        return Mix(c, look.haze, Clamp01(look.hazeAmount * (0.75f + 0.55f * low)));
-    });
+    const float scale = 1.0f / stage.U(190.0f);
+    const float reach = stage.U(26.0f);
+    // Asked at every other pixel: the relief is smooth, only the outline must be sharp.
+    Canvas relief(stage.canvas.Width() / 2 + 2, stage.canvas.Height() / 2 + 2);
+    const float highest = *std::min_element(line.top.begin(), line.top.end());
+    relief.Shade(
+        {0, Whole(highest) / 2 - 1, relief.Width(), Whole(look.bottomY) / 2 + 2}, 1,
+        [&](float halfX, float halfY) {
+            const float x = halfX * 2.0f;
+            const float y = halfY * 2.0f;
+            const float top = line.At(x);
+            if (y < top - 6.0f) return Colour{};
+            const float down = y - top;
+            const float part = Clamp01(down / std::max(look.bottomY - top, 1.0f));
+            // Spurs run down from the crest and lean away from it.
+            const float warp = (Noise(x * scale * 0.8f, y * scale * 0.8f, seed + 8) - 0.5f) * 0.9f;
+            const float px = x * scale + warp;
+            const float py = y * scale * 0.62f - 0.25f * warp;
+            const float here = Ridged(px, py, 5, seed);
+            const float beside = Ridged(px + 0.07f * look.lightFrom, py - 0.04f, 5, seed);
+            // Near the crest the slope of the skyline itself decides which side has the light.
+            const float slope = (line.At(x + reach) - line.At(x - reach)) / (2.0f * reach);
+            const float crest = std::exp(-down / stage.U(110.0f));
+            const float face =
+                Clamp01(0.5f + (here - beside) * 3.4f - slope * look.lightFrom * (0.25f + 0.5f * crest));
+            Colour c = Mix(look.rock * 0.42f, look.rock * 1.2f, face);
+            const float foot = Smooth(0.35f, 0.9f, part + here * 0.3f - 0.1f);
+            const float woods = 0.75f + 0.5f * Noise(x * scale * 16.0f, y * scale * 22.0f, seed + 6);
+            c = Mix(c, look.forest * (0.55f + 0.65f * face) * woods, foot);
+            if (look.snowY > 0) {
+                const float snow = Smooth(-0.03f, 0.04f, (look.snowY - y) / stage.h + (here - 0.5f) * 0.30f);
+                c = Mix(c, Mix(Hex(0x7E9AC6), Hex(0xFFFFFF), Smooth(0.15f, 0.75f, face)), snow);
+            }
+            return Mix(c * look.light, look.haze, Clamp01(look.hazeAmount * (0.7f + 0.6f * part)));
+        });
+    stage.canvas.Fill(line.Outline(look.bottomY),
+                      [&](float x, float y) { return relief.Sample(x * 0.5f, y * 0.5f); });
 }
 
 void PaintHill(Stage& stage, const Skyline& line, float bottomY, Colour upper, Colour lower, float mottle) {
@@ -71,7 +113,8 @@ void PaintHill(Stage& stage, const Skyline& line, float bottomY, Colour upper, C
     const float scale = 1.0f / stage.U(60.0f);
     stage.canvas.Fill(line.Outline(bottomY), [&](float x, float y) {
         const float t = Clamp01((y - line.At(x)) / std::max(bottomY - line.At(x), 1.0f));
-        const float patch = Fbm(x * scale, y * scale * 2.2f, 4, seed) - 0.5f;
+        const float patch = 0.6f * Fbm(x * scale * 0.35f, y * scale * 2.6f, 3, seed) +
+                            0.4f * Noise(x * scale * 9.0f, y * scale * 16.0f, seed + 4) - 0.5f;
         return Mix(upper, lower, t) * (1.0f + patch * mottle * 2.0f);
     });
 }
@@ -205,8 +248,9 @@ void PaintConifer(Stage& stage, Point foot, float height, Colour dark, Colour li
         const float t = Real(tier) / Real(tiers - 1);  // from the foot upwards
         const float y = foot.y - height * (0.08f + 0.9f * t);
         const float reach =
-            height * 0.23f * std::pow(1.0f - t, 0.85f) * rng.Range(0.85f, 1.15f) + height * 0.008f;
-        const float drop = height * 0.085f * (1.0f - 0.5f * t);
+            height * 0.26f * std::pow(1.0f - t, 0.85f) * rng.Range(0.85f, 1.15f) + height * 0.008f;
+        // At least as tall as the step to the next tier, or the sky would show between them.
+        const float drop = height * std::max(0.085f, 1.5f / Real(tiers)) * (1.0f - 0.5f * t);
         for (int side = -1; side <= 1; side += 2) {
             const float s = Real(side);
             Path bough{{foot.x - s * reach * 0.1f, y - drop * 0.9f}};

@@ -13,7 +13,7 @@ constexpr float pi = std::numbers::pi_v<float>;
 // A table top of boards, seen from above, lit from one corner.
 void PaintTable(Stage& stage, Colour tone, float boards, bool upright) {
     const std::uint32_t seed = stage.Seed(181);
-    stage.Backdrop(1, [&](float x, float y) {
+    stage.Backdrop(2, [&](float x, float y) {
         const float u = upright ? y : x;
         const float v = (upright ? x : y) / stage.U(1000.0f / boards);
         const float board = std::floor(v);

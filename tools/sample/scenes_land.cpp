@@ -31,10 +31,10 @@ void MountainLake(Stage& stage) {
     const bool autumn = stage.TimeOfYear() == Season::Autumn;
     const float side = LightSide(sky, stage);
     MountainLook far;
-    far.rock = Hex(0x6C6E78);
+    far.rock = Hex(0x5E626E);
     far.forest = Hex(0x4A5A50);
     far.haze = Mix(sky.horizon, sky.zenith, 0.35f);
-    far.hazeAmount = 0.52f;
+    far.hazeAmount = 0.36f;
     far.snowY = water - stage.Y(winter ? 0.02f : rng.Range(0.16f, 0.26f));
     far.bottomY = water;
     far.light = sky.light;
@@ -46,14 +46,14 @@ void MountainLake(Stage& stage) {
     MountainLook middle = far;
     middle.rock = Hex(0x4C5448);
     middle.forest = autumn ? Hex(0x8A5A28) : winter ? Hex(0x5A6258) : Hex(0x34562C);
-    middle.hazeAmount = 0.3f;
+    middle.hazeAmount = 0.2f;
     middle.snowY = winter ? water - stage.Y(0.05f) : -1.0f;
     PaintMountain(stage,
                   MakeSkyline(stage, water, stage.Y(rng.Range(0.14f, 0.24f)), rng.Range(1.5f, 3.0f), 0.6f,
                               201 + rng.Next() % 50),
                   middle);
 
-    const float mist = rng.Range(0.1f, 0.5f);
+    const float mist = rng.Range(0.0f, 0.4f);
     stage.canvas.Shade({0, Whole(water - stage.Y(0.12f)), Whole(stage.w), Whole(water)}, 4,
                        [&](float x, float y) {
                            const float band = Smooth(0.12f, 0.0f, (water - y) / stage.h) *
@@ -62,7 +62,9 @@ void MountainLake(Stage& stage) {
                        });
     const Colour dark = (winter ? Hex(0x2C3A38) : Hex(0x16301E)) * sky.light;
     const Colour light = (autumn ? Hex(0xB87A2A) : winter ? Hex(0x5A6A62) : Hex(0x4A7038)) * sky.light;
-    for (float x = -0.02f; x < 1.02f; x += rng.Range(0.006f, 0.016f)) {
+    PaintHill(stage, MakeSkyline(stage, water + stage.U(2), stage.U(34), 9.0f, 0.2f, 251), water + stage.U(2),
+              Mix(dark, light, 0.3f), dark * 0.7f, 0.3f);
+    for (float x = -0.02f; x < 1.02f; x += rng.Range(0.004f, 0.012f)) {
         const float grove = Fbm(x * 4.0f, 1.0f, 3, stage.Seed(8));
         PaintConifer(stage, {stage.X(x), water + stage.U(2)},
                      stage.U(rng.Range(26.0f, 52.0f) + 60.0f * Smooth(0.45f, 0.75f, grove)), dark, light,
@@ -185,6 +187,18 @@ void Balloons(Stage& stage) {
         const Colour ground = stage.TimeOfYear() == Season::Autumn ? Hex(0x8A7A38) : Hex(0x55793A);
         PaintHill(stage, line, stage.h, Mix(ground * sky.light, sky.horizon, 0.6f - 0.45f * t),
                   ground * sky.light * Lerp(0.7f, 0.35f, t), 0.3f);
+    }
+    for (int i = 0; i < 70; ++i) {  // hedges and single trees between the fields
+        const float t = std::pow(rng.Unit(), 1.5f);
+        const Point at{stage.X(rng.Range(-0.02f, 1.02f)), Lerp(horizon + stage.Y(0.015f), stage.Y(0.98f), t)};
+        const float size = stage.U(Lerp(9, 34, t));
+        const LeafTones leaves =
+            stage.TimeOfYear() == Season::Autumn && rng.Chance(0.6f) ? AutumnLeaves(rng) : SummerLeaves();
+        const Colour light = Mix(sky.light, sky.horizon, 0.5f * (1.0f - t));
+        stage.canvas.Dab(at + Point{0, size * 0.3f}, size * 1.5f, size * 0.3f, 0, Tint(Hex(0x1C2410), 0.4f),
+                         size * 0.3f);
+        PaintFoliage(stage, at, size * rng.Range(0.7f, 2.2f), size * 0.6f, 60, std::max(1.8f, size * 0.13f),
+                     Lit(leaves, light), hour < 12 ? -1.0f : 1.0f);
     }
     struct Place {
         float x, y, size;

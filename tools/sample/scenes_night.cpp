@@ -325,27 +325,43 @@ void Lanterns(Stage& stage) {
     }
     // Stalls on both sides, and people between them.
     for (int side = 0; side < 2; ++side) {
-        for (int i = 0; i < 3; ++i) {
+        for (int i = 2; i >= 0; --i) {
             const float near = 1.0f - Real(i) * 0.33f;
             const float x0 = side ? 1.0f - 0.05f - 0.34f * (1.0f - near) : 0.05f + 0.34f * (1.0f - near);
             const float wide = 0.15f * near + 0.02f;
             const float top = Lerp(0.60f, 0.50f, near);
             const float foot = Lerp(0.74f, 0.98f, near);
             const Colour cloth = Hsv(rng.Chance(0.6f) ? 0.0f : 0.58f, 0.75f, 0.75f);
+            const float counter = Lerp(top, foot, 0.52f);
             stage.canvas.Fill(
                 Box(stage.X(x0 - wide), stage.Y(top), stage.X(x0 + wide), stage.Y(foot)),
-                [&](float, float y) {
+                [&](float x, float y) {
                     const float t = (y / stage.h - top) / (foot - top);
-                    return Mix(Hex(0xFFC880) * 1.1f, Hex(0x5A2A10), Smooth(0.2f, 0.75f, t));
+                    const float middle = 1.0f - 0.6f * std::fabs((x / stage.w - x0) / wide);
+                    return Mix(Hex(0xFFB860) * (1.1f * middle), Hex(0x3A1A10), Smooth(0.12f, 0.6f, t));
                 },
-                stage.U(5));
-            const int flaps = 6;
-            for (int k = 0; k < flaps; ++k) {
-                const float l = Lerp(x0 - wide * 1.1f, x0 + wide * 1.1f, Real(k) / Real(flaps));
-                const float r = Lerp(x0 - wide * 1.1f, x0 + wide * 1.1f, Real(k + 1) / Real(flaps));
-                stage.canvas.Fill({stage.At(l + 0.01f, top - 0.05f), stage.At(r - 0.005f, top - 0.05f),
-                                   stage.At(r, top + 0.05f), stage.At(l, top + 0.05f)},
-                                  (k % 2 ? Hex(0xFFF0DC) : cloth) * 0.85f, stage.U(3));
+                stage.U(4));
+            for (int k = 0; k < 40; ++k) {  // what there is to buy
+                const Point ware = stage.At(x0 + wide * rng.Range(-0.9f, 0.9f), counter - rng.Unit() * 0.05f);
+                const float size = stage.U(rng.Range(6, 13) * near);
+                stage.canvas.Dab(ware, size, size, 0,
+                                 Hsv(rng.Chance(0.6f) ? 0.03f : rng.Unit(), 0.65f, 0.95f), 2 + size * 0.3f);
+            }
+            stage.canvas.Fill(Box(stage.X(x0 - wide), stage.Y(counter), stage.X(x0 + wide), stage.Y(foot)),
+                              Mix(cloth, Hex(0x20100C), 0.72f), stage.U(3));
+            const int stripes = 9;
+            for (int k = 0; k < stripes; ++k) {
+                const float l = Lerp(-1.12f, 1.12f, Real(k) / Real(stripes)) * wide;
+                const float r = Lerp(-1.12f, 1.12f, Real(k + 1) / Real(stripes)) * wide;
+                const Colour tone = (k % 2 ? Hex(0xFFE8CC) : cloth) * 0.62f;
+                stage.canvas.Fill(
+                    Curve(
+                        {stage.At(x0 + l * 0.86f, top - 0.075f * near),
+                         stage.At(x0 + r * 0.86f, top - 0.075f * near), stage.At(x0 + r, top + 0.02f * near),
+                         stage.At(x0 + (l + r) * 0.5f, top + 0.036f * near),
+                         stage.At(x0 + l, top + 0.02f * near), stage.At(x0 + l * 0.86f, top - 0.075f * near)},
+                        3),
+                    tone, stage.U(2));
             }
         }
     }
@@ -389,7 +405,8 @@ void Lanterns(Stage& stage) {
 void Concert(Stage& stage) {
     Rng& rng = stage.rng;
     const float floor = stage.Y(0.66f);
-    const float hue = rng.Unit();
+    constexpr float hues[5] = {0.6f, 0.68f, 0.78f, 0.92f, 0.03f};
+    const float hue = hues[rng.Pick(0, 4)];
     const std::uint32_t seed = stage.Seed(161);
     stage.Backdrop(6, [&](float x, float y) {
         const float d = std::hypot((x - stage.X(0.5f)) / stage.w, (y - floor) / stage.h);

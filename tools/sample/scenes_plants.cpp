@@ -345,7 +345,8 @@ void FlowerMeadow(Stage& stage) {
 
 void FlowerMacro(Stage& stage) {
     Rng& rng = stage.rng;
-    const float hue = rng.Unit();
+    constexpr float hues[7] = {0.93f, 0.97f, 0.02f, 0.08f, 0.13f, 0.62f, 0.78f};
+    const float hue = hues[rng.Pick(0, 6)] + rng.Bell() * 0.03f;
     const bool winter = stage.TimeOfYear() == Season::Winter;
     SoftBackground(stage, winter ? Hex(0x2A3038) : Hex(0x14301A),
                    winter ? Hex(0x8A98A8) : Mix(Hex(0x7AA85A), Hsv(hue + 0.45f, 0.3f, 0.75f), 0.35f),

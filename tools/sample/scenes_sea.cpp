@@ -86,7 +86,7 @@ void Beach(Stage& stage) {
     for (int wave = 1; wave >= 0; --wave) {
         const float lift = breaker * Real(wave);
         stage.canvas.Shade(
-            {0, Whole(horizon + stage.U(40)), Whole(stage.w), Whole(stage.h)}, 1, [&](float x, float y) {
+            {0, Whole(horizon + stage.U(40)), Whole(stage.w), Whole(stage.h)}, 2, [&](float x, float y) {
                 const float d = (y - (edge(x + Real(wave) * 300.0f) - lift)) / stage.u;
                 const float lace =
                     Fbm(x / stage.U(34), y / stage.U(14), 4, seed + 3 + static_cast<std::uint32_t>(wave));
@@ -96,7 +96,7 @@ void Beach(Stage& stage) {
             });
     }
     const Colour sand = Mix(Hex(0xEBD6A8), Hex(0xD9BE92), rng.Unit()) * sky.light;
-    stage.canvas.Shade({0, Whole(shore - stage.U(160)), Whole(stage.w), Whole(stage.h)}, 1,
+    stage.canvas.Shade({0, Whole(shore - stage.U(160)), Whole(stage.w), Whole(stage.h)}, 2,
                        [&](float x, float y) {
                            const float d = (y - edge(x)) / stage.u;
                            const float ripple = Fbm(x / stage.U(70), y / stage.U(26), 3, seed + 9) - 0.5f;

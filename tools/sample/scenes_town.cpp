@@ -111,7 +111,8 @@ void RainStreet(Stage& stage) {
             }
             PaintPerson(stage, foot, size, coat * Lerp(0.6f, 1.0f, light), 0.35f);
             PaintUmbrella(stage, {foot.x + size * 0.12f, foot.y - size * 0.52f}, size * 0.46f,
-                          Hsv(walker.hue, walker.child ? 0.85f : 0.65f, 0.92f), night ? 0.7f : 1.0f);
+                          Hsv(walker.hue, walker.child ? 0.8f : 0.55f, walker.child ? 0.9f : 0.72f),
+                          night ? 0.7f : 1.0f);
         }
     };
     paintWalkers(0);

@@ -22,12 +22,11 @@ std::vector<std::string_view> Components(std::string_view path) {
     for (std::size_t at = 0; at < path.size();) {
         const std::size_t end = std::min(path.find(kSeparator, at), path.size());
         const std::string_view name = path.substr(at, end - at);
+        const bool isUp = name == "..";
         const bool canGoUp = !components.empty() && components.back() != "..";
-        if (name == ".." && canGoUp)
+        if (isUp && canGoUp)
             components.pop_back();
-        else if (name == ".." && !path.starts_with(kSeparator))
-            components.push_back(name);
-        else if (!name.empty() && name != "." && name != "..")
+        else if (!name.empty() && name != "." && !(isUp && path.starts_with(kSeparator)))
             components.push_back(name);
         at = end + 1;
     }

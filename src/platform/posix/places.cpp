@@ -85,8 +85,7 @@ std::string FindProgram(const std::string& name) {
     for (std::size_t at = 0; at <= path.size();) {
         std::size_t end = path.find(':', at);
         if (end == std::string::npos) end = path.size();
-        const std::string candidate =
-            Join(end == at ? "." : std::string_view(path).substr(at, end - at), name);
+        std::string candidate = Join(end == at ? "." : std::string_view(path).substr(at, end - at), name);
         if (IsProgram(candidate)) return candidate;
         at = end + 1;
     }

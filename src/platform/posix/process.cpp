@@ -63,6 +63,7 @@ public:
         if (command.empty() || command.front().empty()) return 0;
         std::vector<std::string> owned(command);
         std::vector<char*> arguments;
+        arguments.reserve(owned.size() + 1);
         for (std::string& argument : owned) arguments.push_back(argument.data());
         arguments.push_back(nullptr);
         pid_t child = 0;

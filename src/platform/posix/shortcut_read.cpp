@@ -121,8 +121,8 @@ bool HasZero(const std::string& path) { return path.find('\0') != std::string::n
 // The place that a relative path names. The dots are taken out, unless a link on the way makes that another
 // place.
 std::string PlaceOf(const std::string& folder, const std::string& relative, bool& stands) {
-    const std::string asStored = files::Join(folder, files::WithPlatformSeparators(relative));
-    const std::string plain = NormalizePath(asStored);
+    std::string asStored = files::Join(folder, files::WithPlatformSeparators(relative));
+    std::string plain = NormalizePath(asStored);
     const auto stored = files::GetStatus(asStored);
     stands = stored.has_value();
     if (!stands || plain == asStored) return plain;
