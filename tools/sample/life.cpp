@@ -230,7 +230,7 @@ private:
             const bool weekend = weekday == std::chrono::Saturday || weekday == std::chrono::Sunday;
             int shots = 1;
             if (spare > 0) {
-                shots += weekend ? rng_.Pick(1, 3) : rng_.Chance(0.4f) ? 1 : 0;
+                shots += weekend ? rng_.Pick(1, 3) : rng_.Chance(0.6f) ? 1 : 0;
                 if (day.day == today_.day) {
                     shots = std::max(shots, 4);
                 }
