@@ -5,6 +5,7 @@
 
 #include "app/app_hooks.h"
 #include "app/app_state.h"
+#include "app/connect_input.h"
 #include "app/dispatch.h"
 #include "app/environment.h"
 #include "app/main_window.h"
@@ -90,6 +91,7 @@ int RunDesktop(const StartOptions& options) {
     AppState& state = State();
     state.MainWindowVisible = 1;
     ConnectViews(*window);
+    ConnectInput();
     SetMainWindow(window.get());
     CreateButtons();
     window->Show();

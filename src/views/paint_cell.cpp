@@ -25,6 +25,7 @@ constexpr Color kShadow = ColorFromBgr(0xC8C8C8);
 constexpr Color kSunday = ColorFromBgr(0x0000FF);
 constexpr Color kSaturday = ColorFromBgr(0xFF0000);
 constexpr Color kFrame{43, 53, 73, 150};
+constexpr Color kNumberPlate{255, 255, 255, 176};  // keeps the number legible on dark photos and over texts
 
 Color ColorOfColumn(int column) { return column == 6 ? kSunday : column == 5 ? kSaturday : kBlack; }
 
@@ -97,6 +98,17 @@ PreparedObject Prepare(const CellContent& content, Size cell, double scale, Deco
             object.look = PreparedObject::Look::Path;
             return object;
     }
+}
+
+void DrawNumberPlate(Canvas& canvas, const Rect& cell, const char* number, bool yearly) {
+    const AppState& state = State();
+    const Font font = yearly ? Font{state.DayFontFaceForYearly, state.DayFontHeightForYearly}
+                             : Font{state.DayFontFace, state.DayFontHeight};
+    const int inset = yearly ? 4 : 8, border = yearly ? 1 : 4;
+    const Size size = MeasureText(number, font);
+    canvas.FillRect({cell.x + inset - border, cell.y + inset - border / 2, size.width + 2 * border,
+                     size.height + border},
+                    kNumberPlate);
 }
 
 // Frames in cells want the head exactly as it is written, unlike the cards of objects.
@@ -192,6 +204,8 @@ void DrawDayCell(Canvas& canvas, const Rect& cell, int day, int column, bool yea
     if (object) DrawCellObject(canvas, {cell.x + 1, cell.y + 1, cell.width, cell.height}, *object);
     char number[8];
     std::snprintf(number, sizeof number, "%02d", day);
+    const bool covered = object && object->look != PreparedObject::Look::Nothing;
+    if (covered) DrawNumberPlate(canvas, cell, number, yearly);
     if (yearly) {
         canvas.Text({cell.x + 4, cell.y + 4}, number,
                     {state.DayFontFaceForYearly, state.DayFontHeightForYearly}, ColorOfColumn(column));
