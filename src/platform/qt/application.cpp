@@ -83,7 +83,8 @@ QtApplication::QtApplication(const std::string& name, Display display)
     std::setlocale(LC_NUMERIC, "C");
     guiThread_ = QThread::currentThread();
     QCoreApplication::setApplicationName(ToQt(name));
-    QGuiApplication::setApplicationDisplayName(ToQt(name));
+    // No display name: the toolkit would hang it behind every title that the program sets.
+    QGuiApplication::setApplicationDisplayName(QString());
     QGuiApplication::setDesktopFileName(ToQt(name).toLower());
     QGuiApplication::setQuitOnLastWindowClosed(false);
     toolkit_->installEventFilter(&watch_);
