@@ -58,11 +58,15 @@ TextKind TextKindOf(std::string_view text, HeadMatch match) {
 std::optional<std::string> ReadTextHead(const std::string& path, std::size_t bytes) {
     files::InputFile file;
     if (!file.Open(path)) return std::nullopt;
-    std::string content(bytes + 1, '\0');  // one more tells whether the text goes on
+    // A little more than wanted tells whether the text goes on, and where a character of UTF-8 ends.
+    constexpr std::size_t kRestOfCharacter = 3;
+    std::string content(bytes + kRestOfCharacter, '\0');
     content.resize(file.ReadAt(0, {reinterpret_cast<std::uint8_t*>(content.data()), content.size()}));
     const bool cut = content.size() > bytes;
-    if (cut) content.resize(bytes);
-    const int encoding = DetectEncoding(content);
+    // Half a character at the end would count for another encoding and could decide in its favour.
+    const std::string whole = text::CutAtCharacter(content, bytes);
+    const int encoding = DetectEncoding(whole);
+    content = encoding == kEncodingUtf8 ? whole : content.substr(0, bytes);
     // A shift sequence of up to four bytes that was cut would be shown as letters; a whole one says nothing
     // more.
     if (const std::size_t shift = content.rfind('\x1B');

@@ -31,13 +31,13 @@ struct Photo {
     bool found = false;
 };
 
-class EitherOrder : public testing::TestWithParam<ByteOrder> {};
-INSTANTIATE_TEST_SUITE_P(ExifReader, EitherOrder, testing::Values(ByteOrder::Little, ByteOrder::Big),
+class BlockOfEitherOrder : public testing::TestWithParam<ByteOrder> {};
+INSTANTIATE_TEST_SUITE_P(ExifReader, BlockOfEitherOrder, testing::Values(ByteOrder::Little, ByteOrder::Big),
                          [](const auto& order) {
                              return order.param == ByteOrder::Big ? "BigEndian" : "LittleEndian";
                          });
 
-TEST_P(EitherOrder, ReadsWordsLongWordsAndTheNumeratorOfRationals) {
+TEST_P(BlockOfEitherOrder, ReadsWordsLongWordsAndTheNumeratorOfRationals) {
     Photo photo(JpegWith(ExifBuilder(GetParam())
                              .Ascii(ExifBuilder::Main, 0x010F, "Maker of cameras")
                              .Short(ExifBuilder::Exif, 0x8827, 400)
@@ -54,12 +54,12 @@ TEST_P(EitherOrder, ReadsWordsLongWordsAndTheNumeratorOfRationals) {
     EXPECT_EQ(photo.Value(Tag::DateTime), "absent");
 }
 
-TEST_P(EitherOrder, TakesAWordAsSigned) {
+TEST_P(BlockOfEitherOrder, TakesAWordAsSigned) {
     Photo photo(JpegWith(ExifBuilder(GetParam()).Short(ExifBuilder::Exif, 0x8827, 40'000)));
     EXPECT_EQ(photo.Number(Tag::IsoSpeedRatings), 40'000 - 65'536);
 }
 
-TEST_P(EitherOrder, TakesTextAndBytesAsTheyStandWhereANumberIsAsked) {
+TEST_P(BlockOfEitherOrder, TakesTextAndBytesAsTheyStandWhereANumberIsAsked) {
     Photo photo(JpegWith(ExifBuilder(GetParam())
                              .Undefined(ExifBuilder::Exif, 0x8827, "\x01\x02", test::kByteType)
                              .Ascii(ExifBuilder::Exif, 0x9209, "ABCDEF")));
@@ -67,7 +67,7 @@ TEST_P(EitherOrder, TakesTextAndBytesAsTheyStandWhereANumberIsAsked) {
     EXPECT_EQ(photo.Number(Tag::Flash), 0x44434241);
 }
 
-TEST_P(EitherOrder, CountsTheEntriesOfAllDirectoriesAndTheThumbnailButNoPointers) {
+TEST_P(BlockOfEitherOrder, CountsTheEntriesOfAllDirectoriesAndTheThumbnailButNoPointers) {
     Photo photo(JpegWith(ExifBuilder(GetParam())
                              .Ascii(ExifBuilder::Main, 0x010F, "Make")
                              .Short(ExifBuilder::Exif, 0x8827, 100)

@@ -54,13 +54,13 @@ ExifBuilder FullPhoto(ByteOrder order) {
     return exif;
 }
 
-class EitherOrder : public testing::TestWithParam<ByteOrder> {};
-INSTANTIATE_TEST_SUITE_P(PhotoMetadata, EitherOrder, testing::Values(ByteOrder::Little, ByteOrder::Big),
-                         [](const auto& order) {
+class PhotoOfEitherOrder : public testing::TestWithParam<ByteOrder> {};
+INSTANTIATE_TEST_SUITE_P(PhotoMetadata, PhotoOfEitherOrder,
+                         testing::Values(ByteOrder::Little, ByteOrder::Big), [](const auto& order) {
                              return order.param == ByteOrder::Big ? "BigEndian" : "LittleEndian";
                          });
 
-TEST_P(EitherOrder, GivesEveryValueByOneLookAtTheFile) {
+TEST_P(PhotoOfEitherOrder, GivesEveryValueByOneLookAtTheFile) {
     const test::TemporaryFolder folder;
     const std::string path = folder.Put("a.jpg", JpegWith(FullPhoto(GetParam()), 3872, 2592));
     PhotoMetadata found;
@@ -87,7 +87,7 @@ TEST_P(EitherOrder, GivesEveryValueByOneLookAtTheFile) {
     EXPECT_EQ(found.propertyCount, 18);
 }
 
-TEST_P(EitherOrder, CutAtAnyByteGivesEachValueWholeOrNotAtAll) {
+TEST_P(PhotoOfEitherOrder, CutAtAnyByteGivesEachValueWholeOrNotAtAll) {
     const std::string jpeg = JpegWith(FullPhoto(GetParam()), 3872, 2592);
     const PhotoMetadata whole = Read(jpeg, StoredSize::Read);
     const auto sameOrZero = [](std::int32_t found, std::int32_t wanted) {
@@ -119,7 +119,7 @@ TEST_P(EitherOrder, CutAtAnyByteGivesEachValueWholeOrNotAtAll) {
     }
 }
 
-TEST_P(EitherOrder, OfAFileIsTheSameAsOfItsBytes) {
+TEST_P(PhotoOfEitherOrder, OfAFileIsTheSameAsOfItsBytes) {
     const test::TemporaryFolder folder;
     const std::string jpeg = JpegWith(FullPhoto(GetParam()));
     for (std::size_t length = 0; length <= jpeg.size(); length += 97) {
@@ -313,7 +313,7 @@ TEST(UserComment, OfAnyOtherTypeIsNone) {
 
 // ---- comment and make
 
-TEST(XpComment, IsLittleEndianInBlocksOfEitherOrder) {
+TEST(XpComment, IsLittleEndianInBlocksOfPhotoOfEitherOrder) {
     for (const ByteOrder order : {ByteOrder::Little, ByteOrder::Big})
         EXPECT_EQ(Read(JpegWith(ExifBuilder(order).XpComment(u"\u3042 \U0001F600"))).xpComment,
                   "\u3042 \U0001F600");
