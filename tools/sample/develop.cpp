@@ -99,7 +99,7 @@ Image DevelopPicture(const Canvas& canvas, const Develop& settings, std::uint32_
             const float dither = Real(static_cast<int>((bits >> 16) & 0xFF)) * (1.0f / 255.0f);
             const float grain = noise * settings.grain;
             auto screen = [&](float v) {
-                const float root = std::sqrt(std::min(Shoulder(v), 1.0f));
+                const float root = std::sqrt(std::clamp(settings.paper ? v : Shoulder(v), 0.0f, 1.0f));
                 const float level = curve[static_cast<std::size_t>(root * Real(curveSteps))];
                 const float shaped = grey + (level - grey) * settings.contrast + grain + dither;
                 return static_cast<std::uint8_t>(std::clamp(shaped, 0.0f, 255.0f));

@@ -23,6 +23,7 @@ struct Develop {
     float vignette = 0.25f;  // light lost in the corners
     float bloom = 0.08f;     // how much strong light spills over
     float grain = 0.012f;
+    bool paper = false;  // a drawing: white stays white, nothing is brighter
 };
 
 Image DevelopPicture(const Canvas& canvas, const Develop& settings, std::uint32_t seed);

@@ -18,6 +18,7 @@ Develop Plain() {
     develop.vignette = 0;
     develop.bloom = 0;
     develop.grain = 0;
+    develop.paper = true;
     return develop;
 }
 
@@ -30,11 +31,15 @@ void Scribble(Stage& stage, const Path& knots, float width, Colour colour, float
     stage.canvas.Stroke(line, stage.U(width), stage.U(width * 0.8f), Tint(colour, 0.92f));
 }
 
-void Hatch(Stage& stage, Point centre, float rx, float ry, float angle, Colour colour, float width) {
+enum class Shape { Round, Square };
+
+void Hatch(Stage& stage, Point centre, float rx, float ry, float angle, Colour colour, float width,
+           Shape shape = Shape::Round) {
     const int lines = Whole(2.0f * ry / stage.U(width * 0.8f));
     for (int i = 0; i < lines; ++i) {
         const float v = -1.0f + 2.0f * (Real(i) + stage.rng.Unit()) / Real(lines);
-        const float half = std::sqrt(std::max(0.0f, 1.0f - v * v)) * rx;
+        const float chord = shape == Shape::Round ? std::sqrt(std::max(0.0f, 1.0f - v * v)) : 1.0f;
+        const float half = chord * rx * stage.rng.Range(0.97f, 1.02f);
         const Point across{-std::sin(angle) * v * ry, std::cos(angle) * v * ry};
         const Point along{std::cos(angle) * half, std::sin(angle) * half};
         Scribble(stage, {centre + across - along, centre + across, centre + across + along}, width,
@@ -115,14 +120,15 @@ void DrawCrayons(Stage& stage) {
                  Mix(Hex(0x4E9A38), Hex(0x8AC848), stage.rng.Unit()));
     }
     const Colour brick = Hsv(stage.rng.Range(0.0f, 0.12f), 0.6f, 0.85f);
-    Hatch(stage, stage.At(0.5f, 0.68f), stage.U(210), stage.U(170), 0.0f, Mix(brick, Hex(0xFFFFFF), 0.25f),
-          10);
+    Hatch(stage, stage.At(0.5f, 0.69f), stage.X(0.195f), stage.Y(0.185f), 0.0f,
+          Mix(brick, Hex(0xFFFFFF), 0.3f), 10, Shape::Square);
+    const Point walls[4] = {stage.At(0.3f, 0.5f), stage.At(0.3f, 0.88f), stage.At(0.7f, 0.88f),
+                            stage.At(0.7f, 0.5f)};
+    for (int i = 0; i < 4; ++i) Scribble(stage, {walls[i], walls[(i + 1) % 4]}, 11, brick * 0.6f);
     Scribble(stage,
-             {stage.At(0.3f, 0.88f), stage.At(0.3f, 0.5f), stage.At(0.7f, 0.5f), stage.At(0.7f, 0.88f),
-              stage.At(0.3f, 0.88f)},
-             11, brick * 0.6f);
-    Scribble(stage, {stage.At(0.25f, 0.52f), stage.At(0.5f, 0.24f), stage.At(0.75f, 0.52f)}, 14,
-             Hex(0xB8302C));
+             {stage.At(0.25f, 0.52f), stage.At(0.375f, 0.38f), stage.At(0.49f, 0.25f), stage.At(0.5f, 0.235f),
+              stage.At(0.51f, 0.25f), stage.At(0.625f, 0.38f), stage.At(0.75f, 0.52f)},
+             14, Hex(0xB8302C));
     for (int i = 0; i < 11; ++i) {
         const float t = Real(i) / 11.0f;
         Scribble(stage,
@@ -130,9 +136,10 @@ void DrawCrayons(Stage& stage) {
                   stage.At(Lerp(0.52f, 0.72f, t), Lerp(0.28f, 0.5f, t))},
                  11, Hex(0xD84A3C));
     }
-    Hatch(stage, stage.At(0.5f, 0.78f), stage.U(50), stage.U(96), pi * 0.5f, Hex(0x6A4428), 9);
+    Hatch(stage, stage.At(0.5f, 0.79f), stage.U(100), stage.U(58), pi * 0.5f, Hex(0x6A4428), 9,
+          Shape::Square);
     for (const float x : {0.38f, 0.62f}) {
-        Hatch(stage, stage.At(x, 0.62f), stage.U(44), stage.U(40), 0.3f, Hex(0xFFE070), 9);
+        Hatch(stage, stage.At(x, 0.62f), stage.U(54), stage.U(46), 0.0f, Hex(0xFFE070), 9, Shape::Square);
         Scribble(stage, {stage.At(x, 0.56f), stage.At(x, 0.68f)}, 7, Hex(0x4A3424));
         Scribble(stage, {stage.At(x - 0.04f, 0.62f), stage.At(x + 0.04f, 0.62f)}, 7, Hex(0x4A3424));
     }
@@ -292,7 +299,7 @@ Image MakeBackground(int month, std::uint32_t seed) {
     }
     stage.canvas.Shade(stage.canvas.Whole(), 8, [](float, float) { return Tint(Hex(0xFFFFFF), 0.3f); });
     Develop develop = Plain();
-    develop.exposure = 0.93f;
+    develop.exposure = 0.97f;
     return DevelopPicture(stage.canvas, develop, seed);
 }
 
