@@ -106,8 +106,10 @@ void PaintSky(Stage& stage, const Sky& sky, float horizonY) {
         const float here = field(x, y);
         const float density = Smooth(lift - 0.38f, lift - 0.14f, here);
         if (density > 0.0f) {
+            // Towards the sun; under it the light comes from above, or its column would show as a seam.
             const float step = 0.02f * w;
-            const float toSun = field(x + (toSunX > x ? step : -step), y - step * 0.8f);
+            const float toSun =
+                field(x + step * std::clamp((toSunX - x) / (0.12f * w), -1.0f, 1.0f), y - step * 0.8f);
             const float lit = Clamp01(0.58f + (here - toSun) * 4.2f - (here - lift + 0.26f) * 0.9f);
             Colour cloud = Mix(sky.cloudShade, sky.cloudLit, lit);
             cloud = Mix(cloud, sky.horizon, 0.55f * t * t);
