@@ -3,7 +3,8 @@
 
 phase_times=()
 phase_ticker=
-trap '[ -z "$phase_ticker" ] || kill "$phase_ticker" 2>/dev/null' EXIT
+phase_children=()  # what a phase has started beside itself; none of it outlives the script
+trap 'kill $phase_ticker "${phase_children[@]}" 2>/dev/null' EXIT
 
 phase_milliseconds() { echo $((${EPOCHREALTIME/[.,]/} / 1000)); }
 
