@@ -75,7 +75,7 @@ std::optional<CalendarDate> ParseBelow(std::string_view path, std::string_view r
     if (!scanner.Separator()) return date;
     const auto dayFolderYear = scanner.Number();
     if (!dayFolderYear) return date;
-    // The year folder's own number loses: meant, and held by ParsePathDate.YearIsThatOfTheDayFolder.
+    // The year folder's own number loses: meant, and held by ParsePathDateTest.YearIsThatOfTheDayFolder.
     date.year = *dayFolderYear;
     if (!scanner.Literal('_')) return date;
     if (const auto monthAndDay = scanner.Number()) date.day = *monthAndDay % 100;

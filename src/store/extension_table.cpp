@@ -6,6 +6,7 @@
 #include <optional>
 #include <shared_mutex>
 
+#include "base/log.h"
 #include "platform/files.h"
 #include "platform/text.h"
 
@@ -98,7 +99,7 @@ Lists Parse(std::string_view content) {
         if (line[0] == '[' || line.size() < 2 || !current) continue;
         // The last byte goes whatever it is: the carriage return of a foreign line end stays in the entry,
         // and a last line without an end loses a letter. Meant, and held by
-        // ExtensionTable.TheLastByteOfALine...
+        // TheLastByteOfALineGoesWhateverItIs
         ListOf(lists, *current).push_back(Entry(line.substr(0, line.size() - 1)));
     }
     // A table from before movies were known goes on working.
@@ -162,7 +163,9 @@ std::string MakeExtensionTableText() {
 }
 
 bool SaveExtensionTable(const std::string& path) {
-    return files::WriteWholeFile(path, MakeExtensionTableText()) == files::FileResult::Done;
+    const bool written = files::WriteWholeFile(path, MakeExtensionTableText()) == files::FileResult::Done;
+    if (!written) Log("[ExtensionTable] cannot be written: %s", path.c_str());
+    return written;
 }
 
 void ClearExtensionTable() {

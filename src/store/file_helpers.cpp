@@ -41,7 +41,7 @@ std::string GetFileName(std::string_view path) {
 std::uint32_t GetFileSizeValue(const std::string& path) {
     const auto status = files::GetStatus(path);
     if (!status) return 0;
-    // Low less high, not low plus high times 2^32: meant, and held by FileSize.BeyondFourGigabytes...
+    // Low less high, not low plus high times 2^32: meant, and held by SizeValueBeyondFourGigabytes...
     return static_cast<std::uint32_t>(status->size & 0xFFFFFFFFu) -
            static_cast<std::uint32_t>(status->size >> 32);
 }

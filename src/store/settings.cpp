@@ -7,6 +7,7 @@
 #include <optional>
 #include <type_traits>
 
+#include "base/log.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/shell.h"
@@ -367,7 +368,9 @@ std::string MakeSettingsText() {
 }
 
 bool SaveSettings(const std::string& path) {
-    return files::WriteWholeFile(path, MakeSettingsText()) == files::FileResult::Done;
+    const bool written = files::WriteWholeFile(path, MakeSettingsText()) == files::FileResult::Done;
+    if (!written) Log("[Settings] cannot be written: %s", path.c_str());
+    return written;
 }
 
 }  // namespace kalmora
