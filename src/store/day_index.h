@@ -1,0 +1,78 @@
+// DayIndex: the records of one calendar day, and the file $calendar.cidx that keeps them in the day's folder.
+//
+// The file is a cache: it can always be made anew from the folder. docs/formats.md describes it.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/index_entry.h"
+#include "store/work_flag.h"
+
+namespace kalmora {
+
+inline constexpr char kIndexFileName[] = "$calendar.cidx";
+
+// One thread works on a DayIndex at a time, but for `stopRequest`, which any thread may set. A day that has
+// been published by its month (MonthIndex::Day) is never changed any more and may be read by all.
+class DayIndex {
+public:
+    DayIndex() = default;
+    DayIndex(int dayYear, int dayMonth, int dayNumber) : year(dayYear), month(dayMonth), day(dayNumber) {}
+
+    std::vector<EntryPointer> entries;    // in byte order of the path, each path once
+    std::vector<IndexTimeKey> timeOrder;  // by date; keys whose path is no entry any more are passed over
+    std::string folder;                   // the day's folder; empty when it did not exist
+    std::string dataRoot;                 // the root to use; empty: CurrentDataRoot. Used up by a load.
+    std::string indexPath;                // the index file
+    int year = 0, month = 0, day = 0;
+    WorkFlag loading;        // an update runs: only then does the month pass a stop request on to its day
+    WorkFlag stopRequest;    // asks the worker to leave; the worker clears it
+    mutable WorkFlag dirty;  // memory differs from the file; cleared by whoever has written it
+
+    // Fills the record from the index file; where that is missing, unreadable or of another version, from the
+    // folder, and writes the file. True also when the day has no folder, and when the file could not be
+    // written: the records serve from memory then. False when stopped; what was read until then stays. A stop
+    // request made before the call is lost.
+    bool Load(int year, int month, int day);
+    // The same, but leaves the writing (while `dirty` is set) to the caller: see index_batch.h.
+    bool LoadUnwritten(int year, int month, int day);
+
+    // Reads the folder and its sub-folders: unknown files are read and added, changed ones are read again.
+    // Ends the walk of a folder after its first sub-folder, as told in the .cpp. False when the folder cannot
+    // be listed or when stopped; what was added until then stays.
+    bool LoadFolder(const std::string& path);
+
+    // The file's entry, read when it is new or stale. Never null.
+    EntryPointer Add(const std::string& path);
+    // Null when there is none.
+    EntryPointer Find(std::string_view path) const;
+
+    // Writes the index file if the record is dirty and the day's folder stands. False when it could not be
+    // written: the old file is whole then, and dirty stays set.
+    bool Write();
+    // The content of the index file.
+    std::string MakeText() const;
+
+    // Brings the records up to date with the folder: see UpdateIndex. Always true.
+    bool Update(int year, int month, int day);
+    bool UpdateUnwritten(int year, int month, int day);
+    // LoadFolder, then drops the records of files that have gone. Leaves early, and unwritten, when stopped.
+    // True when it came to its end.
+    bool UpdateIndex(const std::string& dayFolder);
+
+private:
+    bool IsStopped() const;
+    void Clear();
+    bool ReadIndexFile(std::string_view bytes);
+    bool Rebuild();
+    bool WalkFolder(const std::string& path, int depth, std::vector<EntryPointer>& added);
+    void TakeIn(std::vector<EntryPointer>& added);
+    bool DropGoneFiles();
+    void SortTimeOrder();
+    void SetFolder(const std::string& path);
+};
+
+}  // namespace kalmora

@@ -1,0 +1,17 @@
+// Bringing the index up to date in the background: by command, after an import, when the user is away, at
+// start.
+#pragma once
+
+namespace kalmora {
+
+// Updates a month of both roots on a thread of its own at the lowest priority;
+// State().BackgroundUpdateRunning is set while it runs. Does not ask whether another one runs: the months'
+// gates sort that out.
+void StartBackgroundUpdate(int yearTimes100PlusMonth);
+// The same on this thread.
+void UpdateMonthOfBothRoots(int year, int month);
+
+// Loads NumberOfLoadIndex months of both roots, from the current month backwards. On this thread.
+void PreloadIndexes();
+
+}  // namespace kalmora
