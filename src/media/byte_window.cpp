@@ -60,21 +60,22 @@ std::span<const std::uint8_t> ByteWindow::Some(std::uint64_t offset, std::size_t
             std::min<std::size_t>(length, farOffset_ + farLength_ - offset)};
 }
 
+bool ByteWindow::Fill(std::uint64_t offset, std::span<std::uint8_t> into) {
+    if (!Has(offset, into.size())) return false;
+    if (inMemory_ || into.size() <= kHead) {
+        const auto from = inMemory_ ? memory_.subspan(static_cast<std::size_t>(offset), into.size())
+                                    : At(offset, into.size());
+        if (from.size() != into.size()) return false;
+        std::copy(from.begin(), from.end(), into.begin());
+        return true;
+    }
+    return file_.ReadAt(offset, into) == into.size();
+}
+
 std::optional<std::string> ByteWindow::Copy(std::uint64_t offset, std::uint64_t length, std::uint64_t limit) {
     if (length > limit || !Has(offset, length)) return std::nullopt;
-    if (length <= kHead) {
-        const auto bytes = At(offset, static_cast<std::size_t>(length));
-        if (bytes.size() != length) return std::nullopt;
-        return std::string(bytes.begin(), bytes.end());
-    }
     std::string copy(static_cast<std::size_t>(length), '\0');
-    const std::span<std::uint8_t> into(reinterpret_cast<std::uint8_t*>(copy.data()), copy.size());
-    if (inMemory_) {
-        const auto from = memory_.subspan(static_cast<std::size_t>(offset), copy.size());
-        std::copy(from.begin(), from.end(), into.begin());
-    } else if (file_.ReadAt(offset, into) != copy.size()) {
-        return std::nullopt;
-    }
+    if (!Fill(offset, {reinterpret_cast<std::uint8_t*>(copy.data()), copy.size()})) return std::nullopt;
     return copy;
 }
 

@@ -52,7 +52,9 @@ public:
         const std::uint64_t size = Size();
         return offset <= size && length <= size - offset;
     }
-    // A copy of a longer stretch. Empty optional when it does not all lie in the file or is past `limit`.
+    // Fills `into` with the bytes from `offset` on. False when they do not all lie in the file.
+    bool Fill(std::uint64_t offset, std::span<std::uint8_t> into);
+    // A copy of `length` bytes. Empty optional when they do not all lie in the file or are more than `limit`.
     std::optional<std::string> Copy(std::uint64_t offset, std::uint64_t length, std::uint64_t limit);
     std::uint64_t Size();
 

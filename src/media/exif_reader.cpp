@@ -19,37 +19,39 @@ enum class Directory { Main, Exif, Gps, Interoperability, Thumbnail };
 constexpr std::size_t kDirectories = 5;
 
 struct Wanted {
-    Tag tag;
+    std::uint16_t id;
     Directory home;
 };
 
-// In the order of the tags, so that a lookup can search by halves.
+// By Tag, which is the order of the ids: a lookup searches by halves.
 constexpr std::array<Wanted, kWantedTags> kWanted{{
-    {Tag::Make, Directory::Main},
-    {Tag::Orientation, Directory::Main},
-    {Tag::DateTime, Directory::Main},
-    {Tag::ExposureTime, Directory::Exif},
-    {Tag::ExposureProgram, Directory::Exif},
-    {Tag::IsoSpeedRatings, Directory::Exif},
-    {Tag::DateTimeOriginal, Directory::Exif},
-    {Tag::ShutterSpeedValue, Directory::Exif},
-    {Tag::ApertureValue, Directory::Exif},
-    {Tag::BrightnessValue, Directory::Exif},
-    {Tag::ExposureBiasValue, Directory::Exif},
-    {Tag::Flash, Directory::Exif},
-    {Tag::MakerNote, Directory::Exif},
-    {Tag::UserComment, Directory::Exif},
-    {Tag::XpComment, Directory::Main},
+    {0x010F, Directory::Main},  // Make
+    {0x0112, Directory::Main},  // Orientation
+    {0x0132, Directory::Main},  // DateTime
+    {0x829A, Directory::Exif},  // ExposureTime
+    {0x8822, Directory::Exif},  // ExposureProgram
+    {0x8827, Directory::Exif},  // IsoSpeedRatings
+    {0x9003, Directory::Exif},  // DateTimeOriginal
+    {0x9201, Directory::Exif},  // ShutterSpeedValue
+    {0x9202, Directory::Exif},  // ApertureValue
+    {0x9203, Directory::Exif},  // BrightnessValue
+    {0x9204, Directory::Exif},  // ExposureBiasValue
+    {0x9209, Directory::Exif},  // Flash
+    {0x927C, Directory::Exif},  // MakerNote
+    {0x9286, Directory::Exif},  // UserComment
+    {0x9C9C, Directory::Main},  // XpComment
 }};
+static_assert(static_cast<std::size_t>(Tag::XpComment) + 1 == kWantedTags);
+static_assert(std::is_sorted(kWanted.begin(), kWanted.end(),
+                             [](const Wanted& a, const Wanted& b) { return a.id < b.id; }));
 
-std::size_t IndexOf(std::uint16_t tag) {
+// The place in kWanted; kWantedTags for a tag that nobody wants.
+std::size_t IndexOf(std::uint16_t id) {
     const auto found =
-        std::lower_bound(kWanted.begin(), kWanted.end(), tag, [](const Wanted& wanted, std::uint16_t value) {
-            return static_cast<std::uint16_t>(wanted.tag) < value;
-        });
-    return found != kWanted.end() && static_cast<std::uint16_t>(found->tag) == tag
-               ? static_cast<std::size_t>(found - kWanted.begin())
-               : kWantedTags;
+        std::lower_bound(kWanted.begin(), kWanted.end(), id,
+                         [](const Wanted& wanted, std::uint16_t value) { return wanted.id < value; });
+    return found != kWanted.end() && found->id == id ? static_cast<std::size_t>(found - kWanted.begin())
+                                                     : kWantedTags;
 }
 
 // Bytes of one element of a TIFF type; 0 for a type that there is not.
@@ -196,12 +198,6 @@ std::uint32_t ExifHeaderLength(std::span<const std::uint8_t> payload) {
 }
 
 }  // namespace
-
-const Item& Block::Find(Tag tag) const {
-    static const Item none;
-    const std::size_t index = IndexOf(static_cast<std::uint16_t>(tag));
-    return index < kWantedTags ? items[index] : none;
-}
 
 bool ReadBlock(ByteWindow& file, Block& block) {
     JpegSegmentWalk walk(file);

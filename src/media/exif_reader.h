@@ -14,24 +14,25 @@
 
 namespace kalmora::exif {
 
-// The tags that the program wants. Orientation and Make are looked for in the main directory, most others in
-// the Exif directory; a tag that is missing in its home is taken from the other of the two.
-enum class Tag : std::uint16_t {
-    Make = 0x010F,
-    Orientation = 0x0112,
-    DateTime = 0x0132,
-    ExposureTime = 0x829A,
-    ExposureProgram = 0x8822,
-    IsoSpeedRatings = 0x8827,
-    DateTimeOriginal = 0x9003,
-    ShutterSpeedValue = 0x9201,
-    ApertureValue = 0x9202,
-    BrightnessValue = 0x9203,
-    ExposureBiasValue = 0x9204,
-    Flash = 0x9209,
-    MakerNote = 0x927C,
-    UserComment = 0x9286,
-    XpComment = 0x9C9C,
+// The tags that the program wants, in the order of their ids. Make, Orientation, DateTime and XPComment are
+// at home in the main directory, the others in the Exif directory; a tag that its home does not have is taken
+// from the other of the two.
+enum class Tag : std::uint8_t {
+    Make,
+    Orientation,
+    DateTime,
+    ExposureTime,
+    ExposureProgram,
+    IsoSpeedRatings,
+    DateTimeOriginal,
+    ShutterSpeedValue,
+    ApertureValue,
+    BrightnessValue,
+    ExposureBiasValue,
+    Flash,
+    MakerNote,
+    UserComment,
+    XpComment,
 };
 inline constexpr std::size_t kWantedTags = 15;
 
@@ -57,7 +58,7 @@ struct Block {
     std::uint32_t thumbnailLength = 0;  // 0: there is none
     std::array<Item, kWantedTags> items{};
 
-    const Item& Find(Tag tag) const;
+    const Item& Find(Tag tag) const { return items[static_cast<std::size_t>(tag)]; }
 };
 
 // The first block of the file that has any entry: in a JPEG's APP1 segments, or the whole of a TIFF file.

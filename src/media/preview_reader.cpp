@@ -8,7 +8,7 @@ namespace kalmora {
 
 namespace {
 
-constexpr std::uint64_t kLargestThumbnail = 1u << 20;
+constexpr std::uint32_t kLargestThumbnail = 1u << 20;
 
 }  // namespace
 
@@ -21,10 +21,12 @@ images::EmbeddedPreview ReadEmbeddedPreview(const std::string& path, bool withTh
     if (!exif::ReadBlock(file, block)) return preview;
     const std::int32_t orientation = exif::FirstNumber(file, block, exif::Tag::Orientation);
     if (orientation >= 1 && orientation <= 8) preview.orientation = orientation;
-    if (!withThumbnail || block.thumbnailLength < 4) return preview;
-    const auto bytes = file.Copy(block.thumbnailOffset, block.thumbnailLength, kLargestThumbnail);
-    if (bytes && bytes->compare(0, 2, "\xFF\xD8") == 0)
-        preview.thumbnail.assign(bytes->begin(), bytes->end());
+    if (!withThumbnail || block.thumbnailLength > kLargestThumbnail) return preview;
+    const auto start = file.At(block.thumbnailOffset, 2);
+    if (start.size() < 2 || start[0] != 0xFF || start[1] != 0xD8) return preview;
+    if (!file.Has(block.thumbnailOffset, block.thumbnailLength)) return preview;
+    preview.thumbnail.resize(block.thumbnailLength);
+    if (!file.Fill(block.thumbnailOffset, preview.thumbnail)) preview.thumbnail.clear();
     return preview;
 }
 

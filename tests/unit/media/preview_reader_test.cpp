@@ -39,7 +39,7 @@ TEST_F(PreviewReaderTest, GivesNoThumbnailThatIsCutOrNoJpeg) {
     EXPECT_FALSE(Read(whole).thumbnail.empty());
     EXPECT_TRUE(Read(whole.substr(0, 5000)).thumbnail.empty());
     EXPECT_TRUE(Read(test::JpegWith(ExifBuilder().EmbeddedJpeg("no picture"))).thumbnail.empty());
-    EXPECT_TRUE(Read(test::JpegWith(ExifBuilder().EmbeddedJpeg("\xFF\xD8"))).thumbnail.empty());
+    EXPECT_TRUE(Read(test::JpegWith(ExifBuilder().EmbeddedJpeg("\xFF"))).thumbnail.empty());
 }
 
 TEST_F(PreviewReaderTest, TrustsNoLengthPastTheFile) {
