@@ -131,7 +131,7 @@ std::string CurrentDataRoot() {
     for (const std::string& root : listed)
         if (files::IsFolder(root)) return root;
 
-    const std::string fallback = files::Join(state.ProgramFolder, "files");
+    std::string fallback = files::Join(state.ProgramFolder, "files");
     const bool made = !files::IsFolder(fallback) && MakeDirectories(fallback);
     std::lock_guard lock(rootMutex);
     state.DataDirectory = fallback;

@@ -14,9 +14,9 @@ std::string FindResource(std::string_view name) {
         relative = relative.substr(head.size());
     }
     relative = files::WithPlatformSeparators(relative);
-    const std::string inHome = files::Join(home, relative);
+    std::string inHome = files::Join(home, relative);
     if (files::Exists(inHome)) return inHome;
-    const std::string installed = files::Join(State().InstallFolder, relative);
+    std::string installed = files::Join(State().InstallFolder, relative);
     return !State().InstallFolder.empty() && files::Exists(installed) ? installed : inHome;
 }
 
