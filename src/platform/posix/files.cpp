@@ -16,6 +16,7 @@
 #include <system_error>
 
 #include "platform/posix/file_errors.h"
+#include "platform/posix/file_status.h"
 #include "platform/posix/path_names.h"
 #include "platform/posix/unix_time.h"
 
@@ -63,6 +64,26 @@ FolderEntry MakeEntry(int folder, const dirent& found) {
     return entry;
 }
 
+std::optional<FileStatus> LookAt(int folder, const char* path, int flags) {
+    struct statx found {};
+    if (statx(folder, path, AT_STATX_SYNC_AS_STAT | flags, STATX_BASIC_STATS | STATX_BTIME, &found) != 0)
+        return std::nullopt;
+    FileStatus status;
+    status.isFolder = S_ISDIR(found.stx_mode);
+    status.isRegular = S_ISREG(found.stx_mode);
+    status.isReadOnly =
+        (found.stx_mode & kWriteBits) == 0 || (found.stx_attributes & STATX_ATTR_IMMUTABLE) != 0;
+    status.size = found.stx_size;
+    status.accessed = FromStatx(found.stx_atime);
+    status.written = FromStatx(found.stx_mtime);
+    // Some file systems claim to know the birth time and give 1970.
+    const bool knowsBirth = (found.stx_mask & STATX_BTIME) != 0 && found.stx_btime.tv_sec != 0;
+    status.created = knowsBirth ? FromStatx(found.stx_btime) : status.written;
+    status.volume = static_cast<std::uint64_t>(found.stx_dev_major) << 32 | found.stx_dev_minor;
+    status.identity = found.stx_ino;
+    return status;
+}
+
 }  // namespace
 
 FileResult ResultOfError(int errorNumber) {
@@ -86,25 +107,9 @@ FileResult ResultOfError(int errorNumber) {
     }
 }
 
-std::optional<FileStatus> GetStatus(const std::string& path) {
-    struct statx found {};
-    if (statx(AT_FDCWD, path.c_str(), AT_STATX_SYNC_AS_STAT, STATX_BASIC_STATS | STATX_BTIME, &found) != 0)
-        return std::nullopt;
-    FileStatus status;
-    status.isFolder = S_ISDIR(found.stx_mode);
-    status.isRegular = S_ISREG(found.stx_mode);
-    status.isReadOnly =
-        (found.stx_mode & kWriteBits) == 0 || (found.stx_attributes & STATX_ATTR_IMMUTABLE) != 0;
-    status.size = found.stx_size;
-    status.accessed = FromStatx(found.stx_atime);
-    status.written = FromStatx(found.stx_mtime);
-    // Some file systems claim to know the birth time and give 1970.
-    const bool knowsBirth = (found.stx_mask & STATX_BTIME) != 0 && found.stx_btime.tv_sec != 0;
-    status.created = knowsBirth ? FromStatx(found.stx_btime) : status.written;
-    status.volume = static_cast<std::uint64_t>(found.stx_dev_major) << 32 | found.stx_dev_minor;
-    status.identity = found.stx_ino;
-    return status;
-}
+std::optional<FileStatus> GetStatus(const std::string& path) { return LookAt(AT_FDCWD, path.c_str(), 0); }
+
+std::optional<FileStatus> StatusOfDescriptor(int descriptor) { return LookAt(descriptor, "", AT_EMPTY_PATH); }
 
 bool Exists(const std::string& path) { return !path.empty() && access(path.c_str(), F_OK) == 0; }
 
