@@ -79,6 +79,14 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::size_t li
 // Replaces the content: written to a new file beside it, flushed, renamed over the old one. A failure at any
 // point leaves the old file as it was.
 FileResult WriteWholeFile(const std::string& path, std::string_view content);
+// The same for several files with one flush for all of them, which costs hardly more than one: each is the old
+// or the new one at any moment, and power that fails soon after may bring old ones back. A link that stands
+// there is not followed but replaced. How each file went.
+struct NewContent {
+    std::string path;
+    std::string_view content;
+};
+std::vector<FileResult> WriteWholeFiles(std::span<const NewContent> contents);
 // Adds to the end of the file, which is made when it is missing. What two callers add at once stands one after
 // the other. Not flushed: for logs.
 FileResult AppendToFile(const std::string& path, std::string_view content);

@@ -1,19 +1,17 @@
-// What is inside files: reading, copying, replacing.
+// What is inside files: reading and copying. Replacing is in file_replace.cpp.
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <cerrno>
-#include <climits>
-#include <cstdlib>
+#include <utility>
 
 #include "platform/files.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/file_errors.h"
-#include "platform/posix/path_names.h"
+#include "platform/posix/write_all.h"
 
 namespace kalmora::files {
 
@@ -21,16 +19,6 @@ namespace {
 
 // A pipe without a writer would make a plain open wait for ever; O_NONBLOCK has no effect on regular files.
 constexpr int kReadFlags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-
-bool WriteAll(int file, std::string_view content) {
-    while (!content.empty()) {
-        const ssize_t written = write(file, content.data(), content.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written <= 0) return false;
-        content.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
 
 bool CopyByHand(int from, int to) {
     std::array<char, 1 << 16> buffer;
@@ -54,36 +42,6 @@ bool CopyContent(int from, int to) {
         if (count < 0 && (errno == ENOSPC || errno == EDQUOT || errno == EIO)) return false;
         return CopyByHand(from, to);
     }
-}
-
-// The file that a link stands for, so that replacing the content does not replace the link.
-std::string WithLinkFollowed(const std::string& path) {
-    struct stat status {};
-    if (lstat(path.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) return path;
-    char* resolved = realpath(path.c_str(), nullptr);
-    if (!resolved) return path;
-    std::string target = resolved;
-    std::free(resolved);
-    return target;
-}
-
-// A new empty file beside the other one. Hidden, and of a kind that the index passes over, in case a crash
-// leaves it behind.
-Descriptor MakeFileBeside(const std::string& path, std::string& madePath) {
-    static std::atomic<unsigned> counter{0};
-    const std::string head = Join(FolderOfPath(path), ".kalmora-" + std::to_string(getpid()) + "-");
-    constexpr int kAttempts = 1000;
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        madePath = head + std::to_string(counter.fetch_add(1)) + ".cidx";
-        Descriptor file(open(madePath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-        if (file || errno != EEXIST) return file;
-    }
-    return Descriptor();
-}
-
-void FlushFolder(const std::string& folder) {
-    const Descriptor handle(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (handle) fsync(handle.Get());  // not every file system can; the file itself is safe already
 }
 
 }  // namespace
@@ -133,37 +91,6 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::size_t li
     }
     content.resize(length);
     return content;
-}
-
-FileResult WriteWholeFile(const std::string& path, std::string_view content) {
-    const std::string target = WithLinkFollowed(path);
-    struct stat old {};
-    const bool hadOld = lstat(target.c_str(), &old) == 0;
-    if (hadOld && !S_ISREG(old.st_mode)) return FileResult::Failed;
-    // Renaming would go past the protection of the file itself.
-    if (hadOld && (old.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) return FileResult::Denied;
-
-    std::string temporary;
-    Descriptor file = MakeFileBeside(target, temporary);
-    if (!file) return ResultOfError(errno);
-    bool isWritten = WriteAll(file.Get(), content);
-    if (isWritten && hadOld) {
-        if (old.st_uid != geteuid() || old.st_gid != getegid()) {
-            // Only a privileged program may give a file away; any other keeps it for its own user.
-            if (fchown(file.Get(), old.st_uid, old.st_gid) != 0) errno = 0;
-        }
-        isWritten = fchmod(file.Get(), old.st_mode & 07777) == 0;
-    }
-    isWritten = isWritten && fsync(file.Get()) == 0;
-    int errorNumber = isWritten ? 0 : errno;
-    if (!file.Close() && errorNumber == 0) errorNumber = errno;
-    if (errorNumber == 0 && rename(temporary.c_str(), target.c_str()) != 0) errorNumber = errno;
-    if (errorNumber != 0) {
-        unlink(temporary.c_str());
-        return ResultOfError(errorNumber);
-    }
-    FlushFolder(FolderOfPath(target));
-    return FileResult::Done;
 }
 
 InputFile::~InputFile() { Close(); }
