@@ -1,5 +1,7 @@
 #include "views/calendar_store.h"
 
+#include <utility>
+
 #include "app/app_state.h"
 
 namespace kalmora {
@@ -45,7 +47,8 @@ double ClientScale() {
 YearView& CalendarStore::SlotOf(int year) { return years[Index(year)]; }
 
 MonthView& CalendarStore::MonthOf(int year, int month) {
-    return SlotOf(year).months[static_cast<std::size_t>((month + 11) % 12)];
+    // A settings file can name any month.
+    return SlotOf(year).months[static_cast<std::size_t>((month % 12 + 23) % 12)];
 }
 
 DayViewer& CalendarStore::CurrentDayViewer() { return dayViewers[Index(State().DayRing)]; }
@@ -63,7 +66,31 @@ bool CalendarStore::StartObjectLoader(std::function<void()> body) {
 
 bool CalendarStore::StartPaintThread(std::function<void()> body) {
     std::lock_guard lock(threadsMutex_);
-    return Start(paintThread_, "PaintThread", std::move(body));
+    paintIsLeft_ = false;
+    paintRunGoes_ = Start(paintThread_, "PaintThread", std::move(body));
+    return paintRunGoes_;
+}
+
+bool CalendarStore::LeavePaintToRun() {
+    std::lock_guard lock(threadsMutex_);
+    if (paintRunGoes_) paintIsLeft_ = true;
+    return paintRunGoes_;
+}
+
+bool CalendarStore::IsPaintLeftToRun() const {
+    std::lock_guard lock(threadsMutex_);
+    return paintIsLeft_;
+}
+
+bool CalendarStore::TakePaintLeftToRun() {
+    std::lock_guard lock(threadsMutex_);
+    return std::exchange(paintIsLeft_, false);
+}
+
+bool CalendarStore::EndPaintRun() {
+    std::lock_guard lock(threadsMutex_);
+    paintRunGoes_ = false;
+    return std::exchange(paintIsLeft_, false);
 }
 
 bool CalendarStore::IsObjectLoaderRunning() const {

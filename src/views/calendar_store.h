@@ -27,7 +27,6 @@ struct CalendarStore {
     std::atomic<std::uint32_t> loadNumber{0};
     // Pictures drawn since the last start of a view: for `shot` and tests.
     std::atomic<int> objectsDrawn{0};
-    std::atomic<bool> paintWasDropped{false};  // a full paint came while the paint thread ran
 
     YearView& SlotOf(int year);
     MonthView& MonthOf(int year, int month);  // of the slot of that year, whatever the slot holds
@@ -39,14 +38,22 @@ struct CalendarStore {
     // Starts the worker anew; an old one that still runs is let go. Any thread.
     bool StartObjectLoader(std::function<void()> body);
     bool StartPaintThread(std::function<void()> body);
+    // A paint run goes from StartPaintThread until EndPaintRun. A full paint that comes meanwhile is left to
+    // it: true when it was, false when no run is going and the caller is to paint.
+    bool LeavePaintToRun();
+    bool IsPaintLeftToRun() const;
+    bool TakePaintLeftToRun();  // true once for all paints left until then
+    bool EndPaintRun();         // true when a paint was left that the run did not take
     bool IsObjectLoaderRunning() const;
     bool IsPaintThreadRunning() const;
     bool WaitForWorkers(int milliseconds) const;  // true when neither runs any more
 
 private:
     mutable std::mutex threadsMutex_;
-    Thread objectLoader_;  // guarded by threadsMutex_
-    Thread paintThread_;   // guarded by threadsMutex_
+    Thread objectLoader_;        // guarded by threadsMutex_
+    Thread paintThread_;         // guarded by threadsMutex_
+    bool paintRunGoes_ = false;  // guarded by threadsMutex_
+    bool paintIsLeft_ = false;   // guarded by threadsMutex_
 };
 
 // Made on first use, never destroyed: workers may outlive main.

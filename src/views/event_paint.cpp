@@ -29,9 +29,9 @@ Size ObjectArea() {
 void SettlePaints() {
     CalendarStore& calendar = Calendar();
     do {
-        if (calendar.paintWasDropped.exchange(false)) PaintBase();
+        if (calendar.TakePaintLeftToRun()) PaintBase();
         SleepMs(kSettleMs);
-    } while (calendar.paintWasDropped && !State().ObjectGate.IsStopRequested());
+    } while (calendar.IsPaintLeftToRun() && !State().ObjectGate.IsStopRequested());
 }
 
 bool PassesFilter(CPhoto& photo) {
@@ -52,11 +52,11 @@ WalkEnd WalkObjects(Viewer& viewer, DrawOne draw) {
         ProgressStripe(static_cast<double>(index) / static_cast<double>(objects.size()));
         while (state.Paused) {
             if (stopped()) return WalkEnd::Stopped;
-            if (Calendar().paintWasDropped) return WalkEnd::Repaint;
+            if (Calendar().IsPaintLeftToRun()) return WalkEnd::Repaint;
             SleepMs(500);
         }
         if (stopped()) return WalkEnd::Stopped;
-        if (Calendar().paintWasDropped) return WalkEnd::Repaint;
+        if (Calendar().IsPaintLeftToRun()) return WalkEnd::Repaint;
         if (Hooks().IsSlideShowOpen()) continue;
         if (draw(objects[index])) ++Calendar().objectsDrawn;
         if (state.TimingOfChangeImage > kYieldAboveMs) SleepMs(state.TimingOfChangeImage);
@@ -143,7 +143,6 @@ void EventPaint() {
     if (state.ObjectGate.IsHeld()) return;
     if (!state.AllViewMode && state.ViewType != kDaily) return;
     if (!state.ObjectGate.Acquire("EventPaint")) return;
-    Calendar().paintWasDropped = false;
     Calendar().objectsDrawn = 0;
     if (!Calendar().StartPaintThread([] { EventPaintThread(); })) state.ObjectGate.Release();
 }
@@ -164,6 +163,8 @@ void EventPaintThread() {
     }
     state.ObjectGate.Release();
     state.FirstLoadDone = 1;
+    // A paint that came too late for this run is done by whoever is free now.
+    if (Calendar().EndPaintRun()) return PaintView();
     if (end == WalkEnd::Whole) Hooks().OnWholeView();
 }
 

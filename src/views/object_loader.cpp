@@ -229,6 +229,7 @@ void ReloadView() {
         case kDaily: {
             // Reads the day's cell of the grid, not the viewer that is shown; meant as it stands.
             Log("Reload (%d/%d/%d)", year, month, day);
+            if (day < 1 || day > 31) break;
             {
                 std::lock_guard lock(Calendar().SlotOf(year).mutex);
                 Calendar().MonthOf(year, month).days[static_cast<std::size_t>(day - 1)].Clear();

@@ -106,9 +106,9 @@ void DrawNumberPlate(Canvas& canvas, const Rect& cell, const char* number, bool 
                              : Font{state.DayFontFace, state.DayFontHeight};
     const int inset = yearly ? 4 : 8, border = yearly ? 1 : 4;
     const Size size = MeasureText(number, font);
-    canvas.FillRect({cell.x + inset - border, cell.y + inset - border / 2, size.width + 2 * border,
-                     size.height + border},
-                    kNumberPlate);
+    canvas.FillRect(
+        {cell.x + inset - border, cell.y + inset - border / 2, size.width + 2 * border, size.height + border},
+        kNumberPlate);
 }
 
 // Frames in cells want the head exactly as it is written, unlike the cards of objects.

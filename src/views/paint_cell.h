@@ -52,6 +52,15 @@ void DrawMonthOnWindow(int year, int month);
 void DrawMonthPictureOnWindow(int year, int month);
 // Has a worker draw the cell soon; repeated wishes for one cell are one. Any thread.
 void RequestCellRedraw(int year, int month, int day);
+// While one of these stands the worker begins no cell: a full paint holds it back until its picture is on the
+// window, which would otherwise cover the worker's newer cell.
+class CellRedrawPause {
+public:
+    CellRedrawPause();
+    ~CellRedrawPause();
+    CellRedrawPause(const CellRedrawPause&) = delete;
+    CellRedrawPause& operator=(const CellRedrawPause&) = delete;
+};
 // True when no cell waits to be drawn by the worker.
 bool AreCellRedrawsDone();
 

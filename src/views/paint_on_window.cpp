@@ -24,7 +24,29 @@ public:
         std::lock_guard lock(mutex_);
         if (std::find(waiting_.begin(), waiting_.end(), cell) != waiting_.end()) return;
         waiting_.push_back(cell);
-        if (running_) return;
+        StartIfWanted();
+    }
+
+    void Pause() {
+        std::lock_guard lock(mutex_);
+        ++pauses_;
+    }
+
+    void Continue() {
+        std::lock_guard lock(mutex_);
+        --pauses_;
+        StartIfWanted();
+    }
+
+    bool AreDone() {
+        std::lock_guard lock(mutex_);
+        return !running_ && waiting_.empty();
+    }
+
+private:
+    // With the mutex held. A running worker leaves when it finds a pause; the pause's end starts another.
+    void StartIfWanted() {
+        if (running_ || pauses_ > 0 || waiting_.empty()) return;
         Thread thread;
         if (!thread.StartSuspended("CellRedraws", [this] { Work(); })) {
             waiting_.clear();
@@ -34,18 +56,12 @@ public:
         thread.Resume();
     }
 
-    bool AreDone() {
-        std::lock_guard lock(mutex_);
-        return !running_;
-    }
-
-private:
     void Work() {
         for (;;) {
             CellName cell;
             {
                 std::lock_guard lock(mutex_);
-                if (waiting_.empty()) {
+                if (waiting_.empty() || pauses_ > 0) {
                     running_ = false;
                     return;
                 }
@@ -63,6 +79,7 @@ private:
     std::mutex mutex_;
     std::deque<CellName> waiting_;  // guarded by mutex_
     bool running_ = false;          // guarded by mutex_
+    int pauses_ = 0;                // guarded by mutex_
 };
 
 CellRedraws& Redraws() {
@@ -101,6 +118,10 @@ void DrawCell(Window& window, const MonthGrid& grid, int day) {
 }  // namespace
 
 void RequestCellRedraw(int year, int month, int day) { Redraws().Add({year, month, day}); }
+
+CellRedrawPause::CellRedrawPause() { Redraws().Pause(); }
+
+CellRedrawPause::~CellRedrawPause() { Redraws().Continue(); }
 
 bool AreCellRedrawsDone() { return Redraws().AreDone(); }
 

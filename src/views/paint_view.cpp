@@ -162,6 +162,7 @@ void PaintBase() {
     const auto surface = Surface::Create(size, scale);
     if (!surface) return;
     const BackgroundPtr background = CurrentBackground();
+    const CellRedrawPause pause;
     {
         const auto canvas = surface->Draw();
         RestoreBackground(*canvas, background, {0, 0, size.width, size.height});
@@ -176,10 +177,7 @@ void PaintBase() {
 }
 
 void PaintView() {
-    if (Calendar().IsPaintThreadRunning()) {
-        Calendar().paintWasDropped = true;
-        return;
-    }
+    if (Calendar().LeavePaintToRun()) return;
     PaintBase();
     EventPaint();
 }
