@@ -29,6 +29,8 @@ bool MainWindowProc(Window& window, const Event& event) {
             return false;
         case EventType::Minimize:
             return OnMinimize(window);
+        case EventType::Restore:
+            return OnRestore();
         // ---- picture
         case EventType::Paint:
             return OnPaint();

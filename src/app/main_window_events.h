@@ -8,6 +8,7 @@ namespace kalmora {
 bool OnCreate(Window& window);
 bool OnDestroy(Window& window);
 bool OnMinimize(Window& window);
+bool OnRestore();
 bool OnPaint();
 bool OnResize();
 bool OnCommand(Window& window, int command);

@@ -40,6 +40,11 @@ bool OnMinimize(Window& window) {
     return true;
 }
 
+bool OnRestore() {
+    State().MainWindowVisible = 1;
+    return true;
+}
+
 bool OnPaint() {
     PaintView();
     return true;

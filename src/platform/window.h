@@ -22,6 +22,7 @@ enum class EventType {
     Paint,        // the back buffer has a new size or was invalidated: draw everything
     Resize,
     Minimize,     // the user minimises it; answer true when that was dealt with (it then stays as it is)
+    Restore,      // the user brings it back after it has been minimised
     MouseMove,
     LeftDown,
     LeftUp,
@@ -56,6 +57,12 @@ class Window;
 // True when the event was used up; false lets the platform do its usual.
 using WindowProcedure = std::function<bool(Window&, const Event&)>;
 
+// What is said about the place on which the cursor rests, and the area for which that holds (client coordinates).
+struct Tip {
+    std::string text;  // empty: nothing
+    Rect area;
+};
+
 struct WindowOptions {
     std::string title;
     Rect frame;  // outer rectangle on the screen, logical pixels
@@ -89,6 +96,8 @@ public:
     virtual Point ToScreen(Point client) const = 0;
     // A Paint event follows, once; for a hidden window as soon as it is shown. Any thread.
     virtual void Invalidate() = 0;
+    // Asked whenever the cursor rests over the window. GUI thread.
+    virtual void SetTips(std::function<Tip(Point client)> tipAt) = 0;
     virtual void Close() = 0;             // Destroy follows, then the window is gone
     virtual void StartTimer(int id, int periodMs) = 0;  // again restarts it
     virtual void StopTimer(int id) = 0;

@@ -20,6 +20,7 @@
 #include "platform/qt/event_watch.h"
 #include "platform/qt/gui_queue.h"
 #include "platform/qt/input_state.h"
+#include "platform/qt/key_server.h"
 #include "platform/qt/signals.h"
 #include "platform/qt/values.h"
 #include "platform/qt/window_qt.h"
@@ -108,13 +109,14 @@ QtApplication::QtApplication(const std::string& name, Display display)
                      [](QSessionManager&) { CloseWindows(Refusal::Possible); });
     endSignals_ = std::make_unique<EndSignals>([this] {
         CloseWindows(Refusal::Impossible);
-        Quit(0);
+        if (!isQuitting_) Quit(0);
     });
 }
 
 QtApplication::~QtApplication() {
     theApplication = nullptr;
     GuiQueue::Instance().Close();
+    KeyServer::Instance().Close();
     endSignals_.reset();
     if (isDisplayLost_) {
         // The toolkit cannot be taken down without its display; the process ends next.

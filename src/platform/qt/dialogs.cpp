@@ -4,6 +4,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "platform/dialog.h"
+#include "platform/qt/form_dialog.h"
 #include "platform/qt/values.h"
 #include "platform/qt/window_qt.h"
 #include "platform/window.h"
@@ -36,6 +38,12 @@ MessageAnswer ShowMessage(Window* owner, const std::string& title, const std::st
     const int answer = box.exec();
     if (!isQuestion) return MessageAnswer::Ok;
     return answer == QMessageBox::Yes ? MessageAnswer::Yes : MessageAnswer::No;
+}
+
+int ShowDialog(Window* owner, const DialogForm& form) {
+    if (!CanAsk()) return kDialogCancel;
+    qt::FormDialog dialog(qt::WidgetOf(owner), form);
+    return dialog.Run();
 }
 
 std::optional<std::string> ChooseFolder(Window* owner, const std::string& title, const std::string& start) {

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 
+#include "platform/keys.h"
 #include "platform/qt/input_state.h"
 #include "platform/qt/window_widget.h"
 
@@ -27,6 +28,7 @@ bool EventWatch::Accelerate(const QKeyEvent& press) {
     const AcceleratorHook hook = hook_;  // it may be exchanged by what it calls
     const std::shared_ptr<QtWindow::Link> target = target_;
     Event command = KeyEventOf(press);
+    if (command.key == keys::kNone) return false;
     command.command = hook(command);
     if (command.command == 0 || target->window == nullptr) return false;
     command.type = EventType::Command;

@@ -43,6 +43,13 @@ int CodeByPlace(unsigned scanCode) {
 
 }  // namespace
 
+unsigned ScanCodeOf(int code) {
+    for (const KeyRow& row : kRows)
+        for (unsigned i = 0; row.engraved[i] != '\0'; ++i)
+            if (row.engraved[i] == code) return row.first + i;
+    return 0;
+}
+
 int KeyCodeOf(const QKeyEvent& press) {
     const int key = press.key();
     if (key >= Qt::Key_A && key <= Qt::Key_Z) return 'A' + (key - Qt::Key_A);

@@ -154,6 +154,12 @@ void QtWindow::OnResized() {
 
 void QtWindow::OnMinimized() { PostToSelf(&QtWindow::ServeMinimize); }
 
+void QtWindow::OnRestored() { PostToSelf(&QtWindow::ServeRestore); }
+
+void QtWindow::ServeRestore() {
+    if (!widget_->isMinimized()) Deliver(Event{EventType::Restore});
+}
+
 void QtWindow::ServeMinimize() {
     if (!widget_->isMinimized()) return;
     const std::shared_ptr<Link> link = link_;
@@ -215,10 +221,12 @@ void QtWindow::Activate() {
 
 QMargins QtWindow::FrameMargins() const {
     // Where no window manager is, the toolkit makes a frame up; there the window is all that was asked for.
+    if (QGuiApplication::platformName() != QLatin1String("xcb")) return QMargins();
+    // A hidden window has no frame; when it is shown again it gets the one that it had.
     const QWindow* native = widget_->windowHandle();
-    return native != nullptr && QGuiApplication::platformName() == QLatin1String("xcb")
-               ? native->frameMargins()
-               : QMargins();
+    if (isVisible_ && native != nullptr && !native->frameMargins().isNull())
+        lastMargins_ = native->frameMargins();
+    return lastMargins_;
 }
 
 Rect QtWindow::NormalFrame() const {

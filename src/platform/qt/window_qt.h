@@ -5,6 +5,7 @@
 #include <QRect>
 #include <QWidget>
 #include <atomic>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -43,6 +44,7 @@ public:
     Point ToClient(Point screen) const override;
     Point ToScreen(Point client) const override;
     void Invalidate() override;
+    void SetTips(std::function<Tip(Point client)> tipAt) override { tipAt_ = std::move(tipAt); }
     void Close() override;
     void StartTimer(int id, int periodMs) override;
     void StopTimer(int id) override;
@@ -65,6 +67,8 @@ private:
     void OnMoved();
     void OnResized();
     void OnMinimized();
+    void OnRestored();
+    Tip TipAt(Point client) const { return tipAt_ ? tipAt_(client) : Tip{}; }
     void OnTimer(int toolkitId);
     void OnPaint(const QRect& part);
 
@@ -74,17 +78,20 @@ private:
     void Present();
     void ServePaint();
     void ServeMinimize();
+    void ServeRestore();
     void SettleFrame();
     QMargins FrameMargins() const;
 
     const std::shared_ptr<Link> link_ = std::make_shared<Link>();
     WindowWidget* widget_;  // deletes itself once it handles no event any more; holds link_
     const std::shared_ptr<WindowProcedure> procedure_;
+    std::function<Tip(Point client)> tipAt_;
     const std::shared_ptr<BackBuffer> buffer_;
     Stage stage_ = Stage::Open;
     std::map<int, QBasicTimer> timers_;
     // The outer rectangle that was asked for before the window manager's frame was known; null when settled.
     QRect wantedOuter_;
+    mutable QMargins lastMargins_;  // of the window manager's frame, as they were seen last
     QBasicTimer settling_;
     int settlingTries_ = 0;
     std::atomic<bool> isVisible_ = false;

@@ -8,7 +8,10 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPaintEvent>
+#include <QTextDocument>
+#include <QToolTip>
 #include <QWheelEvent>
+#include <QWindowStateChangeEvent>
 #include <cmath>
 
 #include "platform/qt/gui_queue.h"
@@ -75,7 +78,22 @@ bool WindowWidget::event(QEvent* event) {
         keyPressEvent(static_cast<QKeyEvent*>(event));
         return true;
     }
+    if (event->type() == QEvent::ToolTip) {
+        ShowTip(static_cast<const QHelpEvent&>(*event));
+        return true;
+    }
     return QWidget::event(event);
+}
+
+void WindowWidget::ShowTip(const QHelpEvent& event) {
+    const Tip tip = link_->window != nullptr ? link_->window->TipAt({event.x(), event.y()}) : Tip{};
+    if (tip.text.empty()) {
+        QToolTip::hideText();
+        return;
+    }
+    QString text = ToDisplayText(tip.text);
+    if (Qt::mightBeRichText(text)) text = Qt::convertFromPlainText(text);  // what a user typed is no mark-up
+    QToolTip::showText(event.globalPos(), text, this, ToQt(tip.area).toRect());
 }
 
 void WindowWidget::paintEvent(QPaintEvent* event) {
@@ -108,8 +126,12 @@ void WindowWidget::closeEvent(QCloseEvent* event) {
 }
 
 void WindowWidget::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::WindowStateChange && isMinimized() && link_->window != nullptr)
-        link_->window->OnMinimized();
+    if (event->type() == QEvent::WindowStateChange && link_->window != nullptr) {
+        const bool wasMinimized =
+            (static_cast<const QWindowStateChangeEvent*>(event)->oldState() & Qt::WindowMinimized) != 0;
+        if (isMinimized() && !wasMinimized) link_->window->OnMinimized();
+        if (!isMinimized() && wasMinimized) link_->window->OnRestored();
+    }
     QWidget::changeEvent(event);
 }
 

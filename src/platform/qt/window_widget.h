@@ -1,6 +1,7 @@
 // The widget behind a window: turns the toolkit's events into the seam's. GUI thread.
 #pragma once
 
+#include <QHelpEvent>
 #include <QWidget>
 
 #include "platform/qt/window_qt.h"
@@ -36,6 +37,7 @@ protected:
 
 private:
     bool Send(const Event& event);
+    void ShowTip(const QHelpEvent& event);
 
     const std::shared_ptr<QtWindow::Link> link_;
     int wheelRest_ = 0;  // eighths of a degree that make no whole step yet
