@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "base/printf_format.h"
+
 namespace kalmora {
 
 // Opens the file for appending and turns logging on; an empty path turns it off. False when it cannot be
@@ -11,9 +13,7 @@ bool OpenLog(const std::string& path);
 bool IsLogOpen();
 
 // printf-like; UTF-8; a line feed is added. Costs one atomic read while the log is off. Any thread.
-#if defined(__GNUC__)
-__attribute__((format(printf, 1, 2)))
-#endif
+KALMORA_PRINTF(1, 2)
 void Log(const char* format, ...);
 
 }  // namespace kalmora

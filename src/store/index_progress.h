@@ -4,12 +4,15 @@
 #include <functional>
 #include <string>
 
+#include "base/printf_format.h"
+
 namespace kalmora {
 
 // ratio 0 to 1. Set at start, before other threads run; called on the thread that works, any of them.
 extern std::function<void(double ratio, const std::string& text)> OnProgress;
 
 // printf-like; does nothing while nobody listens.
-__attribute__((format(printf, 2, 3))) void TellProgress(double ratio, const char* format, ...);
+KALMORA_PRINTF(2, 3)
+void TellProgress(double ratio, const char* format, ...);
 
 }  // namespace kalmora

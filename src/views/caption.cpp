@@ -4,17 +4,15 @@
 #include <cstdio>
 
 #include "app/app_state.h"
+#include "base/printf_format.h"
 #include "platform/clock.h"
 
 namespace kalmora {
 
 namespace {
 
-#if defined(__GNUC__)
-__attribute__((format(printf, 1, 2)))
-#endif
-std::string
-Format(const char* format, ...) {
+KALMORA_PRINTF(1, 2)
+std::string Format(const char* format, ...) {
     char text[256];
     va_list arguments;
     va_start(arguments, format);

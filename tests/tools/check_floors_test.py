@@ -152,9 +152,9 @@ class CheckFloors(unittest.TestCase):
                 self.assertEqual(self.faults({"platform/files.h": f"{line}\n#endif\n"}), [])
         self.assertEqual(self.faults({"media/exif.cpp": "#ifdef NDEBUG\n#endif\n#if __cplusplus > 1\n#endif\n"}), [])
 
-    def test_the_log_may_ask_for_the_attribute_and_for_nothing_else(self):
-        self.assertEqual(self.faults({"base/log.h": "#if defined(__GNUC__)\n#endif\n"}), [])
-        self.assertFault({"base/log.h": "#if defined(_WIN32)\n#endif\n"}, "base/log.h:1")
+    def test_the_format_macro_may_ask_for_its_attribute_and_for_nothing_else(self):
+        self.assertEqual(self.faults({"base/printf_format.h": "#if defined(__GNUC__)\n#endif\n"}), [])
+        self.assertFault({"base/printf_format.h": "#if defined(_WIN32)\n#endif\n"}, "base/printf_format.h:1")
         self.assertFault({"base/random.h": "#if defined(__GNUC__)\n#endif\n"}, "base/random.h:1")
 
     def test_an_include_of_nothing_is_told(self):
