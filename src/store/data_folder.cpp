@@ -8,6 +8,7 @@
 #include "app/app_state.h"
 #include "platform/files.h"
 #include "platform/text.h"
+#include "store/rewrite_journal.h"
 
 namespace kalmora {
 
@@ -163,13 +164,24 @@ bool HasBackgroundName(std::string_view path) {
                                   "back");
 }
 
-int SweepTempFolder(const std::string& folder) {
+int SweepScratchFiles(const std::string& folder) {
     int removed = 0;
+    std::optional<std::vector<std::string>> needed;
     for (const files::FolderEntry& entry : files::ListFolder(folder)) {
         if (entry.isFolder || !entry.name.starts_with('$')) continue;
+        if (!needed) needed = NotedCopies(folder);
+        if (std::find(needed->begin(), needed->end(), entry.name) != needed->end()) continue;
         if (files::RemoveFile(files::Join(folder, entry.name)) == files::FileResult::Done) ++removed;
     }
     return removed;
+}
+
+int SweepTempFolder(const std::string& folder) {
+    constexpr int kPatienceMs = 2000;
+    if (!files::IsFolder(folder)) return 0;
+    files::FileLock lock;
+    if (LockTempFolder(folder, lock, kPatienceMs) != files::FileResult::Done) return 0;
+    return SweepScratchFiles(folder);
 }
 
 bool PrepareTempFolder(const std::string& folder) {

@@ -1,0 +1,490 @@
+#include "store/safe_rewrite.h"
+
+#include <algorithm>
+#include <chrono>
+#include <iterator>
+#include <optional>
+#include <utility>
+
+#include "app/app_state.h"
+#include "base/log.h"
+#include "platform/clock.h"
+#include "platform/edit_file.h"
+#include "platform/files.h"
+#include "store/data_folder.h"
+#include "store/file_helpers.h"
+#include "store/rewrite_journal.h"
+#include "store/rewrite_roads.h"
+
+namespace kalmora {
+
+namespace {
+
+using files::EditFile;
+using files::FileResult;
+using files::FileStatus;
+using Road = RewriteNote::Road;
+
+constexpr std::size_t kGroupFiles = 32;
+constexpr std::size_t kGroupBytes = 8u << 20;        // of what one group's notes hold
+constexpr std::uint64_t kMostNotedBytes = 1u << 20;  // of one stretch that is kept in a note
+
+RewriteResult ResultOf(FileResult result) {
+    switch (result) {
+        case FileResult::Done:
+            return RewriteResult::Written;
+        case FileResult::NotFound:
+            return RewriteResult::Unreadable;
+        case FileResult::Denied:
+            return RewriteResult::Denied;
+        case FileResult::NoSpace:
+            return RewriteResult::NoSpace;
+        case FileResult::Exists:
+        case FileResult::Failed:
+            break;
+    }
+    return RewriteResult::Failed;
+}
+
+// The clock's fields as they are, without the time zone: meant, see the header.
+FileTime LocalClockAsFileTime() {
+    using namespace std::chrono;
+    const SystemTime now = LocalTime();
+    const sys_days day = year{now.year} / month{now.month} / now.day;
+    const auto sinceEpoch = day.time_since_epoch() + hours{now.hour} + minutes{now.minute} +
+                            seconds{now.second} + milliseconds{now.milliseconds};
+    constexpr std::int64_t kMsFrom1601To1970 = 11'644'473'600'000, kTicksPerMs = 10'000;
+    const std::int64_t ms = duration_cast<milliseconds>(sinceEpoch).count() + kMsFrom1601To1970;
+    return FileTime{static_cast<std::uint64_t>(std::max<std::int64_t>(ms, 0) * kTicksPerMs)};
+}
+
+// One file on its way. The file stays open, and locked where the system has locks, until the job goes.
+struct Job {
+    std::size_t index = 0;
+    EditFile file;
+    FileStatus before;
+    RewriteNote note;
+    std::string nextBytes;  // what follows the inserted stretch
+    RewriteResult result = RewriteResult::Failed;
+};
+
+bool IsSameFile(const FileStatus& a, const FileStatus& b) {
+    return a.volume == b.volume && a.identity == b.identity;
+}
+
+// Opens the file and takes what has to be known before it is touched.
+RewriteResult OpenJob(const std::string& path, Job& job) {
+    if (GetFileName(path).empty()) return RewriteResult::Unreadable;
+    if (IsReadOnly(path)) return RewriteResult::Denied;
+    if (const FileResult opened = job.file.Open(path); opened != FileResult::Done)
+        return opened == FileResult::Failed ? RewriteResult::Unreadable : ResultOf(opened);
+    if (job.file.TryLock() == EditFile::Lock::HeldByAnother) return RewriteResult::InUse;
+    const auto status = job.file.Status();
+    if (!status) return RewriteResult::Unreadable;
+    job.before = *status;
+    job.note.path = path;
+    job.note.oldSize = status->size;
+    job.note.accessed = status->accessed;
+    job.note.written = status->written;
+    job.note.volume = status->volume;
+    job.note.identity = status->identity;
+    return RewriteResult::Written;
+}
+
+// True while the path still names the file that was opened, unwritten since.
+bool IsUntouched(const Job& job) {
+    const auto opened = job.file.Status(), named = files::GetStatus(job.note.path);
+    return opened && named && IsSameFile(*opened, *named) && opened->size == job.before.size &&
+           opened->written == job.before.written;
+}
+
+std::optional<std::string> ReadStretch(const EditFile& file, std::uint64_t offset, std::uint64_t length) {
+    std::string bytes(static_cast<std::size_t>(length), '\0');
+    if (file.ReadAt(offset, {reinterpret_cast<std::uint8_t*>(bytes.data()), bytes.size()}) != bytes.size())
+        return std::nullopt;
+    return bytes;
+}
+
+// Leaves out what stays the same at both ends.
+void TrimNote(RewriteNote& note) {
+    const auto differs =
+        std::mismatch(note.oldBytes.begin(), note.oldBytes.end(), note.newBytes.begin(), note.newBytes.end())
+            .first;
+    const auto head = static_cast<std::size_t>(differs - note.oldBytes.begin());
+    const auto last = std::mismatch(note.oldBytes.rbegin(), note.oldBytes.rend(), note.newBytes.rbegin(),
+                                    note.newBytes.rend())
+                          .first;
+    const std::size_t tail =
+        std::min(static_cast<std::size_t>(last - note.oldBytes.rbegin()), note.oldBytes.size() - head);
+    const std::size_t length = note.oldBytes.size() - head - tail;
+    note.oldBytes = note.oldBytes.substr(head, length);
+    note.newBytes = note.newBytes.substr(head, length);
+    note.offset += head;
+    note.oldLength = length;
+}
+
+// Chooses the road that writes the least. Unchanged when nothing would be written.
+RewriteResult ChooseRoad(Job& job, FileChange& change) {
+    RewriteNote& note = job.note;
+    if (change.offset > note.oldSize || change.oldLength > note.oldSize - change.offset)
+        return RewriteResult::Changed;
+    note.copyName = change.copyName.empty() ? "$" + GetFileName(note.path) : change.copyName;
+    note.offset = change.offset;
+    note.oldLength = change.oldLength;
+    note.newBytes = std::move(change.content);
+    note.newSize = note.oldSize - note.oldLength + note.newBytes.size();
+    note.road = Road::Copied;
+    if (std::max<std::uint64_t>(note.oldLength, note.newBytes.size()) > kMostNotedBytes)
+        return RewriteResult::Written;
+    auto old = ReadStretch(job.file, note.offset, note.oldLength);
+    if (!old) return RewriteResult::Unreadable;
+    if (*old == note.newBytes) return RewriteResult::Unchanged;
+    if (note.newSize == note.oldSize) {
+        note.road = Road::InPlace;
+        note.oldBytes = std::move(*old);
+        TrimNote(note);
+        return RewriteResult::Written;
+    }
+    if (note.newSize < note.oldSize || (note.newSize - note.oldSize) % kCheapGrowth != 0)
+        return RewriteResult::Written;
+    const std::size_t unit = job.file.InsertUnit();
+    if (unit == 0 || (note.newSize - note.oldSize) % unit != 0) return RewriteResult::Written;
+    const std::uint64_t start = note.offset / unit * unit;
+    const auto head = ReadStretch(job.file, start, note.offset - start);
+    const std::uint64_t end = note.offset + note.oldLength;
+    auto next = ReadStretch(job.file, end, std::min<std::uint64_t>(unit, note.oldSize - end));
+    if (start >= note.oldSize || !head || !next) return RewriteResult::Written;
+    note.road = Road::Inserted;
+    note.oldBytes = *head + *old;
+    note.newBytes = *head + note.newBytes;
+    note.offset = start;
+    note.oldLength = note.oldBytes.size();
+    job.nextBytes = std::move(*next);
+    return RewriteResult::Written;
+}
+
+// Back from the road of inserting to the one with a copy.
+void TakeCopyRoad(RewriteNote& note) {
+    note.road = Road::Copied;
+    note.oldBytes.clear();
+}
+
+// The Temp folder while it is ours: its lock, its journal, and what earlier runs left in it.
+class TempSession {
+public:
+    explicit TempSession(std::string folder) : folder_(std::move(folder)) {}
+
+    const std::string& Folder() const { return folder_; }
+    bool IsOpen() const { return lock_.IsHeld(); }
+
+    // Settles what stands in the journal and sweeps the scratch files.
+    RewriteResult Open() {
+        if (folder_.empty()) return RewriteResult::Failed;
+        if (!files::IsFolder(folder_) && !MakeDirectories(folder_)) return RewriteResult::Denied;
+        const FileResult locked = LockTempFolder(folder_, lock_);
+        if (locked == FileResult::Failed) return RewriteResult::InUse;
+        FileResult result = locked;
+        if (result == FileResult::Done) result = journal_.Open(folder_);
+        if (result != FileResult::Done) {
+            Close();
+            return result == FileResult::NotFound ? RewriteResult::Denied : ResultOf(result);
+        }
+        Settle();
+        SweepScratchFiles(folder_);
+        return RewriteResult::Written;
+    }
+    void Close() {
+        waiting_.clear();
+        journal_ = {};
+        lock_.Release();
+    }
+
+    // Notes what is to come. On failure no note of it stands.
+    FileResult Announce(std::vector<RewriteNote> notes) {
+        notes.insert(notes.end(), waiting_.begin(), waiting_.end());
+        const FileResult result = journal_.Write(notes);
+        if (result != FileResult::Done) Finish(RewriteJournal::Clearing::Soon);
+        return result;
+    }
+    // What could be neither done nor undone: its note stays.
+    void Leave(const RewriteNote& note) {
+        Log("cannot be put back now: %s", note.path.c_str());
+        waiting_.push_back(note);
+    }
+    void Finish(RewriteJournal::Clearing clearing) {
+        if (waiting_.empty())
+            journal_.Clear(clearing);
+        else
+            journal_.Write(waiting_);
+    }
+    int Mended() const { return mended_; }
+
+private:
+    void Settle() {
+        const std::vector<RewriteNote> notes = journal_.Read();
+        if (notes.empty()) return;
+        // The latest first: of two notes about the same file it tells what the other left.
+        for (auto note = notes.rbegin(); note != notes.rend(); ++note) {
+            const Settled settled = SettleNote(*note, folder_);
+            Log("settled %s: %d", note->path.c_str(), static_cast<int>(settled));
+            if (settled == Settled::Mended) ++mended_;
+            if (settled == Settled::Waits) waiting_.push_back(*note);
+        }
+        Finish(RewriteJournal::Clearing::Flushed);
+    }
+
+    std::string folder_;
+    files::FileLock lock_;
+    RewriteJournal journal_;
+    std::vector<RewriteNote> waiting_;
+    int mended_ = 0;
+};
+
+// Looks whether the file became what it should, gives it its times; all but the flush.
+RewriteResult ApplyAndCheck(Job& job, const std::string& tempFolder, bool& nothingDone) {
+    nothingDone = true;
+    if (!IsUntouched(job)) return RewriteResult::Changed;
+    const FileResult applied = ApplyNote(job.file, job.note, tempFolder, nothingDone);
+    if (applied != FileResult::Done) return ResultOf(applied);
+    const auto named = files::GetStatus(job.note.path);
+    if (named && IsSameFile(*named, job.before) && named->size == 0 && job.note.newSize != 0)
+        Log("Error: Create File (0byte) %s", job.note.path.c_str());
+    if (!HoldsNewBytes(job.file, job.note, tempFolder)) return RewriteResult::Failed;
+    if (!job.nextBytes.empty()) {
+        const std::uint64_t end = job.note.offset + job.note.newBytes.size();
+        if (ReadStretch(job.file, end, job.nextBytes.size()) != job.nextBytes) return RewriteResult::Failed;
+    }
+    // Not the owner's right to set them is no reason to take the words back.
+    job.file.SetTimes(job.before.accessed, LocalClockAsFileTime());
+    return RewriteResult::Written;
+}
+
+// Somebody who put another file at the path while we wrote has the last word.
+RewriteResult LastLook(const Job& job) {
+    const auto named = files::GetStatus(job.note.path);
+    if (named && IsSameFile(*named, job.before)) return RewriteResult::Written;
+    Log("replaced while it was written: %s", job.note.path.c_str());
+    return RewriteResult::Changed;
+}
+
+// The road with a copy: one file by itself.
+RewriteResult RunWithCopy(TempSession& session, Job& job) {
+    const std::string copy = files::Join(session.Folder(), job.note.copyName);
+    if (const FileResult copied = files::CopyFile(job.note.path, copy); copied != FileResult::Done)
+        return ResultOf(copied);
+    const auto copyStatus = files::GetStatus(copy);
+    RewriteResult result =
+        copyStatus && copyStatus->size == job.note.oldSize ? RewriteResult::Written : RewriteResult::Changed;
+    if (result == RewriteResult::Written) result = ResultOf(session.Announce({job.note}));
+    if (result != RewriteResult::Written) {
+        files::RemoveFile(copy);
+        return result;
+    }
+    bool nothingDone = false;
+    result = ApplyAndCheck(job, session.Folder(), nothingDone);
+    if (result == RewriteResult::Written) result = ResultOf(job.file.Flush());
+    if (result == RewriteResult::Written) {
+        result = LastLook(job);
+    } else if (!nothingDone && !PutBack(job.file, job.note, session.Folder())) {
+        session.Leave(job.note);
+        session.Finish(RewriteJournal::Clearing::Flushed);
+        return result;
+    }
+    // The note goes before the copy, so that no note stands without one.
+    session.Finish(RewriteJournal::Clearing::Flushed);
+    files::RemoveFile(copy);
+    return result;
+}
+
+// Files that need no copy, together. Fills their results.
+void RunGroup(TempSession& session, std::vector<Job>& jobs) {
+    std::vector<RewriteNote> notes;
+    notes.reserve(jobs.size());
+    for (const Job& job : jobs) notes.push_back(job.note);
+    if (const FileResult noted = session.Announce(std::move(notes)); noted != FileResult::Done) {
+        for (Job& job : jobs) job.result = ResultOf(noted);
+        return;
+    }
+    std::vector<Job*> written, again;
+    const auto undo = [&](Job& job) {
+        if (!PutBack(job.file, job.note, session.Folder())) session.Leave(job.note);
+    };
+    for (Job& job : jobs) {
+        bool nothingDone = false;
+        job.result = ApplyAndCheck(job, session.Folder(), nothingDone);
+        if (job.result == RewriteResult::Written)
+            written.push_back(&job);
+        else if (!nothingDone)
+            undo(job);
+        else if (job.note.road == Road::Inserted && job.result == RewriteResult::Failed)
+            again.push_back(&job);
+    }
+    std::vector<EditFile*> toFlush;
+    for (Job* job : written) toFlush.push_back(&job->file);
+    const std::vector<FileResult> flushed = files::FlushAll(toFlush);
+    for (std::size_t i = 0; i < written.size(); ++i) {
+        Job& job = *written[i];
+        job.result = flushed[i] == FileResult::Done ? LastLook(job) : ResultOf(flushed[i]);
+        if (flushed[i] != FileResult::Done) undo(job);
+    }
+    session.Finish(RewriteJournal::Clearing::Soon);
+    for (Job* job : again) {
+        TakeCopyRoad(job->note);
+        job->result = RunWithCopy(session, *job);
+    }
+}
+
+// Jobs that wait to be run together.
+class Group {
+public:
+    Group(TempSession& session, std::vector<RewriteResult>& results) : session_(session), results_(results) {}
+
+    void Add(Job job) {
+        bytes_ += job.note.oldBytes.size() + job.note.newBytes.size();
+        jobs_.push_back(std::move(job));
+        if (jobs_.size() >= kGroupFiles || bytes_ >= kGroupBytes) Run();
+    }
+    bool Holds(const std::string& path) const {
+        if (jobs_.empty()) return false;
+        const auto status = files::GetStatus(path);
+        return status && std::any_of(jobs_.begin(), jobs_.end(),
+                                     [&](const Job& job) { return IsSameFile(job.before, *status); });
+    }
+    void Run() {
+        if (!jobs_.empty()) RunGroup(session_, jobs_);
+        for (const Job& job : jobs_) results_[job.index] = job.result;
+        jobs_.clear();
+        bytes_ = 0;
+        session_.Close();  // others get a turn
+    }
+
+private:
+    TempSession& session_;
+    std::vector<RewriteResult>& results_;
+    std::vector<Job> jobs_;
+    std::size_t bytes_ = 0;
+};
+
+void LogResult(const std::string& path, RewriteResult result) {
+    if (!IsDone(result)) Log("not written (%s): %s", NameOf(result), path.c_str());
+}
+
+}  // namespace
+
+const char* NameOf(RewriteResult result) {
+    switch (result) {
+        case RewriteResult::Written:
+            return "written";
+        case RewriteResult::Unchanged:
+            return "unchanged";
+        case RewriteResult::Unreadable:
+            return "unreadable";
+        case RewriteResult::Unsupported:
+            return "unsupported";
+        case RewriteResult::TooLarge:
+            return "too large";
+        case RewriteResult::Denied:
+            return "denied";
+        case RewriteResult::NoSpace:
+            return "no space";
+        case RewriteResult::InUse:
+            return "in use";
+        case RewriteResult::Changed:
+            return "changed meanwhile";
+        case RewriteResult::Failed:
+            break;
+    }
+    return "failed";
+}
+
+RewriteResult SafeRewrite(const std::string& path, const PlanChange& plan) {
+    return SafeRewriteAll({&path, 1}, [&plan](std::size_t, FileChange& change) { return plan(change); })
+        .front();
+}
+
+std::vector<RewriteResult> SafeRewriteAll(
+    std::span<const std::string> paths,
+    const std::function<RewriteResult(std::size_t index, FileChange& change)>& plan) {
+    std::vector<RewriteResult> results(paths.size(), RewriteResult::Failed);
+    TempSession session(State().TempFolder);
+    Group group(session, results);
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        if (group.Holds(paths[i])) group.Run();
+        if (!session.IsOpen()) {
+            if (const RewriteResult opened = session.Open(); opened != RewriteResult::Written) {
+                std::fill(results.begin() + static_cast<std::ptrdiff_t>(i), results.end(), opened);
+                break;
+            }
+        }
+        Job job;
+        job.index = i;
+        FileChange change;
+        results[i] = OpenJob(paths[i], job);
+        if (results[i] == RewriteResult::Written) results[i] = plan(i, change);
+        if (results[i] == RewriteResult::Written) results[i] = ChooseRoad(job, change);
+        if (results[i] != RewriteResult::Written) continue;
+        if (job.note.road == Road::Copied) {
+            group.Run();
+            results[i] = session.IsOpen() ? RewriteResult::Written : session.Open();
+            if (results[i] == RewriteResult::Written) results[i] = RunWithCopy(session, job);
+        } else {
+            group.Add(std::move(job));
+        }
+    }
+    group.Run();
+    for (std::size_t i = 0; i < paths.size(); ++i) LogResult(paths[i], results[i]);
+    return results;
+}
+
+RewriteResult RewriteByTool(const std::string& path, const std::function<bool(const std::string& copy)>& run,
+                            const std::function<bool()>& isGood) {
+    TempSession session(State().TempFolder);
+    RewriteResult result = session.Open();
+    Job job;
+    if (result == RewriteResult::Written) result = OpenJob(path, job);
+    job.note.road = Road::Tool;
+    job.note.copyName = "$" + GetFileName(path);
+    const std::string copy = files::Join(session.Folder(), job.note.copyName);
+    if (result == RewriteResult::Written) result = ResultOf(files::CopyFile(path, copy));
+    if (result == RewriteResult::Written) {
+        if (const auto status = files::GetStatus(copy); !status || status->size != job.note.oldSize)
+            result = RewriteResult::Changed;
+        if (result == RewriteResult::Written) result = ResultOf(session.Announce({job.note}));
+        if (result != RewriteResult::Written) files::RemoveFile(copy);
+    }
+    if (result != RewriteResult::Written) {
+        LogResult(path, result);
+        return result;
+    }
+    bool isWritten = run(copy);
+    if (const auto named = files::GetStatus(path); isWritten && (!named || named->size == 0)) {
+        Log("Error: Create File (0byte) %s", path.c_str());
+        isWritten = false;
+    }
+    EditFile written;
+    isWritten = isWritten && isGood() && written.Open(path) == FileResult::Done &&
+                written.SetTimes(job.before.accessed, LocalClockAsFileTime()) &&
+                written.Flush() == FileResult::Done;
+    if (!isWritten) {
+        result = RewriteResult::Failed;
+        if (!PutBackByPath(job.note, session.Folder())) {
+            session.Leave(job.note);
+            session.Finish(RewriteJournal::Clearing::Flushed);
+            LogResult(path, result);
+            return result;
+        }
+    }
+    session.Finish(RewriteJournal::Clearing::Flushed);
+    files::RemoveFile(copy);
+    LogResult(path, result);
+    return result;
+}
+
+int SettleRewrites(const std::string& tempFolder) {
+    if (!files::IsFolder(tempFolder)) return 0;
+    TempSession session(tempFolder);
+    session.Open();
+    return session.Mended();
+}
+
+}  // namespace kalmora

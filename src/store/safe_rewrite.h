@@ -1,0 +1,81 @@
+// Writing into the user's files: the one road of every change to a photo. After a kill at any instruction, or
+// a power cut, the file is the old one or the new one, whole.
+//
+// What is about to change is noted, with what stood there, in a journal in the Temp folder
+// (rewrite_journal.h) and flushed; then the file is changed where it stands, so that it stays the same file;
+// it is read back, given its times, flushed, and the note goes. Whatever fails on the way, what stood there
+// is put back.
+//
+// - Bytes over as many bytes: the note alone holds what stood there.
+// - A file that grows by whole blocks, where the file system can insert space: the same.
+// - Any other change of length: the file is first copied to the Temp folder, as "$" and its name.
+//
+// The file's time of creation and of last access stay; its last write is the local clock taken as if it were
+// UTC: meant, so that the index and other programs of this family agree, and held by a test.
+//
+// Any thread. One rewrite at a time for a Temp folder, by a lock that other programs and threads share.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace kalmora {
+
+enum class RewriteResult {
+    Written,
+    Unchanged,    // it says so already; not touched, its times neither
+    Unreadable,   // there is no such file, or it cannot be read
+    Unsupported,  // not a file of a kind that can be changed, or one that cannot be changed without guessing
+    TooLarge,     // what is to be written does not fit where it belongs
+    Denied,       // read-only, or no right to write it (or the Temp folder)
+    NoSpace,      // on its disk or on that of the Temp folder
+    InUse,        // another program has it locked, or the Temp folder's lock
+    Changed,      // another program wrote or replaced it meanwhile
+    Failed        // the disk or an outside program failed; the file is as it was
+};
+
+// "written", "unchanged" and so on: for results, logs and messages.
+const char* NameOf(RewriteResult result);
+// The file says now what it should.
+inline bool IsDone(RewriteResult result) {
+    return result == RewriteResult::Written || result == RewriteResult::Unchanged;
+}
+
+// One stretch of a file, and what it becomes.
+struct FileChange {
+    std::uint64_t offset = 0;
+    std::uint64_t oldLength = 0;
+    std::string content;
+    std::string copyName;  // of the copy in the Temp folder; empty: "$" and the file's name
+};
+
+// Growth by a multiple of so many bytes is cheap where the file system helps.
+inline constexpr std::size_t kCheapGrowth = 4096;
+
+// Looks at the file and says what is to change: Written, with `change` filled, or any other result, which
+// ends the rewrite. Called under the lock, so that what is read is what will be changed.
+using PlanChange = std::function<RewriteResult(FileChange& change)>;
+
+RewriteResult SafeRewrite(const std::string& path, const PlanChange& plan);
+
+// Many files, in groups that share their flushes: with the same safety for each, many times faster than one
+// by one. `plan` is called with the place of the path in the list, once for each, in order. A path that
+// stands twice in the list is changed twice.
+std::vector<RewriteResult> SafeRewriteAll(
+    std::span<const std::string> paths,
+    const std::function<RewriteResult(std::size_t index, FileChange& change)>& plan);
+
+// For an outside program that writes the file: `run` gets the path of a copy, to read, and writes the file at
+// its path; `isGood` looks at what it wrote. When either says no the file is put back, and the result is
+// Failed. The caller's own reasons for that go to the log.
+RewriteResult RewriteByTool(const std::string& path, const std::function<bool(const std::string& copy)>& run,
+                            const std::function<bool()>& isGood);
+
+// Makes whole what an earlier run left behind. The program calls it at start before it sweeps the Temp
+// folder; every rewrite does the same by itself. How many files it had to mend.
+int SettleRewrites(const std::string& tempFolder);
+
+}  // namespace kalmora
