@@ -7,7 +7,6 @@
 #include <QImage>
 #include <QImageWriter>
 #include <QPainter>
-
 #include <cstdio>
 
 int main(int argc, char** argv) {

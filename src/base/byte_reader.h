@@ -1,4 +1,5 @@
-// The only way to a byte that came from a file: every access is bounded, none can fail otherwise than by value.
+// The only way to a byte that came from a file: every access is bounded, none can fail otherwise than by
+// value.
 #pragma once
 
 #include <cstddef>
@@ -29,7 +30,8 @@ public:
     std::optional<std::uint16_t> U16(std::size_t offset) const {
         if (!Has(offset, 2)) return std::nullopt;
         const unsigned first = bytes_[offset], second = bytes_[offset + 1];
-        return static_cast<std::uint16_t>(order_ == ByteOrder::Big ? first << 8 | second : second << 8 | first);
+        return static_cast<std::uint16_t>(order_ == ByteOrder::Big ? first << 8 | second
+                                                                   : second << 8 | first);
     }
     std::optional<std::uint32_t> U32(std::size_t offset) const {
         if (!Has(offset, 4)) return std::nullopt;

@@ -13,8 +13,8 @@ TicketLock::Ticket TicketLock::Lock(int tries, int sleepMs) {
     const Ticket ticket = Random() % 10000 + (Random() % 10000) / 10000.0 + 0.0001;
     tickets_.push_back(ticket);
     const auto bound = std::chrono::milliseconds(static_cast<long long>(tries) * sleepMs);
-    const bool first = changed_.wait_for(
-        lock, bound, [&] { return !tickets_.empty() && tickets_.front() == ticket; });
+    const bool first =
+        changed_.wait_for(lock, bound, [&] { return !tickets_.empty() && tickets_.front() == ticket; });
     if (first) return ticket;
     std::erase(tickets_, ticket);
     lock.unlock();

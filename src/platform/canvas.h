@@ -20,9 +20,9 @@ struct Font {
 
 class Surface;
 
-// Draws on one surface or window. Lives shortly, on one thread; a window's canvas holds that window's lock, so
-// nothing slow may happen between getting it and letting it go. Nothing here fails visibly: what lies outside
-// is clipped, an empty picture draws nothing.
+// Draws on one surface or window. Lives shortly, on one thread; a window's canvas holds that window's lock,
+// so nothing slow may happen between getting it and letting it go. Nothing here fails visibly: what lies
+// outside is clipped, an empty picture draws nothing.
 class Canvas {
 public:
     virtual ~Canvas() = default;
@@ -43,8 +43,8 @@ public:
 
     // The whole picture, stretched over the area.
     virtual void DrawImage(const Rect& area, const Image& image) = 0;
-    // The part of the surface that begins at `from` (its logical pixels) over the area; nothing is stretched, and
-    // where the scales agree it is pixel for pixel.
+    // The part of the surface that begins at `from` (its logical pixels) over the area; nothing is stretched,
+    // and where the scales agree it is pixel for pixel.
     virtual void Blit(const Rect& area, const Surface& surface, Point from = {}) = 0;
 };
 
@@ -56,7 +56,8 @@ std::string InstalledFace(const std::string& wanted);
 // Memory to draw on. One thread at a time.
 class Surface {
 public:
-    // scale: device pixels a logical pixel. Empty when the size is empty or past 32767 or the memory is refused.
+    // scale: device pixels a logical pixel. Empty when the size is empty or past 32767 or the memory is
+    // refused.
     static std::unique_ptr<Surface> Create(Size size, double scale);
     virtual ~Surface() = default;
     virtual std::unique_ptr<Canvas> Draw() = 0;

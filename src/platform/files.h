@@ -47,7 +47,7 @@ struct FileStatus {
     FileTime created;
     FileTime accessed;
     FileTime written;
-    std::uint64_t volume = 0;    // with `identity`, the same file under two names has the same pair
+    std::uint64_t volume = 0;  // with `identity`, the same file under two names has the same pair
     std::uint64_t identity = 0;
 };
 
@@ -71,7 +71,8 @@ FileResult RemoveFile(const std::string& path);
 FileResult RemoveFolderTree(const std::string& path);
 // Inside one file system; replaces what stands at `to`.
 FileResult Rename(const std::string& from, const std::string& to);
-// The kernel's copy where it has one; times are carried over; `to` must not stand. A failed copy leaves nothing.
+// The kernel's copy where it has one; times are carried over; `to` must not stand. A failed copy leaves
+// nothing.
 FileResult CopyFile(const std::string& from, const std::string& to);
 
 // Whole content, at most `limit` bytes (a longer file is cut there). Empty optional when it cannot be opened.
@@ -79,16 +80,16 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::size_t li
 // Replaces the content: written to a new file beside it, flushed, renamed over the old one. A failure at any
 // point leaves the old file as it was.
 FileResult WriteWholeFile(const std::string& path, std::string_view content);
-// The same for several files with one flush for all of them, which costs hardly more than one: each is the old
-// or the new one at any moment, and power that fails soon after may bring old ones back. A link that stands
-// there is not followed but replaced. How each file went.
+// The same for several files with one flush for all of them, which costs hardly more than one: each is the
+// old or the new one at any moment, and power that fails soon after may bring old ones back. A link that
+// stands there is not followed but replaced. How each file went.
 struct NewContent {
     std::string path;
     std::string_view content;
 };
 std::vector<FileResult> WriteWholeFiles(std::span<const NewContent> contents);
-// Adds to the end of the file, which is made when it is missing. What two callers add at once stands one after
-// the other. Not flushed: for logs.
+// Adds to the end of the file, which is made when it is missing. What two callers add at once stands one
+// after the other. Not flushed: for logs.
 FileResult AppendToFile(const std::string& path, std::string_view content);
 
 bool SetTimes(const std::string& path, FileTime accessed, FileTime written);

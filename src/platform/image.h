@@ -50,8 +50,8 @@ Image Load(const std::string& path, Size wanted, Preview preview = Preview::IfEn
 // than the file's time stamp, never decodes.
 Image LoadCached(const std::string& path, Size wanted, bool nearest, Preview preview = Preview::IfEnough);
 
-// Decodes into the cache on the seam's own threads, soon; a repeated wish is one wish. Load on a wished picture
-// waits for the running decode instead of doing it twice.
+// Decodes into the cache on the seam's own threads, soon; a repeated wish is one wish. Load on a wished
+// picture waits for the running decode instead of doing it twice.
 void Prefetch(const std::string& path, Size wanted, Preview preview = Preview::IfEnough);
 // Forgets wishes that have not begun.
 void CancelPrefetch();
@@ -68,8 +68,8 @@ CacheStatistics GetCacheStatistics();
 void SetCacheLimit(std::size_t bytes);  // 256 MB at the start
 void ClearCache();
 
-// What the seam needs to know from inside a file's metadata, which is another room's trade: that room sets this
-// hook at start. Without it there are no embedded thumbnails and pictures stand as they are stored.
+// What the seam needs to know from inside a file's metadata, which is another room's trade: that room sets
+// this hook at start. Without it there are no embedded thumbnails and pictures stand as they are stored.
 struct EmbeddedPreview {
     int orientation = 1;                  // Exif orientation, 1 to 8
     Size storedSize;                      // of the whole picture as stored, 0 by 0 when unknown

@@ -8,8 +8,8 @@ namespace kalmora {
 
 struct ProcessResult {
     bool started = false;
-    bool ended = false;   // false when the time ran out (the program is then killed)
-    int exitCode = -1;    // 128 + the signal's number when a signal ended it
+    bool ended = false;  // false when the time ran out (the program is then killed)
+    int exitCode = -1;   // 128 + the signal's number when a signal ended it
 };
 
 // Runs a program (found in PATH unless it has a separator) with its arguments, no shell between, input and

@@ -32,9 +32,9 @@ std::string CutAtCharacter(std::string_view text, std::size_t maxBytes);
 enum class Escapes { Keep, Resolve };
 std::string FromCp932(std::string_view bytes, Escapes escapes = Escapes::Keep);
 // UTF-8 to bytes. A character without a code is written as "&#xHEX;" with Escapes::Resolve (and a literal
-// "&#x" as "&#x26;#x"), as "?" with Escapes::Keep. FromCp932 with Resolve is its exact inverse. A raw byte stays
-// that byte with Keep. U+301C, U+2212 and U+2016 take the codes of their Windows twins with Keep (and fit); with
-// Resolve they are escaped, since a file name has to come back as it was.
+// "&#x" as "&#x26;#x"), as "?" with Escapes::Keep. FromCp932 with Resolve is its exact inverse. A raw byte
+// stays that byte with Keep. U+301C, U+2212 and U+2016 take the codes of their Windows twins with Keep (and
+// fit); with Resolve they are escaped, since a file name has to come back as it was.
 std::string ToCp932(std::string_view utf8, Escapes escapes = Escapes::Keep);
 bool FitsCp932(std::string_view utf8);
 // How many bytes the text takes in code page 932 (a character without a code counts two).
@@ -47,8 +47,9 @@ std::string FromEucJp(std::string_view bytes);
 std::string FromIso2022Jp(std::string_view bytes);
 
 // ---- search
-// Lower case, half width, katakana: the one form in which texts are compared, character by character after the
-// table of code page 932; characters outside that table are only turned to lower case where they have one.
+// Lower case, half width, katakana: the one form in which texts are compared, character by character after
+// the table of code page 932; characters outside that table are only turned to lower case where they have
+// one.
 std::string Fold(std::string_view utf8);
 // The first place in text where word stands, ASCII case ignored; npos when nowhere.
 std::size_t FindNoCase(std::string_view text, std::string_view word);

@@ -7,8 +7,8 @@
 namespace kalmora {
 
 // A worker. It is never joined and never terminated: when the Thread object goes, a running body goes on by
-// itself (one that was never resumed is dropped). What the body touches must therefore outlive it or be owned by
-// it. Starting and moving belong to one thread at a time; the other members may be called from any.
+// itself (one that was never resumed is dropped). What the body touches must therefore outlive it or be owned
+// by it. Starting and moving belong to one thread at a time; the other members may be called from any.
 class Thread {
 public:
     // Above-normal 2, normal 0, lowest -2. The system may refuse a raise; it is then as if 0.
@@ -26,7 +26,8 @@ public:
     void Resume();
     // True from StartSuspended until the body has returned.
     bool IsRunning() const;
-    // Waits for the end of the body; false when it still runs after the time. For tests and for the last gate.
+    // Waits for the end of the body; false when it still runs after the time. For tests and for the last
+    // gate.
     bool WaitForEnd(int milliseconds) const;
 
 private:
@@ -34,8 +35,9 @@ private:
     std::shared_ptr<State> state_;
 };
 
-// Calls back on a thread of its own, first after one full period; accurate to 100 ms. A call that lasts longer
-// than the period delays the next one; calls never overlap and never queue up. Any thread, the callback included.
+// Calls back on a thread of its own, first after one full period; accurate to 100 ms. A call that lasts
+// longer than the period delays the next one; calls never overlap and never queue up. Any thread, the
+// callback included.
 class PeriodicTimer {
 public:
     PeriodicTimer();

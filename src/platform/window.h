@@ -1,7 +1,7 @@
 // Windows, their events, timers and the message loop.
 //
-// The GUI thread is the one that made the Application. Windows are made, shown and closed on it; Draw, Post and
-// the read-only questions may be asked from any thread.
+// The GUI thread is the one that made the Application. Windows are made, shown and closed on it; Draw, Post
+// and the read-only questions may be asked from any thread.
 #pragma once
 
 #include <functional>
@@ -16,13 +16,13 @@
 namespace kalmora {
 
 enum class EventType {
-    Create,       // the window exists, nothing is shown yet
-    Destroy,      // the window is about to go
-    Close,        // the user or the session wants it closed; answer true to keep it open
-    Paint,        // the back buffer has a new size or was invalidated: draw everything
+    Create,   // the window exists, nothing is shown yet
+    Destroy,  // the window is about to go
+    Close,    // the user or the session wants it closed; answer true to keep it open
+    Paint,    // the back buffer has a new size or was invalidated: draw everything
     Resize,
-    Minimize,     // the user minimises it; answer true when that was dealt with (it then stays as it is)
-    Restore,      // the user brings it back after it has been minimised
+    Minimize,  // the user minimises it; answer true when that was dealt with (it then stays as it is)
+    Restore,   // the user brings it back after it has been minimised
     MouseMove,
     LeftDown,
     LeftUp,
@@ -31,16 +31,16 @@ enum class EventType {
     RightUp,
     RightDoubleClick,
     Wheel,
-    Key,          // a key press that no accelerator took
-    Character,    // text of a key press or an input method; empty when an input method begins to compose
-    Command,      // an accelerator or SendCommand: `command`
-    Timer,        // `timer`
-    Drop,         // files dropped: `paths`, at `point`
+    Key,        // a key press that no accelerator took
+    Character,  // text of a key press or an input method; empty when an input method begins to compose
+    Command,    // an accelerator or SendCommand: `command`
+    Timer,      // `timer`
+    Drop,       // files dropped: `paths`, at `point`
 };
 
 struct Event {
     EventType type;
-    Point point = {};      // client coordinates
+    Point point = {};  // client coordinates
     bool ctrl = false;
     bool shift = false;
     bool alt = false;
@@ -49,15 +49,16 @@ struct Event {
     int key = 0;              // Key: one of the codes of keys.h
     int command = 0;
     int timer = 0;
-    std::string text = {};                 // Character
-    std::vector<std::string> paths = {};   // Drop
+    std::string text = {};                // Character
+    std::vector<std::string> paths = {};  // Drop
 };
 
 class Window;
 // True when the event was used up; false lets the platform do its usual.
 using WindowProcedure = std::function<bool(Window&, const Event&)>;
 
-// What is said about the place on which the cursor rests, and the area for which that holds (client coordinates).
+// What is said about the place on which the cursor rests, and the area for which that holds (client
+// coordinates).
 struct Tip {
     std::string text;  // empty: nothing
     Rect area;
@@ -87,8 +88,8 @@ public:
     virtual std::string Title() const = 0;                // any thread
     virtual void Show() = 0;
     virtual void Hide() = 0;
-    virtual void Activate() = 0;          // to the front, with the focus
-    virtual bool IsVisible() const = 0;   // any thread
+    virtual void Activate() = 0;           // to the front, with the focus
+    virtual bool IsVisible() const = 0;    // any thread
     virtual Rect NormalFrame() const = 0;  // the outer rectangle when neither minimised nor maximised
     virtual void SetFrame(const Rect& outer) = 0;
     // Between the screen and the window's drawing area. Any thread.
@@ -98,7 +99,7 @@ public:
     virtual void Invalidate() = 0;
     // Asked whenever the cursor rests over the window. GUI thread.
     virtual void SetTips(std::function<Tip(Point client)> tipAt) = 0;
-    virtual void Close() = 0;             // Destroy follows, then the window is gone
+    virtual void Close() = 0;                           // Destroy follows, then the window is gone
     virtual void StartTimer(int id, int periodMs) = 0;  // again restarts it
     virtual void StopTimer(int id) = 0;
     virtual void SendCommand(int command) = 0;  // a Command event, soon, on the GUI thread; any thread
@@ -126,10 +127,12 @@ public:
 Application* TheApplication();
 
 // Looks at a key press (a Key event) in whichever of the program's windows has the focus, before that window
-// does, and answers with the command that it stands for or 0. Not asked while a modal question or a menu is open.
+// does, and answers with the command that it stands for or 0. Not asked while a modal question or a menu is
+// open.
 using AcceleratorHook = std::function<int(const Event&)>;
-// A command goes to `target` at once, as a Command event; where that answers false, the key goes on to the window
-// that has the focus. An empty hook or a null target ends it, as does the end of the target. GUI thread.
+// A command goes to `target` at once, as a Command event; where that answers false, the key goes on to the
+// window that has the focus. An empty hook or a null target ends it, as does the end of the target. GUI
+// thread.
 void SetAccelerators(Window* target, AcceleratorHook hook);
 
 Point CursorPosition();  // on the screen; GUI thread or any other
