@@ -60,6 +60,9 @@ std::uint32_t ElementLength(std::uint16_t type) {
     return type < lengths.size() ? lengths[type] : 0;
 }
 
+// SHORT, LONG, SLONG and IFD: what an offset is written as.
+bool IsWholeNumber(std::uint16_t type) { return type == kShort || type == 4 || type == 9 || type == 13; }
+
 // One pass over the directories of one block.
 class BlockScan {
 public:
@@ -137,7 +140,7 @@ private:
                 return false;
         }
         std::uint32_t& pointer = pointers_[static_cast<std::size_t>(target)];
-        if (pointer == 0) pointer = Number(entry, type);
+        if (pointer == 0 && IsWholeNumber(type)) pointer = Number(entry, type);
         return true;
     }
 

@@ -214,6 +214,17 @@ TEST(ExifReader, ReadsADirectoryOnceThoughItPointsAtItself) {
     EXPECT_EQ(photo.Number(Tag::IsoSpeedRatings), 50);
 }
 
+TEST(ExifReader, FollowsNoPointerThatIsNoWholeNumber) {
+    const std::string tiff = ExifBuilder().Short(ExifBuilder::Exif, 0x8827, 64).Build();
+    const auto iso = [&](unsigned type) {
+        std::string changed = tiff;  // the pointer is the main directory's only entry
+        changed.replace(12, 2, test::Word16(ByteOrder::Little, type));
+        return Photo(JpegOf(ExifSegment(changed))).Number(Tag::IsoSpeedRatings);
+    };
+    for (const unsigned type : {3u, 4u, 9u, 13u}) EXPECT_EQ(iso(type), 64) << type;
+    for (const unsigned type : {0u, 1u, 2u, 5u, 7u, 10u, 11u, 12u, 14u}) EXPECT_EQ(iso(type), 0) << type;
+}
+
 TEST(ExifReader, DoesWithoutTheOffsetOfTheNextDirectory) {
     Photo photo(JpegWith(ExifBuilder().Short(ExifBuilder::Main, 0x0112, 6).WithoutNextOffset()));
     EXPECT_EQ(photo.Number(Tag::Orientation), 6);
