@@ -56,23 +56,31 @@ public:
     // The content of the index file.
     std::string MakeText() const;
 
-    // Brings the records up to date with the folder: see UpdateIndex. Always true.
+    // Compares the records with the day's folder: LoadFolder, then the records of files that have gone are
+    // dropped, then Write. A day without a folder is empty afterwards. Always true. The index file is not
+    // read.
     bool Update(int year, int month, int day);
+    // The same, but leaves the writing to the caller. False when it was stopped: nothing is to be written
+    // then.
     bool UpdateUnwritten(int year, int month, int day);
-    // LoadFolder, then drops the records of files that have gone. Leaves early, and unwritten, when stopped.
-    // True when it came to its end.
-    bool UpdateIndex(const std::string& dayFolder);
 
 private:
+    struct FolderWalk {
+        std::vector<EntryPointer> added;
+        std::vector<bool> seen;  // of the entries that stood before
+        int depth = 0;
+    };
     bool IsStopped() const;
     void Clear();
-    bool ReadIndexFile(std::string_view bytes);
-    bool Rebuild();
-    bool WalkFolder(const std::string& path, int depth, std::vector<EntryPointer>& added);
-    void TakeIn(std::vector<EntryPointer>& added);
-    bool DropGoneFiles();
-    void SortTimeOrder();
     void SetFolder(const std::string& path);
+    bool Rebuild();
+    bool UpdateIndex();
+    enum class WalkEnd { Finished, Stopped, Unreadable };
+    WalkEnd WalkFolder(const std::string& path, FolderWalk& walk);
+    void Meet(const std::string& path, FolderWalk& walk);
+    void TakeIn(std::vector<EntryPointer>& added);
+    bool DropGoneFiles(const std::vector<EntryPointer>& unseen);
+    void SortTimeOrder();
 };
 
 }  // namespace kalmora

@@ -22,6 +22,7 @@ public:
     bool Finish();
 
 private:
+    void WriteWaiting();
     struct Waiting {
         std::shared_ptr<const DayIndex> day;
         std::string content;

@@ -45,9 +45,9 @@ public:
     // Seconds of uptime since the month's last update; 360000 for a month that is not in the list.
     double SecondsSinceUpdate(int year, int month) const;
 
-    // Adds the file to the index file of its day. The list's records do not learn of a new file; they do
-    // learn what is new of a file that they have.
-    void AddFile(const CalendarDate& date, const std::string& path);
+    // Adds files to the index file of their day. The list's records do not learn of a new file; they do learn
+    // what is new of a file that they have. A month that is not in the list gets an unloaded record.
+    void AddFiles(const CalendarDate& date, const std::vector<std::string>& paths);
 
     // Puts the months into memory without the detour of the first touch, on both processors, the last one in
     // front. False when interrupted (index_stop.h).
@@ -63,10 +63,7 @@ public:
     void RequestUpdate(const CalendarDate& date);
 
 private:
-    struct PendingUpdate {
-        CalendarDate date;
-        bool wanted = true;
-    };
+    class BesideList;
     // The month's place in the list, looked for with a look at the stop request at each step.
     enum class Found { Yes, No, Stopped };
     Found Search(int year, int month, MonthPointer& found);
@@ -83,9 +80,9 @@ private:
     mutable std::mutex mutex_;
     std::list<MonthPointer> months_;  // guarded by mutex_; most recently used first
     std::vector<MonthPointer>
-        besideList_;                      // guarded by mutex_; months that are worked on at their first touch
-    std::vector<PendingUpdate> pending_;  // guarded by mutex_
-    CalendarDate target_;                 // guarded by mutex_
+        besideList_;                     // guarded by mutex_; months that are worked on at their first touch
+    std::vector<CalendarDate> pending_;  // guarded by mutex_; updates that were asked for
+    CalendarDate target_;                // guarded by mutex_
     std::atomic<bool> stopRequest_ = false;  // taken back by the loops
     std::atomic<bool> busy_ = false;
 };
@@ -94,6 +91,9 @@ private:
 // never destroyed.
 IndexManager& MainIndex();
 IndexManager& OtherIndex();
+// Has both made anew at their next use. For the start of the program and for tests, while no other thread
+// uses them.
+void ResetIndexes();
 // OtherIndex while UseOtherFolder is set and the folder stands, else null.
 IndexManager* OtherIndexInUse();
 

@@ -53,9 +53,6 @@ public:
     bool Update(int day, IndexBatch& batch);
     // Writes each loaded day that is dirty; leaves when stopped.
     void WriteLoadedDays();
-    // Adds the file to its day, which is loaded first when it is not in memory, and writes the index file.
-    // `existed` tells whether the file had an entry. Null when the day cannot be loaded.
-    EntryPointer AddFile(int day, const std::string& path, bool* existed = nullptr);
     // Puts an entry in the place of the one with the same path, if that day has one.
     void ReplaceEntry(int day, const EntryPointer& entry);
 
@@ -69,13 +66,29 @@ public:
     bool TakeStopRequest() { return stopRequest.exchange(false); }
 
 private:
-    friend class DayAtWork;
+    // Makes a day that a worker fills known to stop requests.
+    class DayAtWork {
+    public:
+        DayAtWork(MonthIndex& owner, DayIndex& records);
+        ~DayAtWork();
+        DayAtWork(const DayAtWork&) = delete;
+        DayAtWork& operator=(const DayAtWork&) = delete;
+
+    private:
+        MonthIndex& owner_;
+        DayIndex& records_;
+    };
+    enum class Writing { Now, Later };
+    bool LoadIn(int day, IndexBatch& batch, Writing writing);
     bool LoadDay(int day, IndexBatch& batch);
+    bool LoadOne(int day, IndexBatch& batch);
     bool LoadAll(IndexBatch& batch);
+    bool UpdateIn(int day, IndexBatch& batch, Writing writing);
     void UpdateDay(int day, IndexBatch& batch);
     bool UpdateAll(IndexBatch& batch);
-    std::shared_ptr<const DayIndex> Publish(int day, std::shared_ptr<DayIndex> records);
+    void Publish(int day, const std::shared_ptr<DayIndex>& records);
     void SetLoaded(int day, bool loaded);
+    void NoteUpdateTime();
 
     WorkGate gate_;
     mutable std::mutex mutex_;                                 // held for copies of pointers only

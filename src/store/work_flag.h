@@ -18,7 +18,7 @@ public:
         value_ = set;
         return *this;
     }
-    explicit operator bool() const { return value_.load(std::memory_order_relaxed); }
+    explicit operator bool() const { return value_.load(std::memory_order_acquire); }
     // Clears it; true when it was set.
     bool Take() { return value_.exchange(false); }
 

@@ -1,0 +1,115 @@
+#include "store/index_entry.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "media/photo.h"
+#include "platform/files.h"
+#include "platform/text.h"
+#include "store/encoding.h"
+#include "store/file_helpers.h"
+#include "store/index_text.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr std::size_t kTextRead = 32768;  // bytes of a file that is read as text
+constexpr int kMostReadings = 3;          // of a file that changes under the reader
+
+bool IsPhotoExtension(std::string_view extension) {
+    return extension == "jpg" || extension == "jpeg" || extension == "png";
+}
+
+bool IsUsable(const SystemTime& date) { return date.day != 0 && date.year <= 8000 && date.month <= 12; }
+
+void UpToZero(std::string& text) { text.resize(std::min(text.find('\0'), text.size())); }
+
+// One line, in the form in which it is searched. A single byte stays as it is: meant, and held by
+// IndexEntryRefresh.CommentOfOneByteIsNotFolded. (Line ends go even then: they would break the index.)
+void MakeSearchable(std::string& comment) {
+    UpToZero(comment);
+    BlankControls(comment);
+    if (text::Cp932Length(comment) > 1) comment = text::Fold(comment);
+    if (comment.size() > kLongestComment) comment = text::CutAtCharacter(comment, kLongestComment);
+}
+
+void ReadPhoto(IndexEntry& entry) {
+    CPhoto photo(entry.path);
+    const Size size = photo.ImageSize();  // first, so that one look at the file serves everything
+    photo.imageWidth = size.width;
+    photo.imageHeight = size.height;
+    photo.MeasureImage();
+    entry.width = photo.displayWidth;
+    entry.height = photo.displayHeight;
+    entry.rating1 = photo.GetEstimate(static_cast<int>(EstimateType::Like));
+    entry.rating3 = photo.GetEstimate(static_cast<int>(EstimateType::Good));
+    entry.rating2 = photo.GetEstimate(static_cast<int>(EstimateType::Public));
+    photo.ReadExifValues();
+    entry.faceCount = photo.face;
+    entry.mode = photo.mode;
+    entry.value1 = photo.iso;
+    entry.value2 = photo.shutter;
+    entry.value3 = photo.brightness;
+    entry.value4 = photo.flash;
+    entry.value5 = photo.exposureBias;
+    entry.value6 = photo.exposureTime;
+    entry.value7 = photo.exposureProgram;
+    entry.value8 = photo.aperture;
+    const std::string* comment = photo.GetComment();
+    entry.comment = comment ? *comment : std::string();
+    entry.date = {};
+    if (!photo.ReadShotDate(entry.date) || !IsUsable(entry.date)) photo.GetDate(entry.date);
+}
+
+// The beginning of any file that is no photo, as text. Of one in two-byte units the zero bytes are no end.
+std::string ReadBeginning(const std::string& path) {
+    files::InputFile file;
+    if (!file.Open(path)) return {};
+    std::array<std::uint8_t, kTextRead> buffer;
+    std::string bytes(reinterpret_cast<const char*>(buffer.data()), file.ReadAt(0, buffer));
+    const int marked = DetectEncoding(std::string_view(bytes).substr(0, 2));
+    if (marked != kEncodingUtf16Le && marked != kEncodingUtf16Be) UpToZero(bytes);
+    std::string text = DecodeText(bytes);
+    // Two bytes end a line on the other platform, and they count as one there.
+    std::size_t kept = 0;
+    for (std::size_t at = 0; at < text.size(); ++at)
+        if (text[at] != '\r' || at + 1 == text.size() || text[at + 1] != '\n') text[kept++] = text[at];
+    text.resize(kept);
+    return text;
+}
+
+void ReadText(IndexEntry& entry) {
+    entry.comment = ReadBeginning(entry.path);
+    CPhoto(entry.path).GetDate(entry.date);
+}
+
+}  // namespace
+
+bool IndexEntry::IsStale() const {
+    const auto status = files::GetStatus(path);
+    return !status || status->written != lastWriteTime;
+}
+
+bool IndexEntry::Refresh() {
+    auto before = files::GetStatus(path);
+    if (!before) return false;
+    const std::string extension = GetExtension(path);
+    for (int reading = 1;; ++reading) {
+        lastWriteTime = before->written;
+        if (extension.empty()) return true;
+        if (IsPhotoExtension(extension))
+            ReadPhoto(*this);
+        else
+            ReadText(*this);
+        MakeSearchable(comment);
+        // A file that went on changing keeps the time from before its reading, so that the next update finds
+        // it stale.
+        const auto after = files::GetStatus(path);
+        if (!after || after->written == lastWriteTime || reading == kMostReadings) return true;
+        before = after;
+    }
+}
+
+}  // namespace kalmora

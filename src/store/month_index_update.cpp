@@ -1,0 +1,79 @@
+// Comparing a month with its folders.
+#include "base/log.h"
+#include "platform/clock.h"
+#include "store/dates.h"
+#include "store/index_batch.h"
+#include "store/index_progress.h"
+#include "store/index_stop.h"
+#include "store/month_index.h"
+
+namespace kalmora {
+
+void MonthIndex::NoteUpdateTime() { lastUpdateSeconds = static_cast<int>(UptimeMs() / 1000); }
+
+void MonthIndex::UpdateDay(int day, IndexBatch& batch) {
+    SetLoaded(day, false);
+    const auto records = std::make_shared<DayIndex>(*Day(day));
+    records->dataRoot = dataRoot;
+    bool finished = false;
+    {
+        const DayAtWork atWork(*this, *records);
+        finished = records->UpdateUnwritten(year, month, day);
+    }
+    Publish(day, records);
+    if (finished) batch.Add(records);
+}
+
+bool MonthIndex::UpdateAll(IndexBatch& batch) {
+    const int days = DaysInMonth(year, month);
+    for (int day = 1; day <= days; ++day) {
+        if (TakeStopRequest() || IsIndexingInterrupted()) {
+            TellProgress(1, "Canceled. (%04d/%02d)", year, month);
+            return false;
+        }
+        TellProgress(static_cast<double>(day - 1) / days, "Updating (%04d/%02d)", year, month);
+        UpdateDay(day, batch);
+    }
+    TellProgress(1, "Updated. (%04d/%02d)", year, month);
+    return true;
+}
+
+bool MonthIndex::UpdateIn(int day, IndexBatch& batch, Writing writing) {
+    busy = true;
+    Log("Update [%d/%d/%d]", year, month, day);
+    if (!gate_.Acquire("[Month]Update")) return false;
+    bool finished = true;
+    if (day <= 0) {
+        finished = UpdateAll(batch);
+    } else if (day <= kDays) {
+        TellProgress(0, "Updating (%04d/%02d/%02d)", year, month, day);
+        UpdateDay(day, batch);
+        TellProgress(1, "Updated. (%04d/%02d/%02d)", year, month, day);
+    }
+    if (writing == Writing::Now) batch.Finish();
+    if (finished) NoteUpdateTime();
+    busy = false;
+    gate_.Release();
+    return finished;
+}
+
+bool MonthIndex::Update(int day) {
+    IndexBatch batch;
+    return UpdateIn(day, batch, Writing::Now);
+}
+
+bool MonthIndex::Update(int day, IndexBatch& batch) { return UpdateIn(day, batch, Writing::Later); }
+
+void MonthIndex::WriteLoadedDays() {
+    IndexBatch batch;
+    const int days = DaysInMonth(year, month);
+    for (int day = 1; day <= days; ++day) {
+        if (TakeStopRequest()) break;
+        if (!IsLoaded(day)) continue;
+        batch.Add(Day(day));
+        NoteUpdateTime();
+    }
+    batch.Finish();
+}
+
+}  // namespace kalmora
