@@ -411,7 +411,7 @@ TEST_F(PaintingTest, LoadThatIsStoppedInItsMiddleLeavesNothingRunning) {
     for (int month = 1; month <= 12; ++month)
         for (int day = 1; day <= 28; day += 3) AddText(2008, month, day, "a.txt", "x");
     OpenWindow({960, 700});
-    for (int round = 0; round < 25; ++round) {
+    for (int round = 0; round < 100; ++round) {
         ShowYear(2008);
         UpdateObjects();
         TheApplication()->ProcessEvents(round % 7);
