@@ -5,6 +5,7 @@
 #include <QPushButton>
 
 #include "platform/dialog.h"
+#include "platform/qt/display_loss.h"
 #include "platform/qt/form_dialog.h"
 #include "platform/qt/values.h"
 #include "platform/qt/window_qt.h"
@@ -23,7 +24,8 @@ MessageAnswer ShowMessage(Window* owner, const std::string& title, const std::st
                           MessageButtons buttons) {
     const bool isQuestion = buttons == MessageButtons::YesNo;
     if (!CanAsk()) return isQuestion ? MessageAnswer::No : MessageAnswer::Ok;
-    QMessageBox box(qt::WidgetOf(owner));
+    const qt::ModalDialog<QMessageBox> held(new QMessageBox(qt::WidgetOf(owner)));
+    QMessageBox& box = *held;
     box.setWindowTitle(qt::ToDisplayText(title));
     box.setTextFormat(Qt::PlainText);  // a file name may look like mark-up
     box.setText(qt::ToDisplayText(message));
@@ -42,16 +44,18 @@ MessageAnswer ShowMessage(Window* owner, const std::string& title, const std::st
 
 int ShowDialog(Window* owner, const DialogForm& form) {
     if (!CanAsk()) return kDialogCancel;
-    qt::FormDialog dialog(qt::WidgetOf(owner), form);
-    return dialog.Run();
+    const qt::ModalDialog<qt::FormDialog> dialog(new qt::FormDialog(qt::WidgetOf(owner), form));
+    return dialog->Run();
 }
 
 std::optional<std::string> ChooseFolder(Window* owner, const std::string& title, const std::string& start) {
     if (!CanAsk()) return std::nullopt;
-    const QString chosen = QFileDialog::getExistingDirectory(qt::WidgetOf(owner), qt::ToDisplayText(title),
-                                                             qt::ToQt(start), QFileDialog::ShowDirsOnly);
-    if (chosen.isEmpty()) return std::nullopt;
-    return qt::FromQt(chosen);
+    const qt::ModalDialog<QFileDialog> dialog(
+        new QFileDialog(qt::WidgetOf(owner), qt::ToDisplayText(title), qt::ToQt(start)));
+    dialog->setFileMode(QFileDialog::Directory);
+    dialog->setOption(QFileDialog::ShowDirsOnly);
+    if (dialog->exec() != QDialog::Accepted || dialog->selectedFiles().isEmpty()) return std::nullopt;
+    return qt::FromQt(dialog->selectedFiles().constFirst());
 }
 
 }  // namespace kalmora

@@ -2,11 +2,25 @@
 // the spot. Here the message loop ends instead, so that the program can save what it has.
 #pragma once
 
+#include <exception>
+#include <memory>
+
 namespace kalmora::qt {
 
 // Thrown out of the toolkit's message loop, on the GUI thread, while a DisplayLossScope stands; nowhere else.
 // The toolkit allows this for ending a program: no loop may be run afterwards.
 struct DisplayLost {};
+
+// Holds a dialog that runs a loop of its own. One that DisplayLost passes is left behind: taking it down
+// would end the loop that is no more.
+struct LeaveWhenDisplayIsLost {
+    template <typename Dialog>
+    void operator()(Dialog* dialog) const {
+        if (std::uncaught_exceptions() == 0) delete dialog;
+    }
+};
+template <typename Dialog>
+using ModalDialog = std::unique_ptr<Dialog, LeaveWhenDisplayIsLost>;
 
 class DisplayLossScope {
 public:

@@ -84,7 +84,9 @@ void PainterCanvas::Line(Point from, Point to, Color color) {
     Touch(QRectF(start, end).normalized().adjusted(-1, -1, 1, 1));
     QPen pen(ToQt(color), 1.0, Qt::SolidLine, Qt::SquareCap);
     painter_.setPen(pen);
+    painter_.setRenderHint(QPainter::Antialiasing);
     painter_.drawLine(QLineF(start, end));
+    painter_.setRenderHint(QPainter::Antialiasing, false);
 }
 
 void PainterCanvas::Text(Point at, std::string_view utf8, const Font& font, Color color) {
