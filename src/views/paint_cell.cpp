@@ -25,7 +25,7 @@ constexpr Color kShadow = ColorFromBgr(0xC8C8C8);
 constexpr Color kSunday = ColorFromBgr(0x0000FF);
 constexpr Color kSaturday = ColorFromBgr(0xFF0000);
 constexpr Color kFrame{43, 53, 73, 150};
-constexpr Color kNumberPlate{255, 255, 255, 176};  // keeps the number legible on dark photos and over texts
+constexpr Color kNumberPlate{255, 255, 255, 205};  // keeps the number legible on dark photos and over texts
 
 Color ColorOfColumn(int column) { return column == 6 ? kSunday : column == 5 ? kSaturday : kBlack; }
 
