@@ -29,7 +29,7 @@ protected:
     }
     CPhoto Movie(unsigned width, unsigned height, int x = 100, int y = 200) {
         const std::string frame = folder.Put("frame.jpg", test::DecodableJpeg(width, height));
-        OnMovieFrame = [frame](const std::string&) { return frame; };
+        OnMovieFrame = [frame](const std::string&) { return std::string(frame); };
         return {folder.Put("a.mpg", "movie"), x, y, CPhoto::Measure::Later};
     }
     static Rect Drawn(const CPhoto& photo) {
