@@ -2,8 +2,8 @@
 //
 //     bench_read_metadata LIST [ROUNDS]      LIST: a file with one path a line
 //
-// Prints for each measurement the median seconds and the microseconds a file. Run it twice: the first run
-// warms the cache.
+// Prints for each measurement the median processor time of a round, and the microseconds a file. The first
+// round warms the file cache.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
