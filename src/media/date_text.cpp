@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstdio>
 #include <limits>
 #include <span>
 
@@ -99,6 +100,13 @@ bool ParseNoteDate(std::string_view line, SystemTime& date) {
     }
     date = ToSystemTime(fields);
     return true;
+}
+
+std::string StampText(const SystemTime& date) {
+    char text[48];
+    std::snprintf(text, sizeof text, "%04d:%02d:%02d %02d:%02d:%02d", date.year, date.month, date.day,
+                  date.hour, date.minute, date.second);
+    return text;
 }
 
 }  // namespace kalmora

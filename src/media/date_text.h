@@ -2,6 +2,7 @@
 // scan by a format does it: blanks before a number and a sign are allowed, what follows the date is ignored.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "base/system_time.h"
@@ -19,5 +20,8 @@ bool ParseStampDate(std::string_view text, SystemTime& date);
 // The head of a note: "[2008/11/13 10:15" or "[2008/11/13 10", whatever follows. The date is untouched when
 // the line does not begin so. Seconds are 0, and so are minutes in the second form.
 bool ParseNoteDate(std::string_view line, SystemTime& date);
+
+// "2008:05:06 07:08:09", as it is written into photos.
+std::string StampText(const SystemTime& date);
 
 }  // namespace kalmora

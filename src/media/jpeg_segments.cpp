@@ -43,7 +43,10 @@ bool JpegSegmentWalk::Next(JpegSegment& segment) {
             position_ += 2;
             continue;
         }
-        if (marker == kEndOfImage || marker == kStartOfScan) return false;
+        if (marker == kEndOfImage || marker == kStartOfScan) {
+            reachedScan_ = marker == kStartOfScan;
+            return false;
+        }
         const auto length = ByteReader(file_.At(position_ + 2, 2), ByteOrder::Big).U16(0);
         if (!length || *length < 2) return false;
         segment.marker = marker;

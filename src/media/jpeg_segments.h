@@ -24,10 +24,13 @@ public:
     explicit JpegSegmentWalk(ByteWindow& file);
     bool IsJpeg() const { return isJpeg_; }  // the file begins with the start marker
     bool Next(JpegSegment& segment);
+    // After the last segment: whether what follows is the picture's scan data.
+    bool ReachedScan() const { return reachedScan_; }
 
 private:
     ByteWindow& file_;
     bool isJpeg_ = false;
+    bool reachedScan_ = false;
     std::uint64_t position_ = 2;
     int segments_ = 0;
     int strayBytes_ = 0;

@@ -158,8 +158,7 @@ const std::string* CPhoto::GetComment() {
         comment.reset();
         if (path.size() >= kShortestPath) {
             if (const PngTextFile* png = PngTexts()) {
-                if (const std::string* stored = png->GetText(kPngComment))
-                    comment = text::FromCp932(*stored, text::Escapes::Resolve);
+                if (const std::string* stored = png->GetText(kPngComment)) comment = PngCommentText(*stored);
             } else {
                 ReadXpComment();
             }

@@ -6,13 +6,17 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/system_time.h"
 #include "media/estimation.h"
 #include "media/my_object.h"
 #include "media/photo_metadata.h"
 #include "media/png_text_file.h"
+#include "store/safe_rewrite.h"
 
 namespace kalmora {
 
@@ -106,6 +110,19 @@ public:
     // Forgets all that was read, so that a file that has changed is read again.
     void ForgetFile();
 
+    // ---- writing into the file at once, on the road of safe_rewrite. What the object says changes in any
+    // case, also when the file could not be written; the result tells whether it was. A ".png" that is one
+    // keeps everything in its text chunks, any other image in its Exif block; Unsupported for what is no
+    // image. UTF-8; no text stands for an empty one.
+    RewriteResult SetComment(std::optional<std::string> text);
+    // Adds to the comment on a line of its own; no text does nothing.
+    RewriteResult AppendComment(const std::optional<std::string>& text);
+    RewriteResult SetShotDate(const SystemTime& shotDate);
+    // One judgement more (estimation_writer.h).
+    RewriteResult Estimate(EstimateType type);
+    // Make and Model and their like.
+    RewriteResult WriteTextTag(std::uint16_t tag, std::string_view text);
+
     // ---- rating and filters
     std::int32_t GetEstimate(int type);  // by EstimateType: 1 like, 2 privacy, 3 good; 0 for any other
     // False, and `visible` 0, when GoodMode or PublicMode hides it; else true and `visible` as it was.
@@ -114,7 +131,11 @@ public:
     // both sides. Else true.
     bool SkipIfSmall();
 
+    // For many photos: fills what a judgement changes in the file and in the object. Called by EstimateAll.
+    RewriteResult PlanEstimate(EstimateType type, FileChange& change);
+
 private:
+    RewriteResult WritePngText(std::string_view keyword, std::string_view bytes);
     bool ReadNoteDate(SystemTime& out) const;
     void EnsureImageSize(const std::string& picture);
     // The file to paint for an image or a movie, its size measured; empty, and display size 0, when there is
@@ -133,5 +154,8 @@ private:
     FileFacts& Facts();
     std::unique_ptr<FileFacts> facts_;
 };
+
+// The same judgement about many photos, much faster than one by one. In their order.
+std::vector<RewriteResult> EstimateAll(std::span<CPhoto> photos, EstimateType type);
 
 }  // namespace kalmora

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "media/byte_window.h"
+#include "store/safe_rewrite.h"
 
 namespace kalmora {
 
@@ -33,6 +34,19 @@ public:
     // object.
     const std::string* GetText(std::string_view keyword) const;
 
+    // Replaces or adds the text of a keyword in memory; nothing for an empty keyword. What stands behind a
+    // zero byte is left out, and so is what makes a keyword longer than 79 bytes.
+    void SetText(std::string_view keyword, std::string_view text);
+
+    // Writes the texts into the file, on the road of safe_rewrite: all of them where the first text chunk
+    // stood, in the order of their keywords, or else in front of the picture's data. From the first other
+    // chunk behind a text on everything is left as it stands, texts too: such an old text stays beside the
+    // new one (meant, and held by PngRewrite.TextBehindAnotherChunkStays). Unsupported for a file that has
+    // neither a text nor a picture, or that ends without its last chunk.
+    RewriteResult Rewrite() const;
+    // The change that Rewrite would make, for SafeRewriteAll.
+    RewriteResult PlanRewrite(FileChange& change) const;
+
     const std::string& Path() const { return path_; }
     const std::map<std::string, std::string, std::less<>>& Texts() const { return texts_; }
 
@@ -40,5 +54,10 @@ private:
     std::string path_;
     std::map<std::string, std::string, std::less<>> texts_;  // keyword to text, in byte order of the keyword
 };
+
+// A comment as bytes of a chunk: code page 932 where the text fits, otherwise UTF-8, with a byte-order mark
+// where it would not be told from code page 932 without. Reading takes all three.
+std::string PngCommentBytes(std::string_view utf8);
+std::string PngCommentText(std::string_view bytes);
 
 }  // namespace kalmora

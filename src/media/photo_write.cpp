@@ -1,0 +1,93 @@
+// The writing half of CPhoto.
+#include <array>
+
+#include "base/log.h"
+#include "media/date_text.h"
+#include "media/estimation_writer.h"
+#include "media/exif_writer.h"
+#include "media/photo.h"
+#include "media/user_comment.h"
+#include "platform/clock.h"
+
+namespace kalmora {
+
+RewriteResult CPhoto::WritePngText(std::string_view keyword, std::string_view bytes) {
+    facts_.reset();
+    return SafeRewrite(path, [&](FileChange& change) {
+        PngTextFile png;
+        if (!png.Parse(path)) return RewriteResult::Unsupported;
+        png.SetText(keyword, bytes);
+        return png.PlanRewrite(change);
+    });
+}
+
+RewriteResult CPhoto::SetComment(std::optional<std::string> text) {
+    comment = std::move(text);
+    commentRead = true;
+    const std::string words = comment.value_or("");
+    facts_.reset();
+    if (PngTexts()) return WritePngText(kPngComment, PngCommentBytes(words));
+    if (kind != kKindImage) return RewriteResult::Unsupported;
+    facts_.reset();
+    return WriteExif(path, std::array{XpCommentEdit(words)});
+}
+
+RewriteResult CPhoto::AppendComment(const std::optional<std::string>& text) {
+    if (!text) return RewriteResult::Unchanged;
+    const std::string* before = GetComment();
+    if (!before) return SetComment(text);
+    const bool beginsLine = text->starts_with('\r') || text->starts_with('\n');
+    return SetComment(*before + (beginsLine ? "" : "\r\n") + *text);
+}
+
+RewriteResult CPhoto::SetShotDate(const SystemTime& shotDate) {
+    facts_.reset();
+    if (PngTexts()) return WritePngText(kPngCreationTime, StampText(shotDate));
+    if (kind != kKindImage) return RewriteResult::Unsupported;
+    facts_.reset();
+    return WriteExif(path, DateEdits(shotDate));
+}
+
+RewriteResult CPhoto::WriteTextTag(std::uint16_t tag, std::string_view text) {
+    if (kind != kKindImage) return RewriteResult::Unsupported;
+    facts_.reset();
+    return WriteExif(path, std::array{TextTagEdit(tag, text)});
+}
+
+RewriteResult CPhoto::PlanEstimate(EstimateType type, FileChange& change) {
+    facts_.reset();
+    const PngTextFile* png = PngTexts();
+    const std::string text = png ? ReadUserComment().value_or("") : UserCommentWords(Metadata());
+    Log("Estimate[%d]: %s", static_cast<int>(type), path.c_str());
+    GetEstimate(static_cast<int>(EstimateType::Like));
+    Log("Like = %d, Good = %d, Private = %d", like, good, privacy);
+    const SystemTime now = LocalTime();
+    const EstimateStep step =
+        StepEstimate(text, Estimations{like, good, privacy}, type, {now.year, now.month, now.day});
+    like = step.values.like;
+    good = step.values.good;
+    privacy = step.values.privacy;
+    RewriteResult result = RewriteResult::Unsupported;
+    if (png) {
+        PngTextFile changed = *png;
+        changed.SetText(kPngProperty, step.text);
+        result = changed.PlanRewrite(change);
+    } else if (kind == kKindImage) {
+        result = PlanExifChange(path, std::array{UserCommentEdit(step.text)}, change);
+    }
+    facts_.reset();
+    return result;
+}
+
+RewriteResult CPhoto::Estimate(EstimateType type) { return EstimateAll({this, 1}, type).front(); }
+
+std::vector<RewriteResult> EstimateAll(std::span<CPhoto> photos, EstimateType type) {
+    std::vector<std::string> paths;
+    paths.reserve(photos.size());
+    for (const CPhoto& photo : photos) paths.push_back(photo.path);
+    return SafeRewriteAll(paths, [&](std::size_t index, FileChange& change) {
+        return photos[index].PlanEstimate(type, change);
+    });
+}
+
+}  // namespace kalmora

@@ -1,0 +1,44 @@
+// Turning a JPEG without loss, by an outside program: PathOfJpegTran.
+//
+//     <tool> -copy all -rotate <degrees> "<copy in Temp>" "<photo>"
+//
+// On the road of safe_rewrite: the program reads the copy and writes the photo; when it fails, or leaves
+// anything but a whole picture of the right size, the copy is put back.
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace kalmora {
+
+enum class RotateResult {
+    Turned,
+    NoTool,   // PathOfJpegTran does not stand; OnRotationToolMissing was told
+    NotJpeg,  // by its extension, or by what it holds
+    Denied,   // read-only, locked or no space: the file was not touched
+    Failed    // the tool failed; the picture is as it was
+};
+
+// Told the path that was looked for, so that the shell can show it with the caption "Not found". The shell
+// sets it at start, before other threads run.
+extern std::function<void(const std::string& toolPath)> OnRotationToolMissing;
+
+// Turns what is seen clockwise by 90, 180 or 270 degrees; for a picture that is stored mirrored the tool gets
+// the turn that looks like that. "-copy all" keeps every word in it. Waits for the tool, as long as that
+// takes.
+RotateResult RotateJpeg(const std::string& path, int degrees);
+
+// Where a turn is asked for and shown: the slide show or the hover window.
+struct RotationStage {
+    std::function<bool()> isShown;
+    std::function<std::string()> path;
+    std::function<void(const std::string& words, bool isLast)>
+        say;  // "Rotating", then "Ok.    " or "Error. "
+    std::function<void()> reload;
+    bool logsPath = false;
+};
+// Turns the picture of the first stage that is shown; nothing when none is. A picture that is gone is told to
+// the log alone. GUI thread, which waits.
+void RotateOnStage(int degrees, const RotationStage& slideShow, const RotationStage& hoverWindow);
+
+}  // namespace kalmora
