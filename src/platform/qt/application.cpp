@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "base/log.h"
+#include "platform/files.h"
 #include "platform/qt/display.h"
 #include "platform/qt/display_loss.h"
 #include "platform/qt/event_watch.h"
@@ -175,9 +176,14 @@ void QtApplication::ProcessEvents(int milliseconds) {
 }  // namespace qt
 
 std::unique_ptr<Application> Application::Create(const std::string& name, Display display, double scale) {
+    constexpr char kScaleFactor[] = "QT_SCALE_FACTOR";
+    const std::string chosenPlatform = files::Environment(qt::kPlatformVariable);
     if (qt::theApplication != nullptr || qApp != nullptr || !qt::PreparePlatform(display)) return nullptr;
-    if (scale > 0) qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
+    if (scale > 0) qputenv(kScaleFactor, QByteArray::number(scale));
     auto application = std::make_unique<qt::QtApplication>(name, display);
+    // Meant for this process; the programs that it starts choose for themselves.
+    if (scale > 0) qunsetenv(kScaleFactor);
+    if (chosenPlatform.empty()) qunsetenv(qt::kPlatformVariable);
     qt::theApplication = application.get();
     return application;
 }

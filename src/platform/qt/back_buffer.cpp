@@ -82,10 +82,16 @@ void BackBuffer::Paint(QPainter& screen, const QRect& part) {
     std::lock_guard lock(mutex_);
     if (pixels_.isNull()) return;
     const QRect seen = part.intersected(QRect(0, 0, size_.width, size_.height));
+    if (seen.isEmpty()) return;
+    // Whole device pixels, so that none is blended at the edges of the part where the scale is a fraction.
     const double scale = pixels_.devicePixelRatio();
-    const QRectF source(seen.x() * scale, seen.y() * scale, seen.width() * scale, seen.height() * scale);
+    const QRect source =
+        QRectF(seen.x() * scale, seen.y() * scale, seen.width() * scale, seen.height() * scale)
+            .toAlignedRect();
+    const QRect inside = source.intersected(pixels_.rect());
     screen.setCompositionMode(QPainter::CompositionMode_Source);
-    screen.drawImage(QRectF(seen), pixels_, source);
+    screen.drawImage(QRectF(QPointF(inside.topLeft()) / scale, QSizeF(inside.size()) / scale), pixels_,
+                     QRectF(inside));
 }
 
 }  // namespace kalmora::qt

@@ -6,9 +6,13 @@
 #include <xcb/xcb.h>
 
 #include <QDir>
+#include <QGuiApplication>
 #include <QLibraryInfo>
+#include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <string>
+#include <string_view>
 
 #include "platform/files.h"
 
@@ -16,7 +20,11 @@ namespace kalmora::qt {
 
 namespace {
 
-constexpr char kPlatform[] = "QT_QPA_PLATFORM";
+struct FreeReply {
+    void operator()(void* reply) const { std::free(reply); }
+};
+template <typename Value>
+using Reply = std::unique_ptr<Value, FreeReply>;
 
 bool IsXServerReachable() {
     xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
@@ -47,9 +55,9 @@ bool IsWaylandReachable() {
 }  // namespace
 
 bool PreparePlatform(Application::Display display) {
-    const std::string chosen = files::Environment(kPlatform);
+    const std::string chosen = files::Environment(kPlatformVariable);
     if (display == Application::Display::None) {
-        if (chosen.empty()) qputenv(kPlatform, "offscreen");
+        if (chosen.empty()) qputenv(kPlatformVariable, "offscreen");
         return true;
     }
     if (!chosen.empty()) {
@@ -60,12 +68,36 @@ bool PreparePlatform(Application::Display display) {
     // The X server first, also where it is the guest of another one: hot keys and the cursor's place over
     // other programs' windows are to be had there only.
     if (!files::Environment("DISPLAY").empty() && IsXServerReachable()) {
-        qputenv(kPlatform, "xcb");
+        qputenv(kPlatformVariable, "xcb");
         return true;
     }
     if (!IsWaylandReachable()) return false;
-    qputenv(kPlatform, "wayland");
+    qputenv(kPlatformVariable, "wayland");
     return true;
+}
+
+bool IsWindowManagerThere() {
+    const auto* x11 =
+        qGuiApp == nullptr ? nullptr : qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (x11 == nullptr) return true;
+    xcb_connection_t* connection = x11->connection();
+    // A window manager leaves this mark on the root window.
+    constexpr std::string_view kMark = "_NET_SUPPORTING_WM_CHECK";
+    const Reply<xcb_intern_atom_reply_t> mark(xcb_intern_atom_reply(
+        connection, xcb_intern_atom(connection, 1, static_cast<std::uint16_t>(kMark.size()), kMark.data()),
+        nullptr));
+    if (!mark || mark->atom == XCB_ATOM_NONE) return false;
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    const Reply<xcb_get_property_reply_t> answer(xcb_get_property_reply(
+        connection, xcb_get_property(connection, 0, root, mark->atom, XCB_ATOM_WINDOW, 0, 1), nullptr));
+    if (!answer || xcb_get_property_value_length(answer.get()) < static_cast<int>(sizeof(xcb_window_t)))
+        return false;
+    // One that has gone leaves the mark behind, but not the window that it names.
+    xcb_window_t named = XCB_WINDOW_NONE;
+    std::memcpy(&named, xcb_get_property_value(answer.get()), sizeof named);
+    const Reply<xcb_get_window_attributes_reply_t> window(
+        xcb_get_window_attributes_reply(connection, xcb_get_window_attributes(connection, named), nullptr));
+    return window != nullptr;
 }
 
 }  // namespace kalmora::qt

@@ -5,8 +5,15 @@
 
 namespace kalmora::qt {
 
+// The environment variable that names the toolkit's platform.
+inline constexpr char kPlatformVariable[] = "QT_QPA_PLATFORM";
+
 // Sets the toolkit's platform for the display that is wanted, unless the environment names one already. False
 // when no screen can be reached. Before the toolkit stands.
 bool PreparePlatform(Application::Display display);
+
+// False on an X display on which no window manager runs: what is minimised there is never seen again. GUI
+// thread.
+bool IsWindowManagerThere();
 
 }  // namespace kalmora::qt

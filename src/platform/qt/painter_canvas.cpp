@@ -82,7 +82,8 @@ void PainterCanvas::Line(Point from, Point to, Color color) {
     QPointF start = a + QPointF(0.5, 0.5), end = b + QPointF(0.5, 0.5);
     if (!ClipLine(start, end, Bounds().adjusted(-2, -2, 2, 2))) return;
     Touch(QRectF(start, end).normalized().adjusted(-1, -1, 1, 1));
-    QPen pen(ToQt(color), 1.0, Qt::SolidLine, Qt::SquareCap);
+    // A hair wider than one pixel: at one exactly the painter takes a short cut that is half a pixel off.
+    const QPen pen(ToQt(color), 1.01, Qt::SolidLine, Qt::SquareCap);
     painter_.setPen(pen);
     painter_.setRenderHint(QPainter::Antialiasing);
     painter_.drawLine(QLineF(start, end));
@@ -127,42 +128,56 @@ void PainterCanvas::TextBlock(const Rect& area, std::string_view utf8, const Fon
     painter_.restore();
 }
 
+QRect PainterCanvas::DevicePixels(const QRectF& area) const {
+    const auto edge = [this](double logical) {
+        return static_cast<int>(std::lround(std::clamp(logical * scale_, -kFarthest, kFarthest)));
+    };
+    const QPoint upperLeft(edge(area.left()), edge(area.top()));
+    return QRect(upperLeft, QSize(edge(area.right()) - upperLeft.x(), edge(area.bottom()) - upperLeft.y()));
+}
+
 void PainterCanvas::DrawImage(const Rect& area, const Image& image) {
     if (area.IsEmpty() || image.IsEmpty()) return;
+    if (Touch(ToQt(area)).isEmpty()) return;
     const QImage& pixels = image.Get()->Get();
-    const QRectF target = ToQt(area);
-    const QRectF seen = Touch(target);
-    if (seen.isEmpty()) return;
+    const QRect target = DevicePixels(ToQt(area));
+    if (target.isEmpty()) return;
 
     // Smooth painting looks at four neighbours only, so a picture to be reduced is averaged first; it then
     // goes pixel for pixel.
-    const Size device{static_cast<int>(std::lround(std::min(target.width() * scale_, kFarthest))),
-                      static_cast<int>(std::lround(std::min(target.height() * scale_, kFarthest)))};
     QImage reduced;
-    const bool isReduced = device.width < pixels.width() || device.height < pixels.height();
+    const bool isReduced = target.width() < pixels.width() || target.height() < pixels.height();
     if (isReduced)
-        reduced = Reduced(
-            pixels, Size{std::min(device.width, pixels.width()), std::min(device.height, pixels.height())});
+        reduced = Reduced(pixels, Size{std::min(target.width(), pixels.width()),
+                                       std::min(target.height(), pixels.height())});
     const QImage& source = isReduced ? reduced : pixels;
-
-    const double acrossX = source.width() / target.width(), acrossY = source.height() / target.height();
-    const QRectF part((seen.left() - target.left()) * acrossX, (seen.top() - target.top()) * acrossY,
-                      seen.width() * acrossX, seen.height() * acrossY);
-    painter_.setRenderHint(QPainter::SmoothPixmapTransform,
-                           source.width() != device.width || source.height() != device.height);
-    painter_.drawImage(seen, source, part);
+    DrawPart(target, source, QRectF(source.rect()));
 }
 
 void PainterCanvas::Blit(const Rect& area, const Surface& surface, Point from) {
     if (area.IsEmpty()) return;
     const Size size = surface.GetSize();
     const QPointF shift(double{1} * area.x - from.x, double{1} * area.y - from.y);
-    const QRectF seen = Touch(ToQt(area).intersected(QRectF(shift, QSizeF(size.width, size.height))));
+    const QRectF covered(shift, QSizeF(size.width, size.height));
+    const QRectF seen = Touch(ToQt(area).intersected(covered));
     if (seen.isEmpty()) return;
-    const double scale = surface.Scale();
-    const QRectF part((seen.topLeft() - shift) * scale, seen.size() * scale);
-    painter_.setRenderHint(QPainter::SmoothPixmapTransform, scale != scale_);
-    painter_.drawImage(seen, PixelsOf(surface), part);
+    const QRect target = DevicePixels(seen), whole = DevicePixels(covered);
+    const double scale = surface.Scale() / scale_;
+    const QPointF begin = target.topLeft() - whole.topLeft();
+    DrawPart(target, PixelsOf(surface), QRectF(begin * scale, QSizeF(target.size()) * scale));
+}
+
+void PainterCanvas::DrawPart(const QRect& target, const QImage& source, const QRectF& part) {
+    // Only what is seen: the painter does not stand coordinates far outside.
+    const QRect seen = target.intersected(DevicePixels(Bounds()));
+    if (seen.isEmpty()) return;
+    const double acrossX = part.width() / target.width(), acrossY = part.height() / target.height();
+    const QRectF seenPart(part.left() + (seen.left() - target.left()) * acrossX,
+                          part.top() + (seen.top() - target.top()) * acrossY, seen.width() * acrossX,
+                          seen.height() * acrossY);
+    painter_.setRenderHint(QPainter::SmoothPixmapTransform, acrossX != 1 || acrossY != 1);
+    painter_.drawImage(QRectF(QPointF(seen.topLeft()) / scale_, QSizeF(seen.size()) / scale_), source,
+                       seenPart);
 }
 
 }  // namespace kalmora::qt

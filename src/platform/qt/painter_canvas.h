@@ -34,6 +34,9 @@ private:
     // Notes the part of the area that lies on the surface and gives it.
     QRectF Touch(const QRectF& area);
     void Fill(const QRectF& area, Color color);
+    // The device pixels of an area, its edges rounded each to the nearest.
+    QRect DevicePixels(const QRectF& area) const;
+    void DrawPart(const QRect& target, const QImage& source, const QRectF& part);
 
     QPainter& painter_;
     Size size_;

@@ -249,6 +249,25 @@ TEST(CanvasBlit, TakesThePartThatBeginsAtThePoint) {
     EXPECT_EQ(target->PixelAt(18, 12), kWhite);
 }
 
+TEST(CanvasImage, GoesPixelForPixelAtFractionsToo) {
+    const auto surface = MakeCanvasSurface(20, 20, 1.5);
+    const QImage noise = Noise(10, 13);  // 4.5 to 15 and 7.5 to 21 device pixels, rounded
+    surface->Draw()->DrawImage(Rect{3, 5, 7, 9}, ImageOf(noise));
+    EXPECT_EQ(qt::PixelsOf(*surface).copy(5, 8, 10, 13), noise);
+    EXPECT_EQ(Drawn(*surface), QRect(5, 8, 10, 13));
+}
+
+TEST(CanvasBlit, NeighbouringPartsMeetWithoutASeamAtFractions) {
+    for (const double scale : {1.25, 1.5, 1.75}) {
+        const auto source = MakeCanvasSurface(31, 29, scale);
+        source->Draw()->DrawImage(Rect{0, 0, 31, 29}, ImageOf(Noise(62, 58)));
+        const auto target = MakeCanvasSurface(31, 29, scale);
+        for (int y = 0; y < 29; y += 3)
+            for (int x = 0; x < 31; x += 5) target->Draw()->Blit(Rect{x, y, 5, 3}, *source, Point{x, y});
+        EXPECT_EQ(qt::PixelsOf(*target), qt::PixelsOf(*source)) << scale;
+    }
+}
+
 TEST(CanvasBlit, StopsWhereTheSurfaceEnds) {
     const auto source = MakeCanvasSurface(6, 6);
     source->Draw()->FillRect(Rect{0, 0, 6, 6}, kRed);
