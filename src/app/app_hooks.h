@@ -11,6 +11,17 @@
 namespace kalmora {
 
 struct AppHooks {
+    // ---- made in this order while the program starts; the window is not shown before the music player
+    std::function<void(Window&)> MakeFrameCapture = [](Window&) {};
+    std::function<void(Window&)> MakeEstimateWindow = [](Window&) {};
+    std::function<void(Window&)> MakeScrapAgent = [](Window&) {};
+    std::function<void(Window&)> MakeMusicPlayer = [](Window&) {};
+    std::function<void(Window&)> MakeSlideShow = [](Window&) {};
+    std::function<void(Window&)> MakeNeighborWindow = [](Window&) {};
+    std::function<void(Window&)> MakeFilterWindow = [](Window&) {};
+    // ---- when it stops
+    std::function<void()> CloseMusicPlayer = [] {};
+    std::function<void()> CloseWindows = [] {};  // whatever else the rooms above have on the screen
     // ---- slide show
     std::function<void()> OpenSlideShow = [] {};
     std::function<void(const std::string& path)> OpenSlideShowAt = [](const std::string&) {};
@@ -22,6 +33,7 @@ struct AppHooks {
     std::function<void()> PreviousSlide = [] {};
     std::function<void()> DeleteSlide = [] {};
     std::function<void(int type)> RateSlide = [](int) {};
+    std::function<bool(Point screen)> IsOnSlidePicture = [](Point) { return false; };
     std::function<void()> PasteIntoSlideShow = [] {};
     // ---- neighbor window
     std::function<bool()> IsNeighborShown = [] { return false; };  // any thread
@@ -31,8 +43,18 @@ struct AppHooks {
     std::function<void()> PreviousNeighbor = [] {};
     std::function<void(int type)> RateNeighbor = [](int) {};
     // ---- rating rosette
-    std::function<bool()> IsEstimateShown = [] { return false; };  // any thread
-    std::function<void()> HideEstimate = [] {};                    // any thread
+    std::function<bool()> IsEstimateShown = [] { return false; };         // any thread
+    std::function<void()> HideEstimate = [] {};                           // any thread
+    std::function<int(Point screen)> RatingAt = [](Point) { return 0; };  // of the petal there; 0 for none
+    // Rates the object of the file in the view, or one made for it. False when nothing could be written.
+    std::function<bool(const std::string& path, int type)> RateFile = [](const std::string&, int) {
+        return false;
+    };
+    // ---- filter window
+    std::function<void()> HideFilterWindow = [] {};
+    // ---- clipboard: joins those who are told of changes, for as long as the program runs
+    std::function<void(std::function<void()> onChange)> WatchClipboard = [](std::function<void()>) {};
+    std::function<void()> KeepClipboard = [] {};  // what was copied becomes a note
     // ---- editor
     std::function<void()> OpenEditorAndPaste = [] {};
     std::function<void()> CloseEditor = [] {};
@@ -48,7 +70,6 @@ struct AppHooks {
     std::function<bool(const std::vector<std::string>& paths)> ImportDropped =
         [](const std::vector<std::string>&) { return false; };
     // ---- search, import, update, capture, getters, rotation
-    std::function<void()> ShowJumpDialog = [] {};
     std::function<bool()> ShowSearchDialog = [] { return false; };  // true when a result is to be shown
     std::function<void()> Import = [] {};
     std::function<void(int yearTimes100PlusMonth)> UpdateMonthInBackground = [](int) {};

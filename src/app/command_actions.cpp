@@ -2,6 +2,7 @@
 
 #include "app/app_hooks.h"
 #include "app/app_state.h"
+#include "app/tray_menu.h"
 #include "base/log.h"
 #include "platform/files.h"
 #include "platform/shell.h"
@@ -38,6 +39,12 @@ void ShowMainWindow(Window& window) {
 }
 
 void HideMainWindow(Window& window) {
+    Shell().HideFilterWindow();
+    if (!HasTray()) {
+        // Hidden, it could never be called back. Once it is minimised the window is told so.
+        window.Minimize();
+        return;
+    }
     window.Hide();
     State().MainWindowVisible = 0;
 }

@@ -1,10 +1,16 @@
 #include "app/connect_input.h"
 
+#include <string>
+#include <vector>
+
 #include "app/app_hooks.h"
 #include "app/app_state.h"
+#include "app/tray_menu.h"
+#include "base/log.h"
 #include "input/accelerators.h"
 #include "input/key_config.h"
 #include "input/navigation_log.h"
+#include "platform/hot_keys.h"
 #include "platform/window.h"
 #include "views/calendar_store.h"
 #include "views/hooks.h"
@@ -25,10 +31,44 @@ constexpr KeyFile kKeyFiles[] = {
     {KeyContext::Editor, &AppState::KeyConfigEditorPath},
 };
 
+// For the tip of the tray icon, which is the place where the user may wonder.
+std::vector<std::string>& MissingHotKeys() {
+    static auto* const missing = new std::vector<std::string>;
+    return *missing;
+}
+
+const char* Reason(HotKeyResult result) {
+    switch (result) {
+        case HotKeyResult::Taken:
+            return "another program has it";
+        case HotKeyResult::NoSuchKey:
+            return "this keyboard has no such key";
+        default:
+            return "there is no X display";
+    }
+}
+
+// The codes of platform/keys.h are the virtual keys.
+bool Register(const HotKey& hotKey) {
+    Window* window = MainWindow();
+    if (!window) return false;
+    const KeyCombination combination{(hotKey.modifiers & HotKey::kControl) != 0,
+                                     (hotKey.modifiers & HotKey::kAlt) != 0,
+                                     (hotKey.modifiers & HotKey::kShift) != 0, hotKey.virtualKey};
+    const HotKeyResult result = RegisterHotKey(*window, hotKey.id, combination);
+    if (result == HotKeyResult::Registered) return true;
+    const KeyCode key = KeyCodeOf(hotKey.virtualKey);
+    MissingHotKeys().push_back(HotKeyText({combination.ctrl, combination.alt, combination.shift, key}));
+    Log("[HotKey] %d: %s", hotKey.id, Reason(result));
+    return false;
+}
+
 void LoadKeys() {
     KeyConfig& keys = Keys();
     for (const KeyFile& file : kKeyFiles) keys.LoadKeyConfig(State().*file.path, file.context);
+    MissingHotKeys().clear();
     keys.RegisterHotKeys();
+    SetTrayTip(MissingHotKeys());
     SetAccelerators(MainWindow(), [](const Event& event) { return AcceleratorId(event); });
 }
 
@@ -48,6 +88,11 @@ void ConnectInput() {
     hooks.IsEditorOpen = [] { return Shell().IsEditorOpen(); };
     hooks.IsSlideShowVisible = [] { return Hooks().IsSlideShowOpen(); };
     hooks.IsNeighborVisible = [] { return Shell().IsNeighborShown(); };
+    hooks.SendKey = [](const KeyStroke& stroke) {
+        SendKey(stroke.key, stroke.kind == KeyStroke::Kind::Down ? KeyMotion::Down : KeyMotion::Up);
+    };
+    hooks.RegisterHotKey = Register;
+    hooks.UnregisterHotKey = [](int id) { UnregisterHotKey(id); };
     Shell().TranslateKey = [](int id) { return Keys().TranslateKey(id); };
     Shell().LoadKeys = LoadKeys;
     Shell().SaveKeys = SaveKeys;

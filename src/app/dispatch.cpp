@@ -6,9 +6,11 @@
 #include "app/app_hooks.h"
 #include "app/app_state.h"
 #include "app/command_actions.h"
+#include "app/jump_dialog.h"
 #include "base/log.h"
+#include "input/accelerators.h"
 #include "platform/clock.h"
-#include "views/commands.h"
+#include "views/hooks.h"
 #include "views/navigation.h"
 #include "views/object_loader.h"
 
@@ -39,7 +41,7 @@ constexpr std::array kCommands = std::to_array<CommandRow>({
     {1013, 1013, KALMORA_RUN(StepPeriod(Step::OuterPrevious))},
     {1014, 1014, KALMORA_RUN(JumpToToday())},
     {1015, 1015, KALMORA_RUN(RandomNavigate())},
-    {1016, 1016, KALMORA_RUN(Shell().ShowJumpDialog())},
+    {1016, 1016, KALMORA_RUN(ShowJumpDialog(window))},
     {1017, 1017, KALMORA_RUN(ToYearly())},
     {1018, 1018, KALMORA_RUN(OneLevelUp())},
     {1019, 1019, KALMORA_RUN(OpenTodayLevel())},
@@ -66,7 +68,7 @@ constexpr std::array kCommands = std::to_array<CommandRow>({
     {1058, 1058, KALMORA_RUN(Log("Delete"); Shell().DeleteSlide())},
     {1059, 1059, KALMORA_RUN(if (!Shell().IsEditorOpen()) Shell().OpenEditorAndPaste())},
     {1060, 1062, KALMORA_RUN(Shell().Rotate(id))},
-    {1063, 1063, KALMORA_RUN(Shell().PasteIntoSlideShow())},
+    {1063, 1063, KALMORA_RUN(if (Hooks().IsSlideShowOpen()) Shell().PasteIntoSlideShow())},
     {1100, 1106, KALMORA_RUN(RateObject(id - 1099))},
     {1120, 1120, KALMORA_RUN(ResizeThumbnails(+10))},
     {1121, 1121, KALMORA_RUN(ResizeThumbnails(-10))},
@@ -89,9 +91,6 @@ constexpr bool InOrder() {
 }
 static_assert(InOrder(), "the table is searched by halves");
 
-constexpr int kFirstKeyId = 50000;
-constexpr int kLastKeyId = 59999;
-
 }  // namespace
 
 void DispatchCommand(Window& window, int id) {
@@ -104,7 +103,7 @@ void DispatchCommand(Window& window, int id) {
 
 bool RouteCommand(Window& window, int id) {
     State().LastActivity = UptimeMs();
-    if (id >= kFirstKeyId && id <= kLastKeyId) {
+    if (IsKeyCommand(id)) {
         id = Shell().TranslateKey(id);
         if (id == 0) return false;
     }

@@ -1,5 +1,6 @@
 #include "app/heartbeat.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "app/app_hooks.h"
@@ -21,6 +22,7 @@ namespace {
 
 constexpr double kShortestBeat =
     900;  // milliseconds a second of the period: beats that queued up are dropped
+constexpr int kLongestPeriod = 24 * 60 * 60;  // seconds; a settings file may ask for anything
 constexpr int kMostTicks = 30000;
 constexpr double kMonthIsOld = 43200;  // seconds
 
@@ -56,12 +58,11 @@ BeatEnd Beat() {
         StartInitialScan();
         if (state.LoadIndexInitially) StartIndexPreload();
     }
-    const bool slideShowOpen = Hooks().IsSlideShowOpen();
-    if (slideShowOpen && !state.SlideShowAutoNavigate) return BeatEnd::SlideShowStands;
+    if (Hooks().IsSlideShowOpen() && !state.SlideShowAutoNavigate) return BeatEnd::SlideShowStands;
     if (state.AutoNavigate == 1 && !state.InitialScanRunning && !state.ObjectGate.IsHeld() &&
         state.TicksInView > 0 && RandomNavigate())
         return BeatEnd::Navigated;
-    if (slideShowOpen) return BeatEnd::SlideShowOpen;
+    if (Hooks().IsSlideShowOpen()) return BeatEnd::SlideShowOpen;
     const int ticks = state.TicksInView = state.TicksInView + 1;
     if (!IsViewReady()) {
         UpdateObjects();
@@ -93,7 +94,8 @@ BeatEnd HeartbeatTick() {
 
 void StartHeartbeat() {
     Timer() = std::make_unique<PeriodicTimer>();
-    Timer()->Start(State().TimingOfPopup * 1000, [] { HeartbeatTick(); });
+    const int seconds = std::min(State().TimingOfPopup, kLongestPeriod);
+    Timer()->Start(seconds * 1000, [] { HeartbeatTick(); });
 }
 
 void StopHeartbeat() { Timer().reset(); }

@@ -62,6 +62,7 @@ bool MainWindowProc(Window& window, const Event& event) {
             return OnDrop(window, event);
         // ---- keys that no accelerator took
         case EventType::Key:
+            return OnKey(event);
         case EventType::Character:
             return false;
     }

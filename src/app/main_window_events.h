@@ -9,6 +9,7 @@ bool OnCreate(Window& window);
 bool OnDestroy(Window& window);
 bool OnMinimize(Window& window);
 bool OnRestore();
+bool OnClipboardChange(Window& window);  // of any program's
 bool OnPaint();
 bool OnResize();
 bool OnCommand(Window& window, int command);
@@ -22,6 +23,8 @@ bool OnRightUp();
 bool OnRightDoubleClick(const Event& event);
 bool OnWheel(Window& window, const Event& event);
 bool OnDrop(Window& window, const Event& event);
+
+bool OnKey(const Event& event);
 
 // A press on a button or on something in the view; true when it was used.
 bool HandleLeftPress(Window& window, Point point);

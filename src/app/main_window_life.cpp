@@ -4,6 +4,8 @@
 #include "app/heartbeat.h"
 #include "app/main_window.h"
 #include "app/main_window_events.h"
+#include "app/main_window_keys.h"
+#include "app/tray_menu.h"
 #include "views/calendar_store.h"
 #include "views/hooks.h"
 #include "views/navigation.h"
@@ -17,7 +19,9 @@ constexpr int kIdleRefreshMs = 10000;
 
 bool OnCreate(Window& window) {
     StartHeartbeat();
+    Shell().WatchClipboard([&window] { OnClipboardChange(window); });
     window.StartTimer(kTimerIdleRefresh, kIdleRefreshMs);
+    window.SetTips(ButtonTip);
     return true;
 }
 
@@ -29,14 +33,17 @@ bool OnDestroy(Window& window) {
     const Rect frame = window.NormalFrame();
     State().WindowRect = {frame.Left(), frame.Top(), frame.Right(), frame.Bottom()};
     SetMainWindow(nullptr);
+    Shell().CloseWindows();
     if (Application* application = TheApplication()) application->Quit(0);
     return true;
 }
 
 bool OnMinimize(Window& window) {
     if (Hooks().IsSlideShowOpen()) Shell().FitSlideShow();
-    window.Hide();
+    Shell().HideFilterWindow();
     State().MainWindowVisible = 0;
+    if (!HasTray()) return false;  // it stays in the desktop's bar, where it can be called back from
+    window.Hide();
     return true;
 }
 
@@ -52,6 +59,12 @@ bool OnPaint() {
 
 bool OnResize() {
     if (Hooks().IsSlideShowOpen()) Shell().FitSlideShow();
+    return true;
+}
+
+bool OnClipboardChange(Window& window) {
+    window.StopTimer(kTimerClipboardGuard);
+    if (State().MonitorClipboard) Shell().KeepClipboard();
     return true;
 }
 

@@ -97,6 +97,7 @@ bool PressInMonth(const Window& window, Point point) {
     }
     HoldObject(window, cell, PathOfCell(state.TargetYear, state.TargetMonth, day));
     State().TargetDay = day;
+    State().ObjectHit = 1;  // here also for an empty cell
     return true;
 }
 
@@ -229,11 +230,14 @@ bool OnLeftDown(Window& window, const Event& event) {
     }
     window.StopTimer(kTimerLongPress);
     window.StartTimer(kTimerLongPress, kLongPressMs);
+    ClearButtonFocus();
     SetPressedButton(event.point, true);
     const bool used = HandleLeftPress(window, event.point);
-    // A press on a button is none on the calendar: holding it opens no day.
-    if (!FindButton(event.point, nullptr)) state.PressActive = 1;
+    // On a button too; but a button's work has stopped the timer, so that holding it opens no day.
+    state.PressActive = 1;
     state.PressPoint = event.point;
+    // A button may have opened a dialog, which then saw the release.
+    if (!IsLeftButtonDown()) SetPressedButton(event.point, false);
     return used;
 }
 
@@ -250,9 +254,8 @@ bool OnMouseMove(Window& window, const Event& event) {
     NoteActivity();
     const double way = std::hypot(event.point.x - state.PressPoint.x, event.point.y - state.PressPoint.y);
     if (!event.leftButton || way <= kClickRadius) return true;
-    if (!state.PressActive && state.DragPath.empty()) return true;
     state.PressActive = 0;
-    return Shell().StartDragOut(window, state.DragPath);
+    return state.DragPath.empty() || Shell().StartDragOut(window, state.DragPath);
 }
 
 bool OnLeftDoubleClick(Window& window, const Event& event) {
@@ -289,12 +292,6 @@ bool OnRightDoubleClick(const Event& event) {
 bool OnWheel(Window& window, const Event& event) {
     NoteActivity();
     window.SendCommand(event.wheel > 0 ? kCommandThumbnailLarger : kCommandThumbnailSmaller);
-    return true;
-}
-
-bool OnDrop(Window& window, const Event& event) {
-    NoteActivity();
-    if (Shell().ImportDropped(event.paths)) window.Invalidate();
     return true;
 }
 

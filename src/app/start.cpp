@@ -1,6 +1,7 @@
 #include "app/start.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 #include "app/app_hooks.h"
@@ -9,10 +10,12 @@
 #include "app/dispatch.h"
 #include "app/environment.h"
 #include "app/main_window.h"
+#include "app/tray_menu.h"
 #include "base/log.h"
 #include "platform/clock.h"
 #include "platform/window.h"
 #include "store/data_folder.h"
+#include "store/date_tree.h"
 #include "store/extension_table.h"
 #include "store/settings.h"
 #include "views/button_bar.h"
@@ -60,6 +63,7 @@ void FreeObjects() {
 
 void Stop() {
     AppState& state = State();
+    RemoveTrayIcon();
     SaveExtensionTable(state.ExtensionListPath);
     Shell().SaveKeys();
     ClearExtensionTable();
@@ -67,13 +71,43 @@ void Stop() {
     Shell().ReleaseHotKeys();
     state.DataDirectories.clear();
     // The one wait for the workers: at most 2.2 seconds, then the program ends around them.
+    TheDateTree().RequestStop();
     state.ObjectGate.Acquire("Last");
     ++Calendar().loadNumber;
-    Hooks().StopMusic();
+    Shell().CloseMusicPlayer();
     FreeObjects();
     DestroyButtons();
     Shell().ReleaseHotKeys();
     SweepTempFolder(state.TempFolder);
+}
+
+// What the shell and the rooms above it put on the screen, in the order in which it is made.
+bool MakeWindows(Window& window) {
+    Shell().MakeFrameCapture(window);
+    if (!AddTrayIcon(window)) return false;
+    Shell().MakeEstimateWindow(window);
+    Shell().MakeScrapAgent(window);
+    SetMainWindow(&window);
+    window.Show();
+    Shell().MakeMusicPlayer(window);
+    Shell().MakeSlideShow(window);
+    Shell().MakeNeighborWindow(window);
+    Shell().MakeFilterWindow(window);
+    CreateButtons();
+    SetButtonStates();
+    return true;
+}
+
+void PlayFirstMusic() {
+    const std::string music = Calendar().backgrounds.CurrentMusic();
+    if (State().SoundMode && !music.empty()) Hooks().PlayMusic(music);
+}
+
+bool AreWorkersRunning() {
+    const AppState& state = State();
+    const bool scans = !state.FirstStartPending && state.InitialScanRunning;
+    return scans || Calendar().IsObjectLoaderRunning() || Calendar().IsPaintThreadRunning() ||
+           state.IndexPreloadRunning || state.BackgroundUpdateRunning;
 }
 
 }  // namespace
@@ -92,19 +126,18 @@ int RunDesktop(const StartOptions& options) {
     state.MainWindowVisible = 1;
     ConnectViews(*window);
     ConnectInput();
-    SetMainWindow(window.get());
-    CreateButtons();
-    window->Show();
-    SetButtonStates();
+    if (!MakeWindows(*window)) return 0;
     UpdateObjects();
     SetButtonStates();
-    if (const std::string music = Calendar().backgrounds.CurrentMusic(); state.SoundMode && !music.empty())
-        Hooks().PlayMusic(music);
+    PlayFirstMusic();
     Shell().LoadKeys();
-    if (!settingsExisted) AskToImport(*window);
+    // Inside the loop, so that an end of the session while it waits for its answer is an end like any other.
+    if (!settingsExisted) application->Post([&window] { AskToImport(*window); });
     Log("started in %.0f ms", UptimeMs());
     const int exitCode = application->Run();
     Stop();
+    // A worker inside a slow read would find the toolkit taken down under it: the process ends around it.
+    if (AreWorkersRunning()) std::_Exit(exitCode);
     return exitCode;
 }
 

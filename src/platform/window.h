@@ -88,6 +88,9 @@ public:
     virtual std::string Title() const = 0;                // any thread
     virtual void Show() = 0;
     virtual void Hide() = 0;
+    // As the user would (a Minimize event follows); nothing where no window manager could bring it back. GUI
+    // thread.
+    virtual void Minimize() = 0;
     virtual void Activate() = 0;           // to the front, with the focus
     virtual bool IsVisible() const = 0;    // any thread
     virtual Rect NormalFrame() const = 0;  // the outer rectangle when neither minimised nor maximised

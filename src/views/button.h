@@ -27,6 +27,7 @@ public:
     void Draw(const DrawContext& context) override;
     int Move(int fromX, int fromY, int toX, int toY) override;
     void Paint(Canvas& canvas) const;
+    void PaintFocus(Canvas& canvas) const;  // the ring around it
 
     void SetText(const std::string& caption);  // the width follows the text
     void SetFont(const Font& font);

@@ -26,17 +26,24 @@ void DrawButtonsOnWindow();  // straight onto the window, over the background wh
 // What a press does. Runs the action of the visible button under the point on the calling (GUI) thread.
 enum class ButtonPress { None, NoAction, Done };
 ButtonPress PressButton(Point point);
-// The button under the point: its place, and what it is called. For pressed looks and tooltips.
+
+// ---- for pressed looks, tips and tests; any thread
 struct ButtonInfo {
     Rect area;
-    std::string name;
-    int command = 0;  // 0 when no command stands behind it
+    std::string name;  // of a picture button; the text of a label
+    std::string tip;   // what it does, in the user's language
+    int command = 0;   // 0 when no command stands behind it
 };
+// The visible button under the point.
 bool FindButton(Point point, ButtonInfo* info);
-// Every visible button; for keyboard use and tests.
-std::vector<ButtonInfo> VisibleButtons();
-// The button that is held down, drawn darker; an empty place for none.
+std::vector<ButtonInfo> VisibleButtons();  // labels first, then pictures from the right to the left
+// The button under the point is drawn darker while it is held down; up again, none is.
 void SetPressedButton(Point point, bool down);
+
+// ---- going through the buttons by keyboard; GUI thread. The one with the focus has a ring around it.
+void MoveButtonFocus(int step);  // +1 to the right, -1 to the left, round and round; begins at that end
+bool PressFocusedButton();       // false when no visible one has the focus
+bool ClearButtonFocus();         // false when none had it
 
 // The gauge over the main window: ratio 0 to 1 (or 100 to fill no rest), with its text; an empty text draws
 // nothing. Any thread.

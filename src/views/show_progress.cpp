@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "app/app_state.h"
 #include "views/button.h"
 #include "views/button_bar.h"
@@ -23,7 +25,8 @@ void ShowProgress(double ratio, const std::string& text) {
     const int width = client.width;
     const int height = client.height - CButton::kTextHeight;  // above the date label
     const int x = width - 410, y = height - 35;
-    const int fill = static_cast<int>(kGaugeWidth * ratio + 0.5);
+    // What runs past the gauge is cut off by the window; the bounds only keep the numbers sane.
+    const int fill = static_cast<int>(kGaugeWidth * std::clamp(ratio, 0.0, 100.0) + 0.5);
     if (ratio != 100.0) canvas->FillRect({x + fill, y, kGaugeWidth - fill, kGaugeHeight}, kRest);
     if (ratio > 0) canvas->FillRect({x, y, fill, kGaugeHeight}, kDone);
     canvas->TextBlock({width - 406, height - 32, 394, 30}, text, {state.MiniFontFace, state.MiniFontHeight},

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "platform/qt/display.h"
 #include "platform/qt/gui_queue.h"
 #include "platform/qt/pixels.h"
 #include "platform/qt/values.h"
@@ -210,6 +211,11 @@ void QtWindow::Show() {
 void QtWindow::Hide() {
     widget_->hide();
     isVisible_ = false;  // the toolkit does not tell of it when the window was minimised
+}
+
+void QtWindow::Minimize() {
+    if (stage_ != Stage::Open || !isVisible_ || !IsWindowManagerThere()) return;
+    widget_->showMinimized();
 }
 
 void QtWindow::Activate() {

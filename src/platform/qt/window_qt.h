@@ -37,6 +37,7 @@ public:
     std::string Title() const override;
     void Show() override;
     void Hide() override;
+    void Minimize() override;
     void Activate() override;
     bool IsVisible() const override { return isVisible_; }
     Rect NormalFrame() const override;

@@ -1,0 +1,55 @@
+// Files dropped on the main window. A drag out of the window that comes back to where it began is a rating:
+// the petal of the rosette on which it is let go says which.
+#include "app/app_hooks.h"
+#include "app/app_state.h"
+#include "app/main_window_events.h"
+#include "platform/clock.h"
+#include "views/hooks.h"
+
+namespace kalmora {
+
+namespace {
+
+int TakeRating(Point screen) {
+    Shell().HideEstimate();
+    return Shell().RatingAt(screen);
+}
+
+void RateSlideAt(Point screen) {
+    if (const int type = TakeRating(screen); type > 0) Shell().RateSlide(type);
+}
+
+void RateNeighborAt(Point screen) {
+    if (const int type = TakeRating(screen); type > 0) Shell().RateNeighbor(type);
+}
+
+void RateDragged(Window& window, Point screen) {
+    if (const int type = TakeRating(screen); type > 0) Shell().RateFile(State().DragPath, type);
+    window.Invalidate();
+}
+
+}  // namespace
+
+bool OnDrop(Window& window, const Event& event) {
+    AppState& state = State();
+    state.LastActivity = UptimeMs();
+    const Point screen = window.ToScreen(event.point);
+    if (Hooks().IsSlideShowOpen() && Shell().IsOnSlidePicture(screen)) {
+        RateSlideAt(screen);
+        return true;
+    }
+    const bool neighborShown = Shell().IsNeighborShown();
+    // The large view notes its area in the main window's own coordinates, the calendar on the screen.
+    const bool cameBack = state.DragRect.ContainsInclusive(neighborShown ? event.point : screen);
+    if ((!neighborShown && state.DragPath.empty()) || !cameBack) {
+        if (Shell().ImportDropped(event.paths)) window.Invalidate();
+        return false;
+    }
+    if (neighborShown)
+        RateNeighborAt(screen);
+    else
+        RateDragged(window, screen);
+    return true;
+}
+
+}  // namespace kalmora

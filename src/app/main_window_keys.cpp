@@ -1,0 +1,45 @@
+#include "app/main_window_keys.h"
+
+#include "app/connect_input.h"
+#include "app/main_window_events.h"
+#include "input/hot_key_list.h"
+#include "input/key_config.h"
+#include "platform/keys.h"
+#include "views/button_bar.h"
+#include "views/commands.h"
+
+namespace kalmora {
+
+std::string KeyOfCommand(int command) {
+    for (const KeyBinding& binding : Keys().Bindings(KeyContext::Main))
+        if (binding.id == command && binding.shortcut.key != kNoKey) return HotKeyText(binding.shortcut);
+    return {};
+}
+
+Tip ButtonTip(Point client) {
+    ButtonInfo button;
+    if (!FindButton(client, &button)) return {};
+    // The label of a month goes up a level, as that key does.
+    const int command = button.command == kCommandToYearly ? kCommandLevelUp : button.command;
+    const std::string key = command == 0 ? std::string() : KeyOfCommand(command);
+    return {key.empty() ? button.tip : button.tip + " " + key, button.area};
+}
+
+// Tab and its like are no accelerators, so that whatever the key files say every button is within reach.
+bool OnKey(const Event& event) {
+    if (event.ctrl || event.alt) return false;
+    switch (event.key) {
+        case keys::kTab:
+            MoveButtonFocus(event.shift ? -1 : +1);
+            return true;
+        case keys::kEnter:
+        case keys::kSpace:
+            return PressFocusedButton();
+        case keys::kEscape:
+            return ClearButtonFocus();
+        default:
+            return false;
+    }
+}
+
+}  // namespace kalmora

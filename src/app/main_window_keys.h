@@ -1,0 +1,17 @@
+// The keyboard's way to the buttons, and what a button says of itself. GUI thread.
+#pragma once
+
+#include <string>
+
+#include "platform/window.h"
+
+namespace kalmora {
+
+// "Next [RIGHT]": what the button under the point does, and the key that does the same. Empty without a
+// button.
+Tip ButtonTip(Point client);
+
+// The key that the main list binds to a command, as "[Ctrl+F1]"; empty for none.
+std::string KeyOfCommand(int command);
+
+}  // namespace kalmora

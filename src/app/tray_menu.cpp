@@ -1,0 +1,65 @@
+#include "app/tray_menu.h"
+
+#include <memory>
+
+#include "app/app_state.h"
+#include "base/log.h"
+#include "store/resources.h"
+#include "views/commands.h"
+
+namespace kalmora {
+
+namespace {
+
+using Kind = TrayMenuItem::Kind;
+
+std::unique_ptr<TrayIcon>& Icon() {
+    static auto* const icon = new std::unique_ptr<TrayIcon>;
+    return *icon;
+}
+
+}  // namespace
+
+std::span<const TrayMenuItem> TrayMenu() {
+    // The screenshot item shows the window, no more: it has the number of the first one, and that is meant.
+    // Held by TrayMenu.ScreenshotItemShowsTheWindow.
+    static const auto* const menu = new std::vector<TrayMenuItem>{
+        {Kind::Caption, "Kalmora"},
+        {Kind::Separator, ""},
+        {Kind::Command, "&Show", kCommandShow},
+        {Kind::Command, "&Get Screenshot", kCommandShow},
+        {Kind::Separator, ""},
+        {Kind::Command, "E&xit", kCommandExit, true},
+    };
+    return *menu;
+}
+
+bool AddTrayIcon(Window& window) {
+    TrayOptions options;
+    options.iconPath = FindResource("Res/kalmora.png");
+    options.tip = TrayTip({}, State().UseJapanese);
+    options.menu.assign(TrayMenu().begin(), TrayMenu().end());
+    options.onPress = [&window] { window.SendCommand(kCommandShow); };
+    options.onChosen = [&window](int command) { window.SendCommand(command); };
+    Icon() = TrayIcon::Create(options);
+    if (Icon() && !Icon()->IsShown()) Log("[Tray] this desktop has no tray");
+    return Icon() != nullptr;
+}
+
+void RemoveTrayIcon() { Icon().reset(); }
+
+bool HasTray() { return Icon() && Icon()->IsShown(); }
+
+void SetTrayTip(std::span<const std::string> missingHotKeys) {
+    if (Icon()) Icon()->SetTip(TrayTip(missingHotKeys, State().UseJapanese));
+}
+
+std::string TrayTip(std::span<const std::string> missingHotKeys, bool japanese) {
+    std::string tip = "Kalmora";
+    if (missingHotKeys.empty()) return tip;
+    tip += japanese ? "\n使えないホットキー:" : "\nHot keys that cannot be had:";
+    for (const std::string& key : missingHotKeys) tip += " " + key;
+    return tip;
+}
+
+}  // namespace kalmora
