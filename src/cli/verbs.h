@@ -17,5 +17,11 @@ using VerbRun = std::function<int(const StartOptions& start)>;
 
 void AddShotVerb(CLI::App& app, VerbRun& run);
 void AddShowVerb(CLI::App& app, VerbRun& run);
+void AddIndexVerb(CLI::App& app, VerbRun& run);
+void AddUpdateVerb(CLI::App& app, VerbRun& run);
+void AddRateVerb(CLI::App& app, VerbRun& run);
+void AddCommentVerb(CLI::App& app, VerbRun& run);
+void AddDateVerb(CLI::App& app, VerbRun& run);
+void AddRotateVerb(CLI::App& app, VerbRun& run);
 
 }  // namespace kalmora

@@ -13,6 +13,8 @@ constexpr std::size_t kMostBytes = 16u << 20;
 
 void IndexBatch::Add(std::shared_ptr<const DayIndex> day) {
     if (!day || !day->dirty || day->indexPath.empty() || !files::IsFolder(day->folder)) return;
+    // A day that changes again before it was written needs one writing.
+    std::erase_if(waiting_, [&](const Waiting& one) { return one.day->indexPath == day->indexPath; });
     std::string content = day->MakeText();
     bytes_ += content.size();
     waiting_.push_back({std::move(day), std::move(content)});

@@ -1,0 +1,137 @@
+// kalmora index, kalmora update: the index files of a tree, without a window.
+#include <CLI/CLI.hpp>
+#include <atomic>
+#include <csignal>
+#include <cstdio>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "app/environment.h"
+#include "cli/period_option.h"
+#include "cli/progress_bar.h"
+#include "cli/verbs.h"
+#include "platform/files.h"
+#include "store/data_folder.h"
+#include "store/index_progress.h"
+#include "store/index_stop.h"
+#include "store/index_tree.h"
+#include "store/month_index.h"
+
+namespace kalmora {
+
+namespace {
+
+enum class IndexWork { MakeMissing, Update };
+
+struct IndexOptions {
+    CalendarDate period;
+    bool json = false;
+};
+
+// What was gone through; threads add to it.
+struct Tally {
+    std::atomic<std::size_t> months = 0, days = 0, files = 0;
+
+    void Add(const MonthIndex& month) {
+        ++months;
+        for (int day = 1; day <= MonthIndex::kDays; ++day) {
+            const auto records = month.Day(day);
+            if (records->folder.empty()) continue;
+            ++days;
+            files += records->entries.size();
+        }
+    }
+};
+
+std::vector<CalendarDate> MonthsOf(const std::string& root, const CalendarDate& period) {
+    if (period.month == 0) return ListMonths(root, period.year);
+    return {{period.year, period.month, 0}};
+}
+
+bool RunOnRoot(const std::string& root, IndexWork work, const CalendarDate& period, Tally& tally,
+               ProgressBar& bar) {
+    const std::vector<CalendarDate> months = MonthsOf(root, period);
+    const auto onMonth = [&](const CalendarDate& date, IndexBatch& batch) {
+        MonthIndex month(date.year, date.month, root);
+        if (!month.Load(period.day, batch)) return false;
+        if (work == IndexWork::Update && !month.Update(period.day, batch)) return false;
+        tally.Add(month);
+        return true;
+    };
+    const auto whole = static_cast<double>(months.size());
+    if (months.size() == 1)
+        OnProgress = [&bar](double ratio, const std::string& text) { bar.Show(ratio, text); };
+    else
+        OnProgress = nullptr;
+    return RunOverMonths(months, onMonth, [&](std::size_t done) {
+        bar.Show(static_cast<double>(done) / whole,
+                 std::to_string(done) + "/" + std::to_string(months.size()) + " months");
+    });
+}
+
+void Print(const Tally& tally, bool json) {
+    if (json) {
+        const nlohmann::ordered_json record{
+            {"months", tally.months.load()}, {"days", tally.days.load()}, {"files", tally.files.load()}};
+        std::printf("%s\n", record.dump().c_str());
+    } else {
+        std::printf("%zu months, %zu days, %zu files\n", tally.months.load(), tally.days.load(),
+                    tally.files.load());
+    }
+}
+
+void OnInterrupt(int) { InterruptIndexing(); }
+
+int RunIndexWork(const StartOptions& start, IndexWork work, const IndexOptions& options) {
+    PrepareFolders(start);
+    ConnectRooms();
+    LoadEnvironment(start);
+    // The file at hand is finished and what was made so far is written; then the program ends.
+    std::signal(SIGINT, OnInterrupt);
+    std::signal(SIGTERM, OnInterrupt);
+    const std::string root = MainRoot();
+    const char* const verb = work == IndexWork::Update ? "update" : "index";
+    if (!files::IsFolder(root)) {
+        std::fprintf(stderr, "kalmora %s: %s: no such folder\n", verb, root.c_str());
+        return 1;
+    }
+    Tally tally;
+    bool good = true;
+    {
+        ProgressBar bar;
+        good = RunOnRoot(root, work, options.period, tally, bar);
+        // The second root belongs to the settings' data folder, not to one that was named for this run.
+        const std::string other = start.data.empty() ? OtherRoot() : std::string();
+        if (good && !other.empty()) good = RunOnRoot(other, work, options.period, tally, bar);
+        OnProgress = nullptr;
+    }
+    Print(tally, options.json);
+    if (IsIndexingInterrupted())
+        std::fprintf(stderr, "kalmora %s: interrupted; what was finished is written\n", verb);
+    else if (!good)
+        std::fprintf(stderr, "kalmora %s: some index files could not be written\n", verb);
+    return good ? 0 : 1;
+}
+
+void AddVerb(CLI::App& app, VerbRun& run, const char* name, const char* what, IndexWork work) {
+    auto options = std::make_shared<IndexOptions>();
+    CLI::App* verb = app.add_subcommand(name, what);
+    AddPeriodOptions(*verb, options->period);
+    verb->add_flag("--json", options->json, "Print the counts as an object");
+    verb->callback([options, work, &run] {
+        run = [options, work](const StartOptions& start) { return RunIndexWork(start, work, *options); };
+    });
+}
+
+}  // namespace
+
+void AddIndexVerb(CLI::App& app, VerbRun& run) {
+    AddVerb(app, run, "index", "Make the index files that are missing", IndexWork::MakeMissing);
+}
+
+void AddUpdateVerb(CLI::App& app, VerbRun& run) {
+    AddVerb(app, run, "update", "Compare the index with the files and write what has changed",
+            IndexWork::Update);
+}
+
+}  // namespace kalmora

@@ -1,0 +1,26 @@
+// A bar on the last line of the terminal while a verb works; nothing where standard error is no terminal.
+#pragma once
+
+#include <mutex>
+#include <string>
+
+namespace kalmora {
+
+// Any thread.
+class ProgressBar {
+public:
+    ProgressBar();
+    ~ProgressBar();  // wipes the line
+    ProgressBar(const ProgressBar&) = delete;
+    ProgressBar& operator=(const ProgressBar&) = delete;
+
+    // ratio 0 to 1. Painted at most every 50 ms.
+    void Show(double ratio, const std::string& text);
+
+private:
+    std::mutex mutex_;
+    const bool shown_;
+    double paintedAt_ = -1000;  // guarded by mutex_, uptime in ms
+};
+
+}  // namespace kalmora
