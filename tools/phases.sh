@@ -10,8 +10,8 @@ phase_milliseconds() { echo $((${EPOCHREALTIME/[.,]/} / 1000)); }
 
 phase_seconds() { printf '%d.%d s' $(($1 / 1000)) $(($1 % 1000 / 100)); }
 
-# phase NAME WHAT COMMAND...: runs the command with its output in a log. When it fails: the end of the log, and
-# the whole script ends with status 1.
+# phase NAME WHAT COMMAND...: runs the command with its output in a log. When it fails: the end of the log, from
+# the last line on that begins with "----" if there is one, and the whole script ends with status 1.
 phase() {
     local name=$1 what=$2 status=0 started took log
     shift 2
@@ -38,7 +38,7 @@ phase() {
         return
     fi
     printf 'FAILED after %s\n\n' "$took"
-    tail -n "${PHASE_TAIL:-40}" "$log"
+    tail -n "${PHASE_TAIL:-40}" "$log" | awk '/^----/ { said = "" } { said = said $0 "\n" } END { printf "%s", said }'
     printf '\n%s failed (status %d). All that was said: %s\n' "$name" "$status" "$log"
     exit 1
 }

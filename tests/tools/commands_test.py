@@ -65,6 +65,11 @@ class Phases(unittest.TestCase):
         self.assertIn(os.path.join(self.logs, "unit-tests.log"), result.stdout)
         self.assertNotIn("unreached", result.stdout)
 
+    def test_what_matters_of_a_failure_begins_at_its_mark(self):
+        result = self.script("f() { echo noise; echo '---- the fault'; echo it broke; return 1; }; phase Tests all f")
+        self.assertNotIn("noise", result.stdout)
+        self.assertIn("\n---- the fault\nit broke\n", result.stdout)
+
     def test_times_are_kept_in_order_for_the_closing_lines(self):
         result = self.script("phase One 1 true; phase Two 2 true; printf '%s\\n' \"${phase_times[@]}\"")
         self.assertEqual(re.findall(r"^ +\d+\.\d s  (\w+)$", result.stdout, re.MULTILINE), ["One", "Two"])
