@@ -85,9 +85,13 @@ std::string Shortened(const std::string& path) {
     return path.substr(folder.size() + 1);
 }
 
+// In the home, then where the program was built or installed, then wherever the system finds it.
 std::string BesideProgramOrInPath(const std::string& name) {
     std::string beside = files::Join(State().ProgramFolder, name);
-    if (files::Exists(beside)) return beside;
+    const std::string own = files::ExecutableFolder();
+    const std::string helpers = own.substr(0, own.find_last_of(files::kSeparator) + 1) + "libexec/kalmora";
+    for (const std::string& path : {beside, files::Join(own, name), files::Join(helpers, name)})
+        if (files::Exists(path)) return path;
     const std::string found = files::FindProgram(name);
     return found.empty() ? beside : found;
 }

@@ -1,0 +1,69 @@
+// kalmora rotate: a JPEG turned without loss.
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "app/app_state.h"
+#include "cli/photo_verb.h"
+#include "cli/verbs.h"
+#include "media/rotation.h"
+#include "platform/files.h"
+
+namespace kalmora {
+
+namespace {
+
+struct RotateOptions {
+    std::string file;
+    int degrees = 0;
+    bool json = false;
+};
+
+std::string WordsFor(RotateResult result) {
+    switch (result) {
+        case RotateResult::Turned:
+            return "turned";
+        case RotateResult::NoTool:
+            return "no jpegtran: " + State().PathOfJpegTran;
+        case RotateResult::NotJpeg:
+            return "not a JPEG";
+        case RotateResult::Denied:
+            return "denied";
+        case RotateResult::Failed:
+            break;
+    }
+    return "failed";
+}
+
+int RunRotate(const StartOptions& start, const RotateOptions& options) {
+    PrepareToWrite(start);
+    const std::string path = AbsoluteFilePath(options.file);
+    FileReport report("rotate", options.json ? ReportForm::Json : ReportForm::Lines);
+    if (!files::Exists(path)) {
+        report.Failed(options.file, "no such file");
+        return report.Finish();
+    }
+    const RotateResult result = RotateJpeg(path, options.degrees);
+    if (result == RotateResult::Turned)
+        report.Done(options.file, WordsFor(result), {{"degrees", options.degrees}});
+    else
+        report.Failed(options.file, WordsFor(result));
+    return report.Finish();
+}
+
+}  // namespace
+
+void AddRotateVerb(CLI::App& app, VerbRun& run) {
+    auto options = std::make_shared<RotateOptions>();
+    CLI::App* verb = app.add_subcommand("rotate", "Turn a JPEG clockwise without loss");
+    verb->add_flag("--json", options->json, "Print an array with one object");
+    verb->add_option("FILE", options->file, "The photo")->required();
+    verb->add_option("DEGREES", options->degrees, "90, 180 or 270")
+        ->required()
+        ->check(CLI::IsMember({90, 180, 270}));
+    verb->callback([options, &run] {
+        run = [options](const StartOptions& start) { return RunRotate(start, *options); };
+    });
+}
+
+}  // namespace kalmora
