@@ -1,17 +1,22 @@
 #include "app/environment.h"
 
+#include <algorithm>
+
 #include "app/app_state.h"
 #include "base/log.h"
 #include "media/preview_reader.h"
 #include "platform/files.h"
 #include "platform/image.h"
 #include "store/data_folder.h"
+#include "store/dates.h"
 #include "store/extension_table.h"
 #include "store/settings.h"
 
 namespace kalmora {
 
 namespace {
+
+constexpr int kLargestThumbnail = 10000;  // pixels
 
 std::string WithoutTrailingSeparator(std::string path) {
     while (path.size() > 1 && path.back() == files::kSeparator) path.pop_back();
@@ -21,6 +26,17 @@ std::string WithoutTrailingSeparator(std::string path) {
 std::string Absolute(const std::string& path) {
     return WithoutTrailingSeparator(files::IsAbsolute(path) ? path
                                                             : files::Join(files::CurrentFolder(), path));
+}
+
+// A settings file can name any period and size; the views know only those that make sense.
+void BringIntoRange() {
+    AppState& state = State();
+    state.TargetYear = std::clamp(state.TargetYear.load(), 1, 9999);
+    state.TargetMonth = std::clamp(state.TargetMonth.load(), 1, 12);
+    state.TargetDay = std::clamp(state.TargetDay.load(), 1, DaysInMonth(state.TargetYear, state.TargetMonth));
+    state.ThumbnailMaxSize = std::clamp(state.ThumbnailMaxSize.load(), 0, kLargestThumbnail);
+    if (state.ViewType != kYearly && state.ViewType != kMonthly && state.ViewType != kDaily)
+        state.ViewType = kMonthly;
 }
 
 }  // namespace
@@ -59,6 +75,7 @@ bool LoadEnvironment(const StartOptions& options) {
     AppState& state = State();
     const bool existed = LoadSettings(state.SettingsPath) != 0;
     if (!options.data.empty()) state.RunDataDirectory = Absolute(options.data);
+    BringIntoRange();
     state.DataDirectoryText = MainRoot();
     if (state.UseOtherFolder) state.OtherDirectoryText = state.OtherDirectory;
     LoadExtensionTable(state.ExtensionListPath);

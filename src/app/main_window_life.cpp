@@ -27,6 +27,8 @@ bool OnCreate(Window& window) {
 
 bool OnDestroy(Window& window) {
     StopCurrentLoad();
+    // Also a beat that is filling a scatter at this moment leaves at its next file.
+    State().ObjectGate.RequestStop();
     StopHeartbeat();
     // The rectangle that the window has when it is neither minimised nor maximised is what the next start
     // uses.

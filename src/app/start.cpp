@@ -23,6 +23,7 @@
 #include "views/commands.h"
 #include "views/hooks.h"
 #include "views/object_loader.h"
+#include "views/paint_cell.h"
 #include "views/paint_view.h"
 
 namespace kalmora {
@@ -69,11 +70,11 @@ void Stop() {
     ClearExtensionTable();
     SaveSettings(state.SettingsPath);
     Shell().ReleaseHotKeys();
-    state.DataDirectories.clear();
     // The one wait for the workers: at most 2.2 seconds, then the program ends around them.
     TheDateTree().RequestStop();
     state.ObjectGate.Acquire("Last");
     ++Calendar().loadNumber;
+    ClearDataFolders();
     Shell().CloseMusicPlayer();
     FreeObjects();
     DestroyButtons();
@@ -107,7 +108,7 @@ bool AreWorkersRunning() {
     const AppState& state = State();
     const bool scans = !state.FirstStartPending && state.InitialScanRunning;
     return scans || Calendar().IsObjectLoaderRunning() || Calendar().IsPaintThreadRunning() ||
-           state.IndexPreloadRunning || state.BackgroundUpdateRunning;
+           state.IndexPreloadRunning || state.BackgroundUpdateRunning || !AreCellRedrawsDone();
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 
 #include "platform/canvas.h"
 #include "platform/window.h"
@@ -14,6 +15,10 @@ class DrawContext {
 public:
     explicit DrawContext(Canvas& canvas) : canvas_(&canvas) {}
     explicit DrawContext(Window& window) : window_(&window) {}
+    // `isWanted` is asked when the window is held: false leaves it as it is, because it shows something else
+    // now.
+    DrawContext(Window& window, std::function<bool()> isWanted)
+        : window_(&window), isWanted_(std::move(isWanted)) {}
 
     double Scale() const { return canvas_ ? canvas_->Scale() : window_->Scale(); }
 
@@ -21,12 +26,14 @@ public:
     // window is closed. `paint` reads no file and decodes no picture.
     void With(const std::function<void(Canvas&)>& paint) const {
         if (canvas_) return paint(*canvas_);
-        if (const auto canvas = window_->Draw()) paint(*canvas);
+        const auto canvas = window_->Draw();
+        if (canvas && (!isWanted_ || isWanted_())) paint(*canvas);
     }
 
 private:
     Canvas* canvas_ = nullptr;
     Window* window_ = nullptr;
+    std::function<bool()> isWanted_;
 };
 
 }  // namespace kalmora

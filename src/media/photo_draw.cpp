@@ -117,7 +117,10 @@ void CPhoto::PaintCard(const DrawContext& context) {
     const Rect area{drawnX, drawnY, displayWidth, displayHeight};
     if (area.IsEmpty()) return;
     const auto text = ReadTextHead(path, kCardTextBytes);
-    if (!text) return;
+    if (!text) {
+        displayWidth = displayHeight = 0;
+        return;
+    }
     const TextKind style = TextKindOf(*text, HeadMatch::IgnoreCase);
     context.With([&](Canvas& canvas) { DrawTextCard(canvas, area, *text, style); });
 }

@@ -109,6 +109,11 @@ std::string MainRoot() {
     return State().RunDataDirectory.empty() ? State().DataDirectory : State().RunDataDirectory;
 }
 
+void ClearDataFolders() {
+    std::lock_guard lock(rootMutex);
+    State().DataDirectories.clear();
+}
+
 void SetMainRoot(const std::string& root) {
     std::lock_guard lock(rootMutex);
     State().DataDirectory = root;

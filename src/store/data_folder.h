@@ -38,6 +38,9 @@ std::string OtherRoot();
 // Sets DataDirectory alone.
 void SetMainRoot(const std::string& root);
 
+// Empties DataDirectories, at the program's end.
+void ClearDataFolders();
+
 // Makes every missing folder of the path. False for an empty path, when a file stands in the way, or when a
 // folder cannot be made; the folders made until then stay. Any thread; two callers may make the same path.
 bool MakeDirectories(std::string_view path);

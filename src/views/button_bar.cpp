@@ -81,7 +81,11 @@ void PlaceImages(ButtonParts& bar, Size client) {
 }
 
 void PaintAll(ButtonParts& bar, Canvas& canvas) {
-    ForEachButton(bar, [&](const CButton& button, std::size_t) { button.Paint(canvas); });
+    bar.painted.clear();
+    ForEachButton(bar, [&](const CButton& button, std::size_t) {
+        button.Paint(canvas);
+        if (button.IsVisible()) bar.painted.push_back(button.Area());
+    });
     if (bar.focused && bar.focused->IsVisible()) bar.focused->PaintFocus(canvas);
 }
 
@@ -148,16 +152,15 @@ void DrawButtons(Canvas& canvas) {
 void DrawButtonsOnWindow() {
     Window* window = MainWindow();
     if (!window) return;
-    const BackgroundPtr background = CurrentBackground();
+    const SurfacePtr base = PaintedBase();
     const auto canvas = window->Draw();
     if (!canvas) return;
     ButtonParts& bar = TheButtonParts();
     std::lock_guard lock(bar.mutex);
-    // The bar's whole strip: a label that became shorter must not leave its old end.
-    const Size size = canvas->GetSize();
-    if (bar.date) {
-        const int top = bar.date->y;
-        RestoreBackground(*canvas, background, {0, top, size.width, size.height - top});
+    // What lies under the buttons first: a label that became shorter must not leave its old end, nor a
+    // pressed button its shade.
+    for (const Rect& area : bar.painted) {
+        if (base && base->GetSize() == canvas->GetSize()) canvas->Blit(area, *base, {area.x, area.y});
     }
     PaintAll(bar, *canvas);
 }

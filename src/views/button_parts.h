@@ -14,6 +14,7 @@ struct ButtonParts {
     std::mutex mutex;  // guards everything below; never held while a press does its work
     std::unique_ptr<CButton> date, level, search;
     std::vector<std::unique_ptr<CButton>> images;  // by ImageButton; all of them, or none before the start
+    std::vector<Rect> painted;                     // where buttons stand on the window
     CButton* focused = nullptr;                    // the one that Enter presses; one of the above
 };
 ButtonParts& TheButtonParts();

@@ -11,6 +11,7 @@ namespace kalmora {
 
 namespace {
 constexpr int kColumns = 7;
+constexpr int kMostHours = 240;  // what a settings file may name; far more than makes sense
 }  // namespace
 
 MonthGrid MakeMonthGrid(int year, int month, const Rect& area, bool withHeading) {
@@ -94,8 +95,8 @@ DayLines MakeDayLines(int clientHeight, int numberOfLine, int duration, int star
     day.lines = std::clamp(numberOfLine, 1, kMaxDayLines);
     day.lineHeight = (clientHeight - 60) / day.lines;
     day.thumbWidthAllowance = day.lineHeight * 4 / 3 + 10;
-    day.duration = duration;
-    day.startHour = startHour;
+    day.duration = std::clamp(duration, 0, kMostHours);
+    day.startHour = std::clamp(startHour, -kMostHours, kMostHours);
     return day;
 }
 

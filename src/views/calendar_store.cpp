@@ -103,9 +103,4 @@ bool CalendarStore::IsPaintThreadRunning() const {
     return paintThread_.IsRunning();
 }
 
-bool CalendarStore::WaitForWorkers(int milliseconds) const {
-    std::lock_guard lock(threadsMutex_);
-    return objectLoader_.WaitForEnd(milliseconds) && paintThread_.WaitForEnd(milliseconds);
-}
-
 }  // namespace kalmora

@@ -46,7 +46,6 @@ struct CalendarStore {
     bool EndPaintRun();         // true when a paint was left that the run did not take
     bool IsObjectLoaderRunning() const;
     bool IsPaintThreadRunning() const;
-    bool WaitForWorkers(int milliseconds) const;  // true when neither runs any more
 
 private:
     mutable std::mutex threadsMutex_;

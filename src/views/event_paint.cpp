@@ -7,6 +7,7 @@
 #include "views/button_bar.h"
 #include "views/calendar_store.h"
 #include "views/hooks.h"
+#include "views/month_loader.h"
 #include "views/paint_view.h"
 #include "views/progress_stripe.h"
 
@@ -17,6 +18,7 @@ namespace {
 constexpr int kButtonBarHeight = 50;  // kept free for the buttons
 constexpr int kSettleMs = 100;
 constexpr int kYieldAboveMs = 10;
+constexpr int kPauseStepMs = 500;
 
 enum class WalkEnd { Whole, Stopped, Repaint };
 
@@ -35,7 +37,7 @@ void SettlePaints() {
 }
 
 bool PassesFilter(CPhoto& photo) {
-    if (photo.kind != kKindText && photo.kind != kKindImage && photo.kind != kKindMovie) return true;
+    if (photo.kind != kKindText && photo.kind != kKindImage && photo.kind != kKindMovie) return false;
     return photo.IsVisibleUnderEstimate();
 }
 
@@ -44,22 +46,25 @@ template <typename Viewer, typename DrawOne>
 WalkEnd WalkObjects(Viewer& viewer, DrawOne draw) {
     AppState& state = State();
     const auto stopped = [&] { return viewer.stop || !viewer.usable || state.ObjectGate.IsStopRequested(); };
+    const auto restless = [&] { return stopped() || Calendar().IsPaintLeftToRun(); };
+    // A stop that no load followed must not keep the period empty for good.
+    viewer.stop = false;
     const std::vector<PlacedObjectPtr> objects = viewer.objects.Snapshot();
     if (objects.empty()) return WalkEnd::Whole;
-    TicketGuard guard(viewer.queue, 1, 100);
+    TicketGuard guard(viewer.queue, 5, 100);
     if (!guard) return WalkEnd::Stopped;
     for (std::size_t index = 0; index < objects.size(); ++index) {
         ProgressStripe(static_cast<double>(index) / static_cast<double>(objects.size()));
         while (state.Paused) {
             if (stopped()) return WalkEnd::Stopped;
             if (Calendar().IsPaintLeftToRun()) return WalkEnd::Repaint;
-            SleepMs(500);
+            SleepUnless(restless, kPauseStepMs);
         }
         if (stopped()) return WalkEnd::Stopped;
         if (Calendar().IsPaintLeftToRun()) return WalkEnd::Repaint;
         if (Hooks().IsSlideShowOpen()) continue;
         if (draw(objects[index])) ++Calendar().objectsDrawn;
-        if (state.TimingOfChangeImage > kYieldAboveMs) SleepMs(state.TimingOfChangeImage);
+        if (state.TimingOfChangeImage > kYieldAboveMs) SleepUnless(restless, state.TimingOfChangeImage);
     }
     viewer.loaded = true;
     ProgressStripe(kStripeFinished);
@@ -115,7 +120,10 @@ bool DrawClaimed(ObjectList& list, const PlacedObjectPtr& object, DrawOne draw) 
 bool DrawDayObject(DayViewer& viewer, const PlacedObjectPtr& object) {
     Window* window = MainWindow();
     if (!window) return false;
-    const DrawContext context(*window);
+    const DrawContext context(*window, [&viewer] {
+        return viewer.usable && !viewer.stop && !State().AllViewMode && State().ViewType == kDaily &&
+               &Calendar().CurrentDayViewer() == &viewer;
+    });
     return DrawClaimed(viewer.objects, object, [&](CPhoto& photo) {
         if (!object->placed) viewer.PlaceOnLine(*object);
         photo.DrawScaledToHeight(context, viewer.lines.ThumbnailHeight());
@@ -125,7 +133,10 @@ bool DrawDayObject(DayViewer& viewer, const PlacedObjectPtr& object) {
 bool DrawAllObject(AllViewer& viewer, const PlacedObjectPtr& object) {
     Window* window = MainWindow();
     if (!window) return false;
-    const DrawContext context(*window);
+    const DrawContext context(*window, [&viewer] {
+        return viewer.usable && !viewer.stop && State().AllViewMode &&
+               &Calendar().CurrentAllViewer() == &viewer;
+    });
     const Size area = ObjectArea();
     return DrawClaimed(viewer.objects, object, [&](CPhoto& photo) {
         if (!object->placed) {
@@ -144,24 +155,25 @@ void EventPaint() {
     if (!state.AllViewMode && state.ViewType != kDaily) return;
     if (!state.ObjectGate.Acquire("EventPaint")) return;
     Calendar().objectsDrawn = 0;
-    if (!Calendar().StartPaintThread([] { EventPaintThread(); })) state.ObjectGate.Release();
+    if (!Calendar().StartPaintThread([number = Calendar().loadNumber.load()] { EventPaintThread(number); }))
+        state.ObjectGate.Release();
 }
 
-void EventPaintThread() {
+void EventPaintThread(std::uint32_t loadNumber) {
     AppState& state = State();
     WalkEnd end;
     do {
         SettlePaints();
         Calendar().objectsDrawn = 0;
-        end = state.ObjectGate.IsStopRequested() ? WalkEnd::Stopped
-              : state.AllViewMode                ? WalkAll()
-                                                 : WalkDay();
+        if (state.ObjectGate.IsStopRequested() || (!state.AllViewMode && state.ViewType != kDaily))
+            end = WalkEnd::Stopped;
+        else
+            end = state.AllViewMode ? WalkAll() : WalkDay();
     } while (end == WalkEnd::Repaint);
-    if (end == WalkEnd::Whole) {
-        SetButtonStates();
-        DrawButtonsOnWindow();
-    }
-    state.ObjectGate.Release();
+    SetButtonStates();
+    DrawButtonsOnWindow();
+    // After the bounded wait a newer load has gone on with a gate of its own: that one is not ours to open.
+    if (Calendar().loadNumber == loadNumber) state.ObjectGate.Release();
     state.FirstLoadDone = 1;
     // A paint that came too late for this run is done by whoever is free now.
     if (Calendar().EndPaintRun()) return PaintView();

@@ -35,6 +35,8 @@ void CycleFront(Viewer& viewer, DrawOne draw) {
     for (int attempt = 0; attempt <= kMaxRetries; ++attempt) {
         const PlacedObjectPtr front = viewer.objects.Front();
         if (!front) return;
+        TicketGuard guard(viewer.queue, 1, 100);
+        if (!guard) return;
         const bool drawn = draw(front);
         viewer.objects.MoveToTail(front);
         if (drawn) return;
@@ -44,6 +46,8 @@ void CycleFront(Viewer& viewer, DrawOne draw) {
 void RedrawDayLines(DayViewer& viewer) {
     TicketGuard guard(State().ObjectQueue, 1, 100);
     if (!guard) return;
+    TicketGuard places(viewer.queue, 1, 100);
+    if (!places) return;
     const std::vector<PlacedObjectPtr> objects = viewer.objects.Snapshot();
     for (int line = 0; line < viewer.lines.lines; ++line) {
         if (viewer.PerLineCount[static_cast<std::size_t>(line)] == 0) continue;

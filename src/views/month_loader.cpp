@@ -1,5 +1,6 @@
 #include "views/month_loader.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "app/app_state.h"
@@ -20,6 +21,9 @@
 namespace kalmora {
 
 namespace {
+
+constexpr int kPauseStepMs = 500;
+constexpr int kSleepStepMs = 50;
 
 // The logical size of a day cell's picture in the window as it is now; empty without a window.
 Size CurrentCellSize(int viewType, int year, int month) {
@@ -81,7 +85,7 @@ bool LoadMonthDays(const std::string& root, int year, int month, const StopTest&
     const int days = DaysInMonth(year, month);
     LaggingDrawer drawer(year, month, stopped);
     for (int day = 1; day <= days; ++day) {
-        if (ended() || !WaitWhilePaused(ended)) return false;
+        if (ended() || (drawing.waitsWhilePaused && !WaitWhilePaused(ended))) return false;
         if (!LoadDayCell(root, year, month, day, stopped)) return false;
         BeginCellPicture(drawing.viewType, year, month, day);
         if (!drawing.whileLoading) continue;
@@ -99,11 +103,17 @@ bool LoadMonthDays(const std::string& root, int year, int month, const StopTest&
 }  // namespace
 
 bool WaitWhilePaused(const StopTest& stopped) {
-    while (State().Paused) {
-        if (stopped()) return false;
-        SleepMs(500);
-    }
+    while (State().Paused)
+        if (!SleepUnless(stopped, kPauseStepMs)) return false;
     return true;
+}
+
+bool SleepUnless(const StopTest& stopped, int milliseconds) {
+    for (; milliseconds > 0; milliseconds -= kSleepStepMs) {
+        if (stopped()) return false;
+        SleepMs(std::min(milliseconds, kSleepStepMs));
+    }
+    return !stopped();
 }
 
 bool LoadDayCell(const std::string& root, int year, int month, int day, const StopTest& stopped) {
@@ -120,6 +130,8 @@ bool LoadDayCell(const std::string& root, int year, int month, int day, const St
     std::vector<DayEntry> all;
     {
         std::lock_guard lock(slot.mutex);
+        // Asked again under the lock: a newer load empties the slot under it.
+        if (ended()) return false;
         cell.folder = folder;
         cell.year = year;
         cell.month = month;
@@ -135,6 +147,7 @@ bool LoadDayCell(const std::string& root, int year, int month, int day, const St
 }
 
 bool LoadMonth(const std::string& root, int year, int month, const StopTest& stopped, LoadDrawing drawing) {
+    if (month < 1 || month > 12) return false;  // a jump may name any; its folder would be the year's
     YearView& slot = Calendar().SlotOf(year);
     MonthView& view = Calendar().MonthOf(year, month);
     {
@@ -157,7 +170,7 @@ bool LoadMonth(const std::string& root, int year, int month, const StopTest& sto
         view.PhotoCursor = count > 0 ? Random() % count : 0;
         view.ready = true;
     }
-    view.loading = false;
+    if (!stopped()) view.loading = false;
     return whole;
 }
 
@@ -166,16 +179,15 @@ bool LoadYear(const std::string& root, int year, const StopTest& stopped, LoadDr
     slot.loading = true;
     slot.active = true;
     const auto ended = [&] { return stopped() || slot.stop; };
-    const bool drawsMonths = drawing.whileLoading || !State().DrawWhileLoading;
     bool whole = true;
     for (int month = 1; month <= 12 && whole; ++month) {
         whole = !ended() && LoadMonth(root, year, month, ended, drawing);
         // One month behind the reading, so that the pictures of this one are decoded meanwhile.
-        if (whole && drawsMonths && month > 1) DrawMonthOnWindow(year, month - 1);
+        if (whole && drawing.months && month > 1) DrawMonthOnWindow(year, month - 1);
     }
-    if (whole && drawsMonths) DrawMonthOnWindow(year, 12);
+    if (whole && drawing.months) DrawMonthOnWindow(year, 12);
     if (whole) slot.ready = true;
-    slot.loading = false;
+    if (!stopped()) slot.loading = false;
     return whole;
 }
 

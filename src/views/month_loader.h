@@ -14,7 +14,9 @@ using StopTest = std::function<bool()>;
 // Whether cells appear on the window while they are loaded, and in which of the two grid views.
 struct LoadDrawing {
     int viewType = 0;
-    bool whileLoading = true;  // draw each cell (or month) as soon as it stands
+    bool whileLoading = true;      // draw each cell as soon as it stands
+    bool months = true;            // in a year: draw each month as soon as it stands
+    bool waitsWhilePaused = true;  // never on the GUI thread, which alone can end the pause
 };
 
 bool LoadDayCell(const std::string& root, int year, int month, int day, const StopTest& stopped);
@@ -25,7 +27,9 @@ bool LoadYear(const std::string& root, int year, const StopTest& stopped, LoadDr
 // only.
 void ScanBackgrounds(const std::string& root, int year, int month, const StopTest& stopped);
 
-// Sleeps in steps of half a second while the program is paused; false when stopped meanwhile.
+// Sleeps while the program is paused; false when stopped meanwhile.
 bool WaitWhilePaused(const StopTest& stopped);
+// Sleeps in short steps, so that a stop is felt soon; false when stopped meanwhile.
+bool SleepUnless(const StopTest& stopped, int milliseconds);
 
 }  // namespace kalmora

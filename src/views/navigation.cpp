@@ -82,6 +82,16 @@ int DayUnderCursor() {
     return hit.day;
 }
 
+// A change that came to nothing has stopped the view: what is loaded already shall move on.
+void LetViewGoOn() {
+    const AppState& state = State();
+    if (state.AllViewMode || state.ViewType == kDaily) return;  // the next walk clears its own stop
+    YearView& slot = Calendar().SlotOf(state.TargetYear);
+    if (slot.ready) slot.stop = false;
+    for (MonthView& month : slot.months)
+        if (month.ready) month.LowerStop();
+}
+
 void OpenMonthOfYear(const SystemTime& today) {
     AppState& state = State();
     StopCurrentLoad();
@@ -210,6 +220,7 @@ void NextDay() {
 void ToYearly() {
     AppState& state = State();
     if (state.ViewType != kMonthly) return;
+    if (state.ObjectGate.IsStopRequested()) return;
     StopCurrentLoad();
     // Ahead of the guard: when that refuses, the next heartbeat finds the year unloaded and loads it. Kept.
     state.ViewType = kYearly;
@@ -220,6 +231,7 @@ void ToYearly() {
 void OneLevelUp() {
     AppState& state = State();
     if (state.ViewType != kDaily && state.ViewType != kMonthly) return;
+    if (state.ObjectGate.IsStopRequested()) return;
     StopCurrentLoad();
     state.ViewType = state.ViewType == kDaily ? kMonthly : kYearly;
     const NavigationGuard guard;
@@ -257,7 +269,7 @@ void ChangeToDaily(int day) {
     state.ObjectHit = 0;
     state.PressActive = 0;
     if (day < 1) day = DayUnderCursor();
-    if (day < 1) return;
+    if (day < 1) return LetViewGoOn();
     state.TargetDay = day;
     AdvanceRing();
     state.ViewType = kDaily;

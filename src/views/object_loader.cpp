@@ -46,7 +46,7 @@ void ClearGrid(int viewType, int year, int month) {
         otherYear = slot.year != year;
         slot.year = year;
     }
-    if (viewType == kYearly || otherYear) {
+    if (viewType != kMonthly || otherYear) {
         slot.Clear();
         return;
     }
@@ -76,6 +76,7 @@ void StartGridLoad(const LoadRequest& request) {
 
 void FillDay(const std::string& root, int year, int month, int day, const StopTest& stopped,
              ObjectList& list) {
+    if (month < 1 || day < 1) return;  // a jump may name any; the folder would be a month's or a year's
     ScanDayFolder(MakeDayFolderPath(root, year, month, day), stopped,
                   [&](DayEntry entry) { list.Add(std::make_unique<CPhoto>(entry.path)); });
 }
@@ -85,9 +86,26 @@ void FillMonth(const std::string& root, int year, int month, const StopTest& sto
         FillDay(root, year, month, day, stopped, list);
 }
 
-void LoadDayViewer(const LoadRequest& request, const StopTest& stopped) {
-    DayViewer& viewer = Calendar().CurrentDayViewer();
-    viewer.Clear();
+// A viewer of the ring that nobody draws in any more, emptied. One that a redraw does not let go is passed
+// over.
+template <typename Viewer>
+Viewer& FreshViewer(Viewer& (CalendarStore::*current)(), void (CalendarStore::*advance)()) {
+    CalendarStore& calendar = Calendar();
+    for (int attempt = 0; attempt < kRingSize; ++attempt) {
+        Viewer& viewer = (calendar.*current)();
+        if (TicketGuard guard(viewer.queue, 5, 100); guard) {
+            viewer.Clear();
+            return viewer;
+        }
+        viewer.stop = true;
+        (calendar.*advance)();
+    }
+    return (calendar.*current)();
+}
+
+void LoadDayViewer(const LoadRequest& request, const StopTest& loadStopped) {
+    DayViewer& viewer = FreshViewer(&CalendarStore::CurrentDayViewer, &CalendarStore::AdvanceDayRing);
+    const StopTest stopped = [&] { return loadStopped() || viewer.stop; };
     viewer.year = request.year;
     viewer.month = request.month;
     viewer.day = request.day;
@@ -97,9 +115,9 @@ void LoadDayViewer(const LoadRequest& request, const StopTest& stopped) {
     if (TicketGuard guard(viewer.queue, 1, 100); guard) viewer.objects.RotateRandomly();
 }
 
-void LoadAllViewer(const LoadRequest& request, const StopTest& stopped) {
-    AllViewer& viewer = Calendar().CurrentAllViewer();
-    viewer.Clear();
+void LoadAllViewer(const LoadRequest& request, const StopTest& loadStopped) {
+    AllViewer& viewer = FreshViewer(&CalendarStore::CurrentAllViewer, &CalendarStore::AdvanceAllRing);
+    const StopTest stopped = [&] { return loadStopped() || viewer.stop; };
     const auto fill = [&](const std::string& root) {
         if (request.ViewType == kDaily)
             FillDay(root, request.year, request.month, request.day, stopped, viewer.objects);
@@ -191,7 +209,9 @@ void ObjectLoader(const LoadRequest& request) {
         if (stopped()) return false;
 
         const auto load = [&](const std::string& folder, bool whileLoading) {
-            const LoadDrawing drawing{request.ViewType, whileLoading};
+            // Without drawing while loading, each month of a year still appears when it is complete.
+            const LoadDrawing drawing{request.ViewType, whileLoading,
+                                      whileLoading || !State().DrawWhileLoading};
             return request.ViewType == kMonthly
                        ? LoadMonth(folder, request.year, request.month, stopped, drawing)
                        : LoadYear(folder, request.year, stopped, drawing);
@@ -212,10 +232,10 @@ void ObjectLoader(const LoadRequest& request) {
 
 void ReloadView() {
     AppState& state = State();
-    if (state.AllViewMode) return;
+    if (state.AllViewMode || !state.ObjectGate.Acquire("Reload")) return;
     const int year = state.TargetYear, month = state.TargetMonth, day = state.TargetDay;
-    const StopTest stopped = StopTestOf(Calendar().loadNumber);
-    const LoadDrawing quiet{state.ViewType, false};
+    const StopTest stopped = StopTestOf(++Calendar().loadNumber);
+    const LoadDrawing quiet{state.ViewType, false, false, false};
     switch (state.ViewType) {
         case kYearly:
             ClearGrid(kYearly, year, month);
@@ -240,6 +260,8 @@ void ReloadView() {
         default:
             break;
     }
+    state.ObjectGate.Release();
+    if (Window* window = MainWindow()) window->Invalidate();
 }
 
 }  // namespace kalmora

@@ -7,6 +7,7 @@
 
 #include "app/app_state.h"
 #include "platform/thread.h"
+#include "views/button_bar.h"
 #include "views/calendar_store.h"
 #include "views/paint_cell.h"
 #include "views/paint_view.h"
@@ -14,6 +15,8 @@
 namespace kalmora {
 
 namespace {
+
+constexpr int kButtonBarHeight = 50;  // what the buttons may take of the window's lower end
 
 using CellName = std::tuple<int, int, int>;
 
@@ -105,7 +108,7 @@ void DrawCell(Window& window, const MonthGrid& grid, int day) {
     const PreparedObject object = PrepareCellObject(
         grid.year, grid.month, day, {grid.cellWidth, grid.cellHeight}, window.Scale(), Decode::Now);
     if (object.look == PreparedObject::Look::Nothing) return;
-    const BackgroundPtr background = CurrentBackground();
+    const BackgroundPtr background = PaintedBackground();
     if (!IsMonthInView(grid.year, grid.month)) return;
     const auto canvas = window.Draw();
     if (!canvas || canvas->GetSize() != window.ClientSize()) return;
@@ -113,6 +116,8 @@ void DrawCell(Window& window, const MonthGrid& grid, int day) {
     // A picture of another shape leaves margins: what stood there before shall not show beside it.
     RestoreBackground(*canvas, background, {cell.x + 1, cell.y + 1, cell.width, cell.height});
     DrawDayCell(*canvas, cell, day, grid.ColumnOf(day), State().ViewType == kYearly, &object);
+    // A wide window's last rows reach under the buttons, which stay on top.
+    if (cell.Bottom() >= canvas->GetSize().height - kButtonBarHeight) DrawButtons(*canvas);
 }
 
 }  // namespace
@@ -148,7 +153,7 @@ void DrawMonthPictureOnWindow(int year, int month) {
     // Into memory first: decoding must not happen while the window is held.
     const auto picture = Surface::Create({area.width, area.height}, window->Scale());
     if (!picture) return;
-    const BackgroundPtr background = CurrentBackground();
+    const BackgroundPtr background = PaintedBackground();
     {
         const auto canvas = picture->Draw();
         RestoreBackground(*canvas, background, {0, 0, area.width, area.height}, {area.x, area.y});

@@ -44,6 +44,16 @@ std::string BackgroundPath() {
     return set;
 }
 
+struct LastBase {
+    std::mutex mutex;
+    SurfacePtr surface;  // guarded by mutex
+};
+
+LastBase& Base() {
+    static LastBase* const base = new LastBase;
+    return *base;
+}
+
 struct BackgroundCache {
     std::mutex mutex;
     std::string path;  // guarded by mutex, as is all of this
@@ -64,6 +74,27 @@ std::shared_ptr<const Surface> MakeBackground(const std::string& path, Size size
     const auto canvas = surface->Draw();
     canvas->FillRect({0, 0, size.width, size.height}, kPaper);
     canvas->DrawImage({0, 0, size.width, size.height}, image);
+    return surface;
+}
+
+// The background for the picture that is to be shown now.
+BackgroundPtr RenewBackground() {
+    const Size size = ClientSize();
+    const double scale = ClientScale();
+    if (size.IsEmpty()) return nullptr;
+    const std::string path = BackgroundPath();
+    BackgroundCache& cache = Cache();
+    {
+        std::lock_guard lock(cache.mutex);
+        if (cache.surface && cache.path == path && cache.size == size && cache.scale == scale)
+            return cache.surface;
+    }
+    std::shared_ptr<const Surface> surface = MakeBackground(path, size, scale);
+    std::lock_guard lock(cache.mutex);
+    cache.path = path;
+    cache.size = size;
+    cache.scale = scale;
+    cache.surface = surface;
     return surface;
 }
 
@@ -118,24 +149,18 @@ void DrawPeriod(Canvas& canvas, Size client, double scale) {
 
 }  // namespace
 
-BackgroundPtr CurrentBackground() {
-    const Size size = ClientSize();
-    const double scale = ClientScale();
-    if (size.IsEmpty()) return nullptr;
-    const std::string path = BackgroundPath();
+SurfacePtr PaintedBase() {
+    std::lock_guard lock(Base().mutex);
+    return Base().surface;
+}
+
+BackgroundPtr PaintedBackground() {
     BackgroundCache& cache = Cache();
     {
         std::lock_guard lock(cache.mutex);
-        if (cache.surface && cache.path == path && cache.size == size && cache.scale == scale)
-            return cache.surface;
+        if (cache.surface && cache.size == ClientSize() && cache.scale == ClientScale()) return cache.surface;
     }
-    std::shared_ptr<const Surface> surface = MakeBackground(path, size, scale);
-    std::lock_guard lock(cache.mutex);
-    cache.path = path;
-    cache.size = size;
-    cache.scale = scale;
-    cache.surface = surface;
-    return surface;
+    return RenewBackground();
 }
 
 void RestoreBackground(Canvas& canvas, const BackgroundPtr& background, const Rect& area, Point from) {
@@ -159,20 +184,25 @@ void PaintBase() {
     SetButtonStates();
     const Size size = window->ClientSize();
     const double scale = window->Scale();
-    const auto surface = Surface::Create(size, scale);
+    const std::shared_ptr<Surface> surface = Surface::Create(size, scale);
     if (!surface) return;
-    const BackgroundPtr background = CurrentBackground();
+    const BackgroundPtr background = RenewBackground();
     const CellRedrawPause pause;
+    const int viewType = state.ViewType;
+    const bool known = viewType == kYearly || viewType == kMonthly || viewType == kDaily;
     {
         const auto canvas = surface->Draw();
         RestoreBackground(*canvas, background, {0, 0, size.width, size.height});
-        const int viewType = state.ViewType;
-        if (viewType == kYearly || viewType == kMonthly || viewType == kDaily) {
-            DrawPeriod(*canvas, size, scale);
-            DrawButtons(*canvas);
-        }
+        if (known) DrawPeriod(*canvas, size, scale);
     }
-    if (const auto canvas = window->Draw()) canvas->Blit({0, 0, size.width, size.height}, *surface);
+    {
+        std::lock_guard lock(Base().mutex);
+        Base().surface = surface;
+    }
+    if (const auto canvas = window->Draw()) {
+        canvas->Blit({0, 0, size.width, size.height}, *surface);
+        if (known) DrawButtons(*canvas);
+    }
     if (!State().FirstPaintDone.exchange(1)) Hooks().OnFirstPaint();
 }
 

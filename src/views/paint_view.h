@@ -15,10 +15,13 @@ void PaintView();
 // The same picture without starting a run, and also while one is going: for the run itself.
 void PaintBase();
 
-// The background as drawn at the window's present size; the same one until size or picture change. Shared,
-// never written once handed out. Null without a window.
-using BackgroundPtr = std::shared_ptr<const Surface>;
-BackgroundPtr CurrentBackground();
+// The background as the last full paint drew it, for what is redrawn in parts: a picture that was picked
+// since shows with the next full paint only. Shared, never written once handed out. Null without a window.
+using SurfacePtr = std::shared_ptr<const Surface>;
+using BackgroundPtr = SurfacePtr;
+BackgroundPtr PaintedBackground();
+// What the last full paint drew, but for the buttons. Shared, never written; null before the first.
+SurfacePtr PaintedBase();
 // Puts the background's part back: `area` in the canvas shows what stands at `from` in the window.
 void RestoreBackground(Canvas& canvas, const BackgroundPtr& background, const Rect& area, Point from);
 inline void RestoreBackground(Canvas& canvas, const BackgroundPtr& background, const Rect& area) {

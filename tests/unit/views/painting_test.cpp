@@ -405,6 +405,57 @@ TEST_F(PaintingTest, MonthPictureStepGoesToTheNextDayWithObjects) {
     EXPECT_EQ(StepMonthPicture(2008, 3), -1) << "a month without objects";
 }
 
+TEST_F(PaintingTest, NewBackgroundWaitsForTheNextFullPaint) {
+    AddPicture(2008, 11, 3, "tall.png", kRed, {10, 100});
+    WritePicture(root_ + "/files/2008/200811/back.png", kBlue, {32, 32});
+    ShowMonth(2008, 11);
+    OpenWindow({960, 700});
+    Load();
+    Calendar().backgrounds.Clear();  // another background would be drawn now
+    const Rect cell = Cell(3);
+    const Color beside = PixelAt(cell.x + 5, cell.y + 90);
+    DrawCellOnWindow(2008, 11, 3);
+    EXPECT_EQ(PixelAt(cell.x + 5, cell.y + 90), beside) << "beside the picture of a cell drawn alone";
+    EXPECT_EQ(beside, kBlue);
+}
+
+// ---- reloading
+
+TEST_F(PaintingTest, ReloadWhilePausedReturns) {
+    AddPicture(2008, 11, 3, "a.png", kRed);
+    ShowMonth(2008, 11);
+    OpenWindow({960, 700});
+    Load();
+    AddPicture(2008, 11, 4, "b.png", kGreen);
+    State().Paused = 1;
+    ReloadView();
+    EXPECT_EQ(ContentOfCell(2008, 11, 4).count, 1u);
+    EXPECT_EQ(ContentOfCell(2008, 11, 3).count, 1u) << "nothing is listed twice";
+    State().Paused = 0;
+}
+
+TEST_F(PaintingTest, StopWithoutALoadDoesNotEmptyTheDayForGood) {
+    AddPicture(2008, 11, 13, "a.png", kRed);
+    ShowDay(2008, 11, 13);
+    OpenWindow({960, 700});
+    Load();
+    StopCurrentLoad();
+    PaintView();
+    ASSERT_TRUE(Settle());
+    EXPECT_EQ(Calendar().objectsDrawn, 1);
+}
+
+TEST_F(PaintingTest, ButtonsStayOnTopOfAWideMonthsLastRow) {
+    for (int day = 1; day <= 30; ++day) AddPicture(2008, 11, day, "a.png", kRed);
+    ShowMonth(2008, 11);
+    OpenWindow({1300, 700});
+    Load();
+    const Color label = PixelAt(8, 700 - 8);
+    for (int day = 24; day <= 30; ++day) DrawCellOnWindow(2008, 11, day);
+    EXPECT_EQ(PixelAt(8, 700 - 8), label);
+    EXPECT_NE(label, kRed);
+}
+
 // ---- stopping
 
 TEST_F(PaintingTest, LoadThatIsStoppedInItsMiddleLeavesNothingRunning) {
