@@ -290,6 +290,9 @@ TEST_F(PaintingTest, StopEndsTheWalk) {
     OpenWindow({960, 700});
     State().TimingOfChangeImage = 100;
     UpdateObjects();
+    const double start = UptimeMs();
+    while (Calendar().objectsDrawn == 0 && UptimeMs() - start < 10000) TheApplication()->ProcessEvents(2);
+    ASSERT_GT(Calendar().objectsDrawn, 0) << "the walk clears the stop where it begins";
     StopCurrentLoad();
     ASSERT_TRUE(Settle());
     EXPECT_LT(Calendar().objectsDrawn, 20);
