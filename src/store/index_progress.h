@@ -6,8 +6,6 @@
 
 #include "base/printf_format.h"
 
-#include "base/printf_format.h"
-
 namespace kalmora {
 
 // ratio 0 to 1. Set at start, before other threads run; called on the thread that works, any of them.
