@@ -1,48 +1,36 @@
-// How fast the metadata of many photos are read, against what opening and reading the files costs by itself.
+// How fast the program's own code reads what many photos say, against the lower bounds.
 //
-//     bench_read_metadata LIST [ROUNDS]      LIST: a file with one path a line
+//     bench_read_metadata LIST [ROUNDS [JOB]]
 //
-// Prints for each measurement the median processor time of a round, and the microseconds a file. The first
-// round warms the file cache.
+// LIST: a file with one path a line. All jobs run round by round, so that a slow moment of the machine meets
+// all of them, and are measured in processor time, so that what others do there does not count. Prints for
+// each the median seconds, the microseconds a file and the ratio to its bound. With JOB (metadata, object,
+// preview, pixels) that one is run ROUNDS times and nothing printed: for a profiler.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
-#include <fstream>
-#include <functional>
+#include <cstring>
 #include <string>
 #include <vector>
 
+#include "baseline.h"
 #include "media/photo.h"
 #include "media/photo_metadata.h"
 #include "media/preview_reader.h"
-#include "platform/files.h"
+#include "platform/image.h"
 
 namespace {
 
 using kalmora::CPhoto;
 
-// Processor time of this thread: what others do on the machine does not count.
-double Seconds(const std::function<void()>& work) {
-    const std::clock_t start = std::clock();
-    work();
-    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+constexpr kalmora::Size kMonthCell{137, 110};  // device pixels; smaller than a camera's thumbnail
+
+std::size_t Bound(const char* path) {
+    bench::Basics basics;
+    return bench::ReadBasics(path, bench::Read::BasicsOnly, basics) ? basics.iso + basics.shutter + 1 : 0;
 }
 
-struct Job {
-    const char* name;
-    std::function<std::size_t(const std::string&)> run;  // something that depends on all that was read
-    std::vector<double> seconds{};
-    std::size_t sum = 0;
-};
-
-std::size_t OpenAndRead(const std::string& path) {
-    std::uint8_t bytes[4096];
-    kalmora::files::InputFile file;
-    return file.Open(path) ? file.ReadAt(0, bytes) : 0;
-}
-
-std::size_t ReadMetadata(const std::string& path) {
+std::size_t ReadMetadata(const char* path) {
     static kalmora::PhotoMetadata metadata;
     kalmora::ReadPhotoMetadata(path, metadata);
     kalmora::SystemTime date;
@@ -51,7 +39,7 @@ std::size_t ReadMetadata(const std::string& path) {
 }
 
 // What indexing asks of each photo.
-std::size_t AskObject(const std::string& path) {
+std::size_t AskObject(const char* path) {
     CPhoto photo(path);
     kalmora::SystemTime date;
     photo.ReadExifValues();
@@ -60,42 +48,71 @@ std::size_t AskObject(const std::string& path) {
            (photo.GetComment() != nullptr);
 }
 
-std::size_t ReadThumbnail(const std::string& path) {
+std::size_t ReadThumbnail(const char* path) {
     return kalmora::ReadEmbeddedPreview(path, true).thumbnail.size();
+}
+
+// Never from the cache: a picture is asked for once between two clearings of it.
+std::size_t LoadCell(const char* path) {
+    const kalmora::Size size = kalmora::images::Load(path, kMonthCell).GetSize();
+    return static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height);
+}
+
+struct Job {
+    const char* name;
+    const char* title;
+    std::size_t (*run)(const char* path);
+    int bound;  // the job it is held against; -1: it is one
+    std::vector<double> seconds{};
+    std::size_t sum = 0;
+};
+
+double RunOnce(const Job& job, const std::vector<std::string>& paths, std::size_t& sum) {
+    kalmora::images::ClearCache();
+    const double start = bench::ThreadSeconds();
+    for (const std::string& path : paths) sum += job.run(path.c_str());
+    return bench::ThreadSeconds() - start;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 2) {
-        std::fprintf(stderr, "usage: %s LIST [ROUNDS]\n", argv[0]);
+    const std::vector<std::string> paths = argc > 1 ? bench::ReadList(argv[1]) : std::vector<std::string>();
+    if (paths.empty()) {
+        std::fprintf(stderr, "usage: %s LIST [ROUNDS [JOB]]; LIST names the files, one a line\n", argv[0]);
         return 2;
     }
-    std::ifstream list(argv[1]);
-    std::vector<std::string> paths;
-    for (std::string line; std::getline(list, line);)
-        if (!line.empty()) paths.push_back(line);
-    if (paths.empty()) {
-        std::fprintf(stderr, "%s names no file\n", argv[1]);
-        return 1;
-    }
     const int rounds = argc > 2 ? std::max(1, std::atoi(argv[2])) : 9;
+    kalmora::images::SetPreviewReader(&kalmora::ReadEmbeddedPreview);
 
-    std::vector<Job> jobs{{"open and read 4 KiB", OpenAndRead},
-                          {"ReadPhotoMetadata", ReadMetadata},
-                          {"CPhoto, as indexing asks", AskObject},
-                          {"embedded thumbnail", ReadThumbnail}};
-    // Round by round, so that a slow moment of the machine meets all of them.
-    for (int round = 0; round < rounds; ++round)
+    Job jobs[] = {{"bound", "lower bound, metadata", Bound, -1},
+                  {"metadata", "ReadPhotoMetadata", ReadMetadata, 0},
+                  {"object", "CPhoto, as indexing asks", AskObject, 0},
+                  {"pixels-bound", "lower bound, thumbnail's pixels", bench::DecodeThumbnail, -1},
+                  {"preview", "embedded thumbnail, not decoded", ReadThumbnail, 3},
+                  {"pixels", "images::Load into a cell", LoadCell, 3}};
+    if (argc > 3) {
         for (Job& job : jobs)
-            job.seconds.push_back(Seconds([&] {
-                for (const std::string& path : paths) job.sum += job.run(path);
-            }));
-    for (Job& job : jobs) {
-        std::sort(job.seconds.begin(), job.seconds.end());
-        const double median = job.seconds[job.seconds.size() / 2];
-        std::printf("%-26s %8.4f s %8.2f us a file   (%zu)\n", job.name, median,
-                    median * 1e6 / static_cast<double>(paths.size()), job.sum);
+            for (int round = 0; std::strcmp(job.name, argv[3]) == 0 && round < rounds; ++round)
+                RunOnce(job, paths, job.sum);
+        return 0;
+    }
+    for (int round = 0; round < rounds; ++round)
+        for (Job& job : jobs) job.seconds.push_back(RunOnce(job, paths, job.sum));
+    for (const Job& job : jobs) {
+        const double median = bench::Median(job.seconds);
+        std::printf("%-32s %9.4f s %8.2f us a file", job.title, median,
+                    median * 1e6 / static_cast<double>(paths.size()));
+        if (job.bound >= 0) {
+            // Round by round: both halves of a ratio met the same moment.
+            std::vector<double> ratios;
+            for (std::size_t round = 0; round < job.seconds.size(); ++round)
+                ratios.push_back(job.seconds[round] / jobs[job.bound].seconds[round]);
+            std::printf(" %6.2f", bench::Median(ratios));
+        } else {
+            std::printf("       ");
+        }
+        std::printf("   (%zu)\n", job.sum);
     }
     return 0;
 }
