@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <fstream>
+#include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
 
@@ -109,6 +111,17 @@ void PrintPlainly(const Json& record, std::string& out) {
     }
 }
 
+// Adds the names in a list, one a line. False when it cannot be read.
+bool AddListed(const std::string& listFile, std::vector<std::string>& names) {
+    std::ifstream file;
+    if (listFile != "-") file.open(listFile, std::ios::binary);
+    std::istream& lines = listFile == "-" ? std::cin : file;
+    if (!lines) return false;
+    for (std::string line; std::getline(lines, line);)
+        if (!line.empty()) names.push_back(line);
+    return true;
+}
+
 void Flush(std::string& out) {
     std::fwrite(out.data(), 1, out.size(), stdout);
     out.clear();
@@ -117,6 +130,11 @@ void Flush(std::string& out) {
 }  // namespace
 
 int RunShow(const StartOptions& start, const ShowOptions& options) {
+    std::vector<std::string> names = options.files;
+    if (!options.listFile.empty() && !AddListed(options.listFile, names)) {
+        std::fprintf(stderr, "kalmora show: %s: cannot be read\n", options.listFile.c_str());
+        return 1;
+    }
     PrepareFolders(start);
     ConnectRooms();
     LoadEnvironment(start);
@@ -125,7 +143,7 @@ int RunShow(const StartOptions& start, const ShowOptions& options) {
     bool allRead = true;
     bool first = true;
     if (options.json) out += '[';
-    for (const std::string& name : options.files) {
+    for (const std::string& name : names) {
         const std::string path = AbsolutePath(name);
         if (!files::Exists(path)) {
             std::fprintf(stderr, "kalmora show: %s: no such file\n", name.c_str());
@@ -151,7 +169,11 @@ void AddShowVerb(CLI::App& app, VerbRun& run) {
     auto options = std::make_shared<ShowOptions>();
     CLI::App* verb = app.add_subcommand("show", "Print everything that the program knows about files");
     verb->add_flag("--json", options->json, "Print an array of objects");
-    verb->add_option("FILE", options->files, "Files to look at")->required();
+    CLI::Option_group* what = verb->add_option_group("what");
+    what->add_option("FILE", options->files, "Files to look at");
+    what->add_option("--files-from", options->listFile, "More files, one name a line; - for standard input")
+        ->type_name("FILE");
+    what->require_option(1, 2);
     verb->callback(
         [options, &run] { run = [options](const StartOptions& start) { return RunShow(start, *options); }; });
 }

@@ -10,6 +10,7 @@ namespace kalmora {
 
 struct ShowOptions {
     std::vector<std::string> files;
+    std::string listFile;  // more names, one a line; "-": standard input; empty: none
     bool json = false;
 };
 

@@ -104,6 +104,14 @@ TEST_F(CommandLineTest, ShowGivesOneRecordAFile) {
     EXPECT_EQ(records[2]["dateFrom"], "file");
 }
 
+TEST_F(CommandLineTest, ShowTakesAListOfFiles) {
+    for (const char* name : {"a.txt", "b.txt"}) Write(name, "x");
+    Write("list", Path("a.txt") + "\n\nb.txt\n");
+    EXPECT_EQ(nlohmann::json::parse(Run("show --json --files-from list").out).size(), 2u);
+    EXPECT_EQ(nlohmann::json::parse(Run("show --json --files-from - a.txt <list").out).size(), 3u);
+    EXPECT_EQ(Run("show --json --files-from gone").status, 1);
+}
+
 TEST_F(CommandLineTest, MissingFileIsToldAndTheOthersAreShown) {
     Write("a.txt", "x");
     const Outcome shown = Run("show --json '" + Path("gone.jpg") + "' '" + Path("a.txt") + "'");

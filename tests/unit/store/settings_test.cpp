@@ -124,9 +124,14 @@ TEST_F(Settings, OutsideProgramsBesideTheProgramComeFirst) {
     EXPECT_EQ(State().TextEditor, shell::DefaultOpener());
 }
 
-TEST_F(Settings, AnOutsideProgramThatIsNotBesideTheProgramIsLookedForInPath) {
-    const std::string installed = files::FindProgram("jpegtran");
+TEST_F(Settings, AnOutsideProgramIsTakenFromBesideTheExecutableBeforePath) {
+    const std::string own = files::Join(files::ExecutableFolder(), "jpegtran");
+    const std::string installed = files::Exists(own) ? own : files::FindProgram("jpegtran");
     EXPECT_EQ(State().PathOfJpegTran, installed.empty() ? At("jpegtran") : installed);
+}
+
+TEST_F(Settings, AnOutsideProgramThatIsNowhereIsNamedInTheHome) {
+    EXPECT_EQ(State().PathOfOrbinGet, At("OrbinGet"));
 }
 
 TEST_F(Settings, ResettingForgetsWhatAnEarlierFileSaid) {
