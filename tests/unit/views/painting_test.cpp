@@ -1,3 +1,5 @@
+#include <filesystem>
+
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "unit/views/view_fixture.h"
@@ -134,6 +136,30 @@ TEST_F(PaintingTest, BrokenPicturesDrawNothing) {
     OpenWindow({960, 700});
     Load();
     EXPECT_EQ(Calendar().objectsDrawn, 0);
+}
+
+TEST_F(PaintingTest, TextOfAGigabyteShowsItsHead) {
+    const std::string huge = AddText(2008, 11, 3, "huge.txt", "[Memo]\nthe rest is a hole");
+    std::error_code error;
+    std::filesystem::resize_file(huge, std::uintmax_t{1} << 30, error);  // takes no room on the disk
+    ASSERT_FALSE(error);
+    ShowMonth(2008, 11);
+    OpenWindow({960, 700});
+    Load();
+    EXPECT_EQ(CentreOf(3), (Color{255, 238, 238}));
+}
+
+TEST_F(PaintingTest, FolderWithoutPermissionIsAnEmptyDay) {
+    AddPicture(2008, 11, 3, "a.png", kRed);
+    AddPicture(2008, 11, 4, "b.png", kGreen);
+    std::filesystem::permissions(DayFolder(2008, 11, 3), std::filesystem::perms::none);
+    const bool closed = files::ListFolder(DayFolder(2008, 11, 3)).empty();  // not to the system's own user
+    ShowMonth(2008, 11);
+    OpenWindow({960, 700});
+    Load();
+    EXPECT_EQ(CentreOf(4), kGreen);
+    EXPECT_EQ(ContentOfCell(2008, 11, 3).count, closed ? 0u : 1u);
+    std::filesystem::permissions(DayFolder(2008, 11, 3), std::filesystem::perms::owner_all);
 }
 
 TEST_F(PaintingTest, EmptyMonthIsAGrid) {
