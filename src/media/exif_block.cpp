@@ -14,7 +14,7 @@ namespace kalmora::exif {
 namespace {
 
 constexpr std::size_t kHeaderLength = 8, kEntryLength = 12, kFieldLength = 4;
-constexpr std::uint16_t kShortType = 3, kLongType = 4, kRationalType = 5;
+constexpr std::uint16_t kShortType = 3, kLongType = 4;
 constexpr std::uint16_t kExifPointer = 0x8769, kGpsPointer = 0x8825, kInteroperabilityPointer = 0xA005,
                         kSubDirectories = 0x014A;
 constexpr std::uint16_t kThumbnailOffset = 0x0201, kThumbnailLength = 0x0202;
