@@ -17,6 +17,7 @@
 #include "store/data_folder.h"
 #include "store/date_tree.h"
 #include "store/extension_table.h"
+#include "store/safe_rewrite.h"
 #include "store/settings.h"
 #include "views/button_bar.h"
 #include "views/calendar_store.h"
@@ -40,6 +41,8 @@ std::unique_ptr<Application> StartPlatform(const StartOptions& options) {
     std::unique_ptr<Application> application = Application::Create("Kalmora", Application::Display::Desktop);
     if (!application) return nullptr;
     ConnectRooms();
+    // A rewrite that was cut off is settled while its copy still lies in the folder that is swept next.
+    SettleRewrites(State().TempFolder);
     PrepareTempFolder(State().TempFolder);
     return application;
 }
@@ -79,6 +82,7 @@ void Stop() {
     FreeObjects();
     DestroyButtons();
     Shell().ReleaseHotKeys();
+    SettleRewrites(state.TempFolder);
     SweepTempFolder(state.TempFolder);
 }
 
