@@ -16,6 +16,7 @@
 
 #include "base/log.h"
 #include "platform/files.h"
+#include "platform/qt/decoding_gate.h"
 #include "platform/qt/display.h"
 #include "platform/qt/display_loss.h"
 #include "platform/qt/event_watch.h"
@@ -80,6 +81,7 @@ private:
 QtApplication::QtApplication(const std::string& name, Display display)
     : name_(name), arguments_{name_.data(), nullptr} {
     WatchMessages();
+    DecodingGate::Instance().Open();
     toolkit_ = std::make_unique<QApplication>(argumentCount_, arguments_.data());
     // Numbers in files have a point whatever the user's language is, and the movie player insists on it.
     std::setlocale(LC_NUMERIC, "C");
@@ -119,8 +121,9 @@ QtApplication::~QtApplication() {
     GuiQueue::Instance().Close();
     KeyServer::Instance().Close();
     endSignals_.reset();
-    if (isDisplayLost_) {
-        // The toolkit cannot be taken down without its display; the process ends next.
+    if (!EndDecoding() || isDisplayLost_) {
+        // The toolkit can be taken down neither under a decode nor without its display; the process ends
+        // next.
         [[maybe_unused]] QApplication* left = toolkit_.release();
         return;
     }

@@ -2,7 +2,6 @@
 // or the processor; no camera's picture comes near them.
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 
 #include "base/geometry.h"
@@ -25,8 +24,5 @@ Size NeededSize(Size picture, Size wanted);
 inline bool Covers(Size size, Size needed, int tolerance = 0) {
     return size.width + tolerance >= needed.width && size.height + tolerance >= needed.height;
 }
-
-// Set at the end of the program: a running decode then gives up soon.
-std::atomic<bool>& DecodingEnds();
 
 }  // namespace kalmora::qt

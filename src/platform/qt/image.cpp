@@ -5,14 +5,16 @@
 #include <optional>
 
 #include "platform/files.h"
-#include "platform/qt/decode_limits.h"
+#include "platform/qt/decoding_gate.h"
 #include "platform/qt/encode.h"
 #include "platform/qt/image_cache.h"
 #include "platform/qt/picture_decoder.h"
 #include "platform/qt/pixels.h"
 #include "platform/qt/prefetch.h"
 
-namespace kalmora::images {
+namespace kalmora {
+
+namespace images {
 
 namespace {
 
@@ -24,18 +26,12 @@ qt::ImageCache& Cache() {
     return *cache;
 }
 
-// A decode that still runs when the program ends would do so among the remains of the toolkit: it is told to
-// give up, and waited for as long as a user does not notice.
-constexpr int kPatienceAtEndMs = 500;
-
 qt::Prefetcher& Prefetcher() {
     static auto* prefetcher = [] {
         auto* made =
             new qt::Prefetcher([](const qt::ImageWish& wish) { Load(wish.path, wish.wanted, wish.preview); });
-        std::atexit([] {
-            qt::DecodingEnds().store(true);
-            Prefetcher().End(kPatienceAtEndMs);
-        });
+        // Where no Application's end has seen to it before.
+        std::atexit([] { qt::EndDecoding(); });
         return made;
     }();
     return *prefetcher;
@@ -93,4 +89,13 @@ bool SaveJpeg(const Image& image, const std::string& path, int quality) {
     return !image.IsEmpty() && qt::WriteJpeg(image.Get()->Get(), path, quality);
 }
 
-}  // namespace kalmora::images
+}  // namespace images
+
+bool qt::EndDecoding() {
+    // As long as a user hardly notices.
+    constexpr int kPatienceMs = 500;
+    images::CancelPrefetch();
+    return DecodingGate::Instance().Close(kPatienceMs);
+}
+
+}  // namespace kalmora

@@ -12,6 +12,7 @@
 #include <memory>
 
 #include "platform/qt/decode_limits.h"
+#include "platform/qt/decoding_gate.h"
 
 namespace kalmora::qt {
 
@@ -78,8 +79,7 @@ private:
 // Called at least once for each row of blocks of each scan.
 void JpegReader::Progress(j_common_ptr codec) {
     const auto* reading = reinterpret_cast<const jpeg_decompress_struct*>(codec);
-    if (reading->input_scan_number > kMostScans || DecodingEnds().load(std::memory_order_relaxed))
-        Fail(codec);
+    if (reading->input_scan_number > kMostScans || DecodingGate::Instance().IsClosed()) Fail(codec);
 }
 
 boolean JpegReader::Fill(j_decompress_ptr codec) {
@@ -219,7 +219,7 @@ QImage JpegReader::Decode(Size needed) {
     QImage image(static_cast<int>(codec_.output_width), static_cast<int>(codec_.output_height),
                  QImage::Format_RGB32);
     if (image.isNull() || codec_.output_components != 4 || !ReadRows(image)) return QImage();
-    if (DecodingEnds().load(std::memory_order_relaxed)) return QImage();
+    if (DecodingGate::Instance().IsClosed()) return QImage();
     for (int y = rowsRead_; y < image.height(); ++y) {
         auto* row = reinterpret_cast<QRgb*>(image.scanLine(y));
         std::fill(row, row + image.width(), kMissing);

@@ -1,6 +1,7 @@
 #include "platform/qt/picture_decoder.h"
 
 #include "platform/qt/decode_limits.h"
+#include "platform/qt/decoding_gate.h"
 #include "platform/qt/jpeg_decoder.h"
 #include "platform/qt/orientation.h"
 #include "platform/qt/pixels.h"
@@ -12,11 +13,6 @@ namespace kalmora::qt {
 using images::EmbeddedPreview;
 using images::Preview;
 using images::PreviewReader;
-
-std::atomic<bool>& DecodingEnds() {
-    static std::atomic<bool> ends = false;
-    return ends;
-}
 
 Size NeededSize(Size picture, Size wanted) {
     if (picture.IsEmpty() || wanted.IsEmpty()) return picture;
@@ -65,8 +61,9 @@ QImage DecodePicture(const ByteSource& source, Size wanted, Preview preview,
 }
 
 Size MeasurePicture(const std::string& path, PreviewReader readPreview) {
+    const DecodingPass pass;
     FileSource source;
-    if (!source.Open(path)) return Size{};
+    if (!pass || !source.Open(path)) return Size{};
     if (!LooksLikeJpeg(source)) return MeasureOther(source);
     const Size stored = MeasureJpeg(source);
     if (stored.IsEmpty() || readPreview == nullptr) return stored;
@@ -75,8 +72,9 @@ Size MeasurePicture(const std::string& path, PreviewReader readPreview) {
 
 DecodedPicture DecodePictureFile(const std::string& path, Size wanted, Preview preview,
                                  PreviewReader readPreview) {
+    const DecodingPass pass;
     FileSource source;
-    if (!source.Open(path)) return DecodedPicture{};
+    if (!pass || !source.Open(path)) return DecodedPicture{};
     EmbeddedPreview embedded;
     if (readPreview != nullptr && LooksLikeJpeg(source)) {
         // The whole picture is no question of its thumbnail, unless the thumbnail is what is wanted.

@@ -1,7 +1,6 @@
 #include "platform/qt/prefetch.h"
 
 #include <algorithm>
-#include <chrono>
 
 namespace kalmora::qt {
 
@@ -14,7 +13,7 @@ constexpr std::size_t kMostWishes = 4096;
 void Prefetcher::Add(const ImageWish& wish) {
     {
         std::lock_guard lock(mutex_);
-        if (ends_ || !known_.insert(wish).second) return;
+        if (!known_.insert(wish).second) return;
         if (waiting_.size() == kMostWishes) {
             known_.erase(waiting_.front());
             waiting_.pop_front();
@@ -38,8 +37,7 @@ void Prefetcher::StartThreads() {
 void Prefetcher::Work() {
     std::unique_lock lock(mutex_);
     for (;;) {
-        changed_.wait(lock, [this] { return ends_ || !waiting_.empty(); });
-        if (ends_) return;
+        changed_.wait(lock, [this] { return !waiting_.empty(); });
         const ImageWish wish = std::move(waiting_.front());
         waiting_.pop_front();
         ++served_;
@@ -64,15 +62,7 @@ void Prefetcher::Cancel() {
 void Prefetcher::Wait() {
     std::unique_lock lock(mutex_);
     // Without a single thread nobody will ever serve a wish.
-    changed_.wait(lock, [this] { return (waiting_.empty() && served_ == 0) || ends_ || threads_.empty(); });
-}
-
-void Prefetcher::End(int milliseconds) {
-    Cancel();
-    std::unique_lock lock(mutex_);
-    ends_ = true;
-    changed_.notify_all();
-    changed_.wait_for(lock, std::chrono::milliseconds(milliseconds), [this] { return served_ == 0; });
+    changed_.wait(lock, [this] { return (waiting_.empty() && served_ == 0) || threads_.empty(); });
 }
 
 }  // namespace kalmora::qt

@@ -36,8 +36,6 @@ public:
     void Add(const ImageWish& wish);
     void Cancel();
     void Wait();
-    // No wish is taken from now on. Returns when the running ones have ended, or after the time.
-    void End(int milliseconds);
 
 private:
     void StartThreads();  // mutex held
@@ -49,7 +47,6 @@ private:
     std::deque<ImageWish> waiting_;  // guarded by mutex_
     std::set<ImageWish> known_;      // guarded by mutex_; those waiting and those being served
     std::size_t served_ = 0;         // guarded by mutex_; being served at this moment
-    bool ends_ = false;              // guarded by mutex_
     std::vector<Thread> threads_;    // guarded by mutex_
 };
 
