@@ -124,12 +124,17 @@ QString SingleLine(QString text) {
     return text;
 }
 
+QString ScreenLine(std::string_view utf8) {
+    constexpr std::size_t kMostBytes = 32768;
+    return SingleLine(ToDisplayText(text::CutAtCharacter(utf8, kMostBytes)));
+}
+
 }  // namespace qt
 
 Size MeasureText(std::string_view utf8, const Font& font) {
     const qt::DrawnFont drawn = qt::ResolveFont(font);
     const QFontMetricsF metrics(drawn.font);
-    const double width = metrics.horizontalAdvance(qt::SingleLine(qt::ToDisplayText(utf8)));
+    const double width = metrics.horizontalAdvance(qt::ScreenLine(utf8));
     return Size{static_cast<int>(std::ceil(std::min(width, 1e6))), drawn.lineHeight};
 }
 

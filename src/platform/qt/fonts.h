@@ -3,6 +3,7 @@
 
 #include <QFont>
 #include <QString>
+#include <string_view>
 
 #include "platform/canvas.h"
 
@@ -20,5 +21,8 @@ DrawnFont ResolveFont(const Font& wanted);
 
 // One line as it is drawn: line ends and tabs become spaces, other control characters go.
 QString SingleLine(QString text);
+
+// The same of a text that the program shows; what no screen has room for is cut away.
+QString ScreenLine(std::string_view utf8);
 
 }  // namespace kalmora::qt

@@ -91,7 +91,7 @@ void PainterCanvas::Line(Point from, Point to, Color color) {
 }
 
 void PainterCanvas::Text(Point at, std::string_view utf8, const Font& font, Color color) {
-    const QString line = SingleLine(ToDisplayText(utf8));
+    const QString line = ScreenLine(utf8);
     // What begins right of or below the surface cannot be seen; what begins far left of it neither.
     if (line.isEmpty() || at.x >= size_.width || at.y >= size_.height || at.x < -32000 || at.y < -32000)
         return;

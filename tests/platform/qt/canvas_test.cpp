@@ -319,6 +319,15 @@ TEST(CanvasText, LineEndsAndControlCharactersDoNotBreakTheLine) {
     EXPECT_EQ(MeasureText("", kFont).width, 0);
 }
 
+TEST(CanvasText, AnEndlessLineIsCutWhereNoScreenReaches) {
+    const std::string endless(64u << 20, 'x');
+    EXPECT_EQ(MeasureText(endless, kFont), MeasureText(endless.substr(0, 1u << 20), kFont));
+    EXPECT_GT(MeasureText(endless, kFont).width, 100'000);
+    const auto surface = MakeCanvasSurface(100, 30);
+    surface->Draw()->Text(Point{0, 0}, endless, kFont, kBlack);
+    EXPECT_GT(Drawn(*surface).right(), 90);
+}
+
 TEST(CanvasText, IllFormedBytesAreShownAsReplacements) {
     EXPECT_EQ(MeasureText("a\xFF", kFont), MeasureText("a\xEF\xBF\xBD", kFont));
 }
