@@ -7,8 +7,10 @@
 
 #include "media/byte_window.h"
 #include "media/date_text.h"
+#include "media/exif_block_map.h"
 #include "media/exif_reader.h"
 #include "media/jpeg_segments.h"
+#include "media/maker_note_places.h"
 #include "platform/text.h"
 
 namespace kalmora {
@@ -23,8 +25,9 @@ constexpr std::uint16_t kByte = 1, kAscii = 2, kShort = 3, kLong = 4, kRational 
 constexpr std::uint16_t kXResolution = 0x011A, kYResolution = 0x011B, kResolutionUnit = 0x0128,
                         kDateTime = 0x0132, kYCbCrPositioning = 0x0213, kExifVersion = 0x9000,
                         kDateTimeOriginal = 0x9003, kDateTimeDigitized = 0x9004, kComponents = 0x9101,
-                        kUserComment = 0x9286, kXpComment = 0x9C9C, kFlashpixVersion = 0xA000,
-                        kColorSpace = 0xA001, kPixelWidth = 0xA002, kPixelHeight = 0xA003;
+                        kMakerNote = 0x927C, kUserComment = 0x9286, kXpComment = 0x9C9C,
+                        kFlashpixVersion = 0xA000, kColorSpace = 0xA001, kPixelWidth = 0xA002,
+                        kPixelHeight = 0xA003;
 
 constexpr std::uint8_t kApp0 = 0xE0, kApp1 = 0xE1, kApp2 = 0xE2;
 constexpr std::uint32_t kMostPayload = 65533;
@@ -92,6 +95,8 @@ bool ReadLayout(ByteWindow& file, JpegLayout& layout) {
     const auto size = ReadJpegFrameSize(file);
     if (!size) return false;
     layout.size = *size;
+    // Readers differ in what they make of a broken head; a new segment in front of it would change that.
+    if (!layout.exif && walk.MetStrayBytes()) return false;
     // A block that the reader cannot make out is not to be hidden behind a second one.
     return layout.exif.has_value() == hasBlock && (hasBlock || !hasExifSegment);
 }
@@ -115,6 +120,20 @@ void AddExpected(std::string_view block, const JpegLayout& layout, ExifEdits& ed
     edits.push_back({Home::Exif, kColorSpace, kShort, {}, {kUncalibrated}});
     edits.push_back({Home::Exif, kPixelWidth, kLong, {}, {static_cast<std::uint32_t>(layout.size.width)}});
     edits.push_back({Home::Exif, kPixelHeight, kLong, {}, {static_cast<std::uint32_t>(layout.size.height)}});
+}
+
+// What stands behind the segment moves when it grows. False when something tells of a place there.
+bool MayGrow(ByteWindow& file, const JpegLayout& layout, std::string_view block) {
+    const std::uint64_t moved = layout.exif ? layout.exif->payload + layout.exif->length : layout.behindStart;
+    // The index of further pictures counts from its own place, so it has to move with them.
+    if (layout.pictures && *layout.pictures < moved) return false;
+    exif::BlockMap map(block);
+    if (block.empty() || !map.Follow() || !map.exif) return true;
+    const exif::Entry* note = map.exif->Find(kMakerNote);
+    if (!note || !note->IsFar()) return true;
+    const exif::Range where = map.ValueOf(*note);
+    if (where.end > block.size()) return true;
+    return !exif::PointsBehind(file, block, where, layout.exif->payload + layout.blockAt, moved);
 }
 
 std::string BigEndian16(std::size_t value) {
@@ -181,9 +200,7 @@ RewriteResult PlanExifChange(const std::string& path, std::span<const Edit> edit
     const EditResult result = exif::EditBlock(block, all, growth, edited);
     if (result != EditResult::Edited) return ResultOf(result);
     change.offset = layout.exif ? layout.exif->offset : layout.behindStart;
-    // The index of further pictures counts from its own place; what moves only behind it would be lost to it.
-    const bool grows = edited.size() != block.size();
-    if (grows && layout.pictures && *layout.pictures < change.offset) return RewriteResult::Unsupported;
+    if (edited.size() != block.size() && !MayGrow(file, layout, block)) return RewriteResult::Unsupported;
     change.oldLength = oldLength;
     change.content =
         std::string("\xFF\xE1") + BigEndian16(2 + before.size() + edited.size()) + before + edited;

@@ -34,6 +34,7 @@ bool JpegSegmentWalk::Next(JpegSegment& segment) {
         if (mark.size() < 2) return false;
         const std::uint8_t marker = mark[1];
         if (mark[0] != 0xFF || marker == 0xFF || marker == 0x00) {
+            if (mark[0] != 0xFF || marker == 0x00) metStrayBytes_ = true;
             if (++strayBytes_ > kMostStrayBytes) return false;
             ++position_;
             continue;

@@ -26,11 +26,14 @@ public:
     bool Next(JpegSegment& segment);
     // After the last segment: whether what follows is the picture's scan data.
     bool ReachedScan() const { return reachedScan_; }
+    // Whether bytes that belong to no segment, fill bytes apart, were passed over.
+    bool MetStrayBytes() const { return metStrayBytes_; }
 
 private:
     ByteWindow& file_;
     bool isJpeg_ = false;
     bool reachedScan_ = false;
+    bool metStrayBytes_ = false;
     std::uint64_t position_ = 2;
     int segments_ = 0;
     int strayBytes_ = 0;

@@ -1,0 +1,88 @@
+// Where everything stands in an Exif block, for editing it: the directories with their entries, and which
+// bytes they use. What exif_reader.h needs for looking up a tag is less. Values only: nothing is changed
+// here.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/byte_reader.h"
+
+namespace kalmora::exif {
+
+inline constexpr std::size_t kHeaderLength = 8, kEntryLength = 12, kFieldLength = 4;
+inline constexpr std::uint16_t kExifPointer = 0x8769;
+
+// Bytes of one element of a TIFF type; 0 for a type that there is not.
+std::size_t ElementLength(std::uint16_t type);
+
+// Places in the block; `end` may pass its end.
+struct Range {
+    std::uint64_t begin = 0, end = 0;
+    bool Overlaps(const Range& other) const { return begin < other.end && other.begin < end; }
+};
+
+struct Entry {
+    std::uint16_t tag = 0, type = 0;
+    std::uint32_t count = 0;
+    std::array<char, kFieldLength> field{};  // the value, or where it stands
+    std::uint64_t length = 0;                // of the value in bytes; 0 for a type that there is not
+    std::optional<std::string> own;          // the editor's: a value that goes into its area
+    bool IsFar() const { return length > kFieldLength; }
+};
+
+struct Directory {
+    std::uint32_t offset = 0;
+    std::uint32_t next = 0;
+    bool hasNext = false;  // the offset of the next one stands in the block
+    bool isOurs = false;   // the editor's: goes into its area
+    std::vector<Entry> entries;
+
+    std::size_t Length() const { return 2 + entries.size() * kEntryLength + kFieldLength; }
+    Range Where() const { return {offset, offset + Length() - (hasNext ? 0 : kFieldLength)}; }
+    Entry* Find(std::uint16_t tag);
+};
+
+// Made by following the directories once; every offset is checked against the block, which must outlive it.
+class BlockMap {
+public:
+    explicit BlockMap(std::string_view block) : block_(block) {}
+
+    // False when the main directory cannot be followed.
+    bool Follow();
+
+    std::string_view Block() const { return block_; }
+    ByteOrder Order() const { return order_; }
+    std::uint32_t Number(std::size_t at) const { return reader_.U32(at).value_or(0); }
+    std::uint32_t FieldNumber(const Entry& entry) const;
+    Range ValueOf(const Entry& entry) const;  // of one that IsFar
+
+    Directory main;
+    std::optional<Directory> exif;
+    bool hasExifPointer = false;  // also when it cannot be followed
+    std::vector<Range> used;      // directories, values and the thumbnail
+    std::vector<Range> foreign;   // those of them that do not belong to the main and the Exif directory
+    // What reaches past the end of the block, as far as it can be told; the maker note's own places too.
+    std::vector<Range> broken;
+
+private:
+    bool ReadHeader();
+    std::optional<Directory> ReadDirectory(std::uint32_t offset);
+    Entry ReadEntry(std::size_t at) const;
+    std::optional<Directory> FollowPointer(const Entry& pointer);
+    void FollowOthers();
+    void FollowMakerNote();
+    void Note(const Directory& directory);
+    void NoteOther(const Directory& directory);
+    void NoteThumbnail(Directory& directory);
+
+    std::string_view block_;
+    ByteOrder order_ = ByteOrder::Little;
+    ByteReader reader_;
+};
+
+}  // namespace kalmora::exif

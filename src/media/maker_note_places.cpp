@@ -1,0 +1,139 @@
+#include "media/maker_note_places.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <optional>
+
+namespace kalmora::exif {
+
+namespace {
+
+// From where a note's offsets count.
+enum class Base { Block, Note, OwnHeader };
+
+struct Layout {
+    std::string_view head;
+    std::size_t directory = 0;  // where it begins in the note; with an own header, where that does
+    Base base = Base::Block;
+};
+
+using namespace std::string_view_literals;
+constexpr std::array<Layout, 21> kLayouts{{
+    {"Nikon\0\2"sv, 10, Base::OwnHeader}, {"Nikon\0\1"sv, 8, Base::Block},
+    {"OLYMPUS\0"sv, 12, Base::Note},      {"OM SYSTEM\0"sv, 16, Base::Note},
+    {"OLYMP\0"sv, 8, Base::Block},        {"EPSON\0"sv, 8, Base::Block},
+    {"MINOL\0"sv, 8, Base::Block},        {"CAMER\0"sv, 8, Base::Block},
+    {"SANYO\0"sv, 8, Base::Block},        {"SONY "sv, 12, Base::Block},
+    {"VHAB "sv, 12, Base::Block},         {"Panasonic\0"sv, 12, Base::Block},
+    {"PENTAX \0"sv, 10, Base::Note},      {"AOC\0"sv, 6, Base::Block},
+    {"QVC\0"sv, 6, Base::Block},          {"SIGMA\0"sv, 10, Base::Block},
+    {"FOVEON\0"sv, 10, Base::Block},      {"Ricoh\0"sv, 8, Base::Block},
+    {"RICOH\0"sv, 8, Base::Block},        {"Apple iOS\0"sv, 14, Base::Note},
+    {"LEICA\0"sv, 8, Base::Block},
+}};
+constexpr std::string_view kFuji = "FUJIFILM";
+
+// Entries whose number is the place of another directory, in the notes of the makers that have such.
+constexpr std::array<std::uint16_t, 12> kSubDirectories{0x0011, 0x0E10, 0x2010, 0x2020, 0x2030, 0x2031,
+                                                        0x2040, 0x2050, 0x3000, 0x4000, 0x4500, 0x5000};
+
+constexpr std::size_t kMostEntries = 500;
+constexpr std::uint16_t kLongType = 4, kDirectoryType = 13;
+
+struct Start {
+    std::uint64_t directory = 0;  // in the block
+    std::uint64_t base = 0;       // in the block
+    std::optional<ByteOrder> order;
+};
+
+std::optional<ByteOrder> OrderMark(std::string_view bytes) {
+    if (bytes.starts_with("II")) return ByteOrder::Little;
+    if (bytes.starts_with("MM")) return ByteOrder::Big;
+    return std::nullopt;
+}
+
+ByteReader Reader(std::string_view bytes, ByteOrder order) {
+    return {{reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, order};
+}
+
+Start FindStart(std::string_view note, std::uint64_t at) {
+    if (note.starts_with(kFuji)) {
+        constexpr std::size_t kPointer = 8;
+        return {at + Reader(note, ByteOrder::Little).U32(kPointer).value_or(0), at, ByteOrder::Little};
+    }
+    for (const Layout& layout : kLayouts) {
+        if (!note.starts_with(layout.head) || note.size() < layout.directory) continue;
+        const std::uint64_t begin = at + layout.directory;
+        if (layout.base != Base::OwnHeader) {
+            // Some say their order in the two bytes in front.
+            const auto order =
+                layout.directory >= 2 ? OrderMark(note.substr(layout.directory - 2)) : std::nullopt;
+            return {begin, layout.base == Base::Block ? 0 : at, order};
+        }
+        const std::string_view own = note.substr(layout.directory);
+        const auto order = OrderMark(own);
+        return {begin + Reader(own, order.value_or(ByteOrder::Little)).U32(4).value_or(0), begin, order};
+    }
+    return {at, 0, std::nullopt};
+}
+
+// The places that a directory tells of; empty optional when it is none.
+std::optional<std::vector<Range>> ReadPlaces(const ByteReader& block, const Start& start,
+                                             std::uint64_t noteEnd) {
+    const auto count = block.U16(static_cast<std::size_t>(start.directory));
+    if (!count || *count == 0 || *count > kMostEntries) return std::nullopt;
+    if (start.directory + 2 + std::uint64_t{*count} * kEntryLength > noteEnd) return std::nullopt;
+    std::vector<Range> places;
+    for (std::size_t i = 0; i < *count; ++i) {
+        const auto at = static_cast<std::size_t>(start.directory + 2 + i * kEntryLength);
+        const std::uint16_t tag = *block.U16(at), type = *block.U16(at + 2);
+        const std::uint64_t length = std::uint64_t{*block.U32(at + 4)} * ElementLength(type);
+        const std::uint64_t value = start.base + *block.U32(at + 8);
+        if (ElementLength(type) == 0 && type != 0) return std::nullopt;
+        if (length > kFieldLength) {
+            places.push_back({value, value + length});
+        } else if ((type == kLongType || type == kDirectoryType) &&
+                   std::find(kSubDirectories.begin(), kSubDirectories.end(), tag) != kSubDirectories.end()) {
+            places.push_back({value, value + 2});
+        }
+    }
+    return places;
+}
+
+}  // namespace
+
+std::vector<Range> MakerNotePlaces(std::string_view block, const Range& note, ByteOrder blockOrder) {
+    const Start start = FindStart(
+        block.substr(static_cast<std::size_t>(note.begin), static_cast<std::size_t>(note.end - note.begin)),
+        note.begin);
+    if (start.directory >= note.end) return {};
+    const ByteOrder other = blockOrder == ByteOrder::Little ? ByteOrder::Big : ByteOrder::Little;
+    // A note may have an order of its own without saying so.
+    for (const ByteOrder order : {start.order.value_or(blockOrder), start.order.value_or(other)})
+        if (auto places = ReadPlaces(Reader(block, order), start, note.end)) return *places;
+    return {};
+}
+
+bool PointsBehind(ByteWindow& file, std::string_view block, const Range& note, std::uint64_t blockStart,
+                  std::uint64_t segmentEnd) {
+    constexpr std::uint64_t kOwnHeader = 10;
+    const std::uint64_t size = file.Size();
+    const auto isPicture = [&](std::uint64_t at) {
+        if (at < segmentEnd || at + 3 > size) return false;
+        const auto bytes = file.At(at, 3);
+        return bytes.size() == 3 && bytes[0] == 0xFF && bytes[1] == 0xD8 && bytes[2] == 0xFF;
+    };
+    for (const ByteOrder order : {ByteOrder::Little, ByteOrder::Big}) {
+        const ByteReader reader = Reader(block, order);
+        for (std::uint64_t at = note.begin; at + 4 <= note.end; at += 2) {
+            const std::uint64_t number = *reader.U32(static_cast<std::size_t>(at));
+            if (number == 0 || number >= size) continue;
+            for (const std::uint64_t base : {std::uint64_t{0}, note.begin, note.begin + kOwnHeader})
+                if (isPicture(blockStart + base + number)) return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace kalmora::exif

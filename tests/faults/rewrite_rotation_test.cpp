@@ -1,0 +1,90 @@
+// A turn that is cut off, or whose tool misbehaves, leaves a whole picture.
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include "../unit/media/picture_files.h"
+#include "media/rotation.h"
+#include "rewrite_fault_fixture.h"
+#include "store/safe_rewrite.h"
+
+namespace kalmora {
+namespace {
+
+using test::ChildEnd;
+using test::Fault;
+using test::HasScratch;
+using test::Read;
+using test::Write;
+
+class RotationFaultTest : public test::RewriteFaultTest {
+protected:
+    RotationFaultTest() { State().PathOfJpegTran = KALMORA_BIN_DIR "/jpegtran"; }
+    ~RotationFaultTest() override {
+        test::SetFaultPlan({});
+        State().PathOfJpegTran.clear();
+    }
+
+    std::string PutPicture() const { return Put({"turn.jpg", test::DecodableJpeg(64, 48)}); }
+    // A tool that is a shell script; its last two words are the copy and the photo.
+    void UseTool(const std::string& script) const {
+        const std::string path = files::Join(folder_, "tool");
+        Write(path, "#!/bin/sh\nfor target; do :; done\nsource=$5\n" + script + "\n");
+        chmod(path.c_str(), 0755);
+        State().PathOfJpegTran = path;
+    }
+};
+
+TEST_F(RotationFaultTest, KilledAtAnyCallThePictureIsTheOldOrTheTurnedOne) {
+    if (!files::Exists("/usr/bin/jpegtran")) GTEST_SKIP() << "jpegtran is not installed";
+    std::string path = PutPicture();
+    const std::string before = Read(path);
+    test::SetFaultPlan({});
+    ASSERT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
+    const int calls = test::CountedCalls();
+    const std::string after = Read(path);
+    ASSERT_NE(before, after);
+    for (const Fault fault : {Fault::KillBefore, Fault::KillHalf, Fault::KillAfter})
+        for (int call = 1; call <= calls; ++call) {
+            path = PutPicture();
+            ASSERT_EQ(test::RunInChild({.fault = fault, .atCall = call}, [&] { RotateJpeg(path, 90); }),
+                      ChildEnd::Killed)
+                << call;
+            SettleRewrites(State().TempFolder);
+            const std::string found = Read(path);
+            ASSERT_TRUE(found == before || found == after) << "call " << call << " of " << calls;
+            ASSERT_FALSE(HasScratch());
+        }
+}
+
+TEST_F(RotationFaultTest, AToolThatFailsLeavesThePictureAsItWas) {
+    const std::string before = test::DecodableJpeg(64, 48);
+    for (const char* script : {"exit 1", ": > \"$target\"; exit 0", "rm \"$target\"; exit 0",
+                               "head -c 100 \"$source\" > \"$target\"", "echo no picture > \"$target\"",
+                               "cat \"$source\" > \"$target\"", "rm \"$target\"; kill -9 $$",
+                               "head -c 100 \"$source\" > \"$target\"; exit 3"}) {
+        UseTool(script);
+        const std::string path = PutPicture();
+        EXPECT_EQ(RotateJpeg(path, 90), RotateResult::Failed) << script;
+        EXPECT_EQ(Read(path), before) << script;
+        EXPECT_FALSE(HasScratch()) << script;
+    }
+}
+
+TEST_F(RotationFaultTest, KilledWhileTheToolWritesThePictureIsPutBack) {
+    // The tool leaves half a picture and lives on; then our own process dies in the call behind it.
+    UseTool("head -c 100 \"$source\" > \"$target\"");
+    std::string path = PutPicture();
+    const std::string before = Read(path);
+    test::SetFaultPlan({});
+    RotateJpeg(path, 90);
+    const int calls = test::CountedCalls();
+    for (int call = 1; call <= calls; ++call) {
+        path = PutPicture();
+        test::RunInChild({.fault = Fault::KillBefore, .atCall = call}, [&] { RotateJpeg(path, 90); });
+        SettleRewrites(State().TempFolder);
+        ASSERT_EQ(Read(path), before) << call;
+    }
+}
+
+}  // namespace
+}  // namespace kalmora
