@@ -96,6 +96,7 @@ static_assert(InOrder(), "the table is searched by halves");
 void DispatchCommand(Window& window, int id) {
     State().LastActivity = UptimeMs();
     const int number = id & 0xFFFF;
+    Log("[Command] %d", number);
     const auto row = std::lower_bound(kCommands.begin(), kCommands.end(), number,
                                       [](const CommandRow& r, int n) { return r.last < n; });
     if (row != kCommands.end() && row->first <= number) row->run(window, number);

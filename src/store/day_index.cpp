@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/log.h"
+#include "platform/abandoned_files.h"
 #include "platform/files.h"
 #include "store/data_folder.h"
 #include "store/dates.h"
@@ -152,7 +153,10 @@ DayIndex::WalkEnd DayIndex::WalkFolder(const std::string& path, FolderWalk& walk
             return WalkEnd::Stopped;
         }
         if (!entry.isFolder) {
-            if (!IsLeftOut(GetExtension(entry.name))) Meet(files::Join(path, entry.name), walk);
+            if (files::HasScratchName(entry.name))
+                files::RemoveAbandoned(path, entry.name);
+            else if (!IsLeftOut(GetExtension(entry.name)))
+                Meet(files::Join(path, entry.name), walk);
             continue;
         }
         // A link may lead out of the day or round in a circle.

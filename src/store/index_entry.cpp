@@ -16,7 +16,6 @@ namespace kalmora {
 namespace {
 
 constexpr std::size_t kTextRead = 32768;  // bytes of a file that is read as text
-constexpr int kMostReadings = 3;          // of a file that changes under the reader
 
 bool IsPhotoExtension(std::string_view extension) {
     return extension == "jpg" || extension == "jpeg" || extension == "png";
@@ -93,23 +92,19 @@ bool IndexEntry::IsStale() const {
 }
 
 bool IndexEntry::Refresh() {
-    auto before = files::GetStatus(path);
-    if (!before) return false;
+    // The time from before the reading: a file that changes while it is read is then stale at the next
+    // update. (Reading writes nothing, so no later time of our own could be missed.)
+    const auto status = files::GetStatus(path);
+    if (!status) return false;
+    lastWriteTime = status->written;
     const std::string extension = GetExtension(path);
-    for (int reading = 1;; ++reading) {
-        lastWriteTime = before->written;
-        if (extension.empty()) return true;
-        if (IsPhotoExtension(extension))
-            ReadPhoto(*this);
-        else
-            ReadText(*this);
-        MakeSearchable(comment);
-        // A file that went on changing keeps the time from before its reading, so that the next update finds
-        // it stale.
-        const auto after = files::GetStatus(path);
-        if (!after || after->written == lastWriteTime || reading == kMostReadings) return true;
-        before = after;
-    }
+    if (extension.empty()) return true;
+    if (IsPhotoExtension(extension))
+        ReadPhoto(*this);
+    else
+        ReadText(*this);
+    MakeSearchable(comment);
+    return true;
 }
 
 }  // namespace kalmora

@@ -16,6 +16,7 @@
 #include "platform/posix/descriptor.h"
 #include "platform/posix/file_errors.h"
 #include "platform/posix/path_names.h"
+#include "platform/posix/scratch_names.h"
 #include "platform/posix/write_all.h"
 
 namespace kalmora::files {
@@ -37,10 +38,11 @@ std::string WithLinkFollowed(const std::string& path) {
 // leaves it behind.
 Descriptor MakeFileBeside(const std::string& path, std::string& madePath) {
     static std::atomic<unsigned> counter{0};
-    const std::string head = Join(FolderOfPath(path), ".kalmora-" + std::to_string(getpid()) + "-");
+    const std::string head =
+        Join(FolderOfPath(path), std::string(kScratchHead) + std::to_string(getpid()) + "-");
     constexpr int kAttempts = 1000;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        madePath = head + std::to_string(counter.fetch_add(1)) + ".cidx";
+        madePath = head + std::to_string(counter.fetch_add(1)) + std::string(kScratchTail);
         Descriptor file(open(madePath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
         if (file || errno != EEXIST) return file;
     }

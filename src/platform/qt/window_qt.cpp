@@ -232,6 +232,9 @@ QMargins QtWindow::FrameMargins() const {
     const QWindow* native = widget_->windowHandle();
     if (isVisible_ && native != nullptr && !native->frameMargins().isNull())
         lastMargins_ = native->frameMargins();
+    // A maximised window may lose its borders.
+    if (lastMargins_.left() + lastMargins_.right() >= normalMargins_.left() + normalMargins_.right())
+        normalMargins_ = lastMargins_;
     return lastMargins_;
 }
 
@@ -239,7 +242,8 @@ Rect QtWindow::NormalFrame() const {
     if (wantedOuter_.isValid()) return FromQtRect(wantedOuter_);
     const bool isNormal = (widget_->windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen)) == 0;
     const QRect client = isNormal ? widget_->geometry() : widget_->normalGeometry();
-    return FromQtRect(client.marginsAdded(FrameMargins()));
+    const QMargins margins = FrameMargins();
+    return FromQtRect(client.marginsAdded(isNormal ? margins : normalMargins_));
 }
 
 void QtWindow::SetFrame(const Rect& outer) {

@@ -92,7 +92,8 @@ private:
     std::map<int, QBasicTimer> timers_;
     // The outer rectangle that was asked for before the window manager's frame was known; null when settled.
     QRect wantedOuter_;
-    mutable QMargins lastMargins_;  // of the window manager's frame, as they were seen last
+    mutable QMargins normalMargins_;  // the same while it was not maximised
+    mutable QMargins lastMargins_;    // of the window manager's frame, as they were seen last
     QBasicTimer settling_;
     int settlingTries_ = 0;
     std::atomic<bool> isVisible_ = false;

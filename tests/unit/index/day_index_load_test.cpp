@@ -1,5 +1,6 @@
 // Loading a day: from its index file, or from its folder.
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <thread>
 
@@ -248,6 +249,20 @@ TEST_F(DayIndexFolder, WhatIsNoOrdinaryFileDoesNotBlock) {
     const DayIndex day = LoadDay();
     EXPECT_THAT(NamesOf(day), ElementsAre("a.txt", "pipe.txt"));
     EXPECT_EQ(day.Find(PathOf("pipe.txt"))->comment, "");
+}
+
+TEST_F(DayIndexFolder, WhatAKilledWriterLeftIsRemovedAfterAnHour) {
+    // No process has such a number.
+    const std::string old = PutInDay(".kalmora-2147480000-7.cidx", "half"),
+                      young = PutInDay(".kalmora-2147480000-8.cidx", "half"),
+                      own = PutInDay(".kalmora-" + std::to_string(getpid()) + "-9.cidx", "half"),
+                      other = PutInDay(".kalmora-x-1.cidx", "x");
+    for (const std::string& path : {old, own, other}) Touch(path, 0);
+    EXPECT_THAT(LoadDay().entries, IsEmpty());
+    EXPECT_FALSE(files::Exists(old));
+    EXPECT_TRUE(files::Exists(young));
+    EXPECT_TRUE(files::Exists(own));
+    EXPECT_TRUE(files::Exists(other));
 }
 
 TEST_F(DayIndexFolder, MissingFolderFails) {

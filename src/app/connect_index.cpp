@@ -1,0 +1,25 @@
+#include "app/connect_index.h"
+
+#include "app/app_hooks.h"
+#include "store/index_manager.h"
+#include "store/index_progress.h"
+#include "store/update.h"
+#include "views/button_bar.h"
+#include "views/hooks.h"
+
+namespace kalmora {
+
+void ConnectIndex() {
+    OnProgress = ShowProgress;
+    Shell().UpdateMonthInBackground = StartBackgroundUpdate;
+    Shell().PreloadIndexes = PreloadIndexes;
+    Shell().SecondsSinceMonthUpdate = [](int year, int month) {
+        return MainIndex().SecondsSinceUpdate(year, month);
+    };
+    Hooks().StopIndexing = StopIndexing;
+    // Now, while nobody else runs: the roots of the start are the roots of the run.
+    MainIndex();
+    OtherIndex();
+}
+
+}  // namespace kalmora
