@@ -4,14 +4,13 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <utility>
 
 #include "platform/files.h"
+#include "platform/posix/copy_content.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/file_errors.h"
-#include "platform/posix/write_all.h"
 
 namespace kalmora::files {
 
@@ -19,30 +18,6 @@ namespace {
 
 // A pipe without a writer would make a plain open wait for ever; O_NONBLOCK has no effect on regular files.
 constexpr int kReadFlags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-
-bool CopyByHand(int from, int to) {
-    std::array<char, 1 << 16> buffer;
-    for (;;) {
-        const ssize_t count = read(from, buffer.data(), buffer.size());
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return false;
-        if (count == 0) return true;
-        if (!WriteAll(to, std::string_view(buffer.data(), static_cast<std::size_t>(count)))) return false;
-    }
-}
-
-// In the kernel as far as it goes; where it refuses the pair of file systems, or ends early as it does with
-// files that only seem to have a length, the rest goes by hand. Both descriptors have moved on by then.
-bool CopyContent(int from, int to) {
-    constexpr std::size_t kStep = 1u << 30;
-    for (;;) {
-        const ssize_t count = copy_file_range(from, nullptr, to, nullptr, kStep, 0);
-        if (count < 0 && errno == EINTR) continue;
-        if (count > 0) continue;
-        if (count < 0 && (errno == ENOSPC || errno == EDQUOT || errno == EIO)) return false;
-        return CopyByHand(from, to);
-    }
-}
 
 }  // namespace
 

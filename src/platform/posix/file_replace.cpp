@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
@@ -18,6 +17,7 @@
 #include "platform/posix/path_names.h"
 #include "platform/posix/scratch_names.h"
 #include "platform/posix/write_all.h"
+#include "platform/transfer.h"
 
 namespace kalmora::files {
 
@@ -32,26 +32,6 @@ std::string WithLinkFollowed(const std::string& path) {
     std::string target = resolved;
     std::free(resolved);
     return target;
-}
-
-// A new empty file beside the other one. Hidden, and of a kind that the index passes over, in case a crash
-// leaves it behind.
-Descriptor MakeFileBeside(const std::string& path, std::string& madePath) {
-    static std::atomic<unsigned> counter{0};
-    const std::string head =
-        Join(FolderOfPath(path), std::string(kScratchHead) + std::to_string(getpid()) + "-");
-    constexpr int kAttempts = 1000;
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        madePath = head + std::to_string(counter.fetch_add(1)) + std::string(kScratchTail);
-        Descriptor file(open(madePath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-        if (file || errno != EEXIST) return file;
-    }
-    return Descriptor();
-}
-
-void FlushFolder(const std::string& folder) {
-    const Descriptor handle(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (handle) fsync(handle.Get());  // not every file system can; the file itself is safe already
 }
 
 // A new file that is going to stand in another one's place. What is not finished is removed again.
@@ -72,7 +52,7 @@ public:
         // Renaming would go past the protection of the file itself.
         if (hadOld && (old.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) return Fail(FileResult::Denied);
         std::string made;
-        file_ = MakeFileBeside(target_, made);
+        file_ = MakeScratchFile(FolderOfPath(target_), 0666, made);
         if (!file_) return FailWithError();
         made_ = std::move(made);
         if (!WriteAll(file_.Get(), content)) return FailWithError();

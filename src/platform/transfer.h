@@ -1,0 +1,74 @@
+// Taking files in: copies that appear whole or not at all, names that replace nothing, and the room for them.
+//
+// No object is used by two threads at once. Failure is a value; nothing throws.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/files.h"
+
+namespace kalmora::files {
+
+// Bytes that can still be written where the path lies or, when it does not stand yet, will lie. Empty when
+// the system does not say.
+std::optional<std::uint64_t> FreeSpace(const std::string& path);
+
+// A look at what stands at the path itself: a link is not followed.
+bool IsLink(const std::string& path);
+
+// Gives a file another name inside its volume, at once and for all who look. Exists when something stands at
+// `to`: nothing is ever replaced. Failed when `to` lies on another volume.
+FileResult RenameNew(const std::string& from, const std::string& to);
+
+// Removes a folder in which nothing is left. Failed when something is.
+FileResult RemoveEmptyFolder(const std::string& path);
+
+// All names that were given and taken away in the folder are on the disk when it returns Done. Done, too,
+// where the file system flushes no folders.
+FileResult FlushFolder(const std::string& folder);
+
+// A copy on its way. It stands under a scratch name (abandoned_files.h) in the folder where it is going to
+// appear; one that never appears goes with the object.
+class NewCopy {
+public:
+    NewCopy() = default;
+    ~NewCopy();
+    NewCopy(NewCopy&& other) noexcept;
+    NewCopy& operator=(NewCopy&& other) noexcept;
+
+    // Copies a regular file (a link is followed) with its rights and times, in the kernel and by sharing its
+    // blocks where the file system can. Nothing is flushed yet. Failed also when the source is no regular
+    // file or did not give as many bytes as it has.
+    FileResult Make(const std::string& from, const std::string& folder);
+
+    // What the source was when it was opened to be copied.
+    const FileStatus& Source() const { return source_; }
+    // True while the source's path names the file that was copied and it has not been written since.
+    bool IsSourceUntouched() const;
+    // Reads both again, the copy from the disk where the system lets that be asked for, and compares every
+    // byte. False also when one of them cannot be read.
+    bool HoldsSameBytes() const;
+
+    enum class Standing { Keep, Replace };
+    // Gives the copy its name. With Keep: Exists when something stands there, and the copy can be given
+    // another one.
+    FileResult Appear(const std::string& path, Standing standing = Standing::Keep);
+
+private:
+    friend std::vector<FileResult> FlushCopies(std::span<NewCopy* const> copies);
+    void Drop();
+
+    std::string from_, scratch_;
+    FileStatus source_;
+    std::intptr_t handle_ = -1;
+};
+
+// Content, rights and times of all copies are on the disk: one wait for the volume instead of one a file. In
+// their order.
+std::vector<FileResult> FlushCopies(std::span<NewCopy* const> copies);
+
+}  // namespace kalmora::files
