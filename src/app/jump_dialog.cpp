@@ -1,10 +1,10 @@
 #include "app/jump_dialog.h"
 
-#include <algorithm>
 #include <array>
 #include <string>
 
 #include "app/app_state.h"
+#include "base/take_number.h"
 #include "platform/dialog.h"
 #include "views/navigation.h"
 
@@ -14,12 +14,11 @@ namespace {
 
 constexpr std::size_t kLongestText = 1024;
 constexpr int kLastYear = 9999;  // folders have four digits for it
-constexpr int kHuge = 100'000'000;
 
 struct JumpFormat {
     int fields;
-    std::array<int, 3> widths;  // most characters of a number, its sign included; 0: any
-    char separator;             // 0: none
+    std::array<std::size_t, 3> widths;  // most characters of a number, its sign included; 0: any
+    char separator;                     // 0: none
 };
 
 // Tried in this order; the first that the text fills wins.
@@ -28,24 +27,6 @@ constexpr JumpFormat kFormats[] = {
     {3, {0, 0, 0}, '.'}, {2, {4, 2}, 0},      {2, {4, 2}, '/'},    {2, {0, 0}, '/'},
     {2, {4, 2}, '.'},    {2, {0, 0}, '.'},    {1, {4}, 0},         {1, {0}, 0},
 };
-
-bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
-// Takes a number off the front, blanks before it included.
-std::optional<int> TakeNumber(std::string_view& rest, int width) {
-    while (!rest.empty() && IsBlank(rest.front())) rest.remove_prefix(1);
-    std::size_t length = width == 0 ? rest.size() : std::min(rest.size(), static_cast<std::size_t>(width));
-    std::size_t at = 0;
-    const bool isNegative = length > 0 && rest[0] == '-';
-    if (length > 0 && (rest[0] == '-' || rest[0] == '+')) at = 1;
-    const std::size_t first = at;
-    int value = 0;
-    for (; at < length && IsDigit(rest[at]); ++at) value = std::min(value * 10 + (rest[at] - '0'), kHuge);
-    if (at == first) return std::nullopt;
-    rest.remove_prefix(at);
-    return isNegative ? -value : value;
-}
 
 std::optional<CalendarDate> Match(std::string_view text, const JumpFormat& format) {
     std::array<int, 3> values{};

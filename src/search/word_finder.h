@@ -1,0 +1,30 @@
+// WordFinder: one folded word, prepared for being looked for in very many short texts.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace kalmora {
+
+// Immutable; any thread.
+class WordFinder {
+public:
+    explicit WordFinder(std::string word);
+
+    const std::string& Word() const { return word_; }
+    // Byte by byte, as it stands: for comments, which are folded as the word is. An empty word is in
+    // everything.
+    bool IsInComment(std::string_view comment) const;
+    // At any byte of a path, letters of ASCII in either case. An empty word is in no path. Nothing else is
+    // folded: the names of files are searched as they are written.
+    bool IsInPath(std::string_view path) const;
+
+private:
+    std::string word_;             // letters of ASCII are small ones
+    std::size_t rarest_ = 0;       // where its byte stands that is least to be expected in a text
+    std::array<char, 2> cases_{};  // that byte, as a small letter and as a capital
+};
+
+}  // namespace kalmora
