@@ -1,16 +1,24 @@
 #include "app/connect_index.h"
 
 #include "app/app_hooks.h"
+#include "store/date_tree.h"
 #include "store/index_manager.h"
 #include "store/index_progress.h"
 #include "store/update.h"
 #include "views/button_bar.h"
+#include "views/calendar_store.h"
 #include "views/hooks.h"
+#include "views/progress_stripe.h"
 
 namespace kalmora {
 
 void ConnectIndex() {
     OnProgress = ShowProgress;
+    OnUpdateProgress = [](double ratio) { ProgressStripeDark(ratio >= 1 ? kStripeFinished : ratio); };
+    TheDateTree().onProgress = [](double ratio) { ShowProgress(ratio, "Counting"); };
+    TheDateTree().onDayPicked = [] {
+        if (Window* window = MainWindow()) window->Invalidate();
+    };
     Shell().UpdateMonthInBackground = StartBackgroundUpdate;
     Shell().PreloadIndexes = PreloadIndexes;
     Shell().SecondsSinceMonthUpdate = [](int year, int month) {

@@ -1,4 +1,5 @@
-// Puts the index into the shell's hooks: updates in the background, loading ahead, stopping, progress.
+// Puts the index into the shell's hooks: updates in the background, loading ahead, stopping, the progress of
+// all that and of the scan of the dates.
 #pragma once
 
 namespace kalmora {

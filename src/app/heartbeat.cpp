@@ -6,6 +6,7 @@
 #include "app/app_hooks.h"
 #include "app/app_state.h"
 #include "app/startup_threads.h"
+#include "base/log.h"
 #include "platform/clock.h"
 #include "platform/thread.h"
 #include "platform/window.h"
@@ -24,7 +25,7 @@ constexpr double kShortestBeat =
     900;  // milliseconds a second of the period: beats that queued up are dropped
 constexpr int kLongestPeriod = 24 * 60 * 60;  // seconds; a settings file may ask for anything
 constexpr int kMostTicks = 30000;
-constexpr double kMonthIsOld = 43200;  // seconds
+constexpr unsigned kMonthIsOld = 43200;  // seconds
 
 std::unique_ptr<PeriodicTimer>& Timer() {
     static auto* const timer = new std::unique_ptr<PeriodicTimer>;
@@ -102,14 +103,20 @@ void StopHeartbeat() { Timer().reset(); }
 
 void IdleRefresh() {
     const AppState& state = State();
-    if (state.BackgroundUpdateRunning || state.InitialScanRunning || state.IndexPreloadRunning ||
-        state.IndexingEnabled != 1)
+    if (state.BackgroundUpdateRunning || state.InitialScanRunning || state.DateScanRunning ||
+        state.IndexPreloadRunning || state.IndexingEnabled != 1)
         return;
     const int minutes = static_cast<int>((UptimeMs() - state.LastActivity) / 60000.0);
     if (minutes <= state.MinutesToSleep) return;
     for (int attempt = 0; attempt < 3; ++attempt) {
         const auto month = TheDateTree().Pick(kMonthLevel);
-        if (!month || Shell().SecondsSinceMonthUpdate(month->year, month->month) <= kMonthIsOld) continue;
+        if (!month) return;  // nothing is listed
+        const auto age = static_cast<unsigned>(
+            static_cast<int>(Shell().SecondsSinceMonthUpdate(month->year, month->month)));
+        const bool isOld = age > kMonthIsOld;
+        Log("[Update] %s. Elapsed Time = %u %c %u (%d/%d)", isOld ? "ok" : "no", age, isOld ? '>' : '<',
+            kMonthIsOld, month->year, month->month);
+        if (!isOld) continue;
         Shell().UpdateMonthInBackground(month->year * 100 + month->month);
         return;
     }

@@ -6,6 +6,7 @@
 
 #include "app/app_hooks.h"
 #include "app/app_state.h"
+#include "app/connect_index.h"
 #include "app/connect_input.h"
 #include "app/dispatch.h"
 #include "app/environment.h"
@@ -19,6 +20,7 @@
 #include "store/extension_table.h"
 #include "store/safe_rewrite.h"
 #include "store/settings.h"
+#include "store/update.h"
 #include "views/button_bar.h"
 #include "views/calendar_store.h"
 #include "views/commands.h"
@@ -112,7 +114,7 @@ bool AreWorkersRunning() {
     const AppState& state = State();
     const bool scans = !state.FirstStartPending && state.InitialScanRunning;
     return scans || Calendar().IsObjectLoaderRunning() || Calendar().IsPaintThreadRunning() ||
-           state.IndexPreloadRunning || state.BackgroundUpdateRunning || !AreCellRedrawsDone();
+           state.IndexPreloadRunning || CountBackgroundUpdates() > 0 || !AreCellRedrawsDone();
 }
 
 }  // namespace
@@ -124,6 +126,7 @@ int RunDesktop(const StartOptions& options) {
         return 1;
     }
     const bool settingsExisted = LoadEnvironment(options);
+    ConnectIndex();
     PrefetchBackground();
     const std::unique_ptr<Window> window = CreateMainWindow();
     if (!window) return 0;

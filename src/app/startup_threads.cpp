@@ -8,6 +8,7 @@
 #include "platform/thread.h"
 #include "store/data_folder.h"
 #include "store/date_tree.h"
+#include "views/calendar_store.h"
 
 namespace kalmora {
 
@@ -30,7 +31,11 @@ void StartLowest(const char* name, SharedFlag& running, std::function<void()> bo
 }  // namespace
 
 void StartInitialScan() {
-    StartLowest("InitialScan", State().InitialScanRunning, [] { TheDateTree().ScanAll(MainRoot()); });
+    StartLowest("InitialScan", State().InitialScanRunning, [] {
+        TheDateTree().ScanAll(MainRoot());
+        // The gauge that told how far it is goes with the next painting.
+        if (Window* window = MainWindow()) window->Invalidate();
+    });
 }
 
 void StartIndexPreload() {

@@ -7,6 +7,12 @@ namespace kalmora {
 
 std::function<void(double ratio, const std::string& text)> OnProgress;
 
+std::function<void(double ratio)> OnUpdateProgress;
+
+void TellUpdateProgress(double ratio) {
+    if (OnUpdateProgress) OnUpdateProgress(ratio);
+}
+
 void TellProgress(double ratio, const char* format, ...) {
     if (!OnProgress) return;
     char text[512];

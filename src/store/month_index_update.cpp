@@ -26,16 +26,18 @@ void MonthIndex::UpdateDay(int day, IndexBatch& batch) {
 
 bool MonthIndex::UpdateAll(IndexBatch& batch) {
     const int days = DaysInMonth(year, month);
+    bool finished = true;
     for (int day = 1; day <= days; ++day) {
-        if (TakeStopRequest() || IsIndexingInterrupted()) {
-            TellProgress(1, "Canceled. (%04d/%02d)", year, month);
-            return false;
-        }
-        TellProgress(static_cast<double>(day - 1) / days, "Updating (%04d/%02d)", year, month);
+        finished = !TakeStopRequest() && !IsIndexingInterrupted();
+        if (!finished) break;
+        const double ratio = static_cast<double>(day - 1) / days;
+        TellProgress(ratio, "Updating (%04d/%02d)", year, month);
+        TellUpdateProgress(ratio);
         UpdateDay(day, batch);
     }
-    TellProgress(1, "Updated. (%04d/%02d)", year, month);
-    return true;
+    TellProgress(1, finished ? "Updated. (%04d/%02d)" : "Canceled. (%04d/%02d)", year, month);
+    TellUpdateProgress(1);
+    return finished;
 }
 
 bool MonthIndex::UpdateIn(int day, IndexBatch& batch, Writing writing) {

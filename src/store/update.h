@@ -8,6 +8,8 @@ namespace kalmora {
 // State().BackgroundUpdateRunning is set while it runs. Does not ask whether another one runs: the months'
 // gates sort that out.
 void StartBackgroundUpdate(int yearTimes100PlusMonth);
+// How many such threads run. Any thread.
+int CountBackgroundUpdates();
 // The same on this thread.
 void UpdateMonthOfBothRoots(int year, int month);
 

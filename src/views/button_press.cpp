@@ -60,7 +60,7 @@ std::string TipOf(const Place& place, const std::string& text) {
 void FlipIndexing() {
     AppState& state = State();
     state.IndexingEnabled = state.IndexingEnabled ? 0 : 1;
-    if (!state.IndexingEnabled) Hooks().StopIndexing("Indexing button");
+    if (!state.IndexingEnabled) Hooks().StopIndexing("stop by user");
     SetButtonStates();
     DrawButtonsOnWindow();
 }
