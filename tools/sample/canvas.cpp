@@ -93,13 +93,9 @@ Coverage::Coverage(const Path& outline, int width, int height, float softness) :
     }
     Point low = outline[0];
     Point high = outline[0];
-    float area = 0;
-    for (std::size_t i = 0; i < outline.size(); ++i) {
-        const Point p = outline[i];
-        const Point q = outline[(i + 1) % outline.size()];
+    for (const Point p : outline) {
         low = {std::min(low.x, p.x), std::min(low.y, p.y)};
         high = {std::max(high.x, p.x), std::max(high.y, p.y)};
-        area += p.x * q.y - q.x * p.y;
     }
     const float margin = softness * 3.0f + 1.0f;
     bounds_.left = static_cast<int>(std::clamp(low.x - margin, 0.0f, Real(width)));

@@ -14,7 +14,7 @@ namespace {
 
 using namespace test;
 
-constexpr Font kFont{"Arial", 20};
+const Font kFont{"Arial", 20};
 
 std::unique_ptr<Surface> MakeCanvasSurface(int width, int height, double scale = 1) {
     auto surface = Surface::Create(Size{width, height}, scale);
