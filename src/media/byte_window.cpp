@@ -7,8 +7,9 @@ bool ByteWindow::Open(const std::string& path) {
     size_.reset();
     seenEnd_ = expectedEnd_ = 0;
     headLength_ = farLength_ = 0;
-    if (!file_.Open(path)) return false;
-    headLength_ = file_.ReadAt(0, head_);
+    const auto length = file_.OpenAndRead(path, head_);
+    if (!length) return false;
+    headLength_ = *length;
     seenEnd_ = headLength_;
     if (headLength_ > 0 && headLength_ < kHead) size_ = headLength_;
     return true;

@@ -105,6 +105,9 @@ public:
     InputFile& operator=(InputFile&& other) noexcept;
 
     bool Open(const std::string& path);  // regular files only; never blocks on a pipe
+    // The same with its first bytes, in one step less: how many there were, as ReadAt counts them. What gives
+    // bytes at any place is taken for a file. Empty when it cannot be opened or is none.
+    std::optional<std::size_t> OpenAndRead(const std::string& path, std::span<std::uint8_t> head);
     bool IsOpen() const { return handle_ >= 0; }
     // How many bytes were read from offset on; fewer than asked for at the end, 0 past it or on an error.
     std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> into) const;

@@ -19,6 +19,11 @@ namespace {
 // A pipe without a writer would make a plain open wait for ever; O_NONBLOCK has no effect on regular files.
 constexpr int kReadFlags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 
+bool IsRegular(int file) {
+    struct stat status {};
+    return fstat(file, &status) == 0 && S_ISREG(status.st_mode);
+}
+
 }  // namespace
 
 FileResult CopyFile(const std::string& from, const std::string& to) {
@@ -83,11 +88,22 @@ InputFile& InputFile::operator=(InputFile&& other) noexcept {
 bool InputFile::Open(const std::string& path) {
     Close();
     Descriptor file(open(path.c_str(), kReadFlags));
-    if (!file) return false;
-    struct stat status {};
-    if (fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
+    if (!file || !IsRegular(file.Get())) return false;
     handle_ = file.Release();
     return true;
+}
+
+std::optional<std::size_t> InputFile::OpenAndRead(const std::string& path, std::span<std::uint8_t> head) {
+    Close();
+    handle_ = open(path.c_str(), kReadFlags);
+    if (handle_ < 0) return std::nullopt;
+    const std::size_t length = ReadAt(0, head);
+    // A folder, a pipe and a socket give none; asking each file what it is would cost a tenth of its reading.
+    if (length == 0 && !IsRegular(static_cast<int>(handle_))) {
+        Close();
+        return std::nullopt;
+    }
+    return length;
 }
 
 std::size_t InputFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> into) const {

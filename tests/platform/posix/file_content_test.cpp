@@ -143,6 +143,30 @@ TEST(InputFile, OpensRegularFilesOnly) {
     EXPECT_EQ(file.ReadAt(0, part), 0u);
 }
 
+TEST(InputFile, OpensWithItsFirstBytes) {
+    const TemporaryFolder folder;
+    InputFile file;
+    std::array<std::uint8_t, 4> head{};
+    EXPECT_EQ(file.OpenAndRead(folder.Add("long.bin", "0123456789"), head), 4u);
+    EXPECT_EQ(head[3], '3');
+    EXPECT_EQ(file.Size(), 10u);
+    EXPECT_EQ(file.OpenAndRead(folder.Add("short.bin", "ab"), head), 2u);
+    EXPECT_EQ(file.OpenAndRead(folder.Add("empty.bin", ""), head), 0u);
+    EXPECT_TRUE(file.IsOpen());
+}
+
+TEST(InputFile, OpensNothingWithFirstBytesThatIsNoFile) {
+    const TemporaryFolder folder;
+    const std::string pipe = folder / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    std::array<std::uint8_t, 4> head;
+    for (const std::string& path : {folder.Path(), pipe, folder / "absent", std::string("/dev/null")}) {
+        InputFile file;
+        EXPECT_EQ(file.OpenAndRead(path, head), std::nullopt) << path;
+        EXPECT_FALSE(file.IsOpen()) << path;
+    }
+}
+
 TEST(InputFile, MovesAndCloses) {
     const TemporaryFolder folder;
     InputFile first;
