@@ -13,6 +13,7 @@
 #include "input/accelerators.h"
 #include "input/key_config.h"
 #include "platform/files.h"
+#include "source_folder.h"
 
 namespace kalmora {
 
@@ -29,7 +30,7 @@ inline int NumberOf(std::string_view spelling) {
 }
 
 inline std::string GoldenText(const std::string& name) {
-    std::ifstream file(std::filesystem::path(__FILE__).parent_path() / "golden" / name, std::ios::binary);
+    std::ifstream file(SourceFolder(__FILE__) / "golden" / name, std::ios::binary);
     EXPECT_TRUE(file.is_open()) << name;
     return {std::istreambuf_iterator<char>(file), {}};
 }

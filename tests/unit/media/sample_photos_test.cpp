@@ -10,18 +10,14 @@
 #include <vector>
 
 #include "media/photo_metadata.h"
+#include "source_folder.h"
 
 namespace kalmora {
 namespace {
 
 std::filesystem::path SampleFolder() {
-    return std::filesystem::path(__FILE__)
-               .parent_path()
-               .parent_path()
-               .parent_path()
-               .parent_path()
-               .parent_path() /
-           "shared" / "samples";
+    return SourceFolder(__FILE__).parent_path().parent_path().parent_path().parent_path() / "shared" /
+           "samples";
 }
 
 std::vector<std::string> SplitAtTabs(const std::string& line) {

@@ -12,6 +12,7 @@
 #include "app/app_state.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "source_folder.h"
 #include "store/settings.h"
 
 namespace kalmora {
@@ -73,7 +74,7 @@ protected:
 };
 
 inline std::string GoldenText(const std::string& name) {
-    std::ifstream file(std::filesystem::path(__FILE__).parent_path() / "golden" / name, std::ios::binary);
+    std::ifstream file(SourceFolder(__FILE__) / "golden" / name, std::ios::binary);
     EXPECT_TRUE(file.is_open()) << name;
     return {std::istreambuf_iterator<char>(file), {}};
 }
