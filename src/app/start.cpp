@@ -8,6 +8,7 @@
 #include "app/app_state.h"
 #include "app/connect_index.h"
 #include "app/connect_input.h"
+#include "app/connect_search.h"
 #include "app/dispatch.h"
 #include "app/environment.h"
 #include "app/main_window.h"
@@ -127,6 +128,7 @@ int RunDesktop(const StartOptions& options) {
     }
     const bool settingsExisted = LoadEnvironment(options);
     ConnectIndex();
+    ConnectSearch();
     PrefetchBackground();
     const std::unique_ptr<Window> window = CreateMainWindow();
     if (!window) return 0;

@@ -68,6 +68,7 @@ struct DialogForm {
     // A button was pressed, by whichever way. Without this every button closes the dialog with its id; with
     // it the dialog stays until Close is called, but for kDialogCancel, which closes it in any case.
     std::function<void(Dialog&, int id)> onButton;
+    enum class Place { OverOwner, MiddleOfScreen } place = Place::OverOwner;
 };
 
 // Shows it in front of the owner (may be null) until it is closed and gives what Close was given.

@@ -2,11 +2,11 @@
 
 #include "app/app_state.h"
 #include "platform/text.h"
+#include "search/search_run.h"
 #include "store/data_folder.h"
 #include "views/button_parts.h"
 #include "views/calendar_store.h"
 #include "views/caption.h"
-#include "views/hooks.h"
 #include "views/paint_view.h"
 
 namespace kalmora {
@@ -36,7 +36,7 @@ Caption CurrentCaption() {
     input.folder = MakeDayFolderPath(MainRoot(), input.year, input.viewType == kYearly ? 0 : input.month,
                                      input.viewType == kDaily ? input.day : 0);
     input.searchMode = state.SearchResultMode != 0;
-    if (input.searchMode) input.query = Hooks().SearchQuery();
+    if (input.searchMode) input.query = SearchText();
     return MakeCaption(input);
 }
 
@@ -55,7 +55,7 @@ void PlaceLabels(ButtonParts& bar, int clientHeight) {
 
     const bool searching = state.SearchResultMode != 0;
     bar.search->state = searching ? CButton::State::Normal : CButton::State::Hidden;
-    if (searching) bar.search->SetText(text::ToDisplay(Hooks().SearchQuery()));
+    if (searching) bar.search->SetText(text::ToDisplay(SearchText()));
     bar.search->x = right + kGap;
     bar.search->y = clientHeight - bar.search->height - kGap;
 }

@@ -7,8 +7,7 @@
 #include "views/button_parts.h"
 #include "views/calendar_store.h"
 #include "views/hooks.h"
-#include "views/navigation.h"
-#include "views/object_loader.h"
+#include "views/search_view.h"
 
 namespace kalmora {
 
@@ -65,17 +64,9 @@ void FlipIndexing() {
     DrawButtonsOnWindow();
 }
 
-void LeaveSearch() {
-    StopCurrentLoad();
-    State().SearchResultMode = 0;
-    SetButtonStates();
-    DrawButtonsOnWindow();
-    UpdateObjects();
-}
-
 void Press(const Place& place) {
     if (const int command = CommandOf(place); command != 0) return Hooks().RunCommand(command);
-    if (place.part == Part::Search) return LeaveSearch();
+    if (place.part == Part::Search) return EndSearch();
     switch (place.row) {
         case kHelp:
             shell::Open(FindResource(kHelpFile));

@@ -12,6 +12,7 @@
 #include "store/extension_table.h"
 #include "views/calendar_store.h"
 #include "views/hooks.h"
+#include "views/search_view.h"
 
 namespace kalmora {
 
@@ -34,6 +35,10 @@ public:
             else if (!entry.isLink || EntersOnce(path))
                 Folder(path, depth + 1);
         }
+    }
+
+    void FoundFile(const std::string& path) {
+        File(path, path.substr(path.find_last_of(files::kSeparator) + 1));
     }
 
 private:
@@ -103,17 +108,14 @@ private:
 
 void ScanDayFolder(const std::string& folder, const std::function<bool()>& stopped,
                    const std::function<void(DayEntry)>& found) {
-    if (!State().SearchResultMode) {
-        Walk(stopped, found).Folder(folder, 0);
-        return;
-    }
-    const std::string head = folder + files::kSeparator;
-    for (const std::string& path : Hooks().SearchResults()) {
-        if (stopped()) return;
-        if (!path.starts_with(head)) continue;
-        Hooks().AddSlide(path);
-        found({path, ClassifyFile(path)});
-    }
+    if (State().SearchResultMode) return ScanFoundFiles(folder, stopped, found);
+    Walk(stopped, found).Folder(folder, 0);
+}
+
+void ScanFoundFiles(const std::string& folder, const std::function<bool()>& stopped,
+                    const std::function<void(DayEntry)>& found) {
+    Walk walk(stopped, found);
+    ForEachFound(folder, stopped, [&](const std::string& path) { walk.FoundFile(path); });
 }
 
 bool IsEntryShown(const DayEntry& entry) {

@@ -16,6 +16,10 @@ namespace kalmora {
 void ScanDayFolder(const std::string& folder, const std::function<bool()>& stopped,
                    const std::function<void(DayEntry)>& found);
 
+// The same of what the search in force has found below the folder, of an empty one of all that it has found.
+void ScanFoundFiles(const std::string& folder, const std::function<bool()>& stopped,
+                    const std::function<void(DayEntry)>& found);
+
 // True when the entry may be shown now: the file stands, and the GoodMode and PublicMode filters let it pass.
 bool IsEntryShown(const DayEntry& entry);
 

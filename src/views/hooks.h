@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "base/geometry.h"
 
@@ -26,9 +25,6 @@ struct ViewHooks {
     std::function<void()> PauseMusic = [] {};
     // ---- navigation log: one line for what is looked at
     std::function<void(const std::string& line)> LogNavigation = [](const std::string&) {};
-    // ---- search: the paths that the running search found, and the query's text
-    std::function<std::vector<std::string>()> SearchResults = [] { return std::vector<std::string>(); };
-    std::function<std::string()> SearchQuery = [] { return std::string(); };
     // ---- buttons whose windows are built by higher rooms
     std::function<void(int id)> RunCommand = [](int) {};
     std::function<void()> ShowFilterWindow = [] {};

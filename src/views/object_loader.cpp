@@ -17,6 +17,7 @@
 #include "views/month_loader.h"
 #include "views/paint_view.h"
 #include "views/progress_stripe.h"
+#include "views/search_view.h"
 
 namespace kalmora {
 
@@ -130,9 +131,15 @@ void LoadAllViewer(const LoadRequest& request, const StopTest& loadStopped) {
         }
         ProgressStripe(kStripeFinished);
     };
-    fill(MainRoot());
-    // The second root has no part in a whole year's scatter; meant as it stands.
-    if (const std::string other = OtherRoot(); !other.empty() && request.ViewType != kYearly) fill(other);
+    if (State().SearchResultMode && State().SearchAllLoaded) {
+        // Whatever was found, whenever it is from.
+        ScanFoundFiles({}, stopped,
+                       [&](DayEntry entry) { viewer.objects.Add(std::make_unique<CPhoto>(entry.path)); });
+    } else {
+        fill(MainRoot());
+        // The second root has no part in a whole year's scatter; meant as it stands.
+        if (const std::string other = OtherRoot(); !other.empty() && request.ViewType != kYearly) fill(other);
+    }
     viewer.objects.RotateRandomly();
     if (viewer.objects.IsEmpty()) viewer.loaded = true;
 }
@@ -170,6 +177,12 @@ void UpdateObjects() {
         return;
     };
     if (stopped()) return leave();
+    // A search of all that is loaded is shown as a scatter, so it comes before the choice of the view.
+    if (request.AllViewMode || request.ViewType == kDaily || state.SearchAllLoaded) {
+        RunSearch(request, stopped);
+        request.AllViewMode = state.AllViewMode != 0;
+    }
+    if (stopped()) return leave();
     Calendar().backgrounds.Clear();
     if (stopped()) return leave();
     hooks.ClearSlides();
@@ -206,6 +219,7 @@ void ObjectLoader(const LoadRequest& request) {
         if (stopped()) return false;
         CheckMusic(request.ViewType == kMonthly ? OldMusic::Pause : OldMusic::Stop);
         PaintView();
+        RunSearch(request, stopped);
         if (stopped()) return false;
 
         const auto load = [&](const std::string& folder, bool whileLoading) {
@@ -236,6 +250,7 @@ void ReloadView() {
     const int year = state.TargetYear, month = state.TargetMonth, day = state.TargetDay;
     const StopTest stopped = StopTestOf(++Calendar().loadNumber);
     const LoadDrawing quiet{state.ViewType, false, false, false};
+    RunSearch({state.ViewType, year, month, day, false, Calendar().loadNumber}, stopped);
     switch (state.ViewType) {
         case kYearly:
             ClearGrid(kYearly, year, month);

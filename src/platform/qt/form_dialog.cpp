@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <climits>
 
 #include "platform/qt/values.h"
@@ -107,6 +108,10 @@ void FormDialog::Place(QWidget* widget, const Control& control) {
 }
 
 int FormDialog::Run() {
+    if (form_.place == DialogForm::Place::MiddleOfScreen) {
+        adjustSize();
+        move(screen()->availableGeometry().center() - rect().center());
+    }
     exec();
     return result();
 }

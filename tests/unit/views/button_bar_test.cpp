@@ -1,5 +1,6 @@
 #include "views/button_bar.h"
 
+#include "search/search_run.h"
 #include "unit/views/view_fixture.h"
 #include "views/commands.h"
 #include "views/hooks.h"
@@ -62,7 +63,7 @@ TEST_F(ButtonBarTest, YearHidesTheLevelLabelAndSearchTakesItsPlace) {
     const Rect level = VisibleButtons()[1].area;
     ShowYear(2008);
     State().SearchResultMode = 1;
-    Hooks().SearchQuery = [] { return std::string("花火"); };
+    SetSearchText("花火");
     SetButtonStates();
     const auto buttons = VisibleButtons();
     EXPECT_EQ(buttons[1].name, "花火");

@@ -119,17 +119,6 @@ TEST_F(DayFolderScanTest, StopEndsTheWalk) {
     EXPECT_EQ(found, 2);
 }
 
-TEST_F(DayFolderScanTest, SearchResultReplacesTheDisk) {
-    Add("on_disk.jpg");
-    const std::string mine = DayFolder(2008, 11, 13) + "/found.jpg";
-    Hooks().SearchResults = [&] {
-        return std::vector<std::string>{mine, DayFolder(2008, 11, 14) + "/other.jpg",
-                                        DayFolder(2008, 11, 13) + "x/no.jpg"};
-    };
-    State().SearchResultMode = 1;
-    EXPECT_THAT(Scan(), ElementsAre("found.jpg"));
-}
-
 TEST_F(DayFolderScanTest, WhatIsFoundIsToldToTheSlideShow) {
     std::vector<std::string> slides;
     Hooks().AddSlide = [&](const std::string& path) { slides.push_back(path); };

@@ -2,6 +2,7 @@
 
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "search/search_run.h"
 #include "store/data_folder.h"
 #include "store/extension_table.h"
 #include "store/settings.h"
@@ -28,7 +29,9 @@ ViewTest::ViewTest() : root_(files::MakeTemporaryFolder()) {
     state.DataDirectory = files::Join(root_, "files");
     MakeDirectories(state.DataDirectory);
     state.TimingOfChangeImage = 0;
-    state.SearchResultMode = 0;
+    state.SearchResultMode = state.SearchAllLoaded = state.AllViewMode = 0;
+    ResetIndexes();
+    ResetSearch();
     state.Paused = 0;
     state.FirstPaintDone = 0;
     state.FirstLoadDone = 0;

@@ -1,0 +1,140 @@
+#include "app/search_dialog.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "app/app_state.h"
+#include "platform/dialog.h"
+#include "search/compose_query.h"
+#include "search/search_run.h"
+#include "store/index_manager.h"
+#include "views/search_view.h"
+
+namespace kalmora {
+
+namespace {
+
+enum Id : int {
+    kKeyword = 1001,
+    kFace = 1003,
+    kNightMode = 1004,
+    kFlash = 1005,
+    kFromHour = 1006,
+    kToHour = 1007,
+    kAllLoaded = 1008,
+};
+
+// Dialog 106. A label stands in front of the control that it names, which is drawn at its left.
+constexpr char kTitle[] = "検索ボックス";
+constexpr Control kJapanese[] = {
+    {ControlKind::Label, 0, "検索キーワードを入力してください", 0, 0, 4},
+    {ControlKind::Edit, kKeyword, "", 1, 0, 4},
+    {ControlKind::Group, 0, "時間を指定した検索", 2, 0, 4, 2},
+    {ControlKind::Label, 0, "時から", 2, 1},
+    {ControlKind::ChoiceEdit, kFromHour, "", 2, 0},
+    {ControlKind::Label, 0, "時まで", 2, 3},
+    {ControlKind::ChoiceEdit, kToHour, "", 2, 2},
+    {ControlKind::Label, 0, "* 24時間表記でお願いします", 3, 0, 4},
+    {ControlKind::Group, 0, "写真の要素を指定した検索", 4, 0, 4, 4},
+    {ControlKind::CheckBox, kFace, "顔認識されたものを検索", 4, 0, 4},
+    {ControlKind::CheckBox, kNightMode, "夜景モードで撮影された画像を検索", 5, 0, 4},
+    {ControlKind::CheckBox, kFlash, "フラッシュをたいて撮影された画像を検索", 6, 0, 4},
+    {ControlKind::Label, 0, "* FinePix でなければ意味ないかも", 7, 0, 4},
+    {ControlKind::CheckBox, kAllLoaded, "ロード済みのすべてのデータを対象とする", 8, 0, 4},
+    {ControlKind::Button, kDialogOk, "検索", 9, 2},
+    {ControlKind::Button, kDialogCancel, "キャンセル", 9, 3},
+};
+constexpr char kEnglishTitle[] = "Search";
+constexpr Control kEnglish[] = {
+    {ControlKind::Label, 0, "Words to search for", 0, 0, 4},
+    {ControlKind::Edit, kKeyword, "", 1, 0, 4},
+    {ControlKind::Group, 0, "Time of the day", 2, 0, 4, 2},
+    {ControlKind::Label, 0, "o'clock until", 2, 1},
+    {ControlKind::ChoiceEdit, kFromHour, "", 2, 0},
+    {ControlKind::Label, 0, "o'clock", 2, 3},
+    {ControlKind::ChoiceEdit, kToHour, "", 2, 2},
+    {ControlKind::Label, 0, "* Hours from 0 to 36; 26 is 2 o'clock of the night that follows", 3, 0, 4},
+    {ControlKind::Group, 0, "What the camera noted", 4, 0, 4, 4},
+    {ControlKind::CheckBox, kFace, "A face was recognised", 4, 0, 4},
+    {ControlKind::CheckBox, kNightMode, "Taken in night mode", 5, 0, 4},
+    {ControlKind::CheckBox, kFlash, "Taken with flash", 6, 0, 4},
+    {ControlKind::Label, 0, "* Few makes of camera note the first two", 7, 0, 4},
+    {ControlKind::CheckBox, kAllLoaded, "Search everything that has been loaded", 8, 0, 4},
+    {ControlKind::Button, kDialogOk, "Search", 9, 2},
+    {ControlKind::Button, kDialogCancel, "Cancel", 9, 3},
+};
+
+bool IsAnythingLoaded() {
+    const std::vector<MonthPointer> months = MainIndex().Months();
+    return std::any_of(months.begin(), months.end(),
+                       [](const MonthPointer& month) { return month->IsLoaded(0); });
+}
+
+void FillHours(Dialog& dialog, int id) {
+    std::vector<std::string> hours;
+    for (int hour = 0; hour < kHourChoices; ++hour) {
+        char text[16];
+        std::snprintf(text, sizeof text, "%02d", hour);
+        hours.emplace_back(text);
+    }
+    dialog.SetChoices(id, hours);
+    dialog.Choose(id, -1);
+}
+
+void Open(Dialog& dialog) {
+    FillHours(dialog, kFromHour);
+    FillHours(dialog, kToHour);
+    // At the start of the program nothing is loaded, and the box would find nothing.
+    dialog.SetEnabled(kAllLoaded, IsAnythingLoaded());
+    dialog.SetFocus(kKeyword);
+}
+
+SearchEntry Read(const Dialog& dialog) {
+    SearchEntry entry;
+    entry.keyword = dialog.Text(kKeyword);
+    entry.face = dialog.IsChecked(kFace);
+    entry.nightMode = dialog.IsChecked(kNightMode);
+    entry.flash = dialog.IsChecked(kFlash);
+    entry.from = {dialog.Chosen(kFromHour), dialog.Text(kFromHour)};
+    entry.to = {dialog.Chosen(kToHour), dialog.Text(kToHour)};
+    return entry;
+}
+
+}  // namespace
+
+DialogForm MakeSearchForm(SearchAnswer& answer) {
+    const bool japanese = State().UseJapanese;
+    DialogForm form;
+    form.title = japanese ? kTitle : kEnglishTitle;
+    form.controls = japanese ? std::span<const Control>(kJapanese) : std::span<const Control>(kEnglish);
+    form.place = DialogForm::Place::MiddleOfScreen;
+    form.onOpen = Open;
+    form.onButton = [&answer](Dialog& dialog, int id) {
+        if (id != kDialogOk) return;
+        answer = {true, ComposeQuery(Read(dialog))};
+        // It is never cleared here: a search of everything stays one until the program ends. Meant, and held
+        // by SearchDialog.AllLoadedStaysForLaterSearches.
+        if (dialog.IsChecked(kAllLoaded)) State().SearchAllLoaded = 1;
+        dialog.Close(answer.query.empty() ? kDialogCancel : kDialogOk);
+    };
+    return form;
+}
+
+bool ShowSearchDialog(Window* owner) {
+    SearchAnswer answer;
+    // What follows comes after the dialog has gone: what is drawn then shall not have it on top.
+    ShowDialog(owner, MakeSearchForm(answer));
+    if (!answer.isGiven) return false;
+    if (!answer.query.empty()) {
+        BeginSearch(answer.query);
+        return true;
+    }
+    SetSearchText({});
+    if (State().SearchResultMode) EndSearch();
+    return false;
+}
+
+}  // namespace kalmora

@@ -1,0 +1,98 @@
+#include "search/search_range.h"
+
+#include "app/app_state.h"
+#include "store/index_progress.h"
+#include "store/index_stop.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr int kMonths = 12;
+
+class SearchingMark {
+public:
+    explicit SearchingMark(MonthIndex& month) : month_(month) { month_.searching = true; }
+    ~SearchingMark() { month_.searching = false; }
+    SearchingMark(const SearchingMark&) = delete;
+    SearchingMark& operator=(const SearchingMark&) = delete;
+
+private:
+    MonthIndex& month_;
+};
+
+// True when the manager loads something that neither the view nor this search wants.
+bool WorksOnSomethingElse(const IndexManager& manager, const CalendarDate& range) {
+    if (!manager.IsBusy() || range.year == 0) return false;
+    if (range.year == State().TargetYear && range.month == State().TargetMonth) return false;
+    const CalendarDate current = manager.CurrentTarget();
+    return current.year != range.year || (range.month != 0 && current.month != range.month);
+}
+
+void LoadRange(IndexManager& manager, const CalendarDate& range, const SearchStop& stopped) {
+    if (manager.IsLoaded(range.year, range.month, range.day)) return;
+    manager.Load(range.year, range.month, range.day);
+    if (range.year == 0 || range.month != 0) return;
+    // A stop request that was meant for a load which had just ended has ended ours instead.
+    for (int month = 1; month <= kMonths && !stopped(); ++month)
+        if (!manager.FindMonth(range.year, month)) manager.Load(range.year, month, 0);
+}
+
+std::vector<MonthPointer> ListedMonths(const IndexManager& manager, int year) {
+    std::vector<MonthPointer> months;
+    for (int month = 1; month <= kMonths; ++month)
+        if (MonthPointer listed = manager.FindMonth(year, month)) months.push_back(std::move(listed));
+    return months;
+}
+
+bool SearchMonths(const std::vector<MonthPointer>& months, const QueryMatcher& query,
+                  const SearchStop& stopped, FoundDays& found) {
+    bool whole = true;
+    for (const MonthPointer& month : months) {
+        if (stopped()) return false;
+        if (!SearchMonth(*month, query, stopped, found)) whole = false;
+    }
+    return whole;
+}
+
+}  // namespace
+
+bool SearchMonth(MonthIndex& month, const QueryMatcher& query, const SearchStop& stopped, FoundDays& found) {
+    const SearchingMark mark(month);
+    const int days = DaysInMonth(month.year, month.month);
+    for (int day = 1; day <= days; ++day) {
+        if (month.TakeStopRequest() || IsIndexingInterrupted() || stopped()) return false;
+        TellProgress(static_cast<double>(day - 1) / days, "Searching (%04d/%02d)", month.year, month.month);
+        if (!month.IsLoaded(day) && !month.EnsureDay(day)) return false;
+        query.MetaSearch(month.Day(day), found);
+    }
+    TellProgress(1, "Searched. (%04d/%02d)", month.year, month.month);
+    return true;
+}
+
+bool SearchDay(MonthIndex& month, const QueryMatcher& query, int day, FoundDays& found) {
+    if (!month.IsLoaded(day) && !month.EnsureDay(day)) return false;
+    query.MetaSearch(month.Day(day), found);
+    return true;
+}
+
+bool SearchRange(IndexManager& manager, const QueryMatcher& query, const CalendarDate& range,
+                 const SearchStop& stopped, FoundDays& found) {
+    if (WorksOnSomethingElse(manager, range)) manager.RequestStop();
+    LoadRange(manager, range, stopped);
+    if (stopped()) return false;
+    if (range.month != 0) {
+        const MonthPointer copy = manager.GetMonthCopy(range.year, range.month);
+        if (range.day != 0) return SearchDay(*copy, query, range.day, found);
+        copy->TakeStopRequest();  // one that the original had before there was a search
+        return SearchMonth(*copy, query, stopped, found);
+    }
+    const std::vector<MonthPointer> months =
+        range.year == 0 ? manager.Months() : ListedMonths(manager, range.year);
+    for (const MonthPointer& month : months)
+        if (!month->busy && !month->searching) month->TakeStopRequest();
+    const bool whole = SearchMonths(months, query, stopped, found);
+    return whole && (range.year == 0 || months.size() == kMonths);
+}
+
+}  // namespace kalmora

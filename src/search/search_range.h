@@ -1,0 +1,30 @@
+// The walk of a search over months and days, loading what is not in memory yet.
+#pragma once
+
+#include <functional>
+
+#include "search/meta_search.h"
+#include "store/dates.h"
+#include "store/index_manager.h"
+#include "store/month_index.h"
+
+namespace kalmora {
+
+// Asked between any two days; true ends the search, and what was found until then is of no use.
+using SearchStop = std::function<bool()>;
+
+// These append what they find, each day's records in the order of their paths, and say whether all that was
+// to be searched has been. Any worker thread; a month may be searched while it is loaded or updated.
+
+// Every day of the month, loaded where it is not, with its progress told. Left early on a stop request of the
+// month, which is taken back, and at a day that cannot be loaded.
+bool SearchMonth(MonthIndex& month, const QueryMatcher& query, const SearchStop& stopped, FoundDays& found);
+// One day. Tells no progress. A day that cannot be loaded has nothing.
+bool SearchDay(MonthIndex& month, const QueryMatcher& query, int day, FoundDays& found);
+// Day 0 is a whole month, month 0 a whole year. Year 0 is every month of the manager's list, in the order of
+// the list. A range that is not in memory is loaded first; where another one is being loaded for somebody
+// else that load is asked to stop.
+bool SearchRange(IndexManager& manager, const QueryMatcher& query, const CalendarDate& range,
+                 const SearchStop& stopped, FoundDays& found);
+
+}  // namespace kalmora

@@ -1,0 +1,46 @@
+// The search that is in force: its query, and what it found for the view.
+//
+// While State().SearchResultMode is set the views show the result instead of their folders. Any thread: loads
+// run on several, and each has the result that it asked for.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "search/search_range.h"
+
+namespace kalmora {
+
+// The query as the dialog composed it; empty while there is none.
+std::string SearchText();
+void SetSearchText(const std::string& query);
+
+// What the result is wanted for: ViewTypeValue and the date in view.
+struct SearchView {
+    int viewType = 0;
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    friend bool operator==(const SearchView&, const SearchView&) = default;
+};
+
+enum class SearchScope {
+    View,       // the year, month or day in view
+    AllLoaded,  // every month that has been touched; switches AllViewMode on
+};
+
+using SearchResult = std::shared_ptr<const FoundDays>;  // never null
+
+// Runs the query over both data roots, and sets the display modes as its tags want. The same query for the
+// same view is not run twice: its result stands, whatever has become of the files. An empty query leaves the
+// result as it is. When stopped, what was found until then is given and not kept.
+SearchResult Search(const std::string& query, SearchScope scope, const SearchView& view,
+                    const SearchStop& stopped);
+
+// What the last Search that was not stopped has found.
+SearchResult StandingSearchResult();
+
+// No query and no result. For the start and for tests.
+void ResetSearch();
+
+}  // namespace kalmora
