@@ -81,7 +81,8 @@ public:
     FileLock(FileLock&& other) noexcept;
     FileLock& operator=(FileLock&& other) noexcept;
 
-    // Waits at most so long. Denied and the like when the file cannot be made; Failed when the time ran out.
+    // Waits at most so long, and in turn: who lets go of it and asks again gets it after those who wait.
+    // Denied and the like when the file cannot be made; Failed when the time ran out.
     FileResult Acquire(const std::string& path, int timeoutMs);
     bool IsHeld() const { return handle_ >= 0; }
     void Release();  // also when the program ends, however it does

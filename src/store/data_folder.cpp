@@ -182,7 +182,7 @@ int SweepScratchFiles(const std::string& folder) {
 }
 
 int SweepTempFolder(const std::string& folder) {
-    constexpr int kPatienceMs = 2000;
+    constexpr int kPatienceMs = 200;
     if (!files::IsFolder(folder)) return 0;
     files::FileLock lock;
     if (LockTempFolder(folder, lock, kPatienceMs) != files::FileResult::Done) return 0;

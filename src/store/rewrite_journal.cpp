@@ -109,7 +109,7 @@ std::vector<RewriteNote> RewriteJournal::Read() const {
         return {};
     std::vector<RewriteNote> notes;
     NoteReader from(body);
-    for (RewriteNote note; notes.size() < count && from.Take(note);) notes.push_back(std::move(note));
+    for (RewriteNote note; notes.size() < kMostNotes && from.Take(note);) notes.push_back(std::move(note));
     return notes;
 }
 

@@ -202,6 +202,35 @@ void RemoveCopy(const RewriteNote& note, const std::string& tempFolder) {
     if (!note.copyName.empty()) files::RemoveFile(CopyPath(note, tempFolder));
 }
 
+// Brings back what stood there, times included, and flushes.
+bool PutBack(EditFile& file, const RewriteNote& note, const std::string& tempFolder) {
+    bool isBack = false;
+    switch (note.road) {
+        case Road::InPlace:
+            isBack = file.WriteAt(note.offset, note.oldBytes) == FileResult::Done;
+            break;
+        case Road::Inserted:
+            isBack = TakeOutInserted(file, note);
+            break;
+        case Road::Copied:
+        case Road::Tool:
+            isBack = PutBackFromCopy(file, note, tempFolder);
+            break;
+    }
+    if (!isBack) return false;
+    file.SetTimes(note.accessed, note.written);
+    return file.Flush() == FileResult::Done;
+}
+
+// Of a file that may have gone: it is then made from its copy.
+bool PutBackByPath(const RewriteNote& note, const std::string& tempFolder) {
+    EditFile file;
+    const FileResult opened = file.Open(note.path);
+    if (opened == FileResult::Done) return PutBack(file, note, tempFolder);
+    return opened == FileResult::NotFound && !note.copyName.empty() &&
+           files::CopyFile(CopyPath(note, tempFolder), note.path) == FileResult::Done;
+}
+
 Settled SettleMissing(const RewriteNote& note, const std::string& tempFolder) {
     const std::size_t separator = note.path.rfind(files::kSeparator);
     // A folder that is not there is a drive that is not plugged in.
@@ -261,33 +290,6 @@ bool HoldsNewBytes(const EditFile& file, const RewriteNote& note, const std::str
     return copy.IsOpen() && LookCopied(file, note, copy) == Standing::New;
 }
 
-bool PutBack(EditFile& file, const RewriteNote& note, const std::string& tempFolder) {
-    bool isBack = false;
-    switch (note.road) {
-        case Road::InPlace:
-            isBack = file.WriteAt(note.offset, note.oldBytes) == FileResult::Done;
-            break;
-        case Road::Inserted:
-            isBack = TakeOutInserted(file, note);
-            break;
-        case Road::Copied:
-        case Road::Tool:
-            isBack = PutBackFromCopy(file, note, tempFolder);
-            break;
-    }
-    if (!isBack) return false;
-    file.SetTimes(note.accessed, note.written);
-    return file.Flush() == FileResult::Done;
-}
-
-bool PutBackByPath(const RewriteNote& note, const std::string& tempFolder) {
-    EditFile file;
-    const FileResult opened = file.Open(note.path);
-    if (opened == FileResult::Done) return PutBack(file, note, tempFolder);
-    return opened == FileResult::NotFound && !note.copyName.empty() &&
-           files::CopyFile(CopyPath(note, tempFolder), note.path) == FileResult::Done;
-}
-
 Settled SettleNote(const RewriteNote& note, const std::string& tempFolder) {
     // A tool outlives the program that started it and may be at work still.
     if (note.road == Road::Tool) WaitForTool(note.path);
@@ -310,6 +312,27 @@ Settled SettleNote(const RewriteNote& note, const std::string& tempFolder) {
     }
     if (hasCopy) KeepCopy(note, tempFolder);
     return Settled::LeftAlone;
+}
+
+Settled UndoNote(EditFile& file, const RewriteNote& note, const std::string& tempFolder) {
+    bool hasCopy = false;
+    const Standing standing = LookAtFile(file, note, tempFolder, hasCopy);
+    const bool needsCopy = note.road == Road::Copied || note.road == Road::Tool;
+    if (standing == Standing::Foreign && hasCopy == needsCopy) {
+        if (hasCopy) KeepCopy(note, tempFolder);
+        return Settled::LeftAlone;
+    }
+    return PutBack(file, note, tempFolder) ? Settled::Mended : Settled::Waits;
+}
+
+Settled UndoTool(const RewriteNote& note, ToolWork left, const std::string& tempFolder) {
+    const auto status = files::GetStatus(note.path);
+    const bool isSame = status && status->volume == note.volume && status->identity == note.identity;
+    if (status && !isSame && left == ToolWork::Other) {
+        KeepCopy(note, tempFolder);
+        return Settled::LeftAlone;
+    }
+    return PutBackByPath(note, tempFolder) ? Settled::Mended : Settled::Waits;
 }
 
 }  // namespace kalmora

@@ -7,6 +7,7 @@
 
 #include "platform/edit_file.h"
 #include "store/rewrite_journal.h"
+#include "store/safe_rewrite.h"
 
 namespace kalmora {
 
@@ -18,17 +19,20 @@ files::FileResult ApplyNote(files::EditFile& file, const RewriteNote& note, cons
 // True when the file holds what the note says that it becomes, read back from it.
 bool HoldsNewBytes(const files::EditFile& file, const RewriteNote& note, const std::string& tempFolder);
 
-// Brings back what stood there, times included, and flushes. False when it could not.
-bool PutBack(files::EditFile& file, const RewriteNote& note, const std::string& tempFolder);
-// The same for a file that may have gone: it is then made from its copy.
-bool PutBackByPath(const RewriteNote& note, const std::string& tempFolder);
-
 enum class Settled {
     Whole,  // the file is the old or the new one
     Mended,
-    LeftAlone,  // somebody else has changed or removed it since: his version stands
+    LeftAlone,  // somebody else has changed or removed it since: his version stands, and our copy is kept
     Waits       // it cannot be reached or not be written now: the note must stay
 };
+
+// After a crash: what became of the file, and the old one or the new one back where it is neither.
 Settled SettleNote(const RewriteNote& note, const std::string& tempFolder);
+// After a failure: back to the old file, times included, and flushed. `file` is the one that was written.
+Settled UndoNote(files::EditFile& file, const RewriteNote& note, const std::string& tempFolder);
+
+// The same after an outside program, which may have removed the file. Another file that is whole stands where
+// somebody else has put it.
+Settled UndoTool(const RewriteNote& note, ToolWork left, const std::string& tempFolder);
 
 }  // namespace kalmora

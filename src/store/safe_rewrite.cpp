@@ -28,6 +28,8 @@ using Road = RewriteNote::Road;
 constexpr std::size_t kGroupFiles = 32;
 constexpr std::size_t kGroupBytes = 8u << 20;        // of what one group's notes hold
 constexpr std::uint64_t kMostNotedBytes = 1u << 20;  // of one stretch that is kept in a note
+constexpr int kPatienceMs = 60'000;                  // with others who are writing
+constexpr int kSettlingPatienceMs = 200;             // with others who have settled what there was
 
 RewriteResult ResultOf(FileResult result) {
     switch (result) {
@@ -58,6 +60,10 @@ FileTime LocalClockAsFileTime() {
     return FileTime{static_cast<std::uint64_t>(std::max<std::int64_t>(ms, 0) * kTicksPerMs)};
 }
 
+FileTime TimeOf(Stamp stamp) {
+    return stamp == Stamp::LocalClock ? LocalClockAsFileTime() : CurrentFileTime();
+}
+
 // One file on its way. The file stays open, and locked where the system has locks, until the job goes.
 struct Job {
     std::size_t index = 0;
@@ -65,6 +71,7 @@ struct Job {
     FileStatus before;
     RewriteNote note;
     std::string nextBytes;  // what follows the inserted stretch
+    Stamp stamp = Stamp::LocalClock;
     RewriteResult result = RewriteResult::Failed;
 };
 
@@ -126,6 +133,7 @@ void TrimNote(RewriteNote& note) {
 // Chooses the road that writes the least. Unchanged when nothing would be written.
 RewriteResult ChooseRoad(Job& job, FileChange& change) {
     RewriteNote& note = job.note;
+    job.stamp = change.stamp;
     if (change.offset > note.oldSize || change.oldLength > note.oldSize - change.offset)
         return RewriteResult::Changed;
     note.copyName = change.copyName.empty() ? "$" + GetFileName(note.path) : change.copyName;
@@ -178,10 +186,10 @@ public:
     bool IsOpen() const { return lock_.IsHeld(); }
 
     // Settles what stands in the journal and sweeps the scratch files.
-    RewriteResult Open() {
+    RewriteResult Open(int patienceMs = kPatienceMs) {
         if (folder_.empty()) return RewriteResult::Failed;
         if (!files::IsFolder(folder_) && !MakeDirectories(folder_)) return RewriteResult::Denied;
-        const FileResult locked = LockTempFolder(folder_, lock_);
+        const FileResult locked = LockTempFolder(folder_, lock_, patienceMs);
         if (locked == FileResult::Failed) return RewriteResult::InUse;
         FileResult result = locked;
         if (result == FileResult::Done) result = journal_.Open(folder_);
@@ -255,7 +263,7 @@ RewriteResult ApplyAndCheck(Job& job, const std::string& tempFolder, bool& nothi
         if (ReadStretch(job.file, end, job.nextBytes.size()) != job.nextBytes) return RewriteResult::Failed;
     }
     // Not the owner's right to set them is no reason to take the words back.
-    job.file.SetTimes(job.before.accessed, LocalClockAsFileTime());
+    job.file.SetTimes(job.before.accessed, TimeOf(job.stamp));
     return RewriteResult::Written;
 }
 
@@ -265,6 +273,14 @@ RewriteResult LastLook(const Job& job) {
     if (named && IsSameFile(*named, job.before)) return RewriteResult::Written;
     Log("replaced while it was written: %s", job.note.path.c_str());
     return RewriteResult::Changed;
+}
+
+// Back to the old file, unless it has become somebody else's, which is what `result` tells then.
+Settled Undo(TempSession& session, Job& job, RewriteResult& result) {
+    const Settled undone = UndoNote(job.file, job.note, session.Folder());
+    if (undone == Settled::Waits) session.Leave(job.note);
+    if (undone == Settled::LeftAlone) result = RewriteResult::Changed;
+    return undone;
 }
 
 // The road with a copy: one file by itself.
@@ -283,16 +299,14 @@ RewriteResult RunWithCopy(TempSession& session, Job& job) {
     bool nothingDone = false;
     result = ApplyAndCheck(job, session.Folder(), nothingDone);
     if (result == RewriteResult::Written) result = ResultOf(job.file.Flush());
-    if (result == RewriteResult::Written) {
+    Settled undone = Settled::Whole;
+    if (result == RewriteResult::Written)
         result = LastLook(job);
-    } else if (!nothingDone && !PutBack(job.file, job.note, session.Folder())) {
-        session.Leave(job.note);
-        session.Finish(RewriteJournal::Clearing::Flushed);
-        return result;
-    }
+    else if (!nothingDone)
+        undone = Undo(session, job, result);
     // The note goes before the copy, so that no note stands without one.
     session.Finish(RewriteJournal::Clearing::Flushed);
-    files::RemoveFile(copy);
+    if (undone != Settled::Waits) files::RemoveFile(copy);
     return result;
 }
 
@@ -306,16 +320,13 @@ void RunGroup(TempSession& session, std::vector<Job>& jobs) {
         return;
     }
     std::vector<Job*> written, again;
-    const auto undo = [&](Job& job) {
-        if (!PutBack(job.file, job.note, session.Folder())) session.Leave(job.note);
-    };
     for (Job& job : jobs) {
         bool nothingDone = false;
         job.result = ApplyAndCheck(job, session.Folder(), nothingDone);
         if (job.result == RewriteResult::Written)
             written.push_back(&job);
         else if (!nothingDone)
-            undo(job);
+            Undo(session, job, job.result);
         else if (job.note.road == Road::Inserted && job.result == RewriteResult::Failed)
             again.push_back(&job);
     }
@@ -325,7 +336,7 @@ void RunGroup(TempSession& session, std::vector<Job>& jobs) {
     for (std::size_t i = 0; i < written.size(); ++i) {
         Job& job = *written[i];
         job.result = flushed[i] == FileResult::Done ? LastLook(job) : ResultOf(flushed[i]);
-        if (flushed[i] != FileResult::Done) undo(job);
+        if (flushed[i] != FileResult::Done) Undo(session, job, job.result);
     }
     session.Finish(RewriteJournal::Clearing::Soon);
     for (Job* job : again) {
@@ -351,11 +362,15 @@ public:
                                      [&](const Job& job) { return IsSameFile(job.before, *status); });
     }
     void Run() {
+        RunAndStay();
+        session_.Close();  // others get a turn
+    }
+    // Keeps the folder, for a job that has been opened under its lock and is still to be done.
+    void RunAndStay() {
         if (!jobs_.empty()) RunGroup(session_, jobs_);
         for (const Job& job : jobs_) results_[job.index] = job.result;
         jobs_.clear();
         bytes_ = 0;
-        session_.Close();  // others get a turn
     }
 
 private:
@@ -422,11 +437,14 @@ std::vector<RewriteResult> SafeRewriteAll(
         results[i] = OpenJob(paths[i], job);
         if (results[i] == RewriteResult::Written) results[i] = plan(i, change);
         if (results[i] == RewriteResult::Written) results[i] = ChooseRoad(job, change);
+        if (results[i] == RewriteResult::Unchanged)
+            job.file.SetTimes(job.before.accessed, TimeOf(change.stamp));
         if (results[i] != RewriteResult::Written) continue;
         if (job.note.road == Road::Copied) {
-            group.Run();
-            results[i] = session.IsOpen() ? RewriteResult::Written : session.Open();
-            if (results[i] == RewriteResult::Written) results[i] = RunWithCopy(session, job);
+            group.RunAndStay();
+            results[i] = RunWithCopy(session, job);
+            job.file.Close();
+            session.Close();  // others get a turn
         } else {
             group.Add(std::move(job));
         }
@@ -437,7 +455,7 @@ std::vector<RewriteResult> SafeRewriteAll(
 }
 
 RewriteResult RewriteByTool(const std::string& path, const std::function<bool(const std::string& copy)>& run,
-                            const std::function<bool()>& isGood) {
+                            const std::function<ToolWork()>& look) {
     TempSession session(State().TempFolder);
     RewriteResult result = session.Open();
     Job job;
@@ -457,25 +475,23 @@ RewriteResult RewriteByTool(const std::string& path, const std::function<bool(co
         return result;
     }
     bool isWritten = run(copy);
+    const ToolWork left = look();
     if (const auto named = files::GetStatus(path); isWritten && (!named || named->size == 0)) {
         Log("Error: Create File (0byte) %s", path.c_str());
         isWritten = false;
     }
     EditFile written;
-    isWritten = isWritten && isGood() && written.Open(path) == FileResult::Done &&
+    isWritten = isWritten && left == ToolWork::Good && written.Open(path) == FileResult::Done &&
                 written.SetTimes(job.before.accessed, LocalClockAsFileTime()) &&
                 written.Flush() == FileResult::Done;
+    Settled undone = Settled::Whole;
     if (!isWritten) {
-        result = RewriteResult::Failed;
-        if (!PutBackByPath(job.note, session.Folder())) {
-            session.Leave(job.note);
-            session.Finish(RewriteJournal::Clearing::Flushed);
-            LogResult(path, result);
-            return result;
-        }
+        undone = UndoTool(job.note, left, session.Folder());
+        result = undone == Settled::LeftAlone ? RewriteResult::Changed : RewriteResult::Failed;
+        if (undone == Settled::Waits) session.Leave(job.note);
     }
     session.Finish(RewriteJournal::Clearing::Flushed);
-    files::RemoveFile(copy);
+    if (undone != Settled::Waits) files::RemoveFile(copy);
     LogResult(path, result);
     return result;
 }
@@ -483,7 +499,7 @@ RewriteResult RewriteByTool(const std::string& path, const std::function<bool(co
 int SettleRewrites(const std::string& tempFolder) {
     if (!files::IsFolder(tempFolder)) return 0;
     TempSession session(tempFolder);
-    session.Open();
+    session.Open(kSettlingPatienceMs);
     return session.Mended();
 }
 

@@ -10,10 +10,15 @@
 // - A file that grows by whole blocks, where the file system can insert space: the same.
 // - Any other change of length: the file is first copied to the Temp folder, as "$" and its name.
 //
-// The file's time of creation and of last access stay; its last write is the local clock taken as if it were
-// UTC: meant, so that the index and other programs of this family agree, and held by a test.
+// The file's time of creation and of last access stay. Its last write is the local clock taken as if it were
+// UTC, unless the change says otherwise: meant, so that the index and other programs of this family agree,
+// and held by a test. That goes for a file that says already what it should as well.
 //
-// Any thread. One rewrite at a time for a Temp folder, by a lock that other programs and threads share.
+// Somebody who writes or replaces the file while we do has the last word: his version stands, the result is
+// Changed, and a copy that was made of the old one stays in the Temp folder under a name without "$".
+//
+// Any thread. One rewrite at a time for a Temp folder, by a lock that other programs and threads share and
+// get in the order in which they ask.
 #pragma once
 
 #include <cstdint>
@@ -26,7 +31,7 @@ namespace kalmora {
 
 enum class RewriteResult {
     Written,
-    Unchanged,    // it says so already; not touched, its times neither
+    Unchanged,    // it says so already: only its time of last write moves
     Unreadable,   // there is no such file, or it cannot be read
     Unsupported,  // not a file of a kind that can be changed, or one that cannot be changed without guessing
     TooLarge,     // what is to be written does not fit where it belongs
@@ -44,12 +49,19 @@ inline bool IsDone(RewriteResult result) {
     return result == RewriteResult::Written || result == RewriteResult::Unchanged;
 }
 
+// What the time of the last write becomes.
+enum class Stamp {
+    LocalClock,  // the local clock's fields as if they were UTC
+    Now          // the moment itself
+};
+
 // One stretch of a file, and what it becomes.
 struct FileChange {
     std::uint64_t offset = 0;
     std::uint64_t oldLength = 0;
     std::string content;
     std::string copyName;  // of the copy in the Temp folder; empty: "$" and the file's name
+    Stamp stamp = Stamp::LocalClock;
 };
 
 // Growth by a multiple of so many bytes is cheap where the file system helps.
@@ -61,6 +73,13 @@ using PlanChange = std::function<RewriteResult(FileChange& change)>;
 
 RewriteResult SafeRewrite(const std::string& path, const PlanChange& plan);
 
+// What an outside program has left of a file.
+enum class ToolWork {
+    Good,
+    Other,  // whole, but not what was to be made
+    Broken
+};
+
 // Many files, in groups that share their flushes: with the same safety for each, many times faster than one
 // by one. `plan` is called with the place of the path in the list, once for each, in order. A path that
 // stands twice in the list is changed twice.
@@ -69,13 +88,14 @@ std::vector<RewriteResult> SafeRewriteAll(
     const std::function<RewriteResult(std::size_t index, FileChange& change)>& plan);
 
 // For an outside program that writes the file: `run` gets the path of a copy, to read, and writes the file at
-// its path; `isGood` looks at what it wrote. When either says no the file is put back, and the result is
-// Failed. The caller's own reasons for that go to the log.
+// its path; `look` says what stands there then. Unless both are content the file is put back, and the result
+// is Failed. The caller's own reasons for that go to the log.
 RewriteResult RewriteByTool(const std::string& path, const std::function<bool(const std::string& copy)>& run,
-                            const std::function<bool()>& isGood);
+                            const std::function<ToolWork()>& look);
 
 // Makes whole what an earlier run left behind. The program calls it at start before it sweeps the Temp
-// folder; every rewrite does the same by itself. How many files it had to mend.
+// folder; every rewrite does the same by itself. While another program or thread is writing, which has done
+// it by then, it waits hardly and leaves the folder alone. How many files it had to mend.
 int SettleRewrites(const std::string& tempFolder);
 
 }  // namespace kalmora

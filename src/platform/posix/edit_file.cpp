@@ -225,10 +225,28 @@ FileResult FileLock::Acquire(const std::string& path, int timeoutMs) {
     if (!file) return ResultOfError(errno);
     using Steady = std::chrono::steady_clock;
     const auto end = Steady::now() + std::chrono::milliseconds(timeoutMs);
-    while (flock(file.Get(), LOCK_EX | LOCK_NB) != 0) {
-        if (errno != EWOULDBLOCK && errno != EINTR) return ResultOfError(errno);
-        if (Steady::now() >= end) return FileResult::Failed;
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    // Polling, because a wait inside the system knows no end. Failed when the time ran out.
+    const auto until = [&](const auto& tryOnce) {
+        while (!tryOnce()) {
+            if (errno != EWOULDBLOCK && errno != EACCES && errno != EINTR) return ResultOfError(errno);
+            if (Steady::now() >= end) return FileResult::Failed;
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        return FileResult::Done;
+    };
+    // A place in the queue first, the lock itself after that: the two kinds of lock know nothing of each
+    // other. A file system that has only one of them has no queue.
+    struct flock queue {};
+    queue.l_type = F_WRLCK;
+    queue.l_whence = SEEK_SET;
+    const FileResult queued = until([&] { return fcntl(file.Get(), F_OFD_SETLK, &queue) == 0; });
+    const bool hasPlace = queued == FileResult::Done;
+    if (!hasPlace && Steady::now() >= end) return FileResult::Failed;
+    const FileResult locked = until([&] { return flock(file.Get(), LOCK_EX | LOCK_NB) == 0; });
+    if (locked != FileResult::Done) return locked;
+    if (hasPlace) {
+        queue.l_type = F_UNLCK;
+        fcntl(file.Get(), F_OFD_SETLK, &queue);
     }
     handle_ = file.Release();
     return FileResult::Done;
