@@ -29,6 +29,12 @@ std::string WordsFor(RotateResult result) {
             return "not a JPEG";
         case RotateResult::Denied:
             return "denied";
+        case RotateResult::NoSpace:
+            return "no space";
+        case RotateResult::InUse:
+            return "in use";
+        case RotateResult::Changed:
+            return "changed meanwhile";
         case RotateResult::Failed:
             break;
     }

@@ -85,9 +85,15 @@ std::vector<RewriteResult> EstimateAll(std::span<CPhoto> photos, EstimateType ty
     std::vector<std::string> paths;
     paths.reserve(photos.size());
     for (const CPhoto& photo : photos) paths.push_back(photo.path);
-    return SafeRewriteAll(paths, [&](std::size_t index, FileChange& change) {
+    std::vector<bool> judged(photos.size());
+    std::vector<RewriteResult> results = SafeRewriteAll(paths, [&](std::size_t index, FileChange& change) {
+        judged[index] = true;
         return photos[index].PlanEstimate(type, change);
     });
+    // What could not even be looked at is judged all the same, as the object sees it.
+    for (std::size_t i = 0; i < photos.size(); ++i)
+        if (FileChange unused; !judged[i]) photos[i].PlanEstimate(type, unused);
+    return results;
 }
 
 }  // namespace kalmora

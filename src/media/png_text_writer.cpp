@@ -119,6 +119,7 @@ RewriteResult PngTextFile::PlanRewrite(FileChange& change) const {
     if (!walk.Run()) return RewriteResult::Unsupported;
     walk.Fill(change);
     change.copyName = CopyName();
+    change.stamp = Stamp::Now;
     return RewriteResult::Written;
 }
 

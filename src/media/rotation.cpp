@@ -51,12 +51,11 @@ bool HasEndMarker(const std::string& path) {
     return false;
 }
 
-bool IsTurned(const std::string& path, const Look& before, int degrees) {
+ToolWork LookAtWork(const std::string& path, const Look& before, int degrees) {
     const auto after = LookAt(path);
-    if (!after || !HasEndMarker(path)) return false;
-    const bool lies = degrees % 180 != 0;
-    return after->size.width == (lies ? before.size.height : before.size.width) &&
-           after->size.height == (lies ? before.size.width : before.size.height);
+    if (!after || !HasEndMarker(path)) return ToolWork::Broken;
+    const Size turned = degrees % 180 == 0 ? before.size : Size{before.size.height, before.size.width};
+    return after->size == turned ? ToolWork::Good : ToolWork::Other;
 }
 
 RotateResult ResultOf(RewriteResult result) {
@@ -65,9 +64,13 @@ RotateResult ResultOf(RewriteResult result) {
         case RewriteResult::Unchanged:
             return RotateResult::Turned;
         case RewriteResult::Denied:
-        case RewriteResult::NoSpace:
-        case RewriteResult::InUse:
             return RotateResult::Denied;
+        case RewriteResult::NoSpace:
+            return RotateResult::NoSpace;
+        case RewriteResult::InUse:
+            return RotateResult::InUse;
+        case RewriteResult::Changed:
+            return RotateResult::Changed;
         default:
             return RotateResult::Failed;
     }
@@ -94,7 +97,7 @@ RotateResult RotateJpeg(const std::string& path, int degrees) {
             Log("%s did not turn %s (%d)", tool.c_str(), path.c_str(), result.exitCode);
         return result.started && result.exitCode == 0;
     };
-    return ResultOf(RewriteByTool(path, run, [&] { return IsTurned(path, *before, degrees); }));
+    return ResultOf(RewriteByTool(path, run, [&] { return LookAtWork(path, *before, degrees); }));
 }
 
 void RotateOnStage(int degrees, const RotationStage& slideShow, const RotationStage& hoverWindow) {

@@ -15,8 +15,11 @@ enum class RotateResult {
     Turned,
     NoTool,   // PathOfJpegTran does not stand; OnRotationToolMissing was told
     NotJpeg,  // by its extension, or by what it holds
-    Denied,   // read-only, locked or no space: the file was not touched
-    Failed    // the tool failed; the picture is as it was
+    Denied,   // read-only, or no right to write it
+    NoSpace,  // on its disk or on that of the Temp folder
+    InUse,    // another program has it locked, or the Temp folder's lock
+    Changed,  // another program wrote or replaced it meanwhile: what that one made stands
+    Failed    // there is no such file, or the tool failed; the picture is as it was
 };
 
 // Told the path that was looked for, so that the shell can show it with the caption "Not found". The shell

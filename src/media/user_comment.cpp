@@ -22,9 +22,10 @@ int LikelyCharacters(std::string_view bytes, std::size_t highAt) {
     for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
         const unsigned unit = static_cast<unsigned>(static_cast<std::uint8_t>(bytes[i + highAt])) << 8 |
                               static_cast<std::uint8_t>(bytes[i + 1 - highAt]);
-        if ((unit >= 0x09 && unit < 0x180) || (unit >= 0x2000 && unit < 0x2070) ||
-            (unit >= 0x3000 && unit < 0x3100) || (unit >= 0x4E00 && unit < 0xA000) ||
-            (unit >= 0xFF00 && unit < 0xFFF0))
+        // Latin letters read the wrong way round look like rare Chinese ones.
+        if (unit >= 0x09 && unit < 0x180) likely += 2;
+        if ((unit >= 0x2000 && unit < 0x2070) || (unit >= 0x3000 && unit < 0x3100) ||
+            (unit >= 0x4E00 && unit < 0xA000) || (unit >= 0xFF00 && unit < 0xFFF0))
             ++likely;
     }
     return likely;
