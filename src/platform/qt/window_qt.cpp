@@ -32,6 +32,13 @@ QRect ToQtRect(const Rect& area) {
                  std::clamp(area.height, 1, kLargestFrame));
 }
 
+// What is left for drawing inside the frame: something, however small the frame. An empty window the toolkit
+// would not show at all.
+QRect ClientOf(const QRect& frame, const QMargins& margins) {
+    const QRect client = frame.marginsRemoved(margins);
+    return QRect(client.topLeft(), client.size().expandedTo(QSize(1, 1)));
+}
+
 Rect FromQtRect(const QRect& area) { return Rect{area.x(), area.y(), area.width(), area.height()}; }
 
 std::uint64_t Pack(QPoint point) {
@@ -252,7 +259,7 @@ void QtWindow::SetFrame(const Rect& outer) {
     settling_.stop();
     if (isVisible_ && !margins.isNull()) {
         wantedOuter_ = QRect();
-        widget_->setGeometry(frame.marginsRemoved(margins));
+        widget_->setGeometry(ClientOf(frame, margins));
         return;
     }
     // How wide the frame is will be known some time after the window is shown.
@@ -274,7 +281,7 @@ void QtWindow::SettleFrame() {
     // Not against the user, who may have been quicker.
     const bool isUntouched = widget_->size() == frame.size() &&
                              (widget_->windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen)) == 0;
-    if (!margins.isNull() && isUntouched) widget_->setGeometry(frame.marginsRemoved(margins));
+    if (!margins.isNull() && isUntouched) widget_->setGeometry(ClientOf(frame, margins));
 }
 
 Point QtWindow::ToClient(Point screen) const {

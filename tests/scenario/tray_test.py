@@ -1,0 +1,130 @@
+"""Hiding the window and calling it back: with a tray, without one, and without a window manager."""
+
+import re
+import unittest
+
+from desktop import Desktop, wait_until
+from program import LifeLog, Program
+
+
+class WithATray(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = Desktop(tray=True)
+        cls.life = LifeLog().add_month(2008, 11)
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.desktop.close()
+        cls.life.remove()
+
+    def setUp(self):
+        self.program = Program(self.desktop, self.life)
+        self.addCleanup(self.program.__exit__)
+        self.program.start()
+        self.icon = wait_until(self.find_icon, "the icon in the tray")
+
+    def find_icon(self):
+        # The tray has taken the window in, where searches by name do not look.
+        for line in self.desktop.output("xwininfo", "-root", "-tree").splitlines():
+            found = re.search(r'"Kalmora": \("Kalmora".* (\d+)x(\d+)\+\S+\s+\+(\d+)\+(\d+)', line)
+            if found:
+                width, height, x, y = map(int, found.groups())
+                return x + width // 2, y + height // 2
+        return None
+
+    def hidden(self):
+        wait_until(lambda: not self.program.is_shown(), "the window's end")
+
+    def shown(self):
+        wait_until(self.program.is_shown, "the window")
+
+    def test_a_key_hides_it_and_the_icon_brings_it_back(self):
+        where = self.program.geometry()
+        self.program.key("F11")
+        self.hidden()
+        self.assertTrue(self.program.is_running())
+        self.desktop.click(*self.icon)
+        self.shown()
+        self.program.wait_command(1001)
+        self.assertEqual(self.program.wait_steady(), where)
+        self.program.key("Right")
+        self.program.wait_title("Kalmora [2008/12]")
+
+    def test_minimising_hides_it_too(self):
+        self.desktop.hand("windowminimize", self.program.window)
+        self.hidden()
+        self.assertEqual(self.desktop.windows(r"^Kalmora \[", visible=True), [])
+        self.desktop.click(*self.icon)
+        self.shown()
+
+    def test_the_menu_shows_and_ends(self):
+        self.program.key("F11")
+        self.hidden()
+        for keys, times in ((("Down", "Return"), 1), (("Down", "Down", "Return"), 2)):
+            self.open_menu(times)
+            self.desktop.key(*keys)
+            self.program.wait_command(1001, times)
+            self.shown()
+        self.open_menu(3)
+        self.desktop.key("x")
+        self.assertEqual(self.program.wait_end(), 0)
+
+    def open_menu(self, times):
+        # Each press has its own end of the icon: two at one place in a moment would be a double click, which
+        # opens no menu.
+        x, y = self.icon
+        self.desktop.click(x, y + (8 if times % 2 else -8), button=3)
+        wait_until(self.menu, "the menu")
+
+    def menu(self):
+        """A window of the program that is neither the main one nor the icon."""
+        for window in self.desktop.windows_of_class("kalmora"):
+            place = self.desktop.geometry(window)
+            if window != self.program.window and place and place[2] > 70 and 70 < place[3] < 400:
+                return window
+        return None
+
+    def test_a_hidden_program_ends_with_its_window_where_it_was(self):
+        self.program.key("F11")
+        self.hidden()
+        self.assertEqual(self.program.end(), 0)
+        self.assertEqual(self.program.settings()["WindowRect"], Program.SETTINGS["WindowRect"])
+
+
+class WithoutATray(unittest.TestCase):
+    def setUp(self):
+        self.life = LifeLog().add_month(2008, 11)
+        self.addCleanup(self.life.remove)
+
+    def test_the_window_is_minimised_instead_of_hidden(self):
+        with Desktop() as desktop, Program(desktop, self.life) as program:
+            program.start()
+            program.key("F11")
+            wait_until(lambda: "Iconic" in desktop.output("xprop", "-id", program.window, "WM_STATE"),
+                       "a minimised window")
+            desktop.hand("windowactivate", program.window)
+            wait_until(lambda: "Normal" in desktop.output("xprop", "-id", program.window, "WM_STATE"),
+                       "the window as it was")
+            program.key("Right")
+            program.wait_title("Kalmora [2008/12]")
+            self.assertEqual(program.end(), 0)
+
+    def test_without_a_window_manager_it_stays(self):
+        with Desktop(window_manager=False) as desktop, Program(desktop, self.life) as program:
+            program.start()
+            desktop.focus(program.window)
+            program.key("F11")
+            program.wait_command(1020)
+            program.key("Right")
+            program.wait_title("Kalmora [2008/12]")
+            self.assertTrue(program.is_shown())
+            program.click(*program.button("Prev"))
+            program.wait_title("Kalmora [2008/11]")
+            program.key("alt+F4")  # nobody but the program itself knows it here
+            self.assertEqual(program.wait_end(), 0)
+            self.assertEqual(program.settings()["WindowRect"], Program.SETTINGS["WindowRect"])
+
+
+if __name__ == "__main__":
+    unittest.main()
