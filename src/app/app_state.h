@@ -161,6 +161,11 @@ struct AppState {
     SharedFlag SearchResultMode = 0;
     SharedFlag SearchAllLoaded = 0;
     SharedFlag DateScanRunning = 0;
+    SharedFlag ImportRunning = 0;
+    SharedInt ImportTotal = 0;       // files that the running or last import found
+    SharedInt ImportDone = 0;        // and how many of them it has handled
+    SharedFlag ImportCommentOn = 0;  // the import dialog's box for a comment
+    std::string ImportComment;       // and its text; GUI thread
     SharedInt TicksInView = 0;
     std::atomic<double> LastActivity = 0;   // uptime in ms at the last input
     std::atomic<double> LastTickClock = 0;  // uptime in ms of the last accepted heartbeat

@@ -133,6 +133,8 @@ public:
 
     // For many photos: fills what a judgement changes in the file and in the object. Called by EstimateAll.
     RewriteResult PlanEstimate(EstimateType type, FileChange& change);
+    // The same for words that are added to the comment. Called by AppendCommentAll.
+    RewriteResult PlanAppendComment(const std::string& text, FileChange& change);
 
 private:
     RewriteResult WritePngText(std::string_view keyword, std::string_view bytes);
@@ -157,5 +159,7 @@ private:
 
 // The same judgement about many photos, much faster than one by one. In their order.
 std::vector<RewriteResult> EstimateAll(std::span<CPhoto> photos, EstimateType type);
+// AppendComment for many photos; one text for each.
+std::vector<RewriteResult> AppendCommentAll(std::span<CPhoto> photos, std::span<const std::string> texts);
 
 }  // namespace kalmora

@@ -11,6 +11,16 @@
 
 namespace kalmora {
 
+namespace {
+
+std::string WithLineAdded(const std::string* before, const std::string& text) {
+    if (!before) return text;
+    const bool beginsLine = text.starts_with('\r') || text.starts_with('\n');
+    return *before + (beginsLine ? "" : "\r\n") + text;
+}
+
+}  // namespace
+
 RewriteResult CPhoto::WritePngText(std::string_view keyword, std::string_view bytes) {
     facts_.reset();
     return SafeRewrite(path, [&](FileChange& change) {
@@ -34,10 +44,24 @@ RewriteResult CPhoto::SetComment(std::optional<std::string> text) {
 
 RewriteResult CPhoto::AppendComment(const std::optional<std::string>& text) {
     if (!text) return RewriteResult::Unchanged;
-    const std::string* before = GetComment();
-    if (!before) return SetComment(text);
-    const bool beginsLine = text->starts_with('\r') || text->starts_with('\n');
-    return SetComment(*before + (beginsLine ? "" : "\r\n") + *text);
+    return SetComment(WithLineAdded(GetComment(), *text));
+}
+
+RewriteResult CPhoto::PlanAppendComment(const std::string& text, FileChange& change) {
+    facts_.reset();
+    commentRead = false;
+    const std::string words = WithLineAdded(GetComment(), text);
+    RewriteResult result = RewriteResult::Unsupported;
+    if (const PngTextFile* png = PngTexts()) {
+        PngTextFile changed = *png;
+        changed.SetText(kPngComment, PngCommentBytes(words));
+        result = changed.PlanRewrite(change);
+    } else if (kind == kKindImage) {
+        result = PlanExifChange(path, std::array{XpCommentEdit(words)}, change);
+    }
+    facts_.reset();
+    comment = words;
+    return result;
 }
 
 RewriteResult CPhoto::SetShotDate(const SystemTime& shotDate) {
@@ -94,6 +118,15 @@ std::vector<RewriteResult> EstimateAll(std::span<CPhoto> photos, EstimateType ty
     for (std::size_t i = 0; i < photos.size(); ++i)
         if (FileChange unused; !judged[i]) photos[i].PlanEstimate(type, unused);
     return results;
+}
+
+std::vector<RewriteResult> AppendCommentAll(std::span<CPhoto> photos, std::span<const std::string> texts) {
+    std::vector<std::string> paths;
+    paths.reserve(photos.size());
+    for (const CPhoto& photo : photos) paths.push_back(photo.path);
+    return SafeRewriteAll(paths, [&](std::size_t index, FileChange& change) {
+        return photos[index].PlanAppendComment(texts[index], change);
+    });
 }
 
 }  // namespace kalmora

@@ -27,9 +27,13 @@ FileResult RenameNew(const std::string& from, const std::string& to);
 // Removes a folder in which nothing is left. Failed when something is.
 FileResult RemoveEmptyFolder(const std::string& path);
 
-// All names that were given and taken away in the folder are on the disk when it returns Done. Done, too,
-// where the file system flushes no folders.
-FileResult FlushFolder(const std::string& folder);
+// All names that were given and taken away in the folders are on the disk when it returns Done. Where they
+// are many, by one wait for the volume. Done, too, where the file system flushes no folders.
+FileResult FlushFolders(std::span<const std::string> folders);
+
+// True when both can be read and hold the same bytes. What of `b` has been flushed is read from the disk
+// where the system lets that be asked for.
+bool HaveSameBytes(const std::string& a, const std::string& b);
 
 // A copy on its way. It stands under a scratch name (abandoned_files.h) in the folder where it is going to
 // appear; one that never appears goes with the object.
@@ -49,8 +53,7 @@ public:
     const FileStatus& Source() const { return source_; }
     // True while the source's path names the file that was copied and it has not been written since.
     bool IsSourceUntouched() const;
-    // Reads both again, the copy from the disk where the system lets that be asked for, and compares every
-    // byte. False also when one of them cannot be read.
+    // Reads both again, the copy as HaveSameBytes does, and compares every byte.
     bool HoldsSameBytes() const;
 
     enum class Standing { Keep, Replace };

@@ -72,6 +72,10 @@ SystemTime AddDays(const SystemTime& date, int n) {
     return result;
 }
 
+SystemTime ApplyDayEnd(const SystemTime& moment, int dayEnd) {
+    return moment.hour + 24 < dayEnd ? AddDays(moment, -1) : moment;
+}
+
 int CompareSystemTimes(const SystemTime& a, const SystemTime& b) {
     if (Fields(a) < Fields(b)) return -1;
     return Fields(b) < Fields(a) ? 1 : 0;

@@ -20,6 +20,11 @@ int DaysInMonth(int year, int month);
 // the time of day are carried over as they are. Stops at the first and the last day that a SystemTime holds.
 SystemTime AddDays(const SystemTime& date, int n);
 
+// The day to which a moment belongs for somebody who stays up late. `dayEnd` is the number of hours after the
+// midnight that begins the day: with 26 the hours 0 and 1 still belong to the day before, with 24 or less
+// none do. Only year, month and day change.
+SystemTime ApplyDayEnd(const SystemTime& moment, int dayEnd);
+
 // -1, 0 or 1 by year, month, day, hour, minute, second and millisecond; the day of week does not count.
 int CompareSystemTimes(const SystemTime& a, const SystemTime& b);
 // True also for equal dates: this is an order to search with, not a strict weak order for std::sort.

@@ -116,7 +116,11 @@ void FlushTogether(std::vector<std::unique_ptr<ReplacingFile>>& files) {
 
 FileResult WriteWholeFile(const std::string& path, std::string_view content) {
     ReplacingFile file(WithLinkFollowed(path));
-    if (file.Write(content) && file.Flush() && file.Replace()) FlushFolder(FolderOfPath(file.Target()));
+    if (file.Write(content) && file.Flush() && file.Replace()) {
+        // Not every file system can; the content is safe already.
+        const std::string folder = FolderOfPath(file.Target());
+        FlushFolders({&folder, 1});
+    }
     return file.Result();
 }
 

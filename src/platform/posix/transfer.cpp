@@ -45,6 +45,7 @@ FileResult RenameWithoutHelp(const char* from, const char* to) {
     return std::rename(from, to) == 0 ? FileResult::Done : ResultOfError(errno);
 }
 
+// How many bytes were read, fewer at the end; more than `size` on an error.
 std::size_t ReadBlock(int file, char* block, std::size_t size) {
     std::size_t length = 0;
     while (length < size) {
@@ -86,11 +87,43 @@ FileResult RemoveEmptyFolder(const std::string& path) {
     return errno == EEXIST ? FileResult::Failed : ResultOfError(errno);
 }
 
-FileResult FlushFolder(const std::string& folder) {
-    const Descriptor handle(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!handle) return ResultOfError(errno);
-    if (fsync(handle.Get()) == 0 || IsUnknownHere(errno) || errno == EROFS) return FileResult::Done;
-    return ResultOfError(errno);
+FileResult FlushFolders(std::span<const std::string> folders) {
+    constexpr std::size_t kFew = 4;
+    std::vector<dev_t> flushed;
+    FileResult result = FileResult::Done;
+    for (const std::string& folder : folders) {
+        const Descriptor handle(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        struct stat status {};
+        if (!handle || fstat(handle.Get(), &status) != 0) {
+            result = ResultOfError(errno);
+            continue;
+        }
+        if (std::find(flushed.begin(), flushed.end(), status.st_dev) != flushed.end()) continue;
+        if (folders.size() > kFew && syncfs(handle.Get()) == 0)
+            flushed.push_back(status.st_dev);
+        else if (fsync(handle.Get()) != 0 && !IsUnknownHere(errno) && errno != EROFS)
+            result = ResultOfError(errno);
+    }
+    return result;
+}
+
+bool HaveSameBytes(const std::string& a, const std::string& b) {
+    constexpr std::size_t kBlock = 1u << 18;
+    const Descriptor first(open(a.c_str(), kReadFlags)), second(open(b.c_str(), kReadFlags));
+    struct stat status {};
+    for (const Descriptor* file : {&first, &second})
+        if (!*file || fstat(file->Get(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
+    posix_fadvise(second.Get(), 0, 0, POSIX_FADV_DONTNEED);
+    posix_fadvise(second.Get(), 0, 0, POSIX_FADV_SEQUENTIAL);
+    posix_fadvise(first.Get(), 0, 0, POSIX_FADV_SEQUENTIAL);
+    std::vector<char> blockA(kBlock), blockB(kBlock);
+    for (;;) {
+        const std::size_t lengthA = ReadBlock(first.Get(), blockA.data(), kBlock);
+        const std::size_t lengthB = ReadBlock(second.Get(), blockB.data(), kBlock);
+        if (lengthA != lengthB || lengthA > kBlock || std::memcmp(blockA.data(), blockB.data(), lengthA) != 0)
+            return false;
+        if (lengthA < kBlock) return true;
+    }
 }
 
 // ---- copies
@@ -161,23 +194,8 @@ bool NewCopy::IsSourceUntouched() const {
 }
 
 bool NewCopy::HoldsSameBytes() const {
-    constexpr std::size_t kBlock = 1u << 18;
-    const Descriptor source(open(from_.c_str(), kReadFlags)), copy(open(scratch_.c_str(), kReadFlags));
-    if (!source || !copy) return false;
-    const auto status = StatusOfDescriptor(source.Get());
-    if (!status || !IsSameFile(*status, source_)) return false;
-    // What has been flushed leaves the memory, so that the reading asks the disk.
-    posix_fadvise(copy.Get(), 0, 0, POSIX_FADV_DONTNEED);
-    posix_fadvise(copy.Get(), 0, 0, POSIX_FADV_SEQUENTIAL);
-    posix_fadvise(source.Get(), 0, 0, POSIX_FADV_SEQUENTIAL);
-    std::vector<char> a(kBlock), b(kBlock);
-    for (;;) {
-        const std::size_t lengthA = ReadBlock(source.Get(), a.data(), kBlock);
-        const std::size_t lengthB = ReadBlock(copy.Get(), b.data(), kBlock);
-        if (lengthA != lengthB || lengthA > kBlock || std::memcmp(a.data(), b.data(), lengthA) != 0)
-            return false;
-        if (lengthA < kBlock) return true;
-    }
+    // Looked at on both sides, so that it is the same file all the while.
+    return IsSourceUntouched() && HaveSameBytes(from_, scratch_) && IsSourceUntouched();
 }
 
 FileResult NewCopy::Appear(const std::string& path, Standing standing) {

@@ -93,10 +93,28 @@ TEST(RemoveEmptyFolder, TakesAwayWhatIsEmptyAlone) {
     EXPECT_EQ(ReadWholeFile(full + "/a"), "x");
 }
 
-TEST(FlushFolder, IsDoneForAFolderAndNotForAnAbsentOne) {
+TEST(FlushFolders, IsDoneForFoldersAndNotWithAnAbsentOne) {
     const TemporaryFolder folder;
-    EXPECT_EQ(FlushFolder(folder.Path()), FileResult::Done);
-    EXPECT_EQ(FlushFolder(folder / "gone"), FileResult::NotFound);
+    std::vector<std::string> folders{folder.Path()};
+    EXPECT_EQ(FlushFolders(folders), FileResult::Done);
+    for (const char* name : {"a", "b", "c", "d", "e"}) folders.push_back(folder.AddFolder(name));
+    EXPECT_EQ(FlushFolders(folders), FileResult::Done) << "many of one volume";
+    folders.push_back(folder / "gone");
+    EXPECT_EQ(FlushFolders(folders), FileResult::NotFound);
+    EXPECT_EQ(FlushFolders({}), FileResult::Done);
+}
+
+TEST(HaveSameBytes, ComparesRegularFilesOnly) {
+    const TemporaryFolder folder;
+    const std::string a = folder.Add("a", "same"), b = folder.Add("b", "same"), c = folder.Add("c", "sane");
+    EXPECT_TRUE(HaveSameBytes(a, b));
+    EXPECT_TRUE(HaveSameBytes(a, a));
+    EXPECT_TRUE(HaveSameBytes(folder.Add("d"), folder.Add("e"))) << "nothing is like nothing";
+    EXPECT_FALSE(HaveSameBytes(a, c));
+    EXPECT_FALSE(HaveSameBytes(a, folder / "d"));
+    EXPECT_FALSE(HaveSameBytes(a, folder / "gone"));
+    EXPECT_FALSE(HaveSameBytes(folder / "gone", folder / "gone"));
+    EXPECT_FALSE(HaveSameBytes(folder.Path(), folder.Path()));
 }
 
 TEST(IsLink, LooksAtThePathItself) {

@@ -110,5 +110,26 @@ TEST(DateToNumber, CountsMonthsOfThirtyOneDays) {
                 hour, 1e-9);
 }
 
+TEST(ApplyDayEnd, SmallHoursBelongToTheDayBefore) {
+    const auto dayOf = [](SystemTime moment, int dayEnd) {
+        const SystemTime day = ApplyDayEnd(moment, dayEnd);
+        EXPECT_EQ(day.hour, moment.hour);
+        EXPECT_EQ(day.minute, moment.minute);
+        EXPECT_EQ(day.dayOfWeek, moment.dayOfWeek);
+        return std::vector<int>{day.year, day.month, day.day};
+    };
+    using Day = std::vector<int>;
+    EXPECT_EQ(dayOf({2008, 11, 4, 13, 1, 59, 0, 0}, 26), (Day{2008, 11, 12}));
+    EXPECT_EQ(dayOf({2008, 11, 4, 13, 2, 0, 0, 0}, 26), (Day{2008, 11, 13}));
+    EXPECT_EQ(dayOf({2008, 11, 4, 13, 0, 0, 0, 0}, 24), (Day{2008, 11, 13})) << "the rule never applies";
+    EXPECT_EQ(dayOf({2008, 11, 4, 13, 0, 0, 0, 0}, 25), (Day{2008, 11, 12}));
+    EXPECT_EQ(dayOf({2008, 11, 4, 13, 1, 0, 0, 0}, 25), (Day{2008, 11, 13}));
+    EXPECT_EQ(dayOf({2008, 12, 3, 31, 1, 30, 0, 0}, 26), (Day{2008, 12, 30}));
+    EXPECT_EQ(dayOf({2009, 1, 4, 1, 1, 30, 0, 0}, 26), (Day{2008, 12, 31}));
+    EXPECT_EQ(dayOf({2008, 3, 6, 1, 3, 0, 0, 0}, 28), (Day{2008, 2, 29})) << "a leap year";
+    EXPECT_EQ(dayOf({2009, 3, 0, 1, 3, 0, 0, 0}, 28), (Day{2009, 2, 28}));
+    EXPECT_EQ(dayOf({2008, 11, 4, 13, 23, 0, 0, 0}, 48), (Day{2008, 11, 12}));
+}
+
 }  // namespace
 }  // namespace kalmora

@@ -1,0 +1,73 @@
+// Import: files come into the calendar, each into the folder of its day.
+//
+// By two roads: a whole folder with all that lies below it (a camera card), and single files that were
+// dropped on the window. A file's day is that of its shooting date or else of its file, and for somebody who
+// stays up late the small hours belong to the day before. What is told by whom: progress by OnProgress
+// (index_progress.h), each file by ImportOptions::onFile. Ctrl+C on the command line ends an import at the
+// next file (index_stop.h).
+//
+// However an import ends, by a kill too, no file is lost: started again it finds what is there already and
+// goes on behind it.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+
+#include "store/import_names.h"
+#include "store/import_result.h"
+
+namespace kalmora {
+
+struct ImportOptions {
+    enum class Source { Stays, Goes, GetsShortcut };
+
+    std::string folder;  // absolute
+    std::string root;    // the data folder
+    Source source = Source::Stays;
+    Naming naming = Naming::Keep;
+    bool addFolderName = false;  // the name of the folder that it lay in goes into a photo's comment,
+    bool addComment = false;     // and so do these words, in front of it
+    std::string comment;
+    int dayEnd = 24;  // hours; see ApplyDayEnd
+    // What became of a file; called on the importing thread.
+    std::function<void(const ImportedFile& file)> onFile = {};
+};
+
+// By the settings, and by what was typed into the import dialog. GUI thread.
+ImportOptions ImportOptionsOfSettings();
+
+enum class ImportEnd {
+    Finished,
+    Unreadable,  // the folder cannot be listed
+    NoSpace,     // it would not fit; nothing was touched
+    Interrupted
+};
+
+struct ImportSummary {
+    ImportEnd end = ImportEnd::Finished;
+    int total = 0, done = 0;             // files; also in State().ImportTotal and ImportDone
+    std::map<ImportResult, int> counts;  // by what became of them
+    int failures = 0;                    // files whose result is one, and notes that could not be written
+    std::uint64_t neededBytes = 0, freeBytes = 0;  // of NoSpace
+    std::set<std::pair<int, int>> months;          // year and month of all that has arrived
+};
+
+// Imports a folder: counts, looks whether there is room, then takes file by file. Emptied folders go. Any
+// thread; one import at a time.
+ImportSummary RunImport(const ImportOptions& options);
+
+// ---- one file, for the drop on the window. By the settings; they give the new path, or nothing when the
+// file is not taken (it is there already, cannot be read, or cannot be written). Any thread.
+std::optional<std::string> CopyToDay(const std::string& source, const std::string& root, int year, int month,
+                                     int day);
+std::optional<std::string> MoveToDay(const std::string& source, const std::string& root, int year, int month,
+                                     int day);
+// Copies a picture as a background: into the month's folder from the month view (2), into the day's from the
+// day view (4), with "back_" in front of its name. Nothing for any other view. The source stays.
+std::optional<std::string> SetBackgroundFile(const std::string& source, const std::string& root, int scope,
+                                             int year, int month, int day);
+
+}  // namespace kalmora

@@ -1,0 +1,52 @@
+// What became of one file that was to come into the calendar.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "base/system_time.h"
+#include "platform/files.h"
+#include "store/dates.h"
+#include "store/safe_rewrite.h"
+
+namespace kalmora {
+
+enum class ImportResult {
+    Copied,
+    Moved,
+    Linked,      // a shortcut to it stands in its day
+    Same,        // the day has it already
+    InPlace,     // it lay in its day's folder
+    Removed,     // a picture cache of another program, which nobody wants
+    PassedOver,  // nothing that is imported: a pipe, an index, another program's scratch file
+    Gone,        // it was there when the folder was listed
+    Denied,
+    NoSpace,
+    Taken,    // the number that it would have as its name belongs to another file
+    Changed,  // somebody wrote it meanwhile
+    Failed    // the disk failed, or no date can be told
+};
+
+// "copied", "same file" and so on: for results, logs and messages.
+const char* NameOf(ImportResult result);
+// A file stands in the calendar now that was not there before.
+inline bool HasArrived(ImportResult result) {
+    return result == ImportResult::Copied || result == ImportResult::Moved || result == ImportResult::Linked;
+}
+// The user would want to know.
+inline bool IsFailure(ImportResult result) { return result >= ImportResult::Gone; }
+ImportResult ImportResultOf(files::FileResult result);
+
+struct ImportedFile {
+    std::string source;
+    std::string target;  // where it stands, or empty; of a shortcut the .lnk
+    ImportResult result = ImportResult::Failed;
+    bool sourceStays = false;           // although it was to be taken away
+    std::optional<RewriteResult> note;  // when one was to be written into it
+    std::int32_t kind = 0;              // kKindImage and its like
+    SystemTime taken;                   // its date; zero when none was found
+    CalendarDate day;                   // the day that it belongs to
+};
+
+}  // namespace kalmora
