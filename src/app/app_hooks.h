@@ -33,6 +33,9 @@ struct AppHooks {
     std::function<void()> PreviousSlide = [] {};
     std::function<void()> DeleteSlide = [] {};
     std::function<void(int type)> RateSlide = [](int) {};
+    std::function<std::string()> SlidePath = [] { return std::string(); };
+    std::function<void()> ReloadSlide = [] {};  // its file has become another
+    std::function<void(const std::string& words, int ticks)> SayInSlideShow = [](const std::string&, int) {};
     std::function<bool(Point screen)> IsOnSlidePicture = [](Point) { return false; };
     std::function<void()> PasteIntoSlideShow = [] {};
     // ---- neighbor window
@@ -42,6 +45,9 @@ struct AppHooks {
     std::function<void()> NextNeighbor = [] {};
     std::function<void()> PreviousNeighbor = [] {};
     std::function<void(int type)> RateNeighbor = [](int) {};
+    std::function<std::string()> NeighborPath = [] { return std::string(); };
+    std::function<void()> ReloadNeighbor = [] {};  // its file has become another
+    std::function<void(const std::string& words)> SayInNeighbor = [](const std::string&) {};
     // ---- rating rosette
     std::function<bool()> IsEstimateShown = [] { return false; };         // any thread
     std::function<void()> HideEstimate = [] {};                           // any thread

@@ -8,6 +8,7 @@
 #include "app/app_state.h"
 #include "app/connect_index.h"
 #include "app/connect_input.h"
+#include "app/connect_photos.h"
 #include "app/connect_search.h"
 #include "app/dispatch.h"
 #include "app/environment.h"
@@ -136,6 +137,7 @@ int RunDesktop(const StartOptions& options) {
     state.MainWindowVisible = 1;
     ConnectViews(*window);
     ConnectInput();
+    ConnectPhotos();
     if (!MakeWindows(*window)) return 0;
     UpdateObjects();
     SetButtonStates();

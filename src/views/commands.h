@@ -35,6 +35,8 @@ enum Command : int {
     kCommandOpenFolder = 1050,
     kCommandOpenSlideShow = 1051,
     kCommandCloseSlideShow = 1052,
+    kCommandRotate90 = 1060,
+    kCommandRotate270 = 1062,
     kCommandThumbnailLarger = 1120,
     kCommandThumbnailSmaller = 1121,
     kCommandImport = 1200,

@@ -1,0 +1,62 @@
+#include "app/connect_photos.h"
+
+#include "app/app_hooks.h"
+#include "app/app_state.h"
+#include "media/rotation.h"
+#include "views/calendar_store.h"
+#include "views/commands.h"
+#include "views/hooks.h"
+#include "views/view_photos.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr int kTicksWhileTurning = 50, kTicksWhenTurned = 10;  // times TimingOfChangeSlide
+
+RotationStage SlideShowStage() {
+    RotationStage stage;
+    stage.isShown = [] { return Hooks().IsSlideShowOpen(); };
+    stage.path = [] { return Shell().SlidePath(); };
+    stage.say = [](const std::string& words, bool isLast) {
+        const int ticks = isLast ? kTicksWhenTurned : kTicksWhileTurning;
+        Shell().SayInSlideShow(words, State().TimingOfChangeSlide * ticks);
+    };
+    stage.reload = [] {
+        ForgetInViews(Shell().SlidePath());
+        Shell().ReloadSlide();
+    };
+    return stage;
+}
+
+RotationStage NeighborStage() {
+    RotationStage stage;
+    stage.isShown = [] { return Shell().IsNeighborShown(); };
+    stage.path = [] { return Shell().NeighborPath(); };
+    stage.say = [](const std::string& words, bool) { Shell().SayInNeighbor(words); };
+    stage.reload = [] {
+        ForgetInViews(Shell().NeighborPath());
+        Shell().ReloadNeighbor();
+    };
+    stage.logsPath = true;
+    return stage;
+}
+
+void Rotate(int id) {
+    constexpr int kQuarterTurn = 90;
+    RotateOnStage((id - kCommandRotate90 + 1) * kQuarterTurn, SlideShowStage(), NeighborStage());
+}
+
+}  // namespace
+
+void ConnectPhotos() {
+    Shell().Rotate = Rotate;
+    Shell().RateFile = [](const std::string& path, int type) {
+        return RateInView(path, static_cast<EstimateType>(type));
+    };
+    OnRotationToolMissing = [](const std::string& toolPath) {
+        ShowMessage(MainWindow(), "Not found", toolPath, MessageButtons::Ok);
+    };
+}
+
+}  // namespace kalmora
