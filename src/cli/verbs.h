@@ -19,6 +19,7 @@ void AddShotVerb(CLI::App& app, VerbRun& run);
 void AddShowVerb(CLI::App& app, VerbRun& run);
 void AddIndexVerb(CLI::App& app, VerbRun& run);
 void AddUpdateVerb(CLI::App& app, VerbRun& run);
+void AddSearchVerb(CLI::App& app, VerbRun& run);
 void AddRateVerb(CLI::App& app, VerbRun& run);
 void AddCommentVerb(CLI::App& app, VerbRun& run);
 void AddDateVerb(CLI::App& app, VerbRun& run);
