@@ -3,6 +3,8 @@
 //     bench_corpus DIR [SMALL]      SMALL: how many small photos, 10000 when left out
 //
 //     DIR/small/2001/200101/2001_0101/IMG_00000.JPG ...     small photos, listed in DIR/small.list
+//     DIR/days/...                                          the small photos once more, as hard links, in the
+//                                                           first 330 days of 2001
 //     DIR/embedded/...                                      March 2021, one photo of 12 megapixels a day,
 //                                                           listed in DIR/embedded.list
 //     DIR/bare/...                                          the same without embedded thumbnails (bare.list)
@@ -120,6 +122,23 @@ void MakeSmall(const fs::path& root, int count) {
     if (!list.flush()) throw std::runtime_error("the list of small photos cannot be written");
 }
 
+// The same photos in few days, as an album of real life has them.
+void MakeDays(const fs::path& root) {
+    constexpr std::size_t kDays = 330;
+    std::ifstream list(root / "small.list");
+    std::vector<fs::path> photos;
+    for (std::string line; std::getline(list, line);) photos.emplace_back(line);
+    std::size_t number = 0;
+    std::size_t day = 0;
+    for (int month = 1; month <= 12 && day < kDays; ++month)
+        for (int date = 1; date <= kMonthDays[month - 1] && day < kDays; ++date, ++day) {
+            const fs::path folder = DayFolder(root / "days", 2001, month, date);
+            fs::create_directories(folder);
+            for (; number < (day + 1) * photos.size() / kDays; ++number)
+                fs::create_hard_link(photos[number], folder / photos[number].filename());
+        }
+}
+
 void MakeYear(const fs::path& from, const fs::path& to) {
     int number = 0;
     for (int month = 1; month <= 12; ++month)
@@ -170,6 +189,7 @@ int main(int argc, char** argv) {
         const fs::path root = fs::absolute(argv[1]);
         fs::create_directories(root / "empty");
         MakeSmall(root, small);
+        MakeDays(root);
         MakeLarge(root);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s: %s\n", argv[0], error.what());
