@@ -21,6 +21,11 @@ std::uint64_t ByteWindow::Size() {
     return *size_;
 }
 
+FileTime ByteWindow::Written() const {
+    const auto status = file_.Status();
+    return status ? status->written : FileTime{};
+}
+
 std::span<const std::uint8_t> ByteWindow::AtFar(std::uint64_t offset, std::size_t length) {
     if (length > kStretch || (size_ && offset > *size_)) return {};
     if (inMemory_)

@@ -57,6 +57,8 @@ public:
     // A copy of `length` bytes. Empty optional when they do not all lie in the file or are more than `limit`.
     std::optional<std::string> Copy(std::uint64_t offset, std::uint64_t length, std::uint64_t limit);
     std::uint64_t Size();
+    // The file's last-write time as it is at this moment; zero for bytes in memory.
+    FileTime Written() const;
 
 private:
     std::span<const std::uint8_t> AtFar(std::uint64_t offset, std::size_t length);

@@ -90,6 +90,7 @@ void Reset(PhotoMetadata& metadata) {
     metadata.thumbnailOffset = 0;
     metadata.thumbnailLength = 0;
     metadata.storedSize = {};
+    metadata.written = {};
 }
 
 }  // namespace
@@ -105,6 +106,7 @@ bool ReadPhotoMetadata(const std::string& path, PhotoMetadata& metadata, StoredS
 
 bool ReadPhotoMetadata(ByteWindow& file, const std::string& name, PhotoMetadata& metadata, StoredSize size) {
     Reset(metadata);
+    if (size == StoredSize::Read) metadata.written = file.Written();
     Block block;
     const bool hasBlock = exif::ReadBlock(file, block);
     if (hasBlock) {

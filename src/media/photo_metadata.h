@@ -53,6 +53,7 @@ struct PhotoMetadata {
     std::uint64_t thumbnailOffset = 0;     // of the embedded JPEG in the file; it may be cut there
     std::uint32_t thumbnailLength = 0;     // 0: none
     Size storedSize;                       // pixels, before any turn; only when it was asked for
+    FileTime written;                      // of the file as it was opened; only when its size was asked for
 };
 
 inline constexpr int kMostProperties = 200;

@@ -112,6 +112,7 @@ public:
     // How many bytes were read from offset on; fewer than asked for at the end, 0 past it or on an error.
     std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> into) const;
     std::uint64_t Size() const;
+    std::optional<FileStatus> Status() const;  // of the file that is open; empty when none is
     void Close();
 
 private:

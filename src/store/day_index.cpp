@@ -174,7 +174,8 @@ void DayIndex::Meet(const std::string& path, FolderWalk& walk) {
     if (place == entries.end() || (*place)->path != path) {
         auto entry = std::make_shared<IndexEntry>();
         entry->path = path;
-        entry->Refresh();  // a file that cannot be read has a record too
+        // A file that cannot be looked at has a record too, where it is not going to be dropped at once.
+        if (!entry->Refresh() && walk.leavesOutGone && !files::Exists(path)) return;
         walk.added.push_back(std::move(entry));
         dirty = true;
         return;
@@ -183,7 +184,7 @@ void DayIndex::Meet(const std::string& path, FolderWalk& walk) {
     walk.seen[at] = true;
     if (!entries[at]->IsStale()) return;
     auto again = std::make_shared<IndexEntry>(*entries[at]);
-    again->Refresh();
+    walk.seen[at] = again->Refresh();
     entries[at] = std::move(again);
     dirty = true;
 }

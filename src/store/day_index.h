@@ -67,8 +67,9 @@ public:
 private:
     struct FolderWalk {
         std::vector<EntryPointer> added;
-        std::vector<bool> seen;  // of the entries that stood before
+        std::vector<bool> seen;  // of the entries that stood before: their file stands
         int depth = 0;
+        bool leavesOutGone = false;  // a name without a file behind it gets no record
     };
     bool IsStopped() const;
     void Clear();

@@ -41,6 +41,7 @@ bool DayIndex::UpdateIndex() {
     Log("UpdateIndex: %s", folder.c_str());
     FolderWalk walk;
     walk.seen.resize(entries.size());
+    walk.leavesOutGone = true;
     const WalkEnd end = WalkFolder(folder, walk);
     std::vector<EntryPointer> unseen;
     for (std::size_t i = 0; i < entries.size(); ++i)

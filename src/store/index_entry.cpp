@@ -34,9 +34,25 @@ void MakeSearchable(std::string& comment) {
     if (comment.size() > kLongestComment) comment = text::CutAtCharacter(comment, kLongestComment);
 }
 
-void ReadPhoto(IndexEntry& entry) {
+// The last-write time from before the reading: a file that changes while it is read is then stale at the next
+// update. (Reading writes nothing, so no later time of our own could be missed.) Zero for a file that is not
+// there.
+FileTime TimeBeforeReading(const std::string& path) {
+    const auto status = files::GetStatus(path);
+    return status ? status->written : FileTime{};
+}
+
+// False when the file is not there; nothing changes then.
+bool ReadPhoto(IndexEntry& entry) {
     CPhoto photo(entry.path);
+    FileTime written;
+    if (photo.kind != kKindImage) written = TimeBeforeReading(entry.path);
     const Size size = photo.ImageSize();  // first, so that one look at the file serves everything
+    // A look at the open file costs a third of one at its name.
+    if (photo.kind == kKindImage) written = photo.Metadata().written;
+    if (written.ticks == 0) written = TimeBeforeReading(entry.path);
+    if (written.ticks == 0) return false;
+    entry.lastWriteTime = written;
     photo.imageWidth = size.width;
     photo.imageHeight = size.height;
     photo.MeasureImage();
@@ -60,6 +76,7 @@ void ReadPhoto(IndexEntry& entry) {
     entry.comment = comment ? *comment : std::string();
     entry.date = {};
     if (!photo.ReadShotDate(entry.date) || !IsUsable(entry.date)) photo.GetDate(entry.date);
+    return true;
 }
 
 // The beginning of any file that is no photo, as text. Of one in two-byte units the zero bytes are no end.
@@ -92,17 +109,16 @@ bool IndexEntry::IsStale() const {
 }
 
 bool IndexEntry::Refresh() {
-    // The time from before the reading: a file that changes while it is read is then stale at the next
-    // update. (Reading writes nothing, so no later time of our own could be missed.)
-    const auto status = files::GetStatus(path);
-    if (!status) return false;
-    lastWriteTime = status->written;
     const std::string extension = GetExtension(path);
-    if (extension.empty()) return true;
-    if (IsPhotoExtension(extension))
-        ReadPhoto(*this);
-    else
+    if (IsPhotoExtension(extension)) {
+        if (!ReadPhoto(*this)) return false;
+    } else {
+        const FileTime written = TimeBeforeReading(path);
+        if (written.ticks == 0) return false;
+        lastWriteTime = written;
+        if (extension.empty()) return true;
         ReadText(*this);
+    }
     MakeSearchable(comment);
     return true;
 }

@@ -73,9 +73,10 @@ bool RunOverMonths(const std::vector<CalendarDate>& months,
         }
         if (!batch.Finish()) good = false;
     };
-    // The system may have no more threads: this one does what is left.
+    // One more than there are processors: while one waits for the disk to take its index files, another
+    // reads. The system may have no more threads: this one does what is left.
     std::vector<Thread> helpers(
-        std::min<std::size_t>(static_cast<std::size_t>(std::max(1, ProcessorCount())), months.size()));
+        std::min<std::size_t>(static_cast<std::size_t>(std::max(1, ProcessorCount())) + 1, months.size()));
     if (!helpers.empty()) helpers.pop_back();
     for (Thread& helper : helpers)
         if (helper.StartSuspended("IndexMonths", run)) helper.Resume();

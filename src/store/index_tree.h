@@ -14,7 +14,7 @@ namespace kalmora {
 // the folders' names alone.
 std::vector<CalendarDate> ListMonths(const std::string& root, int year = 0);
 
-// Calls `work` once for each month, on as many threads as there are processors, this one among them. Index
+// Calls `work` once for each month, on a thread more than there are processors, this one among them. Index
 // files that the work puts into its batch are written when the batch is full and at the end. `onMonthDone` is
 // called after each with their number so far; one call at a time, any thread. Leaves the rest out when
 // interrupted (index_stop.h) or when `work` says false. False then, and when an index file could not be

@@ -11,6 +11,7 @@
 #include "platform/posix/copy_content.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/file_errors.h"
+#include "platform/posix/file_status.h"
 
 namespace kalmora::files {
 
@@ -123,6 +124,10 @@ std::uint64_t InputFile::Size() const {
     struct stat status {};
     if (handle_ < 0 || fstat(static_cast<int>(handle_), &status) != 0) return 0;
     return static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0));
+}
+
+std::optional<FileStatus> InputFile::Status() const {
+    return handle_ < 0 ? std::nullopt : StatusOfDescriptor(static_cast<int>(handle_));
 }
 
 void InputFile::Close() {

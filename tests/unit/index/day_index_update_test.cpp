@@ -120,6 +120,21 @@ TEST_F(DayIndexUpdate, FileBehindASubFolderKeepsItsRecord) {
     EXPECT_EQ(CommentOf("b.txt"), "dog");
 }
 
+TEST_F(DayIndexUpdate, LinkThatLeadsNowhereHasARecordAfterALoadAndNoneAfterAnUpdate) {
+    std::filesystem::create_symlink(At("nowhere.txt"), PathOf("link.txt"));
+    EXPECT_FALSE(Writes());
+    EXPECT_THAT(NamesOf(day), ElementsAre("a.txt", "b.txt"));
+    files::RemoveFile(IndexPath());
+    EXPECT_THAT(NamesOf(LoadDay()), ElementsAre("a.txt", "b.txt", "link.txt"));
+    day = LoadDay();
+    EXPECT_TRUE(Writes());
+    EXPECT_THAT(NamesOf(day), ElementsAre("a.txt", "b.txt"));
+    EXPECT_FALSE(Writes());  // and so it stays
+    Put("nowhere.txt", "bird");
+    EXPECT_TRUE(Writes());
+    EXPECT_EQ(CommentOf("link.txt"), "bird");
+}
+
 TEST_F(DayIndexUpdate, ManyLostFilesAreDroppedTogether) {
     for (int i = 0; i < 500; ++i) PutInDay("n" + std::to_string(i) + ".txt");
     Update();
