@@ -181,7 +181,7 @@ void MakeLarge(const fs::path& root) {
 
 int main(int argc, char** argv) {
     const int small = argc > 2 ? std::atoi(argv[2]) : 10000;
-    if (argc < 2 || argc > 3 || small < 1) {
+    if (argc < 2 || argc > 3 || argv[1][0] == '-' || small < 1) {
         std::fprintf(stderr, "usage: %s DIR [SMALL]\n", argv[0]);
         return 2;
     }
