@@ -19,8 +19,11 @@ namespace kalmora {
 
 namespace {
 
-// Nice values that stand for the priorities. Only a privileged program may go below 0.
-int NiceValue(Thread::Priority priority) {
+constexpr int kLowestNice = -20, kHighestNice = 19;
+
+// What a priority adds to the nice value of the whole program, which may itself have been started as a nice
+// one. Only a privileged program may lower its own.
+int NicenessOf(Thread::Priority priority) {
     switch (priority) {
         case Thread::Priority::Lowest:
             return 10;
@@ -51,7 +54,11 @@ struct Thread::State {
 
     void ApplyPriority() const {
         // A refusal is no failure: the worker then runs as the others do.
-        if (id != 0) setpriority(PRIO_PROCESS, static_cast<id_t>(id), NiceValue(priority));
+        if (id != 0) {
+            const int own = getpriority(PRIO_PROCESS, static_cast<id_t>(getpid()));
+            setpriority(PRIO_PROCESS, static_cast<id_t>(id),
+                        std::clamp(own + NicenessOf(priority), kLowestNice, kHighestNice));
+        }
     }
 
     void Run(const std::string& name) {
