@@ -86,6 +86,12 @@ void ShowSearch() {
 
 void UpdateMonthInView() { Shell().UpdateMonthInBackground(State().TargetYear * 100 + State().TargetMonth); }
 
+// A library of another platform does it there. It cannot be loaded here, and the log says so.
+void SearchGoogleCalendar() {
+    const std::string& library = State().PathOfOrbinLib;
+    Log("[Calendar] error: cannot load library %s", library.empty() ? "OrbinLib.dll" : library.c_str());
+}
+
 void OpenPeriodFolder() {
     const AppState& state = State();
     const int view = state.ViewType;

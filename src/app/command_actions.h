@@ -15,6 +15,7 @@ void PlayOtherMusic();  // a piece has ended: another one of the period
 
 void ShowSearch();
 void UpdateMonthInView();
+void SearchGoogleCalendar();
 void OpenPeriodFolder();
 void OpenSlideShowByCommand();
 void CloseSlideShowAndNeighbor();

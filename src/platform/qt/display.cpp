@@ -81,6 +81,7 @@ bool IsWindowManagerThere() {
         qGuiApp == nullptr ? nullptr : qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     if (x11 == nullptr) return true;
     xcb_connection_t* connection = x11->connection();
+    if (connection == nullptr) return false;  // the platform without a display answers too, and has no server
     // A window manager leaves this mark on the root window.
     constexpr std::string_view kMark = "_NET_SUPPORTING_WM_CHECK";
     const Reply<xcb_intern_atom_reply_t> mark(xcb_intern_atom_reply(

@@ -12,8 +12,8 @@ inline constexpr char kPlatformVariable[] = "QT_QPA_PLATFORM";
 // when no screen can be reached. Before the toolkit stands.
 bool PreparePlatform(Application::Display display);
 
-// False on an X display on which no window manager runs: what is minimised there is never seen again. GUI
-// thread.
+// False on an X display on which no window manager runs, and without a display: what is minimised there is
+// never seen again. GUI thread.
 bool IsWindowManagerThere();
 
 }  // namespace kalmora::qt

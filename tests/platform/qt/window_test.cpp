@@ -284,6 +284,13 @@ TEST_F(WindowTest, SenselessFramesAreBroughtIntoBounds) {
 
 // ---- minimising
 
+TEST_F(WindowTest, WhereNothingCouldBringItBackItIsNotMinimised) {
+    ShowAndForget();
+    window_->Minimize();
+    EXPECT_FALSE(Widget()->isMinimized());
+    EXPECT_TRUE(window_->IsVisible());
+}
+
 TEST_F(WindowTest, AMinimiseThatWasDealtWithIsTakenBack) {
     ShowAndForget();
     answer_ = [this](const Event& event) {
