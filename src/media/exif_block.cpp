@@ -40,11 +40,22 @@ public:
         for (const Edit& edit : edits)
             if (!Apply(edit, edited)) return EditResult::Unreadable;
         if (!isChanged_) return EditResult::Unchanged;
-        if (!NeedsArea()) return EditResult::Edited;
-        return WriteArea(growth, edited);
+        const EditResult result = NeedsArea() ? WriteArea(growth, edited) : EditResult::Edited;
+        return result == EditResult::Edited && !KeepsOthers(edited) ? EditResult::Unreadable : result;
     }
 
 private:
+    // Whatever is not the main or the Exif directory's own reads as it did.
+    bool KeepsOthers(const std::string& edited) const {
+        const auto isKept = [&](const Range& range) {
+            const auto begin = static_cast<std::size_t>(std::min<std::uint64_t>(range.begin, block_.size()));
+            const auto end = static_cast<std::size_t>(std::min<std::uint64_t>(range.end, block_.size()));
+            return block_.substr(begin, end - begin) == std::string_view(edited).substr(begin, end - begin);
+        };
+        return std::all_of(map_.foreign.begin(), map_.foreign.end(), isKept) &&
+               std::all_of(map_.noted.begin(), map_.noted.end(), isKept);
+    }
+
     // ---- our area
     void FindArea() {
         areaStart_ = Even(block_.size());
@@ -140,14 +151,16 @@ private:
         return block_.substr(static_cast<std::size_t>(value.begin), static_cast<std::size_t>(entry.length));
     }
 
-    // The old value's place is long enough and belongs to nothing else.
+    // The old value's place is long enough and belongs to nothing else, not even by the word of a maker note
+    // that another program has moved away from its values.
     bool HasRoomFor(const Entry& entry, std::size_t length) const {
         if (!entry.IsFar() || entry.length < length) return false;
         const Range place = map_.ValueOf(entry);
         if (place.begin < kHeaderLength || place.end > block_.size()) return false;
         const auto others = std::count_if(map_.used.begin(), map_.used.end(),
                                           [&](const Range& range) { return range.Overlaps(place); });
-        return others == 1;
+        return others == 1 && std::none_of(map_.noted.begin(), map_.noted.end(),
+                                           [&](const Range& range) { return range.Overlaps(place); });
     }
 
     bool MakeExif() {

@@ -156,7 +156,8 @@ void BlockMap::FollowMakerNote() {
     if (!note || !note->IsFar()) return;
     const Range where = ValueOf(*note);
     if (where.end > block_.size()) return;
-    for (const Range& place : MakerNotePlaces(block_, where, order_))
+    noted = MakerNotePlaces(block_, where, order_);
+    for (const Range& place : noted)
         if (place.end > block_.size()) broken.push_back(place);
 }
 

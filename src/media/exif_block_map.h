@@ -66,6 +66,7 @@ public:
     bool hasExifPointer = false;  // also when it cannot be followed
     std::vector<Range> used;      // directories, values and the thumbnail
     std::vector<Range> foreign;   // those of them that do not belong to the main and the Exif directory
+    std::vector<Range> noted;     // where the maker note says that something of its own stands
     // What reaches past the end of the block, as far as it can be told; the maker note's own places too.
     std::vector<Range> broken;
 

@@ -243,6 +243,29 @@ TEST_P(EditBlockOfEitherOrder, DoesNotWriteWhereTwoValuesStandTogether) {
     EXPECT_EQ(edited.Value(0x0110), shared + kZero);
 }
 
+// Another program has moved the note and not its values: what it reads now, it reads afterwards.
+TEST_P(EditBlockOfEitherOrder, DoesNotWriteWhereAMakerNoteSeesAValueOfItsOwn) {
+    const ByteOrder order = GetParam();
+    const auto blockWith = [order](std::uint32_t place) {
+        const std::string note = test::Word16(order, 1) + test::Word16(order, 7) + test::Word16(order, 2) +
+                                 test::Word32(order, 20) + test::Word32(order, place) + std::string(40, '\0');
+        return ExifBuilder(order)
+            .Undefined(ExifBuilder::Exif, kMakerNote, note)
+            .Undefined(ExifBuilder::Exif, kUserComment, std::string(60, 'u'))
+            .Build();
+    };
+    const auto place = static_cast<std::uint32_t>(blockWith(0).find("uuu"));
+    const std::string before = blockWith(place + 10);
+    const Edited edited(before, {Words(kUserComment, "short", Home::Exif, kUndefinedType)});
+    ASSERT_EQ(edited.result, EditResult::Edited);
+    EXPECT_EQ(edited.Value(kUserComment, Home::Exif), "short");
+    EXPECT_EQ(edited.bytes.substr(place, 60), std::string(60, 'u'));
+    // Where the note sees the entry itself there is no way round.
+    const std::uint32_t entries = place - 54 - 4 - 12;  // in front of the note, which the words follow
+    EXPECT_EQ(Edited(blockWith(entries), {Words(kUserComment, "short", Home::Exif, kUndefinedType)}).result,
+              EditResult::Unreadable);
+}
+
 TEST_P(EditBlockOfEitherOrder, DirectoryThatEndsWithTheBlockIsFollowed) {
     const std::string before =
         ExifBuilder(GetParam()).Short(ExifBuilder::Main, 0x0112, 6).WithoutNextOffset().Build();
