@@ -4,6 +4,7 @@
 
 #include "app/start.h"
 #include "app/start_options.h"
+#include "cli/manual.h"
 #include "cli/verbs.h"
 
 namespace kalmora {
@@ -25,19 +26,33 @@ void AddCommonOptions(CLI::App& app, StartOptions& options) {
     app.add_option("--log", options.log, "Append diagnostics to this file")->type_name("FILE");
 }
 
-}  // namespace
-
-int RunCommandLine(int argc, char** argv) {
-    CLI::App app(
-        "Kalmora, a life-log calendar over an ordinary folder tree. Without a verb it opens its window.",
-        "kalmora");
+// All that can be given, from one place for the parser and for the manual.
+void Describe(CLI::App& app, StartOptions& options, VerbRun& run) {
     app.set_version_flag("--version", kVersion);
     app.fallthrough();
     app.require_subcommand(0, 1);
-    StartOptions options;
-    VerbRun run = RunDesktop;
     AddCommonOptions(app, options);
     for (const auto addVerb : kVerbs) addVerb(app, run);
+}
+
+constexpr char kSummary[] =
+    "Kalmora, a life-log calendar over an ordinary folder tree. Without a verb it opens its window.";
+
+}  // namespace
+
+std::string CommandLineManual() {
+    CLI::App app(kSummary, "kalmora");
+    StartOptions options;
+    VerbRun run;
+    Describe(app, options, run);
+    return ManualPage(app);
+}
+
+int RunCommandLine(int argc, char** argv) {
+    CLI::App app(kSummary, "kalmora");
+    StartOptions options;
+    VerbRun run = RunDesktop;
+    Describe(app, options, run);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
