@@ -53,6 +53,9 @@ std::unique_ptr<Application> StartPlatform(const StartOptions& options) {
 
 void ConnectViews(Window& window) {
     Hooks().RunCommand = [&window](int id) { DispatchCommand(window, id); };
+    Hooks().OnWholeView = [] {
+        Log("[View] whole, %.1f ms after the last input", UptimeMs() - State().LastActivity);
+    };
 }
 
 void AskToImport(Window& window) {

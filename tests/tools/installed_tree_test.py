@@ -20,6 +20,7 @@ FILES = [
     "share/icons/hicolor/scalable/apps/kalmora.svg",
     "share/man/man1/kalmora.1",
     "share/kalmora/users-guide.md",
+    "share/kalmora/formats.md",
     "share/kalmora/back.jpg",
     "share/kalmora/Res/help.png",
     "share/kalmora/Res/help@2x.png",
