@@ -2,8 +2,11 @@
 
 #include "search/search_run.h"
 #include "unit/views/view_fixture.h"
+#include "views/button_parts.h"
+#include "views/button_rows.h"
 #include "views/commands.h"
 #include "views/hooks.h"
+#include "views/res_pictures.h"
 
 namespace kalmora {
 namespace {
@@ -57,6 +60,79 @@ TEST_F(ButtonBarTest, ClearNextSettingHidesNextTwoAndLeavesNext) {
     SetButtonStates();
     EXPECT_FALSE(IsVisible("Next 2"));
     EXPECT_TRUE(IsVisible("Next"));
+}
+
+TEST_F(ButtonBarTest, PrevTwoStandsByTheHeightOfPrev) {
+    TheButtonParts().images[kPrev]->height = 80;
+    SetButtonStates();
+    EXPECT_EQ(Find(VisibleButtons(), "Prev 2")->area.y, 700 - 80 - 5);
+}
+
+TEST_F(ButtonBarTest, WithEverySettingClearTheLabelsAndNextAreLeft) {
+    for (const ButtonRow& row : kButtonRows)
+        if (row.setting) State().*row.setting = false;
+    SetButtonStates();
+    std::vector<std::string> names;
+    for (const ButtonInfo& button : VisibleButtons()) names.push_back(button.name);
+    EXPECT_THAT(names, testing::ElementsAre("2008年11月", "年表示", "Next"));
+    EXPECT_EQ(VisibleButtons().back().area.Right(), 960 - 5);
+}
+
+TEST_F(ButtonBarTest, WithEverySettingOnAllStandInOrder) {
+    for (const ButtonRow& row : kButtonRows)
+        if (row.setting) State().*row.setting = true;
+    window_->SetFrame({0, 0, 1600, 700});
+    ASSERT_TRUE(Settle());
+    SetButtonStates();
+    const auto buttons = VisibleButtons();
+    std::vector<std::string> names;
+    for (const ButtonInfo& button : buttons) names.push_back(button.name);
+    EXPECT_THAT(names,
+                testing::ElementsAre("2008年11月", "年表示", "Help", "Filter", "Import", "Twitter",
+                                     "Google Calendar", "Amazon", "Indexing", "Search", "Slide show", "Sound",
+                                     "All", "Pause", "Next 2", "Next", "Auto", "Prev", "Prev 2"));
+    for (std::size_t i = 3; i < buttons.size(); ++i)
+        EXPECT_EQ(buttons[i].area.Right(), buttons[i - 1].area.x - 5) << buttons[i].name;
+    std::vector<int> commands;
+    Hooks().RunCommand = [&](int id) { commands.push_back(id); };
+    for (const ButtonInfo& button : buttons)
+        if (button.command != 0) PressButton(Middle(button.area));
+    EXPECT_THAT(commands, testing::ElementsAre(1050, 1017, 1200, 1049, 1048, 1046, 1041, 1051, 1026, 1022,
+                                               1027, 1010, 1011, 1023, 1012, 1013));
+}
+
+TEST_F(ButtonBarTest, EachPictureLiesInTheResFolder) {
+    for (const ButtonRow& row : kButtonRows)
+        for (const char* image : {row.image, row.imageOff})
+            EXPECT_TRUE(!image || !MeasureResPicture(image).IsEmpty()) << image;
+}
+
+TEST_F(ButtonBarTest, SwitchesShowTheirStateInTheirPicture) {
+    AppState& state = State();
+    const std::tuple<ImageButton, SharedFlag*, const char*, const char*> switches[] = {
+        {kIndexing, &state.IndexingEnabled, "Res/indexing_on.png", "Res/indexing_off.png"},
+        {kSound, &state.SoundMode, "Res/sound_on.png", "Res/sound_off.png"},
+        {kAll, &state.AllViewMode, "Res/all_on.png", "Res/all_off.png"},
+        {kPause, &state.Paused, "Res/pause_off.png", "Res/pause_on.png"},
+        {kAuto, &state.AutoNavigate, "Res/auto_on.png", "Res/auto_off.png"}};
+    for (const auto& [button, flag, set, clear] : switches) {
+        *flag = 1;
+        SetButtonStates();
+        EXPECT_EQ(TheButtonParts().images[button]->image, set);
+        *flag = 0;
+        SetButtonStates();
+        EXPECT_EQ(TheButtonParts().images[button]->image, clear);
+    }
+}
+
+TEST_F(ButtonBarTest, TipsSpeakTheUsersLanguage) {
+    const auto tip = [](const std::string& name) { return Find(VisibleButtons(), name)->tip; };
+    EXPECT_EQ(tip("Help"), "ヘルプ");
+    State().UseJapanese = false;
+    SetButtonStates();
+    EXPECT_EQ(tip("Help"), "Help");
+    EXPECT_EQ(tip("Nov 2008"), "Open the folder");
+    EXPECT_EQ(tip("Yearly"), "Yearly");
 }
 
 TEST_F(ButtonBarTest, YearHidesTheLevelLabelAndSearchTakesItsPlace) {

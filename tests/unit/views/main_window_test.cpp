@@ -3,7 +3,10 @@
 
 #include <chrono>
 
+#include "app/connect_input.h"
 #include "app/main_window_events.h"
+#include "app/main_window_keys.h"
+#include "input/key_config.h"
 #include "media/photo.h"
 #include "platform/files.h"
 #include "unit/views/app_fixture.h"
@@ -285,6 +288,15 @@ TEST_F(MainWindowTest, ButtonIsPressedInsteadOfWhatLiesBelow) {
 TEST_F(MainWindowTest, QuickSecondPressOnAButtonIsAPress) {
     EXPECT_TRUE(DoubleClick(Button("Next")));
     EXPECT_THAT(Calls(), Contains("RunCommand 1011"));
+}
+
+TEST_F(MainWindowTest, TipOfAButtonNamesItsKey) {
+    Keys().LoadKeyConfig(files::Join(root_, "no file"), KeyContext::Main);
+    EXPECT_EQ(ButtonTip(Button("Next")).text, "Next [RIGHT]");
+    EXPECT_EQ(ButtonTip(Button("Next 2")).text, "Next 2 [Ctrl+RIGHT]");
+    EXPECT_EQ(ButtonTip(Button("Pause")).text, "Pause") << "it has none";
+    EXPECT_EQ(ButtonTip(Button("Yearly")).text, "Yearly [UP]") << "the level's key does the same";
+    EXPECT_EQ(ButtonTip({480, 300}).text, "");
 }
 
 // ---- double click
