@@ -118,6 +118,9 @@ void AddVerb(CLI::App& app, VerbRun& run, const char* name, const char* what, In
     CLI::App* verb = app.add_subcommand(name, what);
     AddPeriodOptions(*verb, options->period);
     verb->add_flag("--json", options->json, "Print the counts as an object");
+    verb->footer(
+        "Works through the whole tree unless a period is given. Ctrl+C ends it at the next file; what was\n"
+        "finished stays. The exit status is 1 when it was ended so or an index could not be written.");
     verb->callback([options, work, &run] {
         run = [options, work](const StartOptions& start) { return RunIndexWork(start, work, *options); };
     });
@@ -126,11 +129,13 @@ void AddVerb(CLI::App& app, VerbRun& run, const char* name, const char* what, In
 }  // namespace
 
 void AddIndexVerb(CLI::App& app, VerbRun& run) {
-    AddVerb(app, run, "index", "Make the index files that are missing", IndexWork::MakeMissing);
+    AddVerb(app, run, "index", "Make the index files that are missing; leave the others as they are",
+            IndexWork::MakeMissing);
 }
 
 void AddUpdateVerb(CLI::App& app, VerbRun& run) {
-    AddVerb(app, run, "update", "Compare the index with the files and write what has changed",
+    AddVerb(app, run, "update",
+            "Compare the index with the files: read what is new or has changed, drop what has gone",
             IndexWork::Update);
 }
 

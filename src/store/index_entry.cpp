@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string_view>
 
 #include "media/photo.h"
@@ -35,24 +36,24 @@ void MakeSearchable(std::string& comment) {
 }
 
 // The last-write time from before the reading: a file that changes while it is read is then stale at the next
-// update. (Reading writes nothing, so no later time of our own could be missed.) Zero for a file that is not
+// update. (Reading writes nothing, so no later time of our own could be missed.) Empty for a file that is not
 // there.
-FileTime TimeBeforeReading(const std::string& path) {
+std::optional<FileTime> TimeBeforeReading(const std::string& path) {
     const auto status = files::GetStatus(path);
-    return status ? status->written : FileTime{};
+    return status ? std::optional(status->written) : std::nullopt;
 }
 
 // False when the file is not there; nothing changes then.
 bool ReadPhoto(IndexEntry& entry) {
     CPhoto photo(entry.path);
-    FileTime written;
+    std::optional<FileTime> written;
     if (photo.kind != kKindImage) written = TimeBeforeReading(entry.path);
     const Size size = photo.ImageSize();  // first, so that one look at the file serves everything
-    // A look at the open file costs a third of one at its name.
-    if (photo.kind == kKindImage) written = photo.Metadata().written;
-    if (written.ticks == 0) written = TimeBeforeReading(entry.path);
-    if (written.ticks == 0) return false;
-    entry.lastWriteTime = written;
+    // A look at the open file costs a third of one at its name. None where it could not be opened.
+    if (photo.kind == kKindImage && photo.Metadata().written.ticks != 0) written = photo.Metadata().written;
+    if (!written) written = TimeBeforeReading(entry.path);
+    if (!written) return false;
+    entry.lastWriteTime = *written;
     photo.imageWidth = size.width;
     photo.imageHeight = size.height;
     photo.MeasureImage();
@@ -113,9 +114,9 @@ bool IndexEntry::Refresh() {
     if (IsPhotoExtension(extension)) {
         if (!ReadPhoto(*this)) return false;
     } else {
-        const FileTime written = TimeBeforeReading(path);
-        if (written.ticks == 0) return false;
-        lastWriteTime = written;
+        const auto written = TimeBeforeReading(path);
+        if (!written) return false;
+        lastWriteTime = *written;
         if (extension.empty()) return true;
         ReadText(*this);
     }
