@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <optional>
 
-#include "media/byte_window.h"
 #include "media/date_text.h"
 #include "media/exif_block_map.h"
 #include "media/exif_reader.h"
@@ -178,7 +177,10 @@ Edit TextTagEdit(std::uint16_t tag, std::string_view utf8) {
 
 RewriteResult PlanExifChange(const std::string& path, std::span<const Edit> edits, FileChange& change) {
     ByteWindow file;
-    if (!file.Open(path)) return RewriteResult::Unreadable;
+    return file.Open(path) ? PlanExifChange(file, edits, change) : RewriteResult::Unreadable;
+}
+
+RewriteResult PlanExifChange(ByteWindow& file, std::span<const Edit> edits, FileChange& change) {
     JpegLayout layout;
     if (!ReadLayout(file, layout)) return RewriteResult::Unsupported;
     std::string payload;

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "base/system_time.h"
+#include "media/byte_window.h"
 #include "media/exif_block.h"
 #include "media/photo_metadata.h"
 #include "store/safe_rewrite.h"
@@ -38,5 +39,6 @@ exif::Edit TextTagEdit(std::uint16_t tag, std::string_view utf8);
 RewriteResult WriteExif(const std::string& path, std::span<const exif::Edit> edits);
 // The change that would write them, for SafeRewriteAll.
 RewriteResult PlanExifChange(const std::string& path, std::span<const exif::Edit> edits, FileChange& change);
+RewriteResult PlanExifChange(ByteWindow& file, std::span<const exif::Edit> edits, FileChange& change);
 
 }  // namespace kalmora

@@ -46,6 +46,7 @@ public:
     RewriteResult Rewrite() const;
     // The change that Rewrite would make, for SafeRewriteAll.
     RewriteResult PlanRewrite(FileChange& change) const;
+    RewriteResult PlanRewrite(ByteWindow& file, FileChange& change) const;
 
     const std::string& Path() const { return path_; }
     const std::map<std::string, std::string, std::less<>>& Texts() const { return texts_; }

@@ -107,7 +107,10 @@ void PngTextFile::SetText(std::string_view keyword, std::string_view text) {
 
 RewriteResult PngTextFile::PlanRewrite(FileChange& change) const {
     ByteWindow file;
-    if (!file.Open(path_)) return RewriteResult::Unreadable;
+    return file.Open(path_) ? PlanRewrite(file, change) : RewriteResult::Unreadable;
+}
+
+RewriteResult PngTextFile::PlanRewrite(ByteWindow& file, FileChange& change) const {
     std::string texts;
     std::uint64_t length = 0;
     for (const auto& [keyword, text] : texts_) {

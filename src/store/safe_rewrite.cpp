@@ -468,6 +468,10 @@ RewriteResult RewriteByTool(const std::string& path, const std::function<bool(co
         if (const auto status = files::GetStatus(copy); !status || status->size != job.note.oldSize)
             result = RewriteResult::Changed;
         if (result == RewriteResult::Written) result = ResultOf(session.Announce({job.note}));
+        if (result == RewriteResult::Written && !IsUntouched(job)) {
+            result = RewriteResult::Changed;
+            session.Finish(RewriteJournal::Clearing::Flushed);
+        }
         if (result != RewriteResult::Written) files::RemoveFile(copy);
     }
     if (result != RewriteResult::Written) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 
 #include "rewrite_fault_fixture.h"
 #include "store/safe_rewrite.h"
@@ -201,6 +202,35 @@ TEST_F(RewriteFaultTest, AnErrorAtAnyCallIsToldAndLeavesThePhotoWhole) {
     }
     std::cout << told << " errors told\n";
     EXPECT_GT(told, 500);
+}
+
+// Another program saves the photo its own way, at any moment of ours: what it saved stands.
+TEST_F(RewriteFaultTest, WhatAnotherProgramPutsInItsPlaceAtAnyCallStands) {
+    const std::string other = "the other program's photo";
+    int refused = 0, late = 0;
+    for (const Photo& photo : BuiltPhotos()) {
+        for (const Work& work : AllWork()) {
+            const Course course = Try(photo, work);
+            ASSERT_EQ(course.result, RewriteResult::Written);
+            for (int call = 1; call <= course.calls; ++call) {
+                const std::string path = Put({photo.name, course.before}), theirs = path + ".theirs";
+                test::Write(theirs, other);
+                CPhoto object(path);
+                FaultPlan plan{
+                    .fault = Fault::Meddle, .atCall = call, .withoutInsertion = work.withoutInsertion};
+                plan.meddle = [&] { ASSERT_EQ(std::rename(theirs.c_str(), path.c_str()), 0); };
+                test::SetFaultPlan(plan);
+                const RewriteResult result = work.write(object);
+                test::SetFaultPlan({});
+                ++(result == RewriteResult::Written ? late : refused);
+                ASSERT_EQ(Read(path), other) << photo.name << ", " << work.name << ", call " << call;
+                ASSERT_FALSE(HasScratch());
+                SettleRewrites(State().TempFolder);
+                ASSERT_EQ(Read(path), other) << photo.name << ", " << work.name << ", call " << call;
+            }
+        }
+    }
+    EXPECT_GT(refused, late);
 }
 
 }  // namespace

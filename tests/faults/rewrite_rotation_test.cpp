@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <cstdio>
+
 #include "../unit/media/picture_files.h"
 #include "media/rotation.h"
 #include "rewrite_fault_fixture.h"
@@ -84,6 +86,35 @@ TEST_F(RotationFaultTest, KilledWhileTheToolWritesThePictureIsPutBack) {
         SettleRewrites(State().TempFolder);
         ASSERT_EQ(Read(path), before) << call;
     }
+}
+
+TEST_F(RotationFaultTest, WhatAnotherProgramPutsInItsPlaceAtAnyCallStands) {
+    const std::string original = files::Join(folder_, "original"), made = files::Join(folder_, "made");
+    Write(original, test::DecodableJpeg(64, 48));
+    Write(made, test::DecodableJpeg(48, 64));
+    UseTool("cmp -s \"$source\" '" + original + "' && cp '" + made +
+            "' \"$target\" || cp \"$source\" \"$target\"");
+    const std::string other = test::DecodableJpeg(32, 32);
+    std::string path = PutPicture();
+    test::SetFaultPlan({});
+    ASSERT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
+    const int calls = test::CountedCalls();
+    int turned = 0;
+    for (int call = 1; call <= calls; ++call) {
+        path = PutPicture();
+        const std::string theirs = path + ".theirs";
+        Write(theirs, other);
+        test::FaultPlan plan{.fault = Fault::Meddle, .atCall = call};
+        plan.meddle = [&] { ASSERT_EQ(std::rename(theirs.c_str(), path.c_str()), 0); };
+        test::SetFaultPlan(plan);
+        const RotateResult result = RotateJpeg(path, 90);
+        test::SetFaultPlan({});
+        SettleRewrites(State().TempFolder);
+        turned += result == RotateResult::Turned ? 1 : 0;
+        ASSERT_EQ(Read(path), other) << call << " of " << calls;
+        ASSERT_FALSE(HasScratch()) << call;
+    }
+    EXPECT_LT(turned, calls);
 }
 
 }  // namespace

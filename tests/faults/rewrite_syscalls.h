@@ -13,7 +13,8 @@ enum class Fault {
     KillBefore,  // ends the process in front of the call
     KillAfter,   // ends it behind the call
     KillHalf,    // writes half of what was to be written and ends it; KillBefore for calls that write nothing
-    Fail         // the call does nothing and gives `error`; so do all that follow while `lasting`
+    Fail,        // the call does nothing and gives `error`; so do all that follow while `lasting`
+    Meddle       // somebody else does `meddle` in front of the call
 };
 
 struct FaultPlan {
@@ -21,7 +22,8 @@ struct FaultPlan {
     int atCall = 0;  // the first is 1
     int error = 0;
     bool lasting = false;
-    bool withoutInsertion = false;  // the file system cannot insert space
+    bool withoutInsertion = false;   // the file system cannot insert space
+    std::function<void()> meddle{};  // its own calls are not counted
 };
 
 // In place of the file system's own insertion of space, bytes are moved by hand, in one step as far as a kill
