@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <vector>
 
 #include "media/exif_block_map.h"
 
@@ -32,6 +33,8 @@ public:
         }
         if (!map_.Follow()) return false;
         FindArea();
+        RememberValues(Home::Main, main_);
+        if (exif_) RememberValues(Home::Exif, *exif_);
         return true;
     }
 
@@ -41,19 +44,37 @@ public:
             if (!Apply(edit, edited)) return EditResult::Unreadable;
         if (!isChanged_) return EditResult::Unchanged;
         const EditResult result = NeedsArea() ? WriteArea(growth, edited) : EditResult::Edited;
-        return result == EditResult::Edited && !KeepsOthers(edited) ? EditResult::Unreadable : result;
+        return result == EditResult::Edited && !KeepsOthers(edits, edited) ? EditResult::Unreadable : result;
     }
 
 private:
-    // Whatever is not the main or the Exif directory's own reads as it did.
-    bool KeepsOthers(const std::string& edited) const {
+    // Where a value stood before.
+    struct Place {
+        Home home;
+        std::uint16_t tag;
+        Range where;
+    };
+    void RememberValues(Home home, const Directory& directory) {
+        for (const Entry& entry : directory.entries)
+            if (entry.IsFar() && !entry.own) values_.push_back({home, entry.tag, map_.ValueOf(entry)});
+    }
+
+    // Whatever was not edited reads as it did, however strangely it lies.
+    bool KeepsOthers(std::span<const Edit> edits, const std::string& edited) const {
         const auto isKept = [&](const Range& range) {
             const auto begin = static_cast<std::size_t>(std::min<std::uint64_t>(range.begin, block_.size()));
             const auto end = static_cast<std::size_t>(std::min<std::uint64_t>(range.end, block_.size()));
             return block_.substr(begin, end - begin) == std::string_view(edited).substr(begin, end - begin);
         };
+        const auto isEdited = [&](const Place& place) {
+            return std::any_of(edits.begin(), edits.end(), [&](const Edit& edit) {
+                return edit.home == place.home && edit.tag == place.tag;
+            });
+        };
         return std::all_of(map_.foreign.begin(), map_.foreign.end(), isKept) &&
-               std::all_of(map_.noted.begin(), map_.noted.end(), isKept);
+               std::all_of(map_.noted.begin(), map_.noted.end(), isKept) &&
+               std::all_of(values_.begin(), values_.end(),
+                           [&](const Place& place) { return isEdited(place) || isKept(place.where); });
     }
 
     // ---- our area
@@ -299,6 +320,7 @@ private:
     BlockMap map_;
     Directory& main_;
     std::optional<Directory>& exif_;
+    std::vector<Place> values_;  // of the main and the Exif directory, but for those in our area
     bool isNew_ = false;
     bool isChanged_ = false;
     bool hasArea_ = false;
