@@ -1,9 +1,11 @@
 #include "search/meta_search.h"
 
 #include <algorithm>
+#include <array>
 #include <unordered_set>
 #include <utility>
 
+#include "base/soon_read.h"
 #include "platform/text.h"
 
 namespace kalmora {
@@ -20,28 +22,50 @@ bool IsSearchable(const std::string& comment) {
     return comment.size() > 3 || (comment.size() > 1 && text::Cp932Length(comment) > 1);
 }
 
+constexpr std::size_t kBlock = 32;  // records that are on their way at once
+
+void AskForRecord(const IndexEntry& entry) {
+    constexpr std::size_t kLine = 64;  // bytes that come together
+    const char* const record = reinterpret_cast<const char*>(&entry);
+    for (std::size_t offset = 0; offset < sizeof(IndexEntry); offset += kLine) WillSoonRead(record + offset);
+}
+
+void AskForTexts(const IndexEntry& entry) {
+    WillSoonRead(entry.path.data() + entry.path.size() / 2);  // names stand at the end
+    WillSoonRead(entry.comment.data());
+}
+
 }  // namespace
 
 // What the paths of a day have in common, looked through once for all of its records.
 class QueryMatcher::Folder {
 public:
-    Folder(std::string_view path, const std::vector<WordFinder>& words) : path_(path) {
-        holds_.reserve(words.size());
-        for (const WordFinder& word : words) holds_.push_back(word.IsInPath(path_));
+    Folder(std::string_view path, const std::vector<WordFinder>& words) : length_(path.size()) {
+        words_.reserve(words.size());
+        for (const WordFinder& word : words) {
+            // A word may begin in the folder and end behind it.
+            const std::size_t reach = word.Word().empty() ? 0 : word.Word().size() - 1;
+            words_.push_back({word.IsInPath(path), length_ - std::min(length_, reach)});
+        }
+    }
+    // Of records in the order of their paths.
+    static bool HoldsAll(const std::string& folder, const std::vector<EntryPointer>& entries) {
+        return entries.front()->path.starts_with(folder) && entries.back()->path.starts_with(folder);
     }
 
+    // The path begins with the folder.
     bool IsInPath(const std::string& path, const std::vector<WordFinder>& words, std::size_t word) const {
-        if (!path.starts_with(path_)) return words[word].IsInPath(path);
-        if (holds_[word]) return true;
-        // A word may begin in the folder and end behind it.
-        const std::size_t reach = words[word].Word().empty() ? 0 : words[word].Word().size() - 1;
-        return words[word].IsInPath(
-            std::string_view(path).substr(path_.size() - std::min(path_.size(), reach)));
+        const Word& known = words_[word];
+        return known.isInFolder || words[word].IsInPath(std::string_view(path).substr(known.from));
     }
 
 private:
-    std::string_view path_;
-    std::vector<bool> holds_;  // by word
+    struct Word {
+        bool isInFolder;
+        std::size_t from;  // where in a path the word may begin that is not in the folder
+    };
+    std::size_t length_;
+    std::vector<Word> words_;
 };
 
 QueryMatcher::QueryMatcher(Query query) : query_(std::move(query)) {
@@ -98,25 +122,45 @@ bool QueryMatcher::HasAnyWord(const IndexEntry& entry, const Folder& folder) con
     return false;
 }
 
-bool QueryMatcher::Matches(const IndexEntry& entry, const Folder& folder) const {
-    if (entry.path.empty()) return false;
+bool QueryMatcher::PassesNumbers(const IndexEntry& entry) const {
     // Alternatives push the tests aside, though the user wrote them down: meant, and held by
     // QueryOrMode.TestsDoNotCount.
-    const bool counts = hasTests_ && !query_.orMode;
-    if (counts && !PassesTests(entry)) return false;
-    if (query_.time.given && !LiesInWindow(entry.date.hour)) return false;
-    if (words_.empty()) return counts || query_.time.given;
+    if (hasTests_ && !query_.orMode && !PassesTests(entry)) return false;
+    return !query_.time.given || LiesInWindow(entry.date.hour);
+}
+
+bool QueryMatcher::PassesWords(const IndexEntry& entry, const Folder& folder) const {
+    if (entry.path.empty()) return false;
+    if (words_.empty()) return (hasTests_ && !query_.orMode) || query_.time.given;
     return query_.orMode ? HasAnyWord(entry, folder) : HasAllWords(entry, folder);
 }
 
-bool QueryMatcher::Matches(const IndexEntry& entry) const { return Matches(entry, Folder({}, words_)); }
+bool QueryMatcher::Matches(const IndexEntry& entry) const {
+    return PassesNumbers(entry) && PassesWords(entry, Folder({}, words_));
+}
 
 void QueryMatcher::MetaSearch(const std::shared_ptr<const DayIndex>& day, FoundDays& found) const {
-    if (day->entries.empty()) return;
-    const Folder folder(day->folder, words_);
+    const std::vector<EntryPointer>& entries = day->entries;
+    if (entries.empty()) return;
+    const bool isCommon = Folder::HoldsAll(day->folder, entries);
+    const Folder folder(isCommon ? std::string_view(day->folder) : std::string_view(), words_);
     std::vector<std::uint32_t> positions;
-    for (std::size_t i = 0; i < day->entries.size(); ++i)
-        if (Matches(*day->entries[i], folder)) positions.push_back(static_cast<std::uint32_t>(i));
+    // Records and their texts lie all over the memory, and waiting for one after the other would take most of
+    // the time. So a block of them is asked for at once, then looked through for its numbers, which asks for
+    // the texts of those that pass, and then for its words.
+    std::array<std::uint32_t, kBlock> passed;
+    for (std::size_t first = 0; first < entries.size(); first += kBlock) {
+        const std::size_t end = std::min(entries.size(), first + kBlock);
+        for (std::size_t i = first; i < end; ++i) AskForRecord(*entries[i]);
+        std::size_t count = 0;
+        for (std::size_t i = first; i < end; ++i) {
+            if (!PassesNumbers(*entries[i])) continue;
+            AskForTexts(*entries[i]);
+            passed[count++] = static_cast<std::uint32_t>(i);
+        }
+        for (std::size_t i = 0; i < count; ++i)
+            if (PassesWords(*entries[passed[i]], folder)) positions.push_back(passed[i]);
+    }
     if (!positions.empty()) found.push_back({day, std::move(positions)});
 }
 

@@ -33,7 +33,8 @@ public:
 
 private:
     class Folder;
-    bool Matches(const IndexEntry& entry, const Folder& folder) const;
+    bool PassesNumbers(const IndexEntry& entry) const;
+    bool PassesWords(const IndexEntry& entry, const Folder& folder) const;
     bool PassesTests(const IndexEntry& entry) const;
     bool LiesInWindow(int hour) const;
     bool HasAllWords(const IndexEntry& entry, const Folder& folder) const;

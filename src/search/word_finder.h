@@ -1,8 +1,8 @@
 // WordFinder: one folded word, prepared for being looked for in very many short texts.
 #pragma once
 
-#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -22,9 +22,10 @@ public:
     bool IsInPath(std::string_view path) const;
 
 private:
-    std::string word_;             // letters of ASCII are small ones
-    std::size_t rarest_ = 0;       // where its byte stands that is least to be expected in a text
-    std::array<char, 2> cases_{};  // that byte, as a small letter and as a capital
+    std::string word_;        // letters of ASCII are small ones
+    std::size_t rarest_ = 0;  // where its byte stands that is least to be expected in a text
+    // That byte eight times, and the bit by which a capital differs from it, if it is a letter.
+    std::uint64_t probes_ = 0, caseBits_ = 0;
 };
 
 }  // namespace kalmora
