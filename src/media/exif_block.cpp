@@ -309,7 +309,7 @@ private:
             Overwrite(edited, directory.offset, bytes + Word32(directory.next));
         }
         for (const Entry& entry : directory.entries) {
-            if (entry.own) Overwrite(edited, map_.FieldNumber(entry), *entry.own);
+            if (entry.own) Overwrite(edited, map_.FieldOffset(entry), *entry.own);
             const bool isPointer =
                 entry.tag == kExifPointer && exif_ && exif_->isOurs && &directory == &main_;
             if (!directory.isOurs && (entry.own || isPointer)) WriteEntryInPlace(directory, entry, edited);

@@ -64,6 +64,11 @@ std::uint32_t BlockMap::FieldNumber(const Entry& entry) const {
     return entry.type == kShortType ? *field.U16(0) : *field.U32(0);
 }
 
+std::uint32_t BlockMap::FieldOffset(const Entry& entry) const {
+    return *ByteReader({reinterpret_cast<const std::uint8_t*>(entry.field.data()), kFieldLength}, order_)
+                .U32(0);
+}
+
 // Empty when it does not stand in the block whole; what stands there is then remembered as broken.
 std::optional<Directory> BlockMap::ReadDirectory(std::uint32_t offset) {
     if (offset < kHeaderLength) return std::nullopt;
@@ -93,7 +98,7 @@ Entry BlockMap::ReadEntry(std::size_t at) const {
 }
 
 Range BlockMap::ValueOf(const Entry& entry) const {
-    const std::uint64_t begin = FieldNumber(entry);
+    const std::uint64_t begin = FieldOffset(entry);
     return {begin, begin + entry.length};
 }
 

@@ -59,7 +59,8 @@ public:
     ByteOrder Order() const { return order_; }
     std::uint32_t Number(std::size_t at) const { return reader_.U32(at).value_or(0); }
     std::uint32_t FieldNumber(const Entry& entry) const;
-    Range ValueOf(const Entry& entry) const;  // of one that IsFar
+    std::uint32_t FieldOffset(const Entry& entry) const;  // of one that IsFar, whatever its type
+    Range ValueOf(const Entry& entry) const;              // the same
 
     Directory main;
     std::optional<Directory> exif;

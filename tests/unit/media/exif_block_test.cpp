@@ -243,6 +243,21 @@ TEST_P(EditBlockOfEitherOrder, DoesNotWriteWhereTwoValuesStandTogether) {
     EXPECT_EQ(edited.Value(0x0110), shared + kZero);
 }
 
+// Four 16-bit numbers stand at a 32-bit place, which in a big-endian block begins with its high word.
+TEST_P(EditBlockOfEitherOrder, LongListOfShortNumbersStandsWhereItsOffsetSays) {
+    const std::string numbers = "12345678";
+    const std::string before = ExifBuilder(GetParam())
+                                   .Ascii(ExifBuilder::Main, kMake, "Maker")
+                                   .Raw(ExifBuilder::Exif, 0x9214, 3, 4, numbers)
+                                   .Build();
+    EXPECT_EQ(Edited::ValueIn(before, 0x9214, Home::Exif), numbers);
+    const Edited first(before, {Words(kUserComment, "words", Home::Exif, kUndefinedType)});
+    const Edited second(first.bytes, {Words(kXpComment, "abcdef", Home::Main, kByteType)});
+    ASSERT_EQ(second.result, EditResult::Edited);
+    EXPECT_EQ(second.bytes.size(), first.bytes.size());
+    EXPECT_EQ(second.Value(0x9214, Home::Exif), numbers);
+}
+
 // Another program has moved the note and not its values: what it reads now, it reads afterwards.
 TEST_P(EditBlockOfEitherOrder, DoesNotWriteWhereAMakerNoteSeesAValueOfItsOwn) {
     const ByteOrder order = GetParam();
