@@ -73,8 +73,8 @@ struct AppHooks {
     std::function<bool(Window&, const std::string& path)> StartDragOut = [](Window&, const std::string&) {
         return false;
     };
-    std::function<bool(const std::vector<std::string>& paths)> ImportDropped =
-        [](const std::vector<std::string>&) { return false; };
+    // Files dropped on the main window; true when what it shows has changed.
+    std::function<bool(const Event& drop)> ImportDropped = [](const Event&) { return false; };
     // ---- search, import, update, capture, getters, rotation
     std::function<bool()> ShowSearchDialog = [] { return false; };  // true when a result is to be shown
     std::function<void()> Import = [] {};

@@ -42,7 +42,7 @@ bool OnDrop(Window& window, const Event& event) {
     // The large view notes its area in the main window's own coordinates, the calendar on the screen.
     const bool cameBack = state.DragRect.ContainsInclusive(neighborShown ? event.point : screen);
     if ((!neighborShown && state.DragPath.empty()) || !cameBack) {
-        if (Shell().ImportDropped(event.paths)) window.Invalidate();
+        if (Shell().ImportDropped(event)) window.Invalidate();
         return false;
     }
     if (neighborShown)

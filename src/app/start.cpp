@@ -6,6 +6,7 @@
 
 #include "app/app_hooks.h"
 #include "app/app_state.h"
+#include "app/connect_import.h"
 #include "app/connect_index.h"
 #include "app/connect_input.h"
 #include "app/connect_photos.h"
@@ -119,7 +120,8 @@ bool AreWorkersRunning() {
     const AppState& state = State();
     const bool scans = !state.FirstStartPending && state.InitialScanRunning;
     return scans || Calendar().IsObjectLoaderRunning() || Calendar().IsPaintThreadRunning() ||
-           state.IndexPreloadRunning || CountBackgroundUpdates() > 0 || !AreCellRedrawsDone();
+           state.IndexPreloadRunning || state.ImportRunning || CountBackgroundUpdates() > 0 ||
+           !AreCellRedrawsDone();
 }
 
 }  // namespace
@@ -133,6 +135,7 @@ int RunDesktop(const StartOptions& options) {
     const bool settingsExisted = LoadEnvironment(options);
     ConnectIndex();
     ConnectSearch();
+    ConnectImport();
     PrefetchBackground();
     const std::unique_ptr<Window> window = CreateMainWindow();
     if (!window) return 0;

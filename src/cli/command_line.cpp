@@ -15,9 +15,9 @@ constexpr int kWrongUse = 2;
 constexpr char kVersion[] = "kalmora " KALMORA_VERSION;
 
 // In the order in which --help lists them.
-constexpr void (*kVerbs[])(CLI::App&, VerbRun&) = {AddShotVerb,    AddShowVerb,   AddIndexVerb,
-                                                   AddUpdateVerb,  AddSearchVerb, AddRateVerb,
-                                                   AddCommentVerb, AddDateVerb,   AddRotateVerb};
+constexpr void (*kVerbs[])(CLI::App&, VerbRun&) = {AddShotVerb,   AddShowVerb,   AddIndexVerb, AddUpdateVerb,
+                                                   AddSearchVerb, AddImportVerb, AddRateVerb,  AddCommentVerb,
+                                                   AddDateVerb,   AddRotateVerb};
 
 // They stand before or after the verb.
 void AddCommonOptions(CLI::App& app, StartOptions& options) {

@@ -20,6 +20,7 @@ void AddShowVerb(CLI::App& app, VerbRun& run);
 void AddIndexVerb(CLI::App& app, VerbRun& run);
 void AddUpdateVerb(CLI::App& app, VerbRun& run);
 void AddSearchVerb(CLI::App& app, VerbRun& run);
+void AddImportVerb(CLI::App& app, VerbRun& run);
 void AddRateVerb(CLI::App& app, VerbRun& run);
 void AddCommentVerb(CLI::App& app, VerbRun& run);
 void AddDateVerb(CLI::App& app, VerbRun& run);

@@ -8,6 +8,7 @@
 #include "platform/files.h"
 #include "platform/shell.h"
 #include "store/data_folder.h"
+#include "store/file_helpers.h"
 
 namespace kalmora {
 
@@ -20,6 +21,22 @@ constexpr std::size_t kMostCopies = 128;  // each is an open file until it appea
 constexpr std::size_t kMostFiles = 512;
 constexpr std::uint64_t kMostBytes = 256u << 20;
 constexpr int kMostAttempts = 1000;  // at a name, while others take one after the other
+
+std::string FolderOf(const std::string& path) {
+    return path.substr(0, path.size() - std::min(path.size(), GetFileName(path).size() + 1));
+}
+
+bool IsSameFile(const std::string& a, const std::string& b) {
+    const auto one = files::GetStatus(a), other = files::GetStatus(b);
+    return one && other && one->volume == other->volume && one->identity == other->identity;
+}
+
+// True when the two are one file under two names, as a move leaves it that is killed where a file system has
+// to do it in two steps. Folders that are one under two names make one name of it.
+bool IsSecondName(const std::string& source, const std::string& standing) {
+    return !standing.empty() && !files::IsLink(source) && !files::IsLink(standing) &&
+           IsSameFile(source, standing) && !IsSameFile(FolderOf(source), FolderOf(standing));
+}
 
 void LogFailure(const ImportedFile& file) {
     if (IsFailure(file.result))
@@ -48,6 +65,11 @@ ImportResult ImportBatch::Place(ImportedFile& file, const std::string& dayFolder
         if (choice.mustWait) {
             Settle();
             continue;
+        }
+        if (choice.path.empty() && source == Source::Goes && IsSecondName(file.source, choice.standing) &&
+            files::RemoveFile(file.source) == FileResult::Done) {
+            file.target = choice.standing;
+            return ImportResult::Moved;
         }
         if (choice.path.empty()) return choice.why;
         if (source == Source::Stays) return StartCopy(file, dayFolder, source, choice);

@@ -9,6 +9,7 @@
 #include "base/log.h"
 #include "platform/files.h"
 #include "platform/transfer.h"
+#include "store/data_folder.h"
 #include "store/file_helpers.h"
 
 namespace kalmora {
@@ -103,7 +104,7 @@ std::vector<ImportNote> ParseImportJournal(std::string_view bytes) {
 }
 
 bool ImportJournal::Open(const std::string& tempFolder) {
-    if (tempFolder.empty()) return false;
+    if (tempFolder.empty() || (!files::IsFolder(tempFolder) && !MakeDirectories(tempFolder))) return false;
     if (file_.OpenOrMake(files::Join(tempFolder, "import.journal")) != FileResult::Done) return false;
     if (file_.TryLock() == files::EditFile::Lock::Taken) return true;
     file_.Close();

@@ -72,7 +72,7 @@ TargetNames::Choice TargetNames::ChooseByName(const std::string& source, const s
     for (int number = 1; number < kMostNamesakes; ++number) {
         if (reserved_.contains(target)) return {.path = target, .mustWait = true};
         if (!IsTaken(target)) return {target};
-        if (IsSame(target, source)) return {{}, ImportResult::Same};
+        if (IsSame(target, source)) return {{}, ImportResult::Same, target};
         // The name is taken from the source each time, so that no second pair of brackets comes about.
         target = files::Join(folder, NumberedName(name, target, number));
     }

@@ -28,8 +28,9 @@ public:
     explicit TargetNames(Naming naming, Form form = Form::File) : naming_(naming), form_(form) {}
 
     struct Choice {
-        std::string path;                         // empty: it is not to be imported,
+        std::string path = {};                    // empty: it is not to be imported,
         ImportResult why = ImportResult::Copied;  // for this reason
+        std::string standing = {};                // of Same: the file that the day has
         bool isTaken = false;                     // numbers only: another file stands there already
         bool mustWait = false;  // a reserved name has to stand on the disk before this can be told
     };

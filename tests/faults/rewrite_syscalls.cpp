@@ -198,6 +198,31 @@ int rename(const char* from, const char* to) noexcept {
     return Counted([&] { return static_cast<int>(syscall(SYS_rename, from, to)); });
 }
 
+int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) noexcept {
+    if (flags != 0 && kalmora::test::plan.withoutNoReplace) {
+        errno = EINVAL;
+        return -1;
+    }
+    return Counted(
+        [&] { return static_cast<int>(syscall(SYS_renameat2, fromFolder, from, toFolder, to, flags)); });
+}
+
+int link(const char* from, const char* to) noexcept {
+    return Counted([&] { return static_cast<int>(syscall(SYS_link, from, to)); });
+}
+
+int mkdir(const char* path, mode_t mode) noexcept {
+    return Counted([&] { return static_cast<int>(syscall(SYS_mkdir, path, mode)); });
+}
+
+int rmdir(const char* path) noexcept {
+    return Counted([&] { return static_cast<int>(syscall(SYS_rmdir, path)); });
+}
+
+int syncfs(int) noexcept {
+    return Counted([] { return 0; });
+}
+
 int unlink(const char* path) noexcept {
     return Counted([&] { return static_cast<int>(syscall(SYS_unlink, path)); });
 }

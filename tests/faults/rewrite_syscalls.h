@@ -23,6 +23,7 @@ struct FaultPlan {
     int error = 0;
     bool lasting = false;
     bool withoutInsertion = false;   // the file system cannot insert space
+    bool withoutNoReplace = false;   // nor rename without replacing
     std::function<void()> meddle{};  // its own calls are not counted
 };
 

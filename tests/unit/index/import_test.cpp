@@ -246,6 +246,21 @@ TEST_F(ImportMoveTest, SkippedFileStays) {
     EXPECT_THAT(Results(), ElementsAre(ImportResult::Same));
 }
 
+TEST_F(ImportMoveTest, SecondNameOfTheFileGoesAndAnAliasOfItsFolderDoesNot) {
+    const std::string source = Add("a.jpg", "content"), standing = PutInDay("a.jpg");
+    files::RemoveFile(standing);
+    std::filesystem::create_hard_link(source, standing);
+    options.source = ImportOptions::Source::Goes;
+    Import();
+    EXPECT_FALSE(files::Exists(source));
+    EXPECT_EQ(ContentOf(standing), "content");
+    std::filesystem::create_directory_symlink(DayFolder(), At("alias"));
+    options.folder = At("alias");
+    Import();
+    EXPECT_THAT(Results(), ElementsAre(ImportResult::Same));
+    EXPECT_EQ(ContentOf(standing), "content") << "it is the only one";
+}
+
 TEST_F(ImportMoveTest, LinkGoesAndItsFileIsCopied) {
     const std::string target = Put("elsewhere/a.jpg", "content");
     SetDate(target, {2008, 11, 4, 13, 10, 15, 0, 0});

@@ -96,8 +96,8 @@ AppTest::AppTest() {
         calls_.push_back("StartDragOut " + NameOf(path));
         return dragAnswer_;
     };
-    shell.ImportDropped = [this](const std::vector<std::string>& paths) {
-        calls_.push_back("ImportDropped " + std::to_string(paths.size()));
+    shell.ImportDropped = [this](const Event& drop) {
+        calls_.push_back("ImportDropped " + std::to_string(drop.paths.size()));
         return importAnswer_;
     };
     shell.ShowSearchDialog = [this] {

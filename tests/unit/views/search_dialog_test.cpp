@@ -1,14 +1,12 @@
 // What the search dialog shows, and what it makes of its answers.
 #include "app/search_dialog.h"
 
-#include <map>
-#include <set>
-
 #include "app/app_hooks.h"
 #include "app/command_actions.h"
 #include "app/connect_search.h"
 #include "search/search_run.h"
 #include "store/index_manager.h"
+#include "unit/views/entered_dialog.h"
 #include "unit/views/view_fixture.h"
 #include "views/calendar_store.h"
 
@@ -16,38 +14,6 @@ namespace kalmora {
 namespace {
 
 using testing::IsEmpty;
-
-// Stands in for the window: keeps what is entered.
-class EnteredDialog : public Dialog {
-public:
-    std::string Text(int id) const override { return texts.contains(id) ? texts.at(id) : std::string(); }
-    void SetText(int id, const std::string& text) override { texts[id] = text; }
-    bool IsChecked(int id) const override { return checked.contains(id); }
-    void SetChecked(int id, bool isChecked) override {
-        isChecked ? (void)checked.insert(id) : (void)checked.erase(id);
-    }
-    void SetChoices(int id, const std::vector<std::string>& given) override {
-        choices[id] = given;
-        Choose(id, 0);
-    }
-    int Chosen(int id) const override { return chosen.contains(id) ? chosen.at(id) : -1; }
-    void Choose(int id, int index) override {
-        chosen[id] = index;
-        texts[id] = index < 0 ? "" : choices[id][static_cast<std::size_t>(index)];
-    }
-    SystemTime Date(int) const override { return {}; }
-    void SetDate(int, const SystemTime&) override {}
-    void SetEnabled(int id, bool isEnabled) override { enabled[id] = isEnabled; }
-    void SetFocus(int id) override { focus = id; }
-    void Close(int with) override { result = with; }
-
-    std::map<int, std::string> texts;
-    std::map<int, std::vector<std::string>> choices;
-    std::map<int, int> chosen;
-    std::map<int, bool> enabled;
-    std::set<int> checked;
-    int focus = 0, result = 0;
-};
 
 class SearchDialog : public ViewTest {
 protected:

@@ -1,0 +1,57 @@
+#include "app/drop_target.h"
+
+#include "app/app_state.h"
+#include "views/calendar_geometry.h"
+#include "views/calendar_store.h"
+
+namespace kalmora {
+
+namespace {
+
+bool IsInWindow(Point point, Size client) {
+    return point.x >= 0 && point.y >= 0 && point.x < client.width && point.y < client.height;
+}
+
+bool IsOnAMonth(Point point, int clientWidth) {
+    for (int month = 1; month <= 12; ++month)
+        if (YearMonthRect(clientWidth, month).ContainsInclusive(point)) return true;
+    return false;
+}
+
+DropTarget TargetInDay(Point point, Size client, const CalendarDate& view) {
+    const AppState& state = State();
+    const DayLines lines =
+        MakeDayLines(client.height, state.DayNumberOfLine, state.DayDuration, state.DayStartTime);
+    return {view, point.x < kDayLeftMargin || point.y >= lines.LineTop(lines.lines)};
+}
+
+std::optional<DropTarget> TargetInMonth(Point point, Size client, CalendarDate view) {
+    const MonthGrid grid = MakeMonthGrid(view.year, view.month, {0, 0, client.width, client.height}, false);
+    view.day = MonthHitTest(grid, point);
+    return DropTarget{view, view.day == 0};
+}
+
+std::optional<DropTarget> TargetInYear(Point point, Size client, const CalendarDate& view) {
+    if (!IsOnAMonth(point, client.width)) return DropTarget{{view.year, 0, 0}, true};
+    if (State().CalendarMode == 0) return std::nullopt;
+    if (const YearHit hit = YearHitTest(view.year, client.width, true, point); hit.day >= 1)
+        return DropTarget{{view.year, hit.month, hit.day}, false};
+    // Beside the days of a month: its background, as far as the year view can set one.
+    const YearHit month = YearHitTest(view.year, client.width, false, point);
+    return month.month >= 1 ? std::optional(DropTarget{{view.year, month.month, 0}, true}) : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<DropTarget> FindDropTarget(Point point) {
+    const AppState& state = State();
+    const Size client = ClientSize();
+    const CalendarDate view{state.TargetYear, state.TargetMonth, state.TargetDay};
+    if (state.ViewType == kDaily) return TargetInDay(point, client, view);
+    if (state.AllViewMode) return DropTarget{view, false};
+    if (!IsInWindow(point, client)) return std::nullopt;
+    return state.ViewType == kMonthly ? TargetInMonth(point, client, view)
+                                      : TargetInYear(point, client, view);
+}
+
+}  // namespace kalmora

@@ -1,0 +1,129 @@
+#include "app/import_dialog.h"
+
+#include <charconv>
+#include <string>
+
+#include "app/app_state.h"
+#include "platform/files.h"
+
+namespace kalmora {
+
+namespace {
+
+enum ControlId {
+    kRemove = 102,
+    kAsShortcut = 103,
+    kFolderName = 104,
+    kWithComment = 105,
+    kBrowse = 1003,
+    kComment = 1007,
+    kFolder = 1047,
+    kDayEnd = 1048,
+};
+
+// Dialog 278.
+constexpr char kTitle[] = "取り込みフォルダの設定";
+constexpr Control kJapanese[] = {
+    {ControlKind::Label, 0, "取り込みたいファイルを含むフォルダを設定してください．", 0, 0, 4},
+    {ControlKind::Edit, kFolder, "", 1, 0, 3},
+    {ControlKind::Button, kBrowse, "参照", 1, 3},
+    {ControlKind::Label, 0, "なお，取り込む際はExif（撮影日時）情報を利用します．", 2, 0, 4},
+    {ControlKind::Label, 0,
+     "Exif情報が無い場合はファイルの作成日時を利用するため意図しない日時に割り振られることがあります．", 3, 0,
+     4},
+    {ControlKind::Label, 0, "同一ファイルが存在する場合はスキップします．", 4, 0, 4},
+    {ControlKind::Label, 0, "時までをその日として換算（夜更かしさん用）", 5, 1, 3},
+    {ControlKind::Edit, kDayEnd, "", 5, 0},
+    {ControlKind::CheckBox, kRemove, "取り込み時に元ファイルを削除 （Undo はできません）", 6, 0, 4},
+    {ControlKind::CheckBox, kAsShortcut, "ショートカットファイルとして取り込む （元の構成を維持）", 7, 0, 4},
+    {ControlKind::CheckBox, kFolderName, "取り込み時に移動元のフォルダ名を写真に追記（検索用）", 8, 0, 4},
+    {ControlKind::CheckBox, kWithComment, "取り込み時に写真に下記のコメントを追記（検索用）", 9, 0, 4},
+    {ControlKind::Edit, kComment, "", 10, 0, 4},
+    {ControlKind::Label, 0, "ベータ版ですので利用は自己責任でお願いします．", 11, 0, 4},
+    {ControlKind::Button, kDialogOk, "OK", 12, 2},
+    {ControlKind::Button, kDialogCancel, "ｷｬﾝｾﾙ", 12, 3},
+};
+constexpr char kEnglishTitle[] = "Import";
+constexpr Control kEnglish[] = {
+    {ControlKind::Label, 0, "The folder that holds the files to import", 0, 0, 4},
+    {ControlKind::Edit, kFolder, "", 1, 0, 3},
+    {ControlKind::Button, kBrowse, "Browse", 1, 3},
+    {ControlKind::Label, 0, "A photo goes to the day on which it was taken (Exif).", 2, 0, 4},
+    {ControlKind::Label, 0, "Without that the time of the file decides, which may not be the day you expect.",
+     3, 0, 4},
+    {ControlKind::Label, 0, "A file that the day has already is skipped.", 4, 0, 4},
+    {ControlKind::Label, 0, "o'clock ends the day (for those who stay up late)", 5, 1, 3},
+    {ControlKind::Edit, kDayEnd, "", 5, 0},
+    {ControlKind::CheckBox, kRemove, "Remove the originals (this cannot be undone)", 6, 0, 4},
+    {ControlKind::CheckBox, kAsShortcut, "Make shortcuts (the originals stay as they are)", 7, 0, 4},
+    {ControlKind::CheckBox, kFolderName, "Add the folder's name to the photos, to search by", 8, 0, 4},
+    {ControlKind::CheckBox, kWithComment, "Add this comment to the photos, to search by", 9, 0, 4},
+    {ControlKind::Edit, kComment, "", 10, 0, 4},
+    {ControlKind::Label, 0, "This is a beta version; use it at your own risk.", 11, 0, 4},
+    {ControlKind::Button, kDialogOk, "OK", 12, 2},
+    {ControlKind::Button, kDialogCancel, "Cancel", 12, 3},
+};
+
+void Open(Dialog& dialog) {
+    const AppState& state = State();
+    dialog.SetText(kFolder, state.ImportDirectory);
+    dialog.SetText(kDayEnd, std::to_string(state.DayEndTimeForScrap));
+    dialog.SetChecked(kRemove, state.RemoveImportFiles);
+    dialog.SetChecked(kAsShortcut, state.ImportAsShortcutFile);
+    dialog.SetChecked(kFolderName, state.InsertOriginalPathToExif);
+    dialog.SetChecked(kWithComment, state.ImportCommentOn == 1);
+    dialog.SetText(kComment, state.ImportComment);
+    dialog.SetFocus(kFolder);
+}
+
+void Browse(Dialog& dialog, Window* owner) {
+    const bool japanese = State().UseJapanese;
+    if (const auto folder = ChooseFolder(owner, japanese ? kTitle : kEnglishTitle, dialog.Text(kFolder)))
+        dialog.SetText(kFolder, *folder);
+}
+
+void Store(const Dialog& dialog) {
+    AppState& state = State();
+    std::string folder = dialog.Text(kFolder);
+    while (folder.size() > 1 && folder.back() == files::kSeparator) folder.pop_back();
+    state.ImportDirectory = folder;
+    state.DayEndTimeForScrap = ParseDayEnd(dialog.Text(kDayEnd), state.DayEndTimeForScrap);
+    state.RemoveImportFiles = dialog.IsChecked(kRemove);
+    state.ImportAsShortcutFile = dialog.IsChecked(kAsShortcut);
+    state.InsertOriginalPathToExif = dialog.IsChecked(kFolderName);
+    state.ImportCommentOn = dialog.IsChecked(kWithComment) ? 1 : 0;
+    state.ImportComment = dialog.Text(kComment);
+}
+
+}  // namespace
+
+int ParseDayEnd(std::string_view text, int before) {
+    constexpr int kNoon = 12, kDay = 24;
+    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+    while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+    int hours = -1;
+    const auto end = std::from_chars(text.data(), text.data() + text.size(), hours);
+    if (end.ec != std::errc() || end.ptr != text.data() + text.size()) return before;
+    if (hours < 0 || hours > 2 * kDay) return before;
+    if (hours <= kNoon) hours += kDay;
+    return hours == 2 * kDay ? kDay : hours;
+}
+
+DialogForm MakeImportForm(Window* owner) {
+    const bool japanese = State().UseJapanese;
+    DialogForm form;
+    form.title = japanese ? kTitle : kEnglishTitle;
+    form.controls = japanese ? std::span<const Control>(kJapanese) : std::span<const Control>(kEnglish);
+    form.onOpen = Open;
+    form.onButton = [owner](Dialog& dialog, int id) {
+        if (id == kBrowse) return Browse(dialog, owner);
+        if (id != kDialogOk) return;
+        Store(dialog);
+        dialog.Close(kDialogOk);
+    };
+    return form;
+}
+
+bool ShowImportDialog(Window* owner) { return ShowDialog(owner, MakeImportForm(owner)) == kDialogOk; }
+
+}  // namespace kalmora

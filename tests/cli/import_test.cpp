@@ -1,0 +1,163 @@
+// kalmora import, run as a script would run it.
+#include <gmock/gmock.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "../unit/media/exif_builder.h"
+#include "platform/files.h"
+
+namespace kalmora {
+namespace {
+
+using testing::HasSubstr;
+
+class ImportVerbTest : public testing::Test {
+protected:
+    ImportVerbTest() : folder_(files::MakeTemporaryFolder()) {
+        Write("card/DCIM/100/A.JPG", Photo("2008:11:13 10:15:30"));
+        Write("card/DCIM/101/A.JPG", Photo("2008:12:31 01:30:00"));
+        Write("card/DCIM/note.txt", "[2008/11/14 09:00] a note");
+    }
+    ~ImportVerbTest() override { files::RemoveFolderTree(folder_); }
+
+    static std::string Photo(const char* taken) {
+        test::ExifBuilder exif;
+        exif.Ascii(test::ExifBuilder::Main, 0x0132, taken);
+        return test::JpegWith(exif);
+    }
+    void Write(const std::string& name, const std::string& content) const {
+        const std::filesystem::path path = folder_ + "/" + name;
+        std::filesystem::create_directories(path.parent_path());
+        std::ofstream(path, std::ios::binary) << content;
+    }
+    int Run(const std::string& arguments) { return RunShell(Program() + arguments + " 2>errors"); }
+    static std::string Program() { return "'" KALMORA_PROGRAM "' --home home --data files "; }
+    int RunShell(const std::string& line) {
+        const std::string command = "cd '" + folder_ + "' || exit 9; " + line;
+        out_.clear();
+        std::FILE* pipe =
+            popen(command.c_str(), "r");  // NOLINT(bugprone-command-processor): as a script does
+        if (!pipe) return -1;
+        std::array<char, 4096> block;
+        while (const std::size_t length = std::fread(block.data(), 1, block.size(), pipe))
+            out_.append(block.data(), length);
+        const int ended = pclose(pipe);
+        return ended >= 0 && (ended & 0x7F) == 0 ? (ended >> 8) & 0xFF : 128;
+    }
+    std::string Errors() const { return files::ReadWholeFile(folder_ + "/errors").value_or(""); }
+    bool Has(const std::string& name) const { return files::Exists(folder_ + "/" + name); }
+    std::string Content(const std::string& name) const {
+        return files::ReadWholeFile(folder_ + "/" + name).value_or("");
+    }
+
+    const std::string folder_;
+    std::string out_;
+};
+
+TEST_F(ImportVerbTest, CopiesIntoDaysAndFillsTheIndex) {
+    ASSERT_EQ(Run("import card/DCIM"), 0) << Errors();
+    EXPECT_EQ(Content("files/2008/200811/2008_1113/A.JPG"), Photo("2008:11:13 10:15:30"));
+    EXPECT_TRUE(Has("files/2008/200812/2008_1231/A.JPG"));
+    EXPECT_TRUE(Has("files/2008/200811/2008_1114/note.txt"));
+    EXPECT_TRUE(Has("card/DCIM/100/A.JPG"));
+    EXPECT_THAT(out_, HasSubstr("A.JPG: copied to " + folder_ + "/files/2008/200811/2008_1113/A.JPG\n"));
+    EXPECT_THAT(Content("files/2008/200811/2008_1113/$calendar.cidx"), HasSubstr("FILE=A.JPG"));
+    ASSERT_EQ(Run("import card/DCIM"), 0);
+    EXPECT_THAT(out_, HasSubstr("A.JPG: same file\n"));
+}
+
+TEST_F(ImportVerbTest, JsonHasAnObjectForEachFile) {
+    ASSERT_EQ(Run("import --json --day-end 26 card/DCIM"), 0) << Errors();
+    const auto records = nlohmann::json::parse(out_);
+    ASSERT_EQ(records.size(), 3u);
+    EXPECT_EQ(records[1]["file"], folder_ + "/card/DCIM/101/A.JPG");
+    EXPECT_EQ(records[1]["result"], "copied");
+    EXPECT_EQ(records[1]["target"], folder_ + "/files/2008/200812/2008_1230/A.JPG");
+    EXPECT_EQ(records[1]["day"], "2008-12-30");
+    EXPECT_EQ(records[1]["date"], "2008:12:31 01:30:00");
+    std::filesystem::create_directories(folder_ + "/empty/folder");
+    Write("raw/\xE9\xFF.txt", "x");
+    ASSERT_EQ(Run("import --json raw"), 0) << Errors();
+    EXPECT_EQ(nlohmann::json::parse(out_).size(), 1u) << "a name that is no UTF-8 still gives valid JSON";
+    ASSERT_EQ(Run("import --json empty"), 0) << Errors();
+    EXPECT_EQ(nlohmann::json::parse(out_).size(), 0u);
+}
+
+TEST_F(ImportVerbTest, MovesWithNotes) {
+    ASSERT_EQ(Run("import --move --json --note summer --folder-name card/DCIM"), 0) << Errors();
+    EXPECT_FALSE(Has("card/DCIM"));
+    EXPECT_TRUE(Has("card"));
+    const auto records = nlohmann::json::parse(out_);
+    EXPECT_EQ(records[0]["result"], "moved");
+    EXPECT_EQ(records[0]["note"], "written");
+    ASSERT_EQ(Run("show --json files/2008/200811/2008_1113/A.JPG"), 0);
+    EXPECT_EQ(nlohmann::json::parse(out_)[0]["comment"], "summer\r\n100");
+    EXPECT_THAT(Content("files/2008/200811/2008_1113/$calendar.cidx"), HasSubstr("summer"));
+}
+
+TEST_F(ImportVerbTest, ShortcutsAndNumbers) {
+    ASSERT_EQ(Run("import --shortcut card/DCIM"), 0) << Errors();
+    EXPECT_TRUE(Has("files/2008/200811/2008_1113/A.JPG.lnk"));
+    EXPECT_FALSE(Has("files/2008/200811/2008_1113/A.JPG"));
+    ASSERT_EQ(Run("import --number card/DCIM"), 0) << Errors();
+    EXPECT_TRUE(Has("files/2008/200811/2008_1113/0001.jpg"));
+}
+
+TEST_F(ImportVerbTest, SettingsFlagsDoNotMoveBehindAScriptsBack) {
+    Write("home/kalmora.ini", "RemoveImportFiles=1\nImportAsShortcutFile=1\nDayEndTimeForScrap=26\n");
+    ASSERT_EQ(Run("import card/DCIM"), 0) << Errors();
+    EXPECT_TRUE(Has("card/DCIM/101/A.JPG"));
+    EXPECT_TRUE(Has("files/2008/200812/2008_1230/A.JPG")) << "the end of the day is the settings'";
+}
+
+TEST_F(ImportVerbTest, WrongUseEndsWithTwo) {
+    EXPECT_EQ(Run("import"), 2);
+    EXPECT_EQ(Run("import --move --shortcut card/DCIM"), 2);
+    EXPECT_EQ(Run("import --day-end 48 card/DCIM"), 2);
+    EXPECT_EQ(Run("import --day-end x card/DCIM"), 2);
+    EXPECT_FALSE(Has("files"));
+}
+
+TEST_F(ImportVerbTest, FailuresEndWithOne) {
+    EXPECT_EQ(Run("import card/gone"), 1);
+    EXPECT_THAT(Errors(), HasSubstr("no such folder"));
+    Write("files/2008", "a file where the year's folder has to be");
+    EXPECT_EQ(Run("import --json card/DCIM"), 1);
+    EXPECT_EQ(nlohmann::json::parse(out_)[0]["result"], "denied");
+    EXPECT_TRUE(Has("card/DCIM/100/A.JPG"));
+}
+
+TEST_F(ImportVerbTest, LinkToNothingIsAFailureAndTheRestComesIn) {
+    std::filesystem::create_symlink("nowhere", folder_ + "/card/DCIM/gone.jpg");
+    EXPECT_EQ(Run("import card/DCIM"), 1);
+    EXPECT_THAT(Errors(), HasSubstr("gone.jpg: gone"));
+    EXPECT_TRUE(Has("files/2008/200811/2008_1113/A.JPG"));
+}
+
+TEST_F(ImportVerbTest, InterruptedImportGoesOnWhenItIsRunAgain) {
+    constexpr int kFiles = 400;
+    for (int i = 0; i < kFiles; ++i)
+        Write("many/f" + std::to_string(1000 + i) + ".txt",
+              "[2008/11/14 09:00] note " + std::string(1u + i, 'x'));
+    const int status = RunShell(Program() +
+                                "import --move many 2>errors & P=$!; "
+                                "until test -d files/2008; do :; done; kill -INT $P; wait $P");
+    EXPECT_TRUE(status == 0 || status == 1) << status;
+    if (status == 1) {
+        EXPECT_THAT(Errors(), HasSubstr("interrupted"));
+        ASSERT_EQ(Run("import --move --json many"), 0) << Errors();
+    }
+    int found = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_ + "/files/2008/200811/2008_1114"))
+        found += entry.path().extension() == ".txt";
+    EXPECT_EQ(found, kFiles);
+    EXPECT_FALSE(Has("many"));
+}
+
+}  // namespace
+}  // namespace kalmora
