@@ -37,7 +37,8 @@ class UptimeClock : public Clock {
 public:
     UptimeClock() { SetClock(this); }
     ~UptimeClock() override { SetClock(nullptr); }
-    SystemTime LocalTime() override { return {2008, 11, 4, 13, 10, 15, 30, 250}; }
+    // A day without a folder: every seventh pick would list it.
+    SystemTime LocalTime() override { return {2008, 11, 4, 20, 10, 15, 30, 250}; }
     double UptimeMs() override { return now; }
     void SleepMs(int) override {}
 
