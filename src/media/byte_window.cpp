@@ -38,7 +38,7 @@ std::span<const std::uint8_t> ByteWindow::AtFar(std::uint64_t offset, std::size_
 
 void ByteWindow::ReadFar(std::uint64_t offset, std::size_t length) {
     std::uint64_t begin = offset;
-    std::size_t count = std::max(length, kHead);
+    std::size_t count = std::max(length, kHop);
     if (offset < expectedEnd_) {
         // From the end of the head on where that reaches far enough: what lies between is asked for next, and
         // so is what lies across that end.

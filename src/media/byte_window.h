@@ -20,7 +20,8 @@ namespace kalmora {
 
 class ByteWindow {
 public:
-    static constexpr std::size_t kHead = 4096;      // the first read, and any that nothing is known about
+    static constexpr std::size_t kHead = 4096;      // the first read
+    static constexpr std::size_t kHop = 1024;       // one further on, of which nothing is known
     static constexpr std::size_t kStretch = 16384;  // the longest read, and the longest that At hands out
 
     ByteWindow() {}  // the arrays are filled by reading, never cleared
