@@ -17,7 +17,7 @@ namespace {
 using files::FileResult;
 using files::NewCopy;
 
-constexpr std::size_t kMostCopies = 128;  // each is an open file until it appears
+constexpr std::size_t kMostCopies = 256;  // each is an open file until it appears
 constexpr std::size_t kMostFiles = 512;
 constexpr std::uint64_t kMostBytes = 256u << 20;
 constexpr int kMostAttempts = 1000;  // at a name, while others take one after the other
