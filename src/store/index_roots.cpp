@@ -2,7 +2,9 @@
 #include <atomic>
 #include <functional>
 #include <map>
+#include <memory>
 #include <mutex>
+#include <vector>
 
 #include "app/app_state.h"
 #include "base/log.h"
@@ -48,8 +50,11 @@ IndexManager& OtherIndex() {
 }
 
 void ResetIndexes() {
+    // Kept, not destroyed: a thread of before may be on its way out of one.
+    static auto* const former = new std::vector<std::unique_ptr<IndexManager>>;
     std::lock_guard lock(madeMutex);
-    mainIndex = otherIndex = nullptr;
+    for (std::atomic<IndexManager*>* one : {&mainIndex, &otherIndex})
+        if (IndexManager* const made = one->exchange(nullptr)) former->emplace_back(made);
 }
 
 IndexManager* OtherIndexInUse() { return OtherRoot().empty() ? nullptr : &OtherIndex(); }
