@@ -5,9 +5,9 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "cli/iso_date.h"
 #include "cli/photo_verb.h"
 #include "cli/verbs.h"
-#include "media/date_text.h"
 #include "media/photo.h"
 #include "platform/clock.h"
 #include "store/dates.h"
@@ -59,7 +59,7 @@ int RunDate(const StartOptions& start, const DateOptions& options) {
     const RewriteResult result = photo.SetShotDate(*date);
     FileReport report("date", options.json ? ReportForm::Json : ReportForm::Lines);
     if (IsDone(result))
-        report.Done(options.file, NameOf(result), {{"date", StampText(*date)}});
+        report.Done(options.file, NameOf(result), {{"date", IsoDate(*date)}});
     else
         report.Failed(options.file, NameOf(result));
     return report.Finish();

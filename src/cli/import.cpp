@@ -9,10 +9,10 @@
 
 #include "app/app_state.h"
 #include "app/import_dialog.h"
+#include "cli/iso_date.h"
 #include "cli/photo_verb.h"
 #include "cli/progress_bar.h"
 #include "cli/verbs.h"
-#include "media/date_text.h"
 #include "platform/files.h"
 #include "store/data_folder.h"
 #include "store/index_progress.h"
@@ -66,7 +66,7 @@ private:
             std::snprintf(day, sizeof day, "%04d-%02d-%02d", file.day.year, file.day.month, file.day.day);
         Json record{{"file", file.source}, {"result", NameOf(file.result)}};
         record["target"] = file.target.empty() ? Json() : Json(file.target);
-        record["date"] = file.taken.year == 0 ? Json() : Json(StampText(file.taken));
+        record["date"] = file.taken.year == 0 ? Json() : Json(IsoDate(file.taken));
         record["day"] = *day ? Json(day) : Json();
         if (file.sourceStays) record["sourceStays"] = true;
         if (file.note) record["note"] = NameOf(*file.note);

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "app/environment.h"
+#include "cli/iso_date.h"
 #include "cli/period_option.h"
 #include "cli/progress_bar.h"
 #include "cli/verbs.h"
@@ -31,20 +32,17 @@ struct SearchOptions {
     std::vector<std::string> words;
 };
 
-Json DateText(const SystemTime& date) {
-    if (date.year == 0) return nullptr;
-    char text[48];
-    std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d", date.year, date.month, date.day,
-                  date.hour, date.minute, date.second);
-    return text;
-}
+Json DateOrNull(const SystemTime& date) { return date.year == 0 ? Json() : Json(IsoDate(date)); }
 
 Json RecordOf(const IndexEntry& entry) {
-    return {{"path", entry.path},         {"date", DateText(entry.date)}, {"width", entry.width},
-            {"height", entry.height},     {"iso", entry.value1},          {"shutter", entry.value2},
-            {"brightness", entry.value3}, {"flash", entry.value4},        {"aperture", entry.value8},
-            {"mode", entry.mode},         {"face", entry.faceCount},      {"comment", entry.comment},
-            {"like", entry.rating1},      {"good", entry.rating3},        {"privacy", entry.rating2}};
+    return {{"path", entry.path},         {"date", DateOrNull(entry.date)},
+            {"width", entry.width},       {"height", entry.height},
+            {"iso", entry.value1},        {"shutter", entry.value2},
+            {"brightness", entry.value3}, {"flash", entry.value4},
+            {"aperture", entry.value8},   {"mode", entry.mode},
+            {"face", entry.faceCount},    {"comment", entry.comment},
+            {"like", entry.rating1},      {"good", entry.rating3},
+            {"privacy", entry.rating2}};
 }
 
 // Prints what is found while the search goes on.

@@ -9,6 +9,7 @@
 
 #include "app/app_state.h"
 #include "app/environment.h"
+#include "cli/iso_date.h"
 #include "cli/verbs.h"
 #include "media/photo.h"
 #include "platform/files.h"
@@ -46,13 +47,6 @@ const char* NameOf(DateSource source) {
     return nullptr;
 }
 
-Json DateText(const SystemTime& date) {
-    char text[48];
-    std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d", date.year, date.month, date.day,
-                  date.hour, date.minute, date.second);
-    return text;
-}
-
 Json TextOrNull(const std::string* text) { return text ? Json(*text) : Json(nullptr); }
 
 // One record is made and filled again for each file: making its keys anew would cost more than reading a
@@ -74,7 +68,7 @@ public:
         Put(path);
         Put(photo.kind);
         Put(photo.extension);
-        Put(dated ? DateText(date) : Json(nullptr));
+        Put(dated ? Json(IsoDate(date)) : Json(nullptr));
         const char* source = dated ? NameOf(photo.dateFrom) : nullptr;
         Put(source ? Json(source) : Json(nullptr));
         Put(size.width);

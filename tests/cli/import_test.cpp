@@ -79,7 +79,7 @@ TEST_F(ImportVerbTest, JsonHasAnObjectForEachFile) {
     EXPECT_EQ(records[1]["result"], "copied");
     EXPECT_EQ(records[1]["target"], folder_ + "/files/2008/200812/2008_1230/A.JPG");
     EXPECT_EQ(records[1]["day"], "2008-12-30");
-    EXPECT_EQ(records[1]["date"], "2008:12:31 01:30:00");
+    EXPECT_EQ(records[1]["date"], "2008-12-31T01:30:00");
     std::filesystem::create_directories(folder_ + "/empty/folder");
     Write("raw/\xE9\xFF.txt", "x");
     ASSERT_EQ(Run("import --json raw"), 0) << Errors();

@@ -105,7 +105,7 @@ TEST_F(WriteVerbsTest, DateIsWritten) {
     for (const char* name : {"a.jpg", "b.png"}) {
         const Outcome written = Run("date --json " + std::string(name) + " '2008-11-13 10:15:00'");
         EXPECT_EQ(written.status, 0) << Errors();
-        EXPECT_EQ(ordered_json::parse(written.out)[0]["date"], "2008:11:13 10:15:00");
+        EXPECT_EQ(ordered_json::parse(written.out)[0]["date"], "2008-11-13T10:15:00");
         EXPECT_EQ(Shown(name)["date"], "2008-11-13T10:15:00");
         EXPECT_EQ(Run("date " + std::string(name) + " 2001-02-03T04:05").status, 0);
         EXPECT_EQ(Shown(name)["date"], "2001-02-03T04:05:00");

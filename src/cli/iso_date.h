@@ -1,0 +1,13 @@
+// The form that dates have in what the verbs print as JSON.
+#pragma once
+
+#include <string>
+
+#include "base/system_time.h"
+
+namespace kalmora {
+
+// "YYYY-MM-DDThh:mm:ss", as ISO 8601 writes a local time.
+std::string IsoDate(const SystemTime& date);
+
+}  // namespace kalmora
