@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/app_state.h"
+#include "app/translated_form.h"
 #include "platform/files.h"
 
 namespace kalmora {
@@ -44,25 +45,25 @@ constexpr Control kJapanese[] = {
     {ControlKind::Button, kDialogCancel, "ｷｬﾝｾﾙ", 12, 3},
 };
 constexpr char kEnglishTitle[] = "Import";
-constexpr Control kEnglish[] = {
-    {ControlKind::Label, 0, "The folder that holds the files to import", 0, 0, 4},
-    {ControlKind::Edit, kFolder, "", 1, 0, 3},
-    {ControlKind::Button, kBrowse, "Browse", 1, 3},
-    {ControlKind::Label, 0, "A photo goes to the day on which it was taken (Exif).", 2, 0, 4},
-    {ControlKind::Label, 0, "Without that the time of the file decides, which may not be the day you expect.",
-     3, 0, 4},
-    {ControlKind::Label, 0, "A file that the day has already is skipped.", 4, 0, 4},
-    {ControlKind::Label, 0, "o'clock ends the day (for those who stay up late)", 5, 1, 3},
-    {ControlKind::Edit, kDayEnd, "", 5, 0},
-    {ControlKind::CheckBox, kRemove, "Remove the originals (this cannot be undone)", 6, 0, 4},
-    {ControlKind::CheckBox, kAsShortcut, "Make shortcuts (the originals stay as they are)", 7, 0, 4},
-    {ControlKind::CheckBox, kFolderName, "Add the folder's name to the photos, to search by", 8, 0, 4},
-    {ControlKind::CheckBox, kWithComment, "Add this comment to the photos, to search by", 9, 0, 4},
-    {ControlKind::Edit, kComment, "", 10, 0, 4},
-    {ControlKind::Label, 0, "This is a beta version; use it at your own risk.", 11, 0, 4},
-    {ControlKind::Button, kDialogOk, "OK", 12, 2},
-    {ControlKind::Button, kDialogCancel, "Cancel", 12, 3},
+constexpr const char* kEnglishTexts[] = {
+    "The folder that holds the files to import",
+    "",
+    "Browse",
+    "A photo goes to the day on which it was taken (Exif).",
+    "Without that the time of the file decides, which may not be the day you expect.",
+    "A file that the day has already is skipped.",
+    "o'clock ends the day (for those who stay up late)",
+    "",
+    "Remove the originals (this cannot be undone)",
+    "Make shortcuts (the originals stay as they are)",
+    "Add the folder's name to the photos, to search by",
+    "Add this comment to the photos, to search by",
+    "",
+    "This is a beta version; use it at your own risk.",
+    "OK",
+    "Cancel",
 };
+constexpr auto kEnglish = Translated(kJapanese, kEnglishTexts);
 
 void Open(Dialog& dialog) {
     const AppState& state = State();

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/app_state.h"
+#include "app/translated_form.h"
 #include "base/take_number.h"
 #include "platform/dialog.h"
 #include "views/navigation.h"
@@ -56,12 +57,13 @@ constexpr Control kJapanese[] = {
     {ControlKind::Button, kDialogOk, "OK", 2, 1},
     {ControlKind::Button, kDialogCancel, "キャンセル", 2, 2},
 };
-constexpr Control kEnglish[] = {
-    {ControlKind::Label, 0, "Date to go to (2008/11/13, 200811, 2008)", 0, 0, 3},
-    {ControlKind::Edit, kEdit, "", 1, 0, 3},
-    {ControlKind::Button, kDialogOk, "OK", 2, 1},
-    {ControlKind::Button, kDialogCancel, "Cancel", 2, 2},
+constexpr const char* kEnglishTexts[] = {
+    "Date to go to (2008/11/13, 200811, 2008)",
+    "",
+    "OK",
+    "Cancel",
 };
+constexpr auto kEnglish = Translated(kJapanese, kEnglishTexts);
 
 }  // namespace
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/app_state.h"
+#include "app/translated_form.h"
 #include "platform/dialog.h"
 #include "search/compose_query.h"
 #include "search/search_run.h"
@@ -48,24 +49,25 @@ constexpr Control kJapanese[] = {
     {ControlKind::Button, kDialogCancel, "キャンセル", 9, 3},
 };
 constexpr char kEnglishTitle[] = "Search";
-constexpr Control kEnglish[] = {
-    {ControlKind::Label, 0, "Words to search for", 0, 0, 4},
-    {ControlKind::Edit, kKeyword, "", 1, 0, 4},
-    {ControlKind::Group, 0, "Time of the day", 2, 0, 4, 2},
-    {ControlKind::Label, 0, "o'clock until", 2, 1},
-    {ControlKind::ChoiceEdit, kFromHour, "", 2, 0},
-    {ControlKind::Label, 0, "o'clock", 2, 3},
-    {ControlKind::ChoiceEdit, kToHour, "", 2, 2},
-    {ControlKind::Label, 0, "* Hours from 0 to 36; 26 is 2 o'clock of the night that follows", 3, 0, 4},
-    {ControlKind::Group, 0, "What the camera noted", 4, 0, 4, 4},
-    {ControlKind::CheckBox, kFace, "A face was recognised", 4, 0, 4},
-    {ControlKind::CheckBox, kNightMode, "Taken in night mode", 5, 0, 4},
-    {ControlKind::CheckBox, kFlash, "Taken with flash", 6, 0, 4},
-    {ControlKind::Label, 0, "* Few makes of camera note the first two", 7, 0, 4},
-    {ControlKind::CheckBox, kAllLoaded, "Search everything that has been loaded", 8, 0, 4},
-    {ControlKind::Button, kDialogOk, "Search", 9, 2},
-    {ControlKind::Button, kDialogCancel, "Cancel", 9, 3},
+constexpr const char* kEnglishTexts[] = {
+    "Words to search for",
+    "",
+    "Time of the day",
+    "o'clock until",
+    "",
+    "o'clock",
+    "",
+    "* Hours from 0 to 36; 26 is 2 o'clock of the night that follows",
+    "What the camera noted",
+    "A face was recognised",
+    "Taken in night mode",
+    "Taken with flash",
+    "* Few makes of camera note the first two",
+    "Search everything that has been loaded",
+    "Search",
+    "Cancel",
 };
+constexpr auto kEnglish = Translated(kJapanese, kEnglishTexts);
 
 bool IsAnythingLoaded() {
     const std::vector<MonthPointer> months = MainIndex().Months();

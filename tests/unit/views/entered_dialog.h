@@ -1,8 +1,12 @@
 // A dialog without a window: keeps what a test enters.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <map>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -40,5 +44,21 @@ public:
     std::set<int> checked;
     int focus = 0, result = 0;
 };
+
+struct ControlFacts {
+    int id;
+    ControlKind kind;
+    const char* text;
+};
+
+inline void ExpectControls(const DialogForm& form, std::span<const ControlFacts> wanted) {
+    for (const ControlFacts& one : wanted) {
+        const auto found = std::find_if(form.controls.begin(), form.controls.end(),
+                                        [&](const Control& control) { return control.id == one.id; });
+        ASSERT_NE(found, form.controls.end()) << one.id;
+        EXPECT_EQ(found->kind, one.kind) << one.id;
+        EXPECT_STREQ(found->text, one.text) << one.id;
+    }
+}
 
 }  // namespace kalmora

@@ -21,27 +21,18 @@ protected:
 TEST_F(ImportDialogTest, HasItsControls) {
     const DialogForm form = MakeImportForm(nullptr);
     EXPECT_EQ(form.title, "取り込みフォルダの設定");
-    const struct {
-        int id;
-        ControlKind kind;
-        const char* text;
-    } wanted[] = {{1047, ControlKind::Edit, ""},
-                  {1003, ControlKind::Button, "参照"},
-                  {1048, ControlKind::Edit, ""},
-                  {102, ControlKind::CheckBox, "取り込み時に元ファイルを削除 （Undo はできません）"},
-                  {103, ControlKind::CheckBox, "ショートカットファイルとして取り込む （元の構成を維持）"},
-                  {104, ControlKind::CheckBox, "取り込み時に移動元のフォルダ名を写真に追記（検索用）"},
-                  {105, ControlKind::CheckBox, "取り込み時に写真に下記のコメントを追記（検索用）"},
-                  {1007, ControlKind::Edit, ""},
-                  {1, ControlKind::Button, "OK"},
-                  {2, ControlKind::Button, "ｷｬﾝｾﾙ"}};
-    for (const auto& one : wanted) {
-        const auto found = std::find_if(form.controls.begin(), form.controls.end(),
-                                        [&](const Control& control) { return control.id == one.id; });
-        ASSERT_NE(found, form.controls.end()) << one.id;
-        EXPECT_EQ(found->kind, one.kind) << one.id;
-        EXPECT_STREQ(found->text, one.text) << one.id;
-    }
+    const ControlFacts wanted[] = {
+        {1047, ControlKind::Edit, ""},
+        {1003, ControlKind::Button, "参照"},
+        {1048, ControlKind::Edit, ""},
+        {102, ControlKind::CheckBox, "取り込み時に元ファイルを削除 （Undo はできません）"},
+        {103, ControlKind::CheckBox, "ショートカットファイルとして取り込む （元の構成を維持）"},
+        {104, ControlKind::CheckBox, "取り込み時に移動元のフォルダ名を写真に追記（検索用）"},
+        {105, ControlKind::CheckBox, "取り込み時に写真に下記のコメントを追記（検索用）"},
+        {1007, ControlKind::Edit, ""},
+        {1, ControlKind::Button, "OK"},
+        {2, ControlKind::Button, "ｷｬﾝｾﾙ"}};
+    ExpectControls(form, wanted);
     for (const char* label :
          {"取り込みたいファイルを含むフォルダを設定してください．",
           "なお，取り込む際はExif（撮影日時）情報を利用します．",

@@ -26,26 +26,16 @@ protected:
 
 TEST_F(SearchDialog, HasItsControls) {
     EXPECT_EQ(form.title, "検索ボックス");
-    const struct {
-        int id;
-        ControlKind kind;
-        const char* text;
-    } wanted[] = {{1001, ControlKind::Edit, ""},
-                  {1, ControlKind::Button, "検索"},
-                  {2, ControlKind::Button, "キャンセル"},
-                  {1006, ControlKind::ChoiceEdit, ""},
-                  {1007, ControlKind::ChoiceEdit, ""},
-                  {1003, ControlKind::CheckBox, "顔認識されたものを検索"},
-                  {1004, ControlKind::CheckBox, "夜景モードで撮影された画像を検索"},
-                  {1005, ControlKind::CheckBox, "フラッシュをたいて撮影された画像を検索"},
-                  {1008, ControlKind::CheckBox, "ロード済みのすべてのデータを対象とする"}};
-    for (const auto& one : wanted) {
-        const auto found = std::find_if(form.controls.begin(), form.controls.end(),
-                                        [&](const Control& control) { return control.id == one.id; });
-        ASSERT_NE(found, form.controls.end()) << one.id;
-        EXPECT_EQ(found->kind, one.kind) << one.id;
-        EXPECT_STREQ(found->text, one.text) << one.id;
-    }
+    const ControlFacts wanted[] = {{1001, ControlKind::Edit, ""},
+                                   {1, ControlKind::Button, "検索"},
+                                   {2, ControlKind::Button, "キャンセル"},
+                                   {1006, ControlKind::ChoiceEdit, ""},
+                                   {1007, ControlKind::ChoiceEdit, ""},
+                                   {1003, ControlKind::CheckBox, "顔認識されたものを検索"},
+                                   {1004, ControlKind::CheckBox, "夜景モードで撮影された画像を検索"},
+                                   {1005, ControlKind::CheckBox, "フラッシュをたいて撮影された画像を検索"},
+                                   {1008, ControlKind::CheckBox, "ロード済みのすべてのデータを対象とする"}};
+    ExpectControls(form, wanted);
     for (const char* text :
          {"検索キーワードを入力してください", "時から", "時まで", "時間を指定した検索",
           "写真の要素を指定した検索", "* 24時間表記でお願いします", "* FinePix でなければ意味ないかも"})
