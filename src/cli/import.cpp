@@ -1,4 +1,4 @@
-// kalmora import: a folder of files into the days that they belong to.
+// kalmora import: files and folders into the days that they belong to.
 #include "store/import.h"
 
 #include <CLI/CLI.hpp>
@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
 
 #include "app/app_state.h"
 #include "app/import_dialog.h"
@@ -13,7 +15,6 @@
 #include "cli/photo_verb.h"
 #include "cli/progress_bar.h"
 #include "cli/verbs.h"
-#include "platform/files.h"
 #include "store/data_folder.h"
 #include "store/index_progress.h"
 #include "store/index_stop.h"
@@ -27,7 +28,7 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 struct ImportVerb {
-    std::string source;
+    std::vector<std::string> sources;
     bool move = false;
     bool shortcut = false;
     bool number = false;
@@ -104,22 +105,28 @@ bool UpdateIndex(const ImportSummary& summary, const std::string& root) {
 }
 
 // The exit status.
-int Tell(const ImportSummary& summary, const std::string& source) {
-    const char* const folder = source.c_str();
+int Tell(const ImportSummary& summary) {
+    const char* const refused = summary.refused.c_str();
     switch (summary.end) {
-        case ImportEnd::Unreadable:
-            std::fprintf(stderr, "kalmora import: %s: cannot be listed\n", folder);
+        case ImportEnd::NoSource:
+            std::fprintf(stderr, "kalmora import: %s: no such file or folder; nothing was done\n", refused);
+            return 1;
+        case ImportEnd::MeetsTarget:
+            std::fprintf(stderr,
+                         "kalmora import: %s: holds the data folder or lies in it; nothing was done\n",
+                         refused);
             return 1;
         case ImportEnd::NoSpace:
             std::fprintf(stderr,
-                         "kalmora import: %s: %llu bytes are needed and %llu are free; nothing was done\n",
-                         folder, static_cast<unsigned long long>(summary.neededBytes),
+                         "kalmora import: %llu bytes are needed and %llu are free; nothing was done\n",
+                         static_cast<unsigned long long>(summary.neededBytes),
                          static_cast<unsigned long long>(summary.freeBytes));
             return 1;
         case ImportEnd::Interrupted:
             std::fprintf(stderr, "kalmora import: interrupted after %d of %d files; run it again to go on\n",
                          summary.done, summary.total);
             return 1;
+        case ImportEnd::Unreadable:  // it has a line of its own
         case ImportEnd::Finished:
             break;
     }
@@ -129,7 +136,14 @@ int Tell(const ImportSummary& summary, const std::string& source) {
 int RunImportVerb(const StartOptions& start, const ImportVerb& verb) {
     PrepareToWrite(start);
     ImportOptions options;
-    options.folder = AbsoluteFilePath(verb.source);
+    for (const std::string& source : verb.sources) {
+        // The name of a variable that is not set would be the current folder.
+        if (source.empty()) {
+            std::fputs("kalmora import: a source has an empty name; nothing was done\n", stderr);
+            return 2;
+        }
+        options.sources.push_back(AbsoluteFilePath(source));
+    }
     options.root = MainRoot();
     options.source = verb.shortcut ? ImportOptions::Source::GetsShortcut
                      : verb.move   ? ImportOptions::Source::Goes
@@ -140,10 +154,6 @@ int RunImportVerb(const StartOptions& start, const ImportVerb& verb) {
     options.comment = verb.note;
     options.dayEnd = verb.dayEndOption->count() > 0 ? ParseDayEnd(std::to_string(verb.dayEnd), 0)
                                                     : State().DayEndTimeForScrap;
-    if (!files::IsFolder(options.folder)) {
-        std::fprintf(stderr, "kalmora import: %s: no such folder\n", verb.source.c_str());
-        return 1;
-    }
     // The file at hand is finished, and what has come in is safe; then the import ends.
     std::signal(SIGINT, OnInterrupt);
     std::signal(SIGTERM, OnInterrupt);
@@ -158,7 +168,7 @@ int RunImportVerb(const StartOptions& start, const ImportVerb& verb) {
         OnProgress = nullptr;
         if (!IsIndexingInterrupted()) isIndexed = UpdateIndex(summary, options.root);
     }
-    const int status = Tell(summary, verb.source);
+    const int status = Tell(summary);
     if (isIndexed) return status;
     std::fprintf(stderr, "kalmora import: some index files could not be written\n");
     return 1;
@@ -169,8 +179,7 @@ int RunImportVerb(const StartOptions& start, const ImportVerb& verb) {
 void AddImportVerb(CLI::App& app, VerbRun& run) {
     constexpr int kLastHour = 47;
     auto options = std::make_shared<ImportVerb>();
-    CLI::App* verb =
-        app.add_subcommand("import", "Take the files of a folder into the days that they belong to");
+    CLI::App* verb = app.add_subcommand("import", "Take files and folders into the days that they belong to");
     CLI::Option* move = verb->add_flag("--move", options->move, "Remove each original once its copy is safe");
     verb->add_flag("--shortcut", options->shortcut, "Make shortcuts to the originals instead of copies")
         ->excludes(move);
@@ -183,7 +192,8 @@ void AddImportVerb(CLI::App& app, VerbRun& run) {
                                              "Hour at which a day ends: 26 for two in the night that follows")
                                 ->check(CLI::Range(0, kLastHour));
     verb->add_flag("--json", options->json, "Print an array with an object for each file");
-    verb->add_option("SRC", options->source, "The folder, such as a camera card's DCIM")->required();
+    verb->add_option("SRC", options->sources, "Folders, such as a camera card's DCIM, and single files")
+        ->required();
     verb->callback([options, &run] {
         run = [options](const StartOptions& start) { return RunImportVerb(start, *options); };
     });

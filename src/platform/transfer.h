@@ -20,6 +20,11 @@ std::optional<std::uint64_t> FreeSpace(const std::string& path);
 // A look at what stands at the path itself: a link is not followed.
 bool IsLink(const std::string& path);
 
+// True when the path names the folder or something below it, whatever links, spellings and mounts lead there:
+// the folders themselves are compared, not their names. For a path that does not stand yet, the folder where
+// it will lie decides. False when `folder` does not stand.
+bool LiesIn(const std::string& path, const std::string& folder);
+
 // Gives a file another name inside its volume, at once and for all who look. Exists when something stands at
 // `to`: nothing is ever replaced. Failed when `to` lies on another volume.
 FileResult RenameNew(const std::string& from, const std::string& to);

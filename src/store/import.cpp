@@ -17,6 +17,7 @@
 #include "store/file_helpers.h"
 #include "store/import_batch.h"
 #include "store/import_source.h"
+#include "store/import_walk.h"
 #include "store/index_manager.h"
 #include "store/index_progress.h"
 #include "store/index_stop.h"
@@ -25,7 +26,6 @@ namespace kalmora {
 
 namespace {
 
-constexpr int kDeepestFolder = 256;          // of a walk; no one nests deeper, and it has to end
 constexpr std::size_t kMostForIndex = 4096;  // paths: each day's index is read and written once for them
 
 std::string FolderOf(const std::string& path) {
@@ -33,38 +33,28 @@ std::string FolderOf(const std::string& path) {
 }
 
 // Indexes belong to their folder, and scratch files to whoever makes them.
-bool IsPassedOver(const std::string& name) { return name == kIndexFileName || files::HasScratchName(name); }
+bool IsPassedOver(const std::string& name) {
+    return name == kIndexFileName || files::HasScratchName(name) || IsJunkName(name);
+}
 
-// ---- the walks before the import
+// ---- the walk before the import
 
-struct CountOfFiles {
+class FileCounter final : public WalkListener {
+public:
+    void OnFile(const SourceFile& file, const std::vector<std::string>&) override {
+        if (const auto status = files::GetStatus(file.path); status && status->isRegular)
+            bytes += status->size;
+        if (++files % 100 == 0) TellProgress(0, "Import Target = %d files", files);
+    }
+    void OnNews(const std::string& folder, FolderNews news) override {
+        if (news == FolderNews::MeetsTarget) meetsTarget = folder;
+    }
+    void OnLeft(const std::string&) override {}
+
     int files = 0;
     std::uint64_t bytes = 0;
+    std::string meetsTarget;  // a folder that does
 };
-
-// Visits every file below the folder. Folders behind links are left alone: what lies there was not asked for,
-// and a link can lead round in a circle.
-template <typename Visit>
-void VisitFiles(const std::string& folder, const Visit& visit, int depth = 0) {
-    for (const files::FolderEntry& entry : files::ListFolder(folder)) {
-        if (IsIndexingInterrupted()) return;
-        const std::string path = files::Join(folder, entry.name);
-        if (!entry.isFolder)
-            visit(path);
-        else if (!entry.isLink && depth < kDeepestFolder)
-            VisitFiles(path, visit, depth + 1);
-    }
-}
-
-CountOfFiles CountFiles(const std::string& folder) {
-    CountOfFiles count;
-    VisitFiles(folder, [&count](const std::string& path) {
-        if (const auto status = files::GetStatus(path); status && status->isRegular)
-            count.bytes += status->size;
-        if (++count.files % 100 == 0) TellProgress(0, "Import Target = %d files", count.files);
-    });
-    return count;
-}
 
 std::uint64_t OnDisk(std::uint64_t size) {
     constexpr std::uint64_t kBlock = 4096;
@@ -73,7 +63,7 @@ std::uint64_t OnDisk(std::uint64_t size) {
 
 // ---- the import itself
 
-class Importer {
+class Importer final : public WalkListener {
 public:
     Importer(const ImportOptions& options, ImportSummary& summary)
         : options_(options),
@@ -87,12 +77,13 @@ public:
     }
 
     // True when it fits, as far as can be told.
-    bool HasRoom(const CountOfFiles& all);
-    void ImportFolder(const std::string& path, int depth = 0);
+    bool HasRoom(const FileCounter& all);
+    void OnFile(const SourceFile& file, const std::vector<std::string>& siblings) override;
+    void OnNews(const std::string& folder, FolderNews news) override;
+    void OnLeft(const std::string& folder) override;
     void Finish();
 
 private:
-    void ImportFile(const std::string& path);
     void MakeLink(ImportedFile file, const std::string& dayFolder);
     std::string FolderOfDay(const ImportedFile& file) const {
         return MakeDayFolderPath(options_.root, file.day.year, file.day.month, file.day.day);
@@ -120,12 +111,36 @@ private:
     std::map<std::string, SystemTime> unsigned_;  // phone pictures whose source could not be written
 };
 
-bool Importer::HasRoom(const CountOfFiles& all) {
-    const auto sourceStatus = files::GetStatus(options_.folder);
+// Sums up what the calendar does not have yet.
+class RoomCounter final : public WalkListener {
+public:
+    RoomCounter(const ImportOptions& options) : options_(options), names_(options.naming) {}
+    void OnFile(const SourceFile& file, const std::vector<std::string>&) override {
+        const auto status = files::GetStatus(file.path);
+        const auto taken = status && status->isRegular ? DateOfSource(file.path) : std::nullopt;
+        if (!taken || IsPassedOver(GetFileName(file.path))) return;
+        const SystemTime day = ApplyDayEnd(*taken, options_.dayEnd);
+        const std::string folder = MakeDayFolderPath(options_.root, day.year, day.month, day.day);
+        if (!names_.Look(file.path, folder).path.empty()) bytes += OnDisk(status->size);
+    }
+    void OnNews(const std::string&, FolderNews) override {}
+    void OnLeft(const std::string&) override {}
+
+    std::uint64_t bytes = 0;
+
+private:
+    const ImportOptions& options_;
+    TargetNames names_;
+};
+
+bool Importer::HasRoom(const FileCounter& all) {
     MakeDirectories(options_.root);
     const auto rootStatus = files::GetStatus(options_.root);
-    const bool isRenamed = options_.source == ImportOptions::Source::Goes && sourceStatus && rootStatus &&
-                           sourceStatus->volume == rootStatus->volume;
+    const bool isRenamed = options_.source == ImportOptions::Source::Goes && rootStatus &&
+                           std::ranges::all_of(options_.sources, [&](const std::string& source) {
+                               const auto status = files::GetStatus(source);
+                               return status && status->volume == rootStatus->volume;
+                           });
     if (isRenamed || options_.source == ImportOptions::Source::GetsShortcut) return true;
     const auto free = files::FreeSpace(options_.root);
     constexpr std::uint64_t kBlock = 4096;
@@ -133,42 +148,44 @@ bool Importer::HasRoom(const CountOfFiles& all) {
     summary_.neededBytes = all.bytes + kBlock * static_cast<std::uint64_t>(all.files);
     if (!free || summary_.neededBytes <= *free) return true;
     // It is tight: what the calendar has already needs no room.
-    summary_.neededBytes = 0;
-    TargetNames names(options_.naming);
-    VisitFiles(options_.folder, [&](const std::string& path) {
-        const auto status = files::GetStatus(path);
-        const auto taken = status && status->isRegular ? DateOfSource(path) : std::nullopt;
-        if (!taken || IsPassedOver(GetFileName(path))) return;
-        const CalendarDate day = DayOf(*taken);
-        if (!names.Look(path, MakeDayFolderPath(options_.root, day.year, day.month, day.day)).path.empty())
-            summary_.neededBytes += OnDisk(status->size);
-    });
+    RoomCounter room(options_);
+    SourceWalk(room, options_.root).Walk(options_.sources);
+    summary_.neededBytes = room.bytes;
     return summary_.neededBytes <= *free;
 }
 
-void Importer::ImportFolder(const std::string& path, int depth) {
-    files::FileResult listing = files::FileResult::Done;
-    const std::vector<files::FolderEntry> entries = files::ListFolder(path, &listing);
-    if (listing != files::FileResult::Done) {
-        Log("cannot be listed: %s", path.c_str());
-        if (depth == 0) summary_.end = ImportEnd::Unreadable;
-        ++summary_.failures;
-        return;
+void Importer::OnNews(const std::string& folder, FolderNews news) {
+    ImportedFile told;
+    told.source = folder;
+    told.isFolder = true;
+    switch (news) {
+        case FolderNews::Followed:
+            told.result = ImportResult::Followed;
+            break;
+        case FolderNews::VisitedOnce:
+            told.result = ImportResult::VisitedOnce;
+            break;
+        case FolderNews::Junk:
+            told.result = ImportResult::PassedOver;
+            break;
+        case FolderNews::Unreadable:
+            told.result = ImportResult::Unreadable;
+            if (std::ranges::find(options_.sources, folder) != options_.sources.end()) {
+                summary_.end = ImportEnd::Unreadable;
+                summary_.refused = folder;
+            }
+            break;
+        case FolderNews::MeetsTarget:
+            told.result = ImportResult::MeetsTarget;
+            break;
     }
-    for (const files::FolderEntry& entry : entries) {
-        if (IsIndexingInterrupted()) {
-            summary_.end = ImportEnd::Interrupted;
-            return;
-        }
-        const std::string entryPath = files::Join(path, entry.name);
-        if (!entry.isFolder)
-            ImportFile(entryPath);
-        else if (!entry.isLink && depth < kDeepestFolder)
-            ImportFolder(entryPath, depth + 1);
-    }
+    batch_.AddSettled(std::move(told));
+}
+
+void Importer::OnLeft(const std::string& folder) {
     // Whatever is to become of the sources, also of the import folder itself: meant, and held by
     // ImportFolderTest.EmptyFoldersGoAlsoWhenFilesAreCopied.
-    leftFolders_.push_back(path);
+    leftFolders_.push_back(folder);
     RemoveEmptyFolders();
 }
 
@@ -178,7 +195,8 @@ void Importer::RemoveEmptyFolders() {
     leftFolders_.clear();
 }
 
-void Importer::ImportFile(const std::string& path) {
+void Importer::OnFile(const SourceFile& source, const std::vector<std::string>&) {
+    const std::string& path = source.path;
     ImportedFile file;
     file.source = path;
     file.kind = static_cast<std::int32_t>(ClassifyFile(path));
@@ -206,9 +224,9 @@ void Importer::ImportFile(const std::string& path) {
     const std::string folder = FolderOfDay(file);
     SweepOnce(folder);
     if (options_.source == ImportOptions::Source::GetsShortcut) return MakeLink(std::move(file), folder);
-    batch_.Add(std::move(file), folder,
-               options_.source == ImportOptions::Source::Goes ? ImportBatch::Source::Goes
-                                                              : ImportBatch::Source::Stays);
+    const bool goes = options_.source == ImportOptions::Source::Goes && !source.isBehindLink;
+    file.sourceStays = options_.source == ImportOptions::Source::Goes && source.isBehindLink;
+    batch_.Add(std::move(file), folder, goes ? ImportBatch::Source::Goes : ImportBatch::Source::Stays);
 }
 
 // The first time that a day is come to, what a killed import left in it goes.
@@ -279,6 +297,7 @@ void Importer::Tell(const ImportedFile& file) {
     if (IsFailure(file.result) || lacksNote) ++summary_.failures;
     if (HasArrived(file.result)) summary_.months.insert({file.day.year, file.day.month});
     if (options_.onFile) options_.onFile(file);
+    if (file.isFolder) return;
     const int done = ++State().ImportDone, total = std::max<int>(State().ImportTotal, done);
     const double ratio = static_cast<double>(done) / total;
     TellProgress(ratio, "%d/%d = %.2lf%% (%s)", done, total, ratio * 100, FolderOf(file.source).c_str());
@@ -305,7 +324,7 @@ void Importer::Finish() {
 ImportOptions ImportOptionsOfSettings() {
     const AppState& state = State();
     ImportOptions options;
-    options.folder = state.ImportDirectory;
+    options.sources = {state.ImportDirectory};
     options.root = MainRoot();
     // Shortcuts come first: with both flags set nothing is removed.
     options.source = state.ImportAsShortcutFile ? ImportOptions::Source::GetsShortcut
@@ -319,23 +338,54 @@ ImportOptions ImportOptionsOfSettings() {
     return options;
 }
 
+namespace {
+
+// False when nothing may be imported; the summary says why.
+bool AreSourcesGood(const ImportOptions& options, ImportSummary& summary) {
+    const auto refuse = [&summary](ImportEnd why, const std::string& what) {
+        summary.end = why;
+        summary.refused = what;
+        Log("import refused (%d): %s", static_cast<int>(why), what.c_str());
+        return false;
+    };
+    if (options.sources.empty()) return refuse(ImportEnd::NoSource, "");
+    for (const std::string& source : options.sources)
+        if (!files::IsAbsolute(source) || !(files::Exists(source) || files::IsLink(source)))
+            return refuse(ImportEnd::NoSource, source);
+    for (const std::string& source : options.sources)
+        if (files::LiesIn(source, options.root) || files::LiesIn(options.root, source))
+            return refuse(ImportEnd::MeetsTarget, source);
+    return true;
+}
+
+}  // namespace
+
 ImportSummary RunImport(const ImportOptions& given) {
     AppState& state = State();
     ImportOptions options = given;
-    while (options.folder.size() > 1 && options.folder.back() == files::kSeparator) options.folder.pop_back();
+    for (std::string& source : options.sources)
+        while (source.size() > 1 && source.back() == files::kSeparator) source.pop_back();
     ImportSummary summary;
+    state.ImportTotal = 0;
+    state.ImportDone = 0;
+    if (!AreSourcesGood(options, summary)) return summary;
+    FileCounter count;
+    SourceWalk(count, options.root).Walk(options.sources);
+    if (!count.meetsTarget.empty()) {
+        summary.end = ImportEnd::MeetsTarget;
+        summary.refused = count.meetsTarget;
+        return summary;
+    }
     Importer importer(options, summary);
-    const CountOfFiles count = CountFiles(options.folder);
     summary.total = count.files;
     state.ImportTotal = count.files;
-    state.ImportDone = 0;
     if (!importer.HasRoom(count)) {
         Log("import needs %llu bytes, free are %llu", static_cast<unsigned long long>(summary.neededBytes),
             static_cast<unsigned long long>(summary.freeBytes));
         summary.end = ImportEnd::NoSpace;
         return summary;
     }
-    importer.ImportFolder(options.folder);
+    if (!SourceWalk(importer, options.root).Walk(options.sources)) summary.end = ImportEnd::Interrupted;
     importer.Finish();
     summary.done = state.ImportDone;
     return summary;

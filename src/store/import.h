@@ -1,10 +1,10 @@
 // Import: files come into the calendar, each into the folder of its day.
 //
-// By two roads: a whole folder with all that lies below it (a camera card), and single files that were
-// dropped on the window. A file's day is that of its shooting date or else of its file, and for somebody who
-// stays up late the small hours belong to the day before. What is told by whom: progress by OnProgress
-// (index_progress.h), each file by ImportOptions::onFile. Ctrl+C on the command line ends an import at the
-// next file (index_stop.h).
+// By two roads: folders with all that lies below them (a camera card) and files that were named or dropped as
+// a whole, and single files that were dropped on a day in the window. A file's day is that of its shooting
+// date or else of its file, and for somebody who stays up late the small hours belong to the day before. What
+// is told by whom: progress by OnProgress (index_progress.h), each file by ImportOptions::onFile. Ctrl+C on
+// the command line ends an import at the next file (index_stop.h).
 //
 // However an import ends, by a kill too, no file is lost: started again it finds what is there already and
 // goes on behind it.
@@ -15,6 +15,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "store/import_names.h"
 #include "store/import_result.h"
@@ -24,8 +25,8 @@ namespace kalmora {
 struct ImportOptions {
     enum class Source { Stays, Goes, GetsShortcut };
 
-    std::string folder;  // absolute
-    std::string root;    // the data folder
+    std::vector<std::string> sources;  // absolute: folders with all that lies below them, and single files
+    std::string root;                  // the data folder
     Source source = Source::Stays;
     Naming naming = Naming::Keep;
     bool addFolderName = false;  // the name of the folder that it lay in goes into a photo's comment,
@@ -41,13 +42,16 @@ ImportOptions ImportOptionsOfSettings();
 
 enum class ImportEnd {
     Finished,
-    Unreadable,  // the folder cannot be listed
-    NoSpace,     // it would not fit; nothing was touched
+    Unreadable,   // a source that is a folder cannot be listed
+    NoSource,     // a source is an empty name or does not stand, or there is none; nothing was touched
+    MeetsTarget,  // a source holds the data folder or lies in it, or a link in it does; nothing was touched
+    NoSpace,      // it would not fit; nothing was touched
     Interrupted
 };
 
 struct ImportSummary {
     ImportEnd end = ImportEnd::Finished;
+    std::string refused;                 // of Unreadable, NoSource and MeetsTarget: what it is about
     int total = 0, done = 0;             // files; also in State().ImportTotal and ImportDone
     std::map<ImportResult, int> counts;  // by what became of them
     int failures = 0;                    // files whose result is one, and notes that could not be written
@@ -55,8 +59,9 @@ struct ImportSummary {
     std::set<std::pair<int, int>> months;          // year and month of all that has arrived
 };
 
-// Imports a folder: counts, looks whether there is room, then takes file by file. Emptied folders go. Any
-// thread; one import at a time.
+// Imports the sources: looks at them, counts, looks whether there is room, then takes file by file. Emptied
+// folders go. What lies behind a link to a folder is copied and stays in any case. Any thread; one import at
+// a time.
 ImportSummary RunImport(const ImportOptions& options);
 
 // ---- one file, for the drop on the window. By the settings; they give the new path, or nothing when the

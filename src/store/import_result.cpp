@@ -18,6 +18,10 @@ const char* NameOf(ImportResult result) {
             return "removed";
         case ImportResult::PassedOver:
             return "passed over";
+        case ImportResult::Followed:
+            return "link followed";
+        case ImportResult::VisitedOnce:
+            return "taken already";
         case ImportResult::Gone:
             return "gone";
         case ImportResult::Denied:
@@ -28,6 +32,10 @@ const char* NameOf(ImportResult result) {
             return "name taken";
         case ImportResult::Changed:
             return "changed meanwhile";
+        case ImportResult::Unreadable:
+            return "cannot be listed";
+        case ImportResult::MeetsTarget:
+            return "meets the data folder";
         case ImportResult::Failed:
             break;
     }

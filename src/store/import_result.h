@@ -19,13 +19,17 @@ enum class ImportResult {
     Same,        // the day has it already
     InPlace,     // it lay in its day's folder
     Removed,     // a picture cache of another program, which nobody wants
-    PassedOver,  // nothing that is imported: a pipe, an index, another program's scratch file
-    Gone,        // it was there when the folder was listed
+    PassedOver,  // nothing that is imported: a pipe, an index, another program's scratch file, a trash folder
+    Followed,    // a link to a folder: what lies there comes in
+    VisitedOnce,  // a folder to which another way led before
+    Gone,         // it was there when the folder was listed
     Denied,
     NoSpace,
-    Taken,    // the number that it would have as its name belongs to another file
-    Changed,  // somebody wrote it meanwhile
-    Failed    // the disk failed, or no date can be told
+    Taken,        // the number that it would have as its name belongs to another file
+    Changed,      // somebody wrote it meanwhile
+    Unreadable,   // a folder that cannot be listed
+    MeetsTarget,  // a folder that holds the data folder or lies in it
+    Failed        // the disk failed, or no date can be told
 };
 
 // "copied", "same file" and so on: for results, logs and messages.
@@ -42,6 +46,7 @@ struct ImportedFile {
     std::string source;
     std::string target;  // where it stands, or empty; of a shortcut the .lnk
     ImportResult result = ImportResult::Failed;
+    bool isFolder = false;              // no file: there is something to tell of a folder
     bool sourceStays = false;           // although it was to be taken away
     std::optional<RewriteResult> note;  // when one was to be written into it
     std::int32_t kind = 0;              // kKindImage and its like

@@ -120,6 +120,7 @@ TEST_F(CommandLineTest, BrokenFilesOfEachKindAreShown) {
 TEST_F(CommandLineTest, ShotDrawsEachView) {
     for (const char* view : {"year", "month", "day", "year --all", "month --all", "day --all"}) {
         const std::string png = Path("view.png");
+        files::MakeFolder(Path("empty"));
         const Outcome shot = Run("--data '" + folder_ + "/empty' shot --view " + view +
                                  " --date 2008-11-13 --size 640x480 --json --out '" + png + "'");
         ASSERT_EQ(shot.status, 0) << view << ": " << Errors();
@@ -137,6 +138,7 @@ TEST_F(CommandLineTest, ShotDrawsEachView) {
 
 TEST_F(CommandLineTest, ShotOnADenseScreenHasFourTimesThePixels) {
     const std::string png = Path("view.png");
+    files::MakeFolder(Path("empty"));
     ASSERT_EQ(
         Run("--data '" + folder_ + "/empty' shot --view month --size 640x480 --scale 2 --out '" + png + "'")
             .status,
@@ -145,6 +147,7 @@ TEST_F(CommandLineTest, ShotOnADenseScreenHasFourTimesThePixels) {
 }
 
 TEST_F(CommandLineTest, ShotThatCannotBeWrittenFails) {
+    files::MakeFolder(Path("empty"));
     const Outcome shot =
         Run("--data '" + folder_ + "/empty' shot --view month --out '" + folder_ + "/no/such/x.png'");
     EXPECT_EQ(shot.status, 1);
@@ -152,9 +155,22 @@ TEST_F(CommandLineTest, ShotThatCannotBeWrittenFails) {
 }
 
 TEST_F(CommandLineTest, DataFolderOfTheCommandLineIsNotSaved) {
-    ASSERT_EQ(Run("--data /nowhere shot --view month --out '" + Path("x.png") + "'").status, 0) << Errors();
+    ASSERT_EQ(files::MakeFolder(Path("else")), files::FileResult::Done);
+    ASSERT_EQ(Run("--data else shot --view month --out '" + Path("x.png") + "'").status, 0) << Errors();
     const std::string settings = files::ReadWholeFile(Path("home/kalmora.ini")).value_or("");
-    EXPECT_EQ(settings.find("/nowhere"), std::string::npos);
+    EXPECT_EQ(settings.find("else"), std::string::npos);
+}
+
+TEST_F(CommandLineTest, DataFolderThatIsNotThereIsAMistakeAndNoNewFolder) {
+    const std::string shot = " shot --view month --out '" + Path("x.png") + "'";
+    EXPECT_EQ(Run("--data nowhere" + shot).status, 1);
+    EXPECT_THAT(Errors(), HasSubstr("nowhere: no such folder"));
+    EXPECT_EQ(Run("--data nowhere").status, 1) << "the window does not come up";
+    EXPECT_FALSE(files::Exists(Path("nowhere")));
+    EXPECT_EQ(Run("--data ''" + shot).status, 2);
+    EXPECT_THAT(Errors(), HasSubstr("--data: an empty name"));
+    EXPECT_EQ(Run("--home ''" + shot).status, 2);
+    EXPECT_FALSE(files::Exists(Path("x.png")));
 }
 
 }  // namespace

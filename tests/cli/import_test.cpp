@@ -19,6 +19,7 @@ using testing::HasSubstr;
 class ImportVerbTest : public testing::Test {
 protected:
     ImportVerbTest() : folder_(files::MakeTemporaryFolder()) {
+        std::filesystem::create_directories(folder_ + "/files");
         Write("card/DCIM/100/A.JPG", Photo("2008:11:13 10:15:30"));
         Write("card/DCIM/101/A.JPG", Photo("2008:12:31 01:30:00"));
         Write("card/DCIM/note.txt", "[2008/11/14 09:00] a note");
@@ -120,12 +121,44 @@ TEST_F(ImportVerbTest, WrongUseEndsWithTwo) {
     EXPECT_EQ(Run("import --move --shortcut card/DCIM"), 2);
     EXPECT_EQ(Run("import --day-end 48 card/DCIM"), 2);
     EXPECT_EQ(Run("import --day-end x card/DCIM"), 2);
-    EXPECT_FALSE(Has("files"));
+    EXPECT_TRUE(std::filesystem::is_empty(folder_ + "/files"));
+}
+
+TEST_F(ImportVerbTest, EmptyNameIsNotTheCurrentFolder) {
+    EXPECT_EQ(Run("import --move ''"), 2);
+    EXPECT_THAT(Errors(), HasSubstr("empty name"));
+    EXPECT_EQ(Run("import --move \"$NO_SUCH_VARIABLE\" card/DCIM"), 2);
+    EXPECT_TRUE(Has("card/DCIM/100/A.JPG"));
+    EXPECT_TRUE(std::filesystem::is_empty(folder_ + "/files"));
+}
+
+TEST_F(ImportVerbTest, SeveralSourcesAndSingleFilesComeIn) {
+    ASSERT_EQ(Run("import card/DCIM/100 card/DCIM/note.txt"), 0) << Errors();
+    EXPECT_TRUE(Has("files/2008/200811/2008_1113/A.JPG"));
+    EXPECT_TRUE(Has("files/2008/200811/2008_1114/note.txt"));
+    EXPECT_FALSE(Has("files/2008/200812/2008_1231/A.JPG"));
+    EXPECT_EQ(Run("import card/DCIM gone.jpg"), 1) << "nothing is begun when one is missing";
+    EXPECT_THAT(Errors(), HasSubstr("gone.jpg: no such file or folder"));
+    EXPECT_FALSE(Has("files/2008/200812/2008_1231/A.JPG"));
+}
+
+TEST_F(ImportVerbTest, DataFolderAndSourceInEachOtherAreRefused) {
+    std::filesystem::create_directory_symlink("files", folder_ + "/alias");
+    Write("files/2008/200811/2008_1114/A.JPG", Photo("2008:11:13 10:15:30"));
+    for (const char* source : {"files", ".", "files/2008", "alias", "files/../files/", "alias/2008/.."}) {
+        EXPECT_EQ(Run(std::string("import --move ") + source), 1) << source;
+        EXPECT_THAT(Errors(), HasSubstr("data folder")) << source;
+    }
+    EXPECT_TRUE(Has("files/2008/200811/2008_1114/A.JPG"));
+    EXPECT_TRUE(Has("card/DCIM/100/A.JPG"));
+    std::filesystem::create_directory_symlink("../../files", folder_ + "/card/DCIM/way in");
+    EXPECT_EQ(Run("import card"), 1) << "a link in the source leads there";
+    EXPECT_FALSE(Has("files/2008/200811/2008_1113"));
 }
 
 TEST_F(ImportVerbTest, FailuresEndWithOne) {
     EXPECT_EQ(Run("import card/gone"), 1);
-    EXPECT_THAT(Errors(), HasSubstr("no such folder"));
+    EXPECT_THAT(Errors(), HasSubstr("no such file or folder"));
     Write("files/2008", "a file where the year's folder has to be");
     EXPECT_EQ(Run("import --json card/DCIM"), 1);
     EXPECT_EQ(nlohmann::json::parse(out_)[0]["result"], "denied");

@@ -104,7 +104,7 @@ protected:
     }
     ImportOptions Options(Volumes volumes, ImportOptions::Source source, bool withNotes) const {
         ImportOptions options;
-        options.folder = Card(volumes);
+        options.sources = {Card(volumes)};
         options.root = Root();
         options.source = source;
         options.dayEnd = 26;

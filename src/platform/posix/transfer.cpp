@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <utility>
 
@@ -74,6 +75,29 @@ std::optional<std::uint64_t> FreeSpace(const std::string& path) {
 bool IsLink(const std::string& path) {
     struct stat status {};
     return lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
+bool LiesIn(const std::string& path, const std::string& folder) {
+    struct stat wanted {};
+    if (stat(folder.c_str(), &wanted) != 0) return false;
+    std::string at = AbsolutePathOf(path);
+    for (;;) {
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): the buffer is its own
+        if (char* const real = realpath(at.c_str(), nullptr)) {
+            at = real;
+            std::free(real);
+            break;
+        }
+        if (at.size() <= 1) return false;
+        at = FolderOfPath(at);
+    }
+    for (;; at = FolderOfPath(at)) {
+        struct stat status {};
+        if (stat(at.c_str(), &status) == 0 && status.st_dev == wanted.st_dev &&
+            status.st_ino == wanted.st_ino)
+            return true;
+        if (at.size() <= 1) return false;
+    }
 }
 
 FileResult RenameNew(const std::string& from, const std::string& to) {

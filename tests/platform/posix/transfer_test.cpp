@@ -126,6 +126,22 @@ TEST(IsLink, LooksAtThePathItself) {
     EXPECT_FALSE(IsLink(folder / "gone"));
 }
 
+TEST(LiesIn, FollowsLinksAndSpellings) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directories(folder / "photos/2008");
+    std::filesystem::create_directories(folder / "photos2");
+    std::filesystem::create_directory_symlink(folder / "photos/2008", folder / "alias");
+    const std::string photos = folder / "photos";
+    for (const char* inside : {"photos", "photos/", "photos/2008", "photos/./2008/..", "alias",
+                               "photos2/../photos/2008", "photos/not/yet/made.jpg", "alias/not yet"})
+        EXPECT_TRUE(LiesIn(folder / inside, photos)) << inside;
+    for (const char* outside : {"", "photos2", "PHOTOS/2008", "photos/..", "photo", "photos2/not yet"})
+        EXPECT_FALSE(LiesIn(folder / outside, photos)) << outside;
+    EXPECT_TRUE(LiesIn(folder / "photos/2008", folder / "alias"));
+    EXPECT_TRUE(LiesIn(folder / "photos", photos + "/2008/.."));
+    EXPECT_FALSE(LiesIn(photos, folder / "gone")) << "nothing lies in a folder that does not stand";
+}
+
 TEST(FreeSpace, IsThatOfTheVolumeAlsoForWhatDoesNotStandYet) {
     const TemporaryFolder folder;
     struct statvfs system {};

@@ -20,7 +20,7 @@ protected:
     ImportTest() : card(MakeFolder("card/DCIM")) {
         State().TempFolder = MakeFolder("Temp");
         setenv("XDG_DATA_HOME", At("share").c_str(), 1);  // the trash
-        options.folder = card;
+        options.sources = {card};
         options.root = root;
         options.onFile = [this](const ImportedFile& file) { told.push_back(file); };
     }

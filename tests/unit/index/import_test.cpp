@@ -177,15 +177,78 @@ TEST_F(ImportFolderTest, IndexOfAnotherFolderStaysThere) {
     EXPECT_THAT(NamesInDay(), ElementsAre("a.jpg"));
 }
 
-TEST_F(ImportFolderTest, DataFolderItselfCanBeSortedAnew) {
-    PutInDay("right.jpg", PhotoTaken("2008:11:13 10:15:30"));
+TEST_F(ImportFolderTest, DataFolderItselfIsRefusedAndSoIsWhatHoldsIt) {
     PutInDay("wrong.jpg", PhotoTaken("2008:11:14 10:15:30"));
-    options.folder = root;
     options.source = ImportOptions::Source::Goes;
-    Import();
-    EXPECT_THAT(TreeOf(root),
-                ElementsAre("2008/200811/2008_1113/right.jpg", "2008/200811/2008_1114/wrong.jpg"));
-    EXPECT_THAT(Results(), testing::Contains(ImportResult::InPlace));
+    for (const std::string& source : {root, home, DayFolder(), PathOf("wrong.jpg")}) {
+        options.sources = {card, source};
+        const ImportSummary summary = Import();
+        EXPECT_EQ(summary.end, ImportEnd::MeetsTarget) << source;
+        EXPECT_EQ(summary.refused, source);
+        EXPECT_THAT(TreeOf(root), ElementsAre("2008/200811/2008_1113/wrong.jpg"));
+    }
+}
+
+TEST_F(ImportFolderTest, EmptyNameIsNotTheCurrentFolder) {
+    for (const auto& sources : std::vector<std::vector<std::string>>{{}, {""}, {card, ""}, {"DCIM"}}) {
+        options.sources = sources;
+        EXPECT_EQ(Import().end, ImportEnd::NoSource);
+    }
+}
+
+TEST_F(ImportFolderTest, SeveralSourcesComeInAndEachFolderOnce) {
+    Add("100/A.JPG", PhotoTaken("2008:11:13 10:15:30"));
+    const std::string single = Put("elsewhere/b.mov", "film");
+    SetDate(single, {2008, 11, 4, 13, 10, 15, 0, 0});
+    options.sources = {single, card, OnCard("100") + "/"};
+    const ImportSummary summary = Import();
+    EXPECT_THAT(NamesInDay(), ElementsAre("A.JPG", "b.mov"));
+    EXPECT_THAT(Results(),
+                ElementsAre(ImportResult::Copied, ImportResult::Copied, ImportResult::VisitedOnce));
+    EXPECT_EQ(summary.total, 2);
+}
+
+TEST_F(ImportFolderTest, LinkedFoldersAreFollowedOnceAndWhatLiesThereStays) {
+    Add("100/A.JPG", "a");
+    const std::string linked = Put("elsewhere/b.mov", "film");
+    SetDate(linked, {2008, 11, 4, 13, 10, 15, 0, 0});
+    std::filesystem::create_directory_symlink(At("elsewhere"), OnCard("0 link"));
+    std::filesystem::create_directory_symlink(At("elsewhere"), OnCard("second link"));
+    std::filesystem::create_directory_symlink(OnCard("100"), OnCard("1 to 100"));
+    std::filesystem::create_directory_symlink(card, At("elsewhere/round"));
+    options.source = ImportOptions::Source::Goes;
+    const ImportSummary summary = Import();
+    EXPECT_THAT(NamesInDay(), ElementsAre("A.JPG", "b.mov"));
+    EXPECT_TRUE(files::Exists(linked)) << "it belongs elsewhere";
+    EXPECT_EQ(summary.counts.at(ImportResult::Followed), 1);
+    EXPECT_EQ(summary.counts.at(ImportResult::VisitedOnce), 3) << "the way round is one of them";
+    EXPECT_EQ(summary.failures, 0);
+    EXPECT_EQ(summary.done, 2);
+}
+
+TEST_F(ImportFolderTest, LinkToTheDataFolderIsRefusedBeforeAnythingIsTouched) {
+    Add("a.mov");
+    PutInDay("b.mov", "film");
+    std::filesystem::create_directory_symlink(DayFolder(), OnCard("link"));
+    EXPECT_EQ(Import().end, ImportEnd::MeetsTarget);
+    EXPECT_THAT(NamesInDay(), ElementsAre("b.mov"));
+    files::RemoveFile(OnCard("link"));
+    std::filesystem::create_directory_symlink(home, OnCard("link"));
+    EXPECT_EQ(Import().end, ImportEnd::MeetsTarget) << "it holds the data folder";
+}
+
+TEST_F(ImportFolderTest, WhatMachinesPutOnACardStaysThere) {
+    Add("a.mov", "film");
+    for (const char* name : {".DS_Store", "._a.mov", "Desktop.INI", ".Trashes/501/b.mov", ".Spotlight-V100/x",
+                             "@eaDir/a.mov/thumb.jpg", "$RECYCLE.BIN/c.mov", ".Trash-1000/files/d.mov",
+                             "System Volume Information/e"})
+        Add(name, name);
+    options.source = ImportOptions::Source::Goes;
+    const ImportSummary summary = Import();
+    EXPECT_THAT(TreeOf(root), ElementsAre("2008/200811/2008_1113/a.mov"));
+    EXPECT_EQ(TreeOf(card).size(), 9u);
+    EXPECT_EQ(summary.failures, 0);
+    EXPECT_EQ(summary.counts.at(ImportResult::PassedOver), 9) << "each file and each folder is told";
 }
 
 TEST_F(ImportFolderTest, NumberedFilesGoOnBehindThoseOfTheDay) {
@@ -246,7 +309,7 @@ TEST_F(ImportMoveTest, SkippedFileStays) {
     EXPECT_THAT(Results(), ElementsAre(ImportResult::Same));
 }
 
-TEST_F(ImportMoveTest, SecondNameOfTheFileGoesAndAnAliasOfItsFolderDoesNot) {
+TEST_F(ImportMoveTest, SecondNameOfTheFileGoes) {
     const std::string source = Add("a.jpg", "content"), standing = PutInDay("a.jpg");
     files::RemoveFile(standing);
     std::filesystem::create_hard_link(source, standing);
@@ -254,11 +317,6 @@ TEST_F(ImportMoveTest, SecondNameOfTheFileGoesAndAnAliasOfItsFolderDoesNot) {
     Import();
     EXPECT_FALSE(files::Exists(source));
     EXPECT_EQ(ContentOf(standing), "content");
-    std::filesystem::create_directory_symlink(DayFolder(), At("alias"));
-    options.folder = At("alias");
-    Import();
-    EXPECT_THAT(Results(), ElementsAre(ImportResult::Same));
-    EXPECT_EQ(ContentOf(standing), "content") << "it is the only one";
 }
 
 TEST_F(ImportMoveTest, LinkGoesAndItsFileIsCopied) {
@@ -298,7 +356,7 @@ protected:
     ImportAcrossVolumesTest() {
         const auto here = files::GetStatus(root), memory = files::GetStatus("/dev/shm");
         if (here && memory && here->volume != memory->volume && mkdtemp(other_.data())) isThere_ = true;
-        options.folder = other_;
+        options.sources = {other_};
         options.source = ImportOptions::Source::Goes;
     }
     ~ImportAcrossVolumesTest() override {
@@ -508,16 +566,16 @@ TEST_F(ImportFolderTest, ProgressTellsTheCountAndEachFile) {
 
 TEST_F(ImportFolderTest, TrailingSeparatorIsCut) {
     Add("A.JPG", PhotoTaken("2008:11:13 10:15:30"));
-    options.folder = card + "/";
+    options.sources = {card + "/"};
     options.addFolderName = true;
     Import();
     EXPECT_EQ(CommentOf(PathOf("A.JPG")), "DCIM");
 }
 
 TEST_F(ImportFolderTest, AbsentFolderSaysSo) {
-    options.folder = OnCard("no such folder");
+    options.sources = {OnCard("no such folder")};
     const ImportSummary summary = Import();
-    EXPECT_EQ(summary.end, ImportEnd::Unreadable);
+    EXPECT_EQ(summary.end, ImportEnd::NoSource);
     EXPECT_EQ(summary.done, 0);
     EXPECT_EQ(State().ImportDone, 0);
 }
@@ -608,7 +666,7 @@ TEST_F(ImportTest, OptionsAreThoseOfTheSettings) {
     State().ImportCommentOn = 1;
     State().ImportComment = "words";
     ImportOptions given = ImportOptionsOfSettings();
-    EXPECT_EQ(given.folder, "/media/CARD/DCIM");
+    EXPECT_THAT(given.sources, ElementsAre("/media/CARD/DCIM"));
     EXPECT_EQ(given.root, root);
     EXPECT_EQ(given.source, ImportOptions::Source::Goes);
     EXPECT_EQ(given.naming, Naming::Keep);
