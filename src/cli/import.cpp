@@ -14,12 +14,11 @@
 #include "cli/iso_date.h"
 #include "cli/photo_verb.h"
 #include "cli/progress_bar.h"
+#include "cli/shown_name.h"
 #include "cli/verbs.h"
 #include "store/data_folder.h"
 #include "store/index_progress.h"
 #include "store/index_stop.h"
-#include "store/index_tree.h"
-#include "store/month_index.h"
 
 namespace kalmora {
 
@@ -33,17 +32,30 @@ struct ImportVerb {
     bool shortcut = false;
     bool number = false;
     bool folderName = false;
+    bool dryRun = false;
     bool json = false;
+    std::string compare = "date";
     std::string note;
     int dayEnd = 0;
     const CLI::Option* noteOption = nullptr;
     const CLI::Option* dayEndOption = nullptr;
 };
 
-// One record a file, printed as it comes: a card may hold more files than memory should.
+// What became of a file, in the words of a line.
+std::string WordsOf(const ImportedFile& file, ImportOptions::Run run) {
+    const std::string target = file.target.empty() ? "" : " to " + ShownOnOutput(file.target);
+    if (run == ImportOptions::Run::Rehearsal && HasArrived(file.result))
+        return std::string("would be ") + NameOf(file.result) + target;
+    if (file.result == ImportResult::Differs)
+        return "differs from " + ShownOnOutput(file.standing) + ", left where it is";
+    return NameOf(file.result) + target;
+}
+
+// One record a file, printed as it comes: a card may hold more files than memory should. The sum of them all
+// is the last.
 class ImportPrinter {
 public:
-    explicit ImportPrinter(bool asJson) : asJson_(asJson) {
+    ImportPrinter(bool asJson, ImportOptions::Run run) : asJson_(asJson), run_(run) {
         if (asJson_) std::fputs("[", stdout);
     }
     ~ImportPrinter() {
@@ -59,8 +71,29 @@ public:
         else
             PrintLine(file);
     }
+    void PrintSum(const ImportSummary& summary) {
+        if (asJson_) {
+            Json record{{"file", nullptr}, {"result", "summary"}};
+            record["taken"] = summary.taken;
+            record["passedOver"] = summary.passedOver;
+            record["differing"] = summary.differing;
+            record["failed"] = summary.failures;
+            record["bytes"] = summary.bytes;
+            return PrintRecord(record);
+        }
+        std::printf("%d %s (%llu bytes), %d passed over, %d differing, %d failed\n", summary.taken,
+                    run_ == ImportOptions::Run::Rehearsal ? "to be taken" : "taken",
+                    static_cast<unsigned long long>(summary.bytes), summary.passedOver, summary.differing,
+                    summary.failures);
+    }
 
 private:
+    void PrintRecord(Json& record) {
+        if (run_ == ImportOptions::Run::Rehearsal) record["dryRun"] = true;
+        std::printf("%s%s", isFirst_ ? "\n" : ",\n",
+                    record.dump(-1, ' ', false, Json::error_handler_t::replace).c_str());
+        isFirst_ = false;
+    }
     void PrintJson(const ImportedFile& file) {
         char day[48] = "";
         if (file.day.day > 0)
@@ -69,44 +102,37 @@ private:
         record["target"] = file.target.empty() ? Json() : Json(file.target);
         record["date"] = file.taken.year == 0 ? Json() : Json(IsoDate(file.taken));
         record["day"] = *day ? Json(day) : Json();
+        if (!file.standing.empty()) record["standing"] = file.standing;
+        if (file.result == ImportResult::Differs) record["leftThere"] = true;
+        if (file.isFolder) record["isFolder"] = true;
         if (file.sourceStays) record["sourceStays"] = true;
         if (file.note) record["note"] = NameOf(*file.note);
-        std::printf("%s%s", isFirst_ ? "\n" : ",\n",
-                    record.dump(-1, ' ', false, Json::error_handler_t::replace).c_str());
-        isFirst_ = false;
+        PrintRecord(record);
     }
-    static void PrintLine(const ImportedFile& file) {
+    void PrintLine(const ImportedFile& file) const {
         if (IsFailure(file.result)) {
-            std::fprintf(stderr, "kalmora import: %s: %s\n", file.source.c_str(), NameOf(file.result));
+            std::fprintf(stderr, "kalmora import: %s: %s\n", ShownOnErrors(file.source).c_str(),
+                         NameOf(file.result));
             return;
         }
-        std::printf("%s: %s%s%s%s\n", file.source.c_str(), NameOf(file.result),
-                    file.target.empty() ? "" : " to ", file.target.c_str(),
-                    file.sourceStays ? ", the original stays" : "");
+        std::printf("%s: %s%s\n", ShownOnOutput(file.source).c_str(), WordsOf(file, run_).c_str(),
+                    file.sourceStays && HasArrived(file.result) ? ", the original stays" : "");
         if (file.note && !IsDone(*file.note))
-            std::fprintf(stderr, "kalmora import: %s: no note: %s\n", file.target.c_str(),
+            std::fprintf(stderr, "kalmora import: %s: no note: %s\n", ShownOnErrors(file.target).c_str(),
                          NameOf(*file.note));
     }
 
     const bool asJson_;
+    const ImportOptions::Run run_;
     bool isFirst_ = true;
 };
 
 void OnInterrupt(int) { InterruptIndexing(); }
 
-// Nobody comes by later to do it, as the window's idle refresh does. False when an index was not written.
-bool UpdateIndex(const ImportSummary& summary, const std::string& root) {
-    std::vector<CalendarDate> months;
-    for (const auto& [year, month] : summary.months) months.push_back({year, month, 0});
-    return RunOverMonths(months, [&root](const CalendarDate& date, IndexBatch& batch) {
-        MonthIndex month(date.year, date.month, root);
-        return month.Load(0, batch) && month.Update(0, batch);
-    });
-}
-
 // The exit status.
 int Tell(const ImportSummary& summary) {
-    const char* const refused = summary.refused.c_str();
+    const std::string shown = ShownOnErrors(summary.refused);
+    const char* const refused = shown.c_str();
     switch (summary.end) {
         case ImportEnd::NoSource:
             std::fprintf(stderr, "kalmora import: %s: no such file or folder; nothing was done\n", refused);
@@ -130,7 +156,8 @@ int Tell(const ImportSummary& summary) {
         case ImportEnd::Finished:
             break;
     }
-    return summary.failures == 0 ? 0 : 1;
+    if (!summary.isIndexed) std::fputs("kalmora import: some index files could not be written\n", stderr);
+    return summary.failures == 0 && summary.isIndexed ? 0 : 1;
 }
 
 int RunImportVerb(const StartOptions& start, const ImportVerb& verb) {
@@ -149,6 +176,9 @@ int RunImportVerb(const StartOptions& start, const ImportVerb& verb) {
                      : verb.move   ? ImportOptions::Source::Goes
                                    : ImportOptions::Source::Stays;
     options.naming = verb.number ? Naming::Number : Naming::Keep;
+    options.sameBy = verb.compare == "content" ? SameBy::Content : SameBy::DateOrSize;
+    options.run = verb.dryRun ? ImportOptions::Run::Rehearsal : ImportOptions::Run::ForReal;
+    options.index = ImportOptions::Index::UpToDate;
     options.addFolderName = verb.folderName;
     options.addComment = verb.noteOption->count() > 0;
     options.comment = verb.note;
@@ -158,20 +188,18 @@ int RunImportVerb(const StartOptions& start, const ImportVerb& verb) {
     std::signal(SIGINT, OnInterrupt);
     std::signal(SIGTERM, OnInterrupt);
     ImportSummary summary;
-    bool isIndexed = true;
     {
         ProgressBar bar;
-        ImportPrinter printer(verb.json);
+        ImportPrinter printer(verb.json, options.run);
         OnProgress = [&bar](double ratio, const std::string& text) { bar.Show(ratio, text); };
         options.onFile = [&printer](const ImportedFile& file) { printer.Print(file); };
         summary = RunImport(options);
         OnProgress = nullptr;
-        if (!IsIndexingInterrupted()) isIndexed = UpdateIndex(summary, options.root);
+        const bool isRefused = summary.end == ImportEnd::NoSource || summary.end == ImportEnd::MeetsTarget ||
+                               summary.end == ImportEnd::NoSpace;
+        if (!isRefused) printer.PrintSum(summary);
     }
-    const int status = Tell(summary);
-    if (isIndexed) return status;
-    std::fprintf(stderr, "kalmora import: some index files could not be written\n");
-    return 1;
+    return Tell(summary);
 }
 
 }  // namespace
@@ -181,16 +209,26 @@ void AddImportVerb(CLI::App& app, VerbRun& run) {
     auto options = std::make_shared<ImportVerb>();
     CLI::App* verb = app.add_subcommand("import", "Take files and folders into the days that they belong to");
     CLI::Option* move = verb->add_flag("--move", options->move, "Remove each original once its copy is safe");
-    verb->add_flag("--shortcut", options->shortcut, "Make shortcuts to the originals instead of copies")
-        ->excludes(move);
+    CLI::Option* shortcut =
+        verb->add_flag("--shortcut", options->shortcut,
+                       "Make shortcuts to the originals instead of copies; they take no words")
+            ->excludes(move);
     verb->add_flag("--number", options->number, "Name the files 0001.jpg, 0002.jpg and so on");
-    options->noteOption =
-        verb->add_option("--note", options->note, "Words for the comment of each photo")->type_name("TEXT");
+    options->noteOption = verb->add_option("--note", options->note, "Words for the comment of each photo")
+                              ->type_name("TEXT")
+                              ->excludes(shortcut);
     verb->add_flag("--folder-name", options->folderName,
-                   "Add the name of its folder to the comment of each photo");
+                   "Add the name of its folder to the comment of each photo")
+        ->excludes(shortcut);
     options->dayEndOption = verb->add_option("--day-end", options->dayEnd,
                                              "Hour at which a day ends: 26 for two in the night that follows")
                                 ->check(CLI::Range(0, kLastHour));
+    verb->add_option(
+            "--compare", options->compare,
+            "What makes a file of a name the same: the second or else the size (date), or every byte")
+        ->type_name("date|content")
+        ->check(CLI::IsMember({"date", "content"}));
+    verb->add_flag("--dry-run", options->dryRun, "Say what would happen, and touch nothing");
     verb->add_flag("--json", options->json, "Print an array with an object for each file");
     verb->add_option("SRC", options->sources, "Folders, such as a camera card's DCIM, and single files")
         ->required();

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "app/environment.h"
+#include "cli/shown_name.h"
 #include "platform/files.h"
 
 namespace kalmora {
@@ -35,7 +36,7 @@ FileReport::~FileReport() = default;
 
 void FileReport::Done(const std::string& file, const std::string& words, const Json& details) {
     if (state_->form == ReportForm::Lines) {
-        std::printf("%s: %s\n", file.c_str(), words.c_str());
+        std::printf("%s: %s\n", ShownOnOutput(file).c_str(), words.c_str());
         return;
     }
     Json record{{"file", file}, {"result", words}};
@@ -45,7 +46,8 @@ void FileReport::Done(const std::string& file, const std::string& words, const J
 
 void FileReport::Failed(const std::string& file, const std::string& words) {
     state_->allDone = false;
-    std::fprintf(stderr, "kalmora %s: %s: %s\n", state_->verb.c_str(), file.c_str(), words.c_str());
+    std::fprintf(stderr, "kalmora %s: %s: %s\n", state_->verb.c_str(), ShownOnErrors(file).c_str(),
+                 words.c_str());
     if (state_->form == ReportForm::Json) state_->records.push_back(Json{{"file", file}, {"result", words}});
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "cli/shown_name.h"
 #include "platform/clock.h"
 #include "platform/terminal.h"
 
@@ -30,7 +31,7 @@ void ProgressBar::Show(double ratio, const std::string& text) {
     std::string bar(kWidth, ' ');
     std::fill_n(bar.begin(), static_cast<int>(part * kWidth), '#');
     std::fprintf(stderr, "%s[%s] %3d%% %s", kWipeLine, bar.c_str(), static_cast<int>(part * 100),
-                 text.c_str());
+                 EscapeControls(text).c_str());
     std::fflush(stderr);
 }
 

@@ -10,6 +10,7 @@
 #include "app/app_state.h"
 #include "app/environment.h"
 #include "cli/iso_date.h"
+#include "cli/shown_name.h"
 #include "cli/verbs.h"
 #include "media/photo.h"
 #include "platform/files.h"
@@ -99,7 +100,7 @@ void PrintPlainly(const Json& record, std::string& out) {
     for (const auto& [key, value] : record.items()) {
         if (value.is_null()) continue;
         out += key == "path"
-                   ? value.get_ref<const std::string&>()
+                   ? ShownOnOutput(value.get_ref<const std::string&>())
                    : "  " + key + ": " + (value.is_string() ? value.get<std::string>() : Dump(value));
         out += '\n';
     }
@@ -140,7 +141,7 @@ int RunShow(const StartOptions& start, const ShowOptions& options) {
     for (const std::string& name : names) {
         const std::string path = AbsolutePath(name);
         if (!files::Exists(path)) {
-            std::fprintf(stderr, "kalmora show: %s: no such file\n", name.c_str());
+            std::fprintf(stderr, "kalmora show: %s: no such file\n", ShownOnErrors(name).c_str());
             allRead = false;
             continue;
         }

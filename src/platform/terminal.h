@@ -6,4 +6,7 @@ namespace kalmora {
 // True when a person reads what goes to standard error: only then is progress shown there.
 bool IsErrorOutputATerminal();
 
+// The same of standard output.
+bool IsOutputATerminal();
+
 }  // namespace kalmora

@@ -49,7 +49,8 @@ public:
     NewCopy(NewCopy&& other) noexcept;
     NewCopy& operator=(NewCopy&& other) noexcept;
 
-    // Copies a regular file (a link is followed) with its rights and times, in the kernel and by sharing its
+    // Copies a regular file (a link is followed) with its times and its rights, to which that of its owner to
+    // write it is added, in the kernel and by sharing its
     // blocks where the file system can. Nothing is flushed yet. Failed also when the source is no regular
     // file or did not give as many bytes as it has.
     FileResult Make(const std::string& from, const std::string& folder);

@@ -15,12 +15,17 @@
 #include "store/data_folder.h"
 #include "store/day_index.h"
 #include "store/file_helpers.h"
+#include "store/import_arrivals.h"
 #include "store/import_batch.h"
+#include "store/import_companions.h"
+#include "store/import_room.h"
 #include "store/import_source.h"
 #include "store/import_walk.h"
 #include "store/index_manager.h"
 #include "store/index_progress.h"
 #include "store/index_stop.h"
+#include "store/index_tree.h"
+#include "store/month_index.h"
 
 namespace kalmora {
 
@@ -32,33 +37,16 @@ std::string FolderOf(const std::string& path) {
     return path.substr(0, path.size() - GetFileName(path).size() - 1);
 }
 
-// Indexes belong to their folder, and scratch files to whoever makes them.
-bool IsPassedOver(const std::string& name) {
-    return name == kIndexFileName || files::HasScratchName(name) || IsJunkName(name);
-}
-
-// ---- the walk before the import
-
-class FileCounter final : public WalkListener {
-public:
-    void OnFile(const SourceFile& file, const std::vector<std::string>&) override {
-        if (const auto status = files::GetStatus(file.path); status && status->isRegular)
-            bytes += status->size;
-        if (++files % 100 == 0) TellProgress(0, "Import Target = %d files", files);
-    }
-    void OnNews(const std::string& folder, FolderNews news) override {
-        if (news == FolderNews::MeetsTarget) meetsTarget = folder;
-    }
-    void OnLeft(const std::string&) override {}
-
-    int files = 0;
-    std::uint64_t bytes = 0;
-    std::string meetsTarget;  // a folder that does
-};
-
-std::uint64_t OnDisk(std::uint64_t size) {
-    constexpr std::uint64_t kBlock = 4096;
-    return (size + kBlock - 1) / kBlock * kBlock;
+// False when it was stopped, or when an index file could not be written.
+bool UpdateMonths(const std::string& root, const std::vector<CalendarDate>& dates) {
+    return RunOverMonths(dates, [&root](const CalendarDate& date, IndexBatch& batch) {
+        if (root == MainIndex().dataRoot)
+            if (const MonthPointer known = MainIndex().FindMonth(date.year, date.month);
+                known && known->IsLoaded(0))
+                return known->Update(0, batch);
+        MonthIndex month(date.year, date.month, root);
+        return month.Load(0, batch) && month.Update(0, batch);
+    });
 }
 
 // ---- the import itself
@@ -68,23 +56,42 @@ public:
     Importer(const ImportOptions& options, ImportSummary& summary)
         : options_(options),
           summary_(summary),
-          links_(options.naming, TargetNames::Form::Shortcut),
-          batch_(options.naming, [this](std::span<ImportedFile> files) { OnSettled(files); }) {
+          links_(options.naming, TargetNames::Form::Shortcut, options.sameBy),
+          rehearsed_(options.naming,
+                     options.source == ImportOptions::Source::GetsShortcut ? TargetNames::Form::Shortcut
+                                                                           : TargetNames::Form::File,
+                     options.sameBy, TargetNames::OnReserved::CompareSources),
+          batch_(TargetNames(options.naming, TargetNames::Form::File, options.sameBy),
+                 [this](std::span<ImportedFile> files) { OnSettled(files); }) {
+        if (IsRehearsal()) return;
+        if (arrivals_.Open(State().TempFolder)) batch_.UseArrivals(&arrivals_);
         if (options.source == ImportOptions::Source::Goes && journal_.Open(State().TempFolder)) {
             journal_.Settle();
             batch_.UseJournal(&journal_);
         }
+        toIndex_ = arrivals_.Settle();
     }
 
-    // True when it fits, as far as can be told.
-    bool HasRoom(const FileCounter& all);
     void OnFile(const SourceFile& file, const std::vector<std::string>& siblings) override;
     void OnNews(const std::string& folder, FolderNews news) override;
     void OnLeft(const std::string& folder) override;
     void Finish();
 
 private:
-    void MakeLink(ImportedFile file, const std::string& dayFolder);
+    // A file that is on its way, and what goes with it.
+    struct Group {
+        ImportedFile file;
+        std::vector<ImportBatch::Companion> companions;
+    };
+    bool IsRehearsal() const { return options_.run == ImportOptions::Run::Rehearsal; }
+    // False when nothing is to be done with the file; its result says why.
+    bool Describe(const std::string& path, ImportedFile& file) const;
+    std::optional<SystemTime> DateOf(const ImportedFile& file);
+    void AddCompanions(const std::string& folder, Group& group);
+    void Take(Group group, bool isBehindLink);
+    void Rehearse(Group group, const std::string& dayFolder, bool goes);
+    void MakeLinks(Group group, const std::string& dayFolder);
+    void MakeLink(ImportedFile file, const TargetNames::Choice& choice);
     std::string FolderOfDay(const ImportedFile& file) const {
         return MakeDayFolderPath(options_.root, file.day.year, file.day.month, file.day.day);
     }
@@ -92,67 +99,29 @@ private:
         const SystemTime day = ApplyDayEnd(taken, options_.dayEnd);
         return {day.year, day.month, day.day};
     }
-    std::string NoteOf(const ImportedFile& file) const;
-    void WriteNotes(std::span<ImportedFile> files);
+    std::string WordsFor(const ImportedFile& file) const;
+    void WriteWords(std::span<ImportedFile> files);
     void OnSettled(std::span<ImportedFile> files);
     void Tell(const ImportedFile& file);
     void AddToIndex(const std::string& path);
+    void UpdateIndex();
     void RemoveEmptyFolders();
     void SweepOnce(const std::string& dayFolder);
 
     const ImportOptions& options_;
     ImportSummary& summary_;
     ImportJournal journal_;
-    TargetNames links_;
+    ArrivalJournal arrivals_;
+    TargetNames links_, rehearsed_;
     ImportBatch batch_;
+    std::string companionFolder_;  // of companions_
+    FolderCompanions companions_;
     std::vector<std::string> forIndex_;
     std::vector<std::string> leftFolders_;        // walked, and to be removed when they are empty
     std::set<std::string> arrivedIn_;             // day folders
+    std::set<MonthToCome> toIndex_;               // where something stands that an index may lack
     std::map<std::string, SystemTime> unsigned_;  // phone pictures whose source could not be written
 };
-
-// Sums up what the calendar does not have yet.
-class RoomCounter final : public WalkListener {
-public:
-    RoomCounter(const ImportOptions& options) : options_(options), names_(options.naming) {}
-    void OnFile(const SourceFile& file, const std::vector<std::string>&) override {
-        const auto status = files::GetStatus(file.path);
-        const auto taken = status && status->isRegular ? DateOfSource(file.path) : std::nullopt;
-        if (!taken || IsPassedOver(GetFileName(file.path))) return;
-        const SystemTime day = ApplyDayEnd(*taken, options_.dayEnd);
-        const std::string folder = MakeDayFolderPath(options_.root, day.year, day.month, day.day);
-        if (!names_.Look(file.path, folder).path.empty()) bytes += OnDisk(status->size);
-    }
-    void OnNews(const std::string&, FolderNews) override {}
-    void OnLeft(const std::string&) override {}
-
-    std::uint64_t bytes = 0;
-
-private:
-    const ImportOptions& options_;
-    TargetNames names_;
-};
-
-bool Importer::HasRoom(const FileCounter& all) {
-    MakeDirectories(options_.root);
-    const auto rootStatus = files::GetStatus(options_.root);
-    const bool isRenamed = options_.source == ImportOptions::Source::Goes && rootStatus &&
-                           std::ranges::all_of(options_.sources, [&](const std::string& source) {
-                               const auto status = files::GetStatus(source);
-                               return status && status->volume == rootStatus->volume;
-                           });
-    if (isRenamed || options_.source == ImportOptions::Source::GetsShortcut) return true;
-    const auto free = files::FreeSpace(options_.root);
-    constexpr std::uint64_t kBlock = 4096;
-    summary_.freeBytes = free.value_or(0);
-    summary_.neededBytes = all.bytes + kBlock * static_cast<std::uint64_t>(all.files);
-    if (!free || summary_.neededBytes <= *free) return true;
-    // It is tight: what the calendar has already needs no room.
-    RoomCounter room(options_);
-    SourceWalk(room, options_.root).Walk(options_.sources);
-    summary_.neededBytes = room.bytes;
-    return summary_.neededBytes <= *free;
-}
 
 void Importer::OnNews(const std::string& folder, FolderNews news) {
     ImportedFile told;
@@ -190,46 +159,119 @@ void Importer::OnLeft(const std::string& folder) {
 }
 
 void Importer::RemoveEmptyFolders() {
-    if (!batch_.IsEmpty()) return;  // they are not empty yet
+    if (IsRehearsal() || !batch_.IsEmpty()) return;  // not empty yet
     for (const std::string& folder : leftFolders_) files::RemoveEmptyFolder(folder);
     leftFolders_.clear();
 }
 
-void Importer::OnFile(const SourceFile& source, const std::vector<std::string>&) {
-    const std::string& path = source.path;
-    ImportedFile file;
+bool Importer::Describe(const std::string& path, ImportedFile& file) const {
     file.source = path;
     file.kind = static_cast<std::int32_t>(ClassifyFile(path));
     const auto status = files::GetStatus(path);
-    if (!status || !status->isRegular || IsPassedOver(GetFileName(path))) {
+    if (!status || !status->isRegular || IsLeftAlone(GetFileName(path))) {
         file.result = status ? ImportResult::PassedOver : ImportResult::Gone;
-        return batch_.AddSettled(std::move(file));
+        return false;
     }
-    IsReadOnly(path);  // tells the log
-    std::optional<SystemTime> taken = PhoneNameDate(GetFileName(path));
-    if (taken) {
-        Log("[ades] %d/%02d/%02d %02d:%02d:%02d", taken->year, taken->month, taken->day, taken->hour,
-            taken->minute, taken->second);
-        const RewriteResult result = WritePhoneDate(path, *taken);
-        if (!IsDone(result) && file.kind == kKindImage) unsigned_[path] = *taken;
-    } else {
-        taken = DateOfSource(path);
-    }
-    if (!taken) {
-        file.result = files::Exists(path) ? ImportResult::Failed : ImportResult::Gone;
-        return batch_.AddSettled(std::move(file));
-    }
-    file.taken = *taken;
-    file.day = DayOf(*taken);
-    const std::string folder = FolderOfDay(file);
-    SweepOnce(folder);
-    if (options_.source == ImportOptions::Source::GetsShortcut) return MakeLink(std::move(file), folder);
-    const bool goes = options_.source == ImportOptions::Source::Goes && !source.isBehindLink;
-    file.sourceStays = options_.source == ImportOptions::Source::Goes && source.isBehindLink;
-    batch_.Add(std::move(file), folder, goes ? ImportBatch::Source::Goes : ImportBatch::Source::Stays);
+    file.bytes = status->size;
+    file.isProtected = IsReadOnly(path);  // tells the log, too
+    file.words = WordsFor(file);
+    return true;
 }
 
-// The first time that a day is come to, what a killed import left in it goes.
+std::optional<SystemTime> Importer::DateOf(const ImportedFile& file) {
+    const auto phone = PhoneNameDate(GetFileName(file.source));
+    if (!phone) return DateOfSource(file.source);
+    Log("[ades] %d/%02d/%02d %02d:%02d:%02d", phone->year, phone->month, phone->day, phone->hour,
+        phone->minute, phone->second);
+    if (IsRehearsal()) return phone;
+    const RewriteResult result = WritePhoneDate(file.source, *phone);
+    if (!IsDone(result) && file.kind == kKindImage) unsigned_[file.source] = *phone;
+    return phone;
+}
+
+void Importer::OnFile(const SourceFile& source, const std::vector<std::string>& siblings) {
+    const std::string folder = FolderOf(source.path), name = GetFileName(source.path);
+    if (folder != companionFolder_ || siblings.size() == 1) {
+        companionFolder_ = folder;
+        companions_ = FolderCompanions(siblings);
+    }
+    if (companions_.IsCompanion(name)) return;  // it comes with its photo
+    Group group;
+    if (!Describe(source.path, group.file)) {
+        batch_.AddSettled(std::move(group.file));
+    } else if (const auto taken = DateOf(group.file)) {
+        group.file.taken = *taken;
+        group.file.day = DayOf(*taken);
+        AddCompanions(folder, group);
+        return Take(std::move(group), source.isBehindLink);
+    } else {
+        group.file.result = files::Exists(source.path) ? ImportResult::Failed : ImportResult::Gone;
+        batch_.AddSettled(std::move(group.file));
+    }
+    // Without their photo they are files like others.
+    const std::vector<CompanionName> alone = companions_.Of(name);
+    for (const CompanionName& one : alone) {
+        OnFile({files::Join(folder, one.name), source.isBehindLink}, {one.name});
+        companionFolder_.clear();
+    }
+}
+
+void Importer::AddCompanions(const std::string& folder, Group& group) {
+    for (const CompanionName& one : companions_.Of(GetFileName(group.file.source))) {
+        ImportedFile file;
+        if (!Describe(files::Join(folder, one.name), file)) {
+            batch_.AddSettled(std::move(file));
+            continue;
+        }
+        file.taken = group.file.taken;
+        file.day = group.file.day;
+        group.companions.push_back({std::move(file), one.stemLength});
+    }
+}
+
+void Importer::Take(Group group, bool isBehindLink) {
+    const std::string dayFolder = FolderOfDay(group.file);
+    const bool wantsToGo = options_.source == ImportOptions::Source::Goes;
+    const bool goes = wantsToGo && !isBehindLink;
+    group.file.sourceStays = wantsToGo && !goes;
+    for (ImportBatch::Companion& one : group.companions) one.file.sourceStays = wantsToGo && !goes;
+    if (IsRehearsal()) return Rehearse(std::move(group), dayFolder, goes);
+    SweepOnce(dayFolder);
+    arrivals_.AddMonth({options_.root, group.file.day.year, group.file.day.month});
+    if (options_.source == ImportOptions::Source::GetsShortcut) return MakeLinks(std::move(group), dayFolder);
+    batch_.Add(std::move(group.file), dayFolder,
+               goes ? ImportBatch::Source::Goes : ImportBatch::Source::Stays, std::move(group.companions));
+}
+
+std::vector<TargetNames::Companion> NamesOf(std::span<const ImportBatch::Companion> companions) {
+    std::vector<TargetNames::Companion> names;
+    for (const ImportBatch::Companion& one : companions)
+        names.push_back({{one.file.source, one.file.words}, one.stemLength});
+    return names;
+}
+
+void Importer::Rehearse(Group group, const std::string& dayFolder, bool goes) {
+    const auto settle = [&](ImportedFile& file, const TargetNames::Choice& choice) {
+        file.standing = choice.standing;
+        file.target = choice.path;
+        if (choice.path.empty())
+            file.result = choice.why;
+        else if (options_.source == ImportOptions::Source::GetsShortcut)
+            file.result = ImportResult::Linked, file.target += ".lnk";
+        else
+            file.result = goes && !file.isProtected ? ImportResult::Moved : ImportResult::Copied;
+        if (goes && file.isProtected && HasArrived(file.result)) file.sourceStays = true;
+        if (!choice.path.empty()) rehearsed_.Reserve(choice.path, file.source);
+        batch_.AddSettled(std::move(file));
+    };
+    const std::vector<TargetNames::Companion> beside = NamesOf(group.companions);
+    const auto choice = rehearsed_.Look({group.file.source, group.file.words}, dayFolder, beside);
+    for (std::size_t i = 0; i < beside.size(); ++i)
+        settle(group.companions[i].file, rehearsed_.LookBeside(beside[i], dayFolder, choice.number));
+    settle(group.file, choice);
+}
+
+// On first access to a day, removes scratch files that a killed import left there.
 void Importer::SweepOnce(const std::string& dayFolder) {
     if (!arrivedIn_.insert(dayFolder).second) return;
     for (const files::FolderEntry& entry : files::ListFolder(dayFolder))
@@ -237,9 +279,19 @@ void Importer::SweepOnce(const std::string& dayFolder) {
             files::RemoveAbandoned(dayFolder, entry.name);
 }
 
-void Importer::MakeLink(ImportedFile file, const std::string& dayFolder) {
-    const TargetNames::Choice choice = links_.Choose(file.source, dayFolder);
+void Importer::MakeLinks(Group group, const std::string& dayFolder) {
+    const std::vector<TargetNames::Companion> beside = NamesOf(group.companions);
+    const auto choice = links_.Choose({group.file.source}, dayFolder, beside);
+    for (std::size_t i = 0; i < beside.size(); ++i)
+        MakeLink(std::move(group.companions[i].file),
+                 links_.ChooseBeside(beside[i], dayFolder, choice.number));
+    MakeLink(std::move(group.file), choice);
+}
+
+void Importer::MakeLink(ImportedFile file, const TargetNames::Choice& choice) {
+    file.standing = choice.standing;
     file.result = choice.path.empty() ? choice.why : ImportResult::Linked;
+    file.bytes = 0;
     if (!choice.path.empty()) {
         // The index gets the path without ".lnk", at which nothing stands, until an update drops it: meant,
         // and held by ImportShortcutTest.IndexHasThePathBesideTheLink.
@@ -253,37 +305,41 @@ void Importer::MakeLink(ImportedFile file, const std::string& dayFolder) {
     batch_.AddSettled(std::move(file));
 }
 
-std::string Importer::NoteOf(const ImportedFile& file) const {
-    std::string note;
-    if (options_.addComment && !options_.comment.empty()) note = options_.comment + "\r\n";
-    if (options_.addFolderName) note += GetFileName(FolderOf(file.source));
-    return note;
+// A shortcut takes no words: the file that it leads to stays as it is.
+std::string Importer::WordsFor(const ImportedFile& file) const {
+    if (file.kind != kKindImage || options_.source == ImportOptions::Source::GetsShortcut) return {};
+    std::string words;
+    if (options_.addComment && !options_.comment.empty()) words = options_.comment + "\r\n";
+    if (options_.addFolderName) words += GetFileName(FolderOf(file.source));
+    return words;
 }
 
-void Importer::WriteNotes(std::span<ImportedFile> files) {
+void Importer::WriteWords(std::span<ImportedFile> files) {
     std::vector<CPhoto> photos;
-    std::vector<std::string> notes;
+    std::vector<std::string> words;
     std::vector<ImportedFile*> owners;
     for (ImportedFile& file : files) {
         if (!HasArrived(file.result) || file.kind != kKindImage || file.result == ImportResult::Linked)
             continue;
         if (const auto signedLate = unsigned_.extract(file.source))
             WritePhoneDate(file.target, signedLate.mapped());
-        std::string note = NoteOf(file);
-        if (note.empty()) continue;
+        if (file.words.empty()) continue;
         photos.emplace_back(file.target);
-        notes.push_back(std::move(note));
+        words.push_back(file.words);
         owners.push_back(&file);
     }
     if (photos.empty()) return;
-    const std::vector<RewriteResult> results = AppendCommentAll(photos, notes);
+    const std::vector<RewriteResult> results = AppendCommentAll(photos, words);
     for (std::size_t i = 0; i < owners.size(); ++i) owners[i]->note = results[i];
 }
 
 void Importer::OnSettled(std::span<ImportedFile> files) {
-    WriteNotes(files);
+    if (!IsRehearsal()) {
+        WriteWords(files);
+        arrivals_.ClearWords();
+    }
     for (const ImportedFile& file : files) {
-        const bool isInIndex = file.result == ImportResult::Linked;
+        const bool isInIndex = file.result == ImportResult::Linked || IsRehearsal();
         if (HasArrived(file.result) && !isInIndex && (options_.addFolderName || options_.addComment))
             AddToIndex(file.target);
         Tell(file);
@@ -293,9 +349,20 @@ void Importer::OnSettled(std::span<ImportedFile> files) {
 void Importer::Tell(const ImportedFile& file) {
     ++summary_.counts[file.result];
     // A picture of a kind that takes no words has come in all the same.
-    const bool lacksNote = file.note && !IsDone(*file.note) && *file.note != RewriteResult::Unsupported;
-    if (IsFailure(file.result) || lacksNote) ++summary_.failures;
-    if (HasArrived(file.result)) summary_.months.insert({file.day.year, file.day.month});
+    const bool lacksWords = file.note && !IsDone(*file.note) && *file.note != RewriteResult::Unsupported;
+    if (IsFailure(file.result) || lacksWords) ++summary_.failures;
+    if (HasArrived(file.result)) {
+        ++summary_.taken;
+        summary_.bytes += file.bytes;
+        summary_.months.insert({file.day.year, file.day.month});
+    } else if (file.result == ImportResult::Differs) {
+        ++summary_.differing;
+    } else if (!IsFailure(file.result)) {
+        ++summary_.passedOver;
+    }
+    // A file that stands there may be one that a killed import has left outside the index.
+    if (file.day.day > 0 && !IsFailure(file.result))
+        toIndex_.insert({options_.root, file.day.year, file.day.month});
     if (options_.onFile) options_.onFile(file);
     if (file.isFolder) return;
     const int done = ++State().ImportDone, total = std::max<int>(State().ImportTotal, done);
@@ -308,8 +375,21 @@ void Importer::AddToIndex(const std::string& path) {
     if (forIndex_.size() >= kMostForIndex) AddFilesToIndex(std::exchange(forIndex_, {}));
 }
 
+// Nobody comes by later to do it on the command line, as the window's idle refresh does. Months that stand in
+// the memory of this program learn of it, too.
+void Importer::UpdateIndex() {
+    if (options_.index == ImportOptions::Index::UpToDate) {
+        std::map<std::string, std::vector<CalendarDate>> months;  // by data folder
+        for (const MonthToCome& one : toIndex_) months[one.root].push_back({one.year, one.month, 0});
+        for (const auto& [root, dates] : months)
+            summary_.isIndexed &= files::IsFolder(root) ? UpdateMonths(root, dates) : true;
+    }
+    if (summary_.isIndexed && summary_.end != ImportEnd::Interrupted) arrivals_.ClearMonths();
+}
+
 void Importer::Finish() {
     batch_.Settle();
+    if (IsRehearsal()) return;
     RemoveEmptyFolders();
     AddFilesToIndex(std::exchange(forIndex_, {}));
     // The card may be wiped as soon as the import says that it is done.
@@ -317,6 +397,7 @@ void Importer::Finish() {
     for (const std::string& folder : arrivedIn_)
         if (files::IsFolder(folder)) folders.push_back(folder);
     files::FlushFolders(folders);
+    if (summary_.end != ImportEnd::Interrupted) UpdateIndex();
 }
 
 }  // namespace
@@ -369,22 +450,21 @@ ImportSummary RunImport(const ImportOptions& given) {
     state.ImportTotal = 0;
     state.ImportDone = 0;
     if (!AreSourcesGood(options, summary)) return summary;
-    FileCounter count;
-    SourceWalk(count, options.root).Walk(options.sources);
+    const SourceCount count = CountSources(options);
     if (!count.meetsTarget.empty()) {
         summary.end = ImportEnd::MeetsTarget;
         summary.refused = count.meetsTarget;
         return summary;
     }
-    Importer importer(options, summary);
     summary.total = count.files;
     state.ImportTotal = count.files;
-    if (!importer.HasRoom(count)) {
+    if (!HasRoom(options, count, summary)) {
         Log("import needs %llu bytes, free are %llu", static_cast<unsigned long long>(summary.neededBytes),
             static_cast<unsigned long long>(summary.freeBytes));
         summary.end = ImportEnd::NoSpace;
         return summary;
     }
+    Importer importer(options, summary);
     if (!SourceWalk(importer, options.root).Walk(options.sources)) summary.end = ImportEnd::Interrupted;
     importer.Finish();
     summary.done = state.ImportDone;

@@ -6,8 +6,8 @@
 // is told by whom: progress by OnProgress (index_progress.h), each file by ImportOptions::onFile. Ctrl+C on
 // the command line ends an import at the next file (index_stop.h).
 //
-// However an import ends, by a kill too, no file is lost: started again it finds what is there already and
-// goes on behind it.
+// However an import ends, by a kill too, no file is lost: started again it finds what is there already, gives
+// it the words that it lacks and its place in the index, and goes on behind it.
 #pragma once
 
 #include <cstdint>
@@ -29,10 +29,18 @@ struct ImportOptions {
     std::string root;                  // the data folder
     Source source = Source::Stays;
     Naming naming = Naming::Keep;
-    bool addFolderName = false;  // the name of the folder that it lay in goes into a photo's comment,
-    bool addComment = false;     // and so do these words, in front of it
+    SameBy sameBy = SameBy::DateOrSize;  // of names that are kept
+    bool addFolderName = false;          // the name of the folder that it lay in goes into a photo's comment,
+    bool addComment = false;             // and so do these words, in front of it
     std::string comment;
     int dayEnd = 24;  // hours; see ApplyDayEnd
+    // Whether the index files of all that has come in are brought up to date at the end, or left to an
+    // update.
+    enum class Index { LeftToUpdate, UpToDate };
+    Index index = Index::LeftToUpdate;
+    // A rehearsal touches nothing and tells of each file what would become of it.
+    enum class Run { ForReal, Rehearsal };
+    Run run = Run::ForReal;
     // What became of a file; called on the importing thread.
     std::function<void(const ImportedFile& file)> onFile = {};
 };
@@ -54,7 +62,11 @@ struct ImportSummary {
     std::string refused;                 // of Unreadable, NoSource and MeetsTarget: what it is about
     int total = 0, done = 0;             // files; also in State().ImportTotal and ImportDone
     std::map<ImportResult, int> counts;  // by what became of them
-    int failures = 0;                    // files whose result is one, and notes that could not be written
+    int taken = 0, passedOver = 0;       // files that have arrived; files and folders that need not
+    int differing = 0;                   // files that count as the same as one of their day, and are not
+    int failures = 0;                    // files and folders whose result is one, and words not written
+    std::uint64_t bytes = 0;             // of what was taken
+    bool isIndexed = true;               // false when an index file could not be written at the end
     std::uint64_t neededBytes = 0, freeBytes = 0;  // of NoSpace
     std::set<std::pair<int, int>> months;          // year and month of all that has arrived
 };

@@ -6,7 +6,6 @@
 
 #include "base/log.h"
 #include "platform/files.h"
-#include "platform/shell.h"
 #include "store/data_folder.h"
 #include "store/file_helpers.h"
 
@@ -52,29 +51,57 @@ void ImportBatch::AddSettled(ImportedFile file) {
     if (files_.size() >= kMostFiles) Settle();
 }
 
-void ImportBatch::Add(ImportedFile file, const std::string& dayFolder, Source source) {
-    file.result = Place(file, dayFolder, source);
+void ImportBatch::Add(ImportedFile file, const std::string& dayFolder, Source source,
+                      std::vector<Companion> companions) {
+    const TargetNames::Incoming incoming{file.source, file.words};
+    std::vector<TargetNames::Companion> beside;
+    for (const Companion& one : companions)
+        beside.push_back({{one.file.source, one.file.words}, one.stemLength});
+    int number = 0;
+    if (!companions.empty()) {
+        TargetNames::Choice choice = names_.Choose(incoming, dayFolder, beside);
+        if (choice.mustWait) {
+            Settle();
+            choice = names_.Choose(incoming, dayFolder, beside);
+        }
+        number = choice.number;
+    }
+    for (std::size_t i = 0; i < companions.size(); ++i)
+        Place(std::move(companions[i].file), dayFolder, source,
+              [&] { return names_.ChooseBeside(beside[i], dayFolder, number); });
+    const std::string name = GetFileName(incoming.source), extension = GetExtension(name);
+    const std::size_t stemLength = name.size() - (extension.empty() ? 0 : extension.size() + 1);
+    Place(std::move(file), dayFolder, source, [&] {
+        return number > 0 ? names_.ChooseBeside({incoming, stemLength}, dayFolder, number)
+                          : names_.Choose(incoming, dayFolder);
+    });
+}
+
+void ImportBatch::Place(ImportedFile file, const std::string& dayFolder, Source source,
+                        const Choose& choose) {
+    file.result = TryPlaces(file, dayFolder, source, choose);
     // A copy that was begun finds its file by its place, and that comes with the next line.
     files_.push_back(std::move(file));
     if (waiting_.size() >= kMostCopies || bytes_ >= kMostBytes || files_.size() >= kMostFiles) Settle();
 }
 
-ImportResult ImportBatch::Place(ImportedFile& file, const std::string& dayFolder, Source source) {
+ImportResult ImportBatch::TryPlaces(ImportedFile& file, const std::string& dayFolder, Source source,
+                                    const Choose& choose) {
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-        const TargetNames::Choice choice = names_.Choose(file.source, dayFolder);
+        const TargetNames::Choice choice = choose();
         if (choice.mustWait) {
             Settle();
             continue;
         }
+        file.standing = choice.standing;
         if (choice.path.empty() && source == Source::Goes && IsSecondName(file.source, choice.standing) &&
             files::RemoveFile(file.source) == FileResult::Done) {
             file.target = choice.standing;
             return ImportResult::Moved;
         }
         if (choice.path.empty()) return choice.why;
-        if (source == Source::Stays) return StartCopy(file, dayFolder, source, choice);
-        // A move never replaces, and so leaves a file alone whose number another one has.
-        if (choice.isTaken) return ImportResult::Taken;
+        // A file that its owner has protected is copied and not taken away.
+        if (source == Source::Stays || file.isProtected) return StartCopy(file, dayFolder, source, choice);
         const auto moved = MoveByName(file, choice);
         if (!moved) return StartCopy(file, dayFolder, source, choice);
         if (*moved != ImportResult::Taken) return *moved;
@@ -88,6 +115,9 @@ std::optional<ImportResult> ImportBatch::MoveByName(ImportedFile& file,
                                                     const TargetNames::Choice& choice) const {
     // A link would point elsewhere from its new place: what it points at is copied, and the link goes.
     if (files::IsLink(file.source)) return std::nullopt;
+    if (arrivals_ && !file.words.empty())
+        if (const auto status = files::GetStatus(file.source))
+            arrivals_->AddWords({choice.path, file.words, status->size, status->written});
     switch (files::RenameNew(file.source, choice.path)) {
         case FileResult::Done:
             file.target = choice.path;
@@ -120,9 +150,8 @@ ImportResult ImportBatch::StartCopy(ImportedFile& file, const std::string& dayFo
     waiting.index = files_.size();
     waiting.folder = dayFolder;
     waiting.goes = source == Source::Goes;
-    waiting.replaces = choice.isTaken;
     file.target = choice.path;
-    names_.Reserve(choice.path);
+    names_.Reserve(choice.path, file.source);
     bytes_ += status->size;
     waiting_.push_back(std::move(waiting));
     return ImportResult::Copied;
@@ -165,13 +194,14 @@ void ImportBatch::NoteMoves() {
     if (!notes.empty()) journal_->Write(notes);
 }
 
+void ImportBatch::NoteWords(const Waiting& one) {
+    const ImportedFile& file = files_[one.index];
+    if (arrivals_ && !file.words.empty())
+        arrivals_->AddWords({file.target, file.words, one.copy.Source().size, one.copy.Source().written});
+}
+
 void ImportBatch::LetAppear(Waiting& waiting) {
     ImportedFile& file = files_[waiting.index];
-    // What stands at the number of a copy is replaced; the user can take it back from the trash.
-    if (waiting.replaces && files::Exists(file.target) && !shell::MoveToTrash(file.target)) {
-        file.result = ImportResult::Taken;
-        return;
-    }
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
         const FileResult appeared = waiting.copy.Appear(file.target);
         waiting.appeared = appeared == FileResult::Done;
@@ -180,12 +210,14 @@ void ImportBatch::LetAppear(Waiting& waiting) {
             return;
         }
         // Another program put something there since the name was chosen.
-        const TargetNames::Choice choice = names_.Choose(file.source, waiting.folder);
-        if (choice.path.empty() || choice.isTaken) {
-            file.result = choice.path.empty() ? choice.why : ImportResult::Taken;
+        const TargetNames::Choice choice = names_.Choose({file.source, file.words}, waiting.folder);
+        file.standing = choice.standing;
+        if (choice.path.empty()) {
+            file.result = choice.why;
             return;
         }
         file.target = choice.path;
+        NoteWords(waiting);
     }
     file.result = ImportResult::Taken;
 }
@@ -213,6 +245,8 @@ void ImportBatch::Settle() {
     if (files_.empty()) return;
     CheckCopies();
     NoteMoves();
+    for (const Waiting& one : waiting_) NoteWords(one);
+    if (arrivals_) arrivals_->Flush();
     names_.ForgetReserved();
     for (Waiting& one : waiting_) {
         LetAppear(one);

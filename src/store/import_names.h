@@ -1,19 +1,19 @@
 // Where a file that comes in is to stand: in its day's folder, under a name that no other file has.
 #pragma once
 
+#include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
+#include <utility>
+#include <vector>
 
 #include "store/import_result.h"
+#include "store/import_same.h"
 
 namespace kalmora {
-
-// 0 when two files count as the same: both have a shooting date and it is the same to the second, or else
-// they have the same size. 1 when a is the larger, -1 when b is. A missing file has size 0. Any thread.
-int CompareImportFiles(const std::string& a, const std::string& b);
 
 enum class Naming {
     Keep,   // as it is called; a second file of that name gets a number in brackets
@@ -24,35 +24,83 @@ enum class Naming {
 class TargetNames {
 public:
     enum class Form { File, Shortcut };  // what will stand there: the file, or "name.lnk" that points at it
+    // What is done about a name under which a file is on its way.
+    enum class OnReserved { Wait, CompareSources };
 
-    explicit TargetNames(Naming naming, Form form = Form::File) : naming_(naming), form_(form) {}
+    explicit TargetNames(Naming naming, Form form = Form::File, SameBy sameBy = SameBy::DateOrSize,
+                         OnReserved onReserved = OnReserved::Wait)
+        : naming_(naming), form_(form), sameBy_(sameBy), onReserved_(onReserved) {}
 
+    struct Incoming {
+        std::string source;
+        std::string words = {};  // that will be added to its comment
+    };
+    // A file that goes with a photo and, where that is possible, keeps a common name with it. Its name is the
+    // photo's stem (or what looks like it), `stemLength` bytes, and something more.
+    struct Companion {
+        Incoming file;
+        std::size_t stemLength = 0;
+    };
     struct Choice {
         std::string path = {};                    // empty: it is not to be imported,
         ImportResult why = ImportResult::Copied;  // for this reason
-        std::string standing = {};                // of Same: the file that the day has
-        bool isTaken = false;                     // numbers only: another file stands there already
+        std::string standing = {};                // of Same and Differs: the file that the day has
+        int number = 0;                           // in its name, in brackets or as its name; 0: none
         bool mustWait = false;  // a reserved name has to stand on the disk before this can be told
     };
-    // Makes the folder; removes a source called "Thumbs.db", unless files are numbered.
-    Choice Choose(const std::string& source, const std::string& folder);
+    // Makes the folder; removes a source called "Thumbs.db", unless files are numbered. A name that is free
+    // is taken only when it is free for the companions as well.
+    Choice Choose(const Incoming& file, const std::string& folder,
+                  std::span<const Companion> companions = {});
+    Choice Choose(const std::string& source, const std::string& folder) {
+        return Choose(Incoming{source}, folder);
+    }
+    // The same for a companion of a photo that has this number; when that name belongs to another file it
+    // gets one of its own.
+    Choice ChooseBeside(const Companion& companion, const std::string& folder, int number);
     // The same without touching anything.
-    Choice Look(const std::string& source, const std::string& folder);
+    Choice Look(const Incoming& file, const std::string& folder, std::span<const Companion> companions = {});
+    Choice Look(const std::string& source, const std::string& folder) {
+        return Look(Incoming{source}, folder);
+    }
+    Choice LookBeside(const Companion& companion, const std::string& folder, int number);
 
     // A file is on its way to this path.
-    void Reserve(const std::string& path) { reserved_.insert(path); }
+    void Reserve(const std::string& path, const std::string& source = {}) { reserved_[path] = source; }
     void ForgetReserved() { reserved_.clear(); }
 
 private:
-    Choice ChooseByName(const std::string& source, const std::string& folder);
-    Choice ChooseByNumber(const std::string& source, const std::string& folder);
-    bool IsTaken(const std::string& path) const;
-    bool IsSame(const std::string& path, const std::string& source) const;
+    enum class Place { Free, Same, Other, Reserved };
+    Place LookAt(const std::string& path, const Incoming& file) const;
+    bool AreFree(std::span<const Companion> companions, const std::string& folder, int number,
+                 bool& mustWait) const;
+    std::string NameBeside(const Companion& companion, int number) const;
+    Choice ChooseByName(const Incoming& file, const std::string& folder,
+                        std::span<const Companion> companions);
+    Choice ChooseByNumber(const Incoming& file, const std::string& folder,
+                          std::span<const Companion> companions);
+    Choice Standing(const std::string& path, const Incoming& file, int number) const;
+    bool StandsAt(const std::string& path) const;
+    bool IsSame(const std::string& path, const Incoming& file) const;
+    // Empty when the folder stands or was made.
+    std::optional<Choice> MakeSure(const std::string& folder) const;
+
+    // What a folder held that has a number for its name before this import came to it.
+    struct Numbered {
+        std::string path, extension;
+        int number = 0;
+        std::uint64_t size = 0;
+        bool isLink = false;  // a shortcut stands there, and the path is without ".lnk"
+    };
+    const std::vector<Numbered>& NumberedIn(const std::string& folder);
 
     const Naming naming_;
     const Form form_;
-    std::unordered_set<std::string> reserved_;
-    std::unordered_map<std::string, int> nextNumber_;  // by folder: all below it are known to be taken
+    const SameBy sameBy_;
+    const OnReserved onReserved_;
+    std::unordered_map<std::string, std::string> reserved_;  // path to source
+    std::unordered_map<std::string, int> nextNumber_;        // by folder and extension: all below are taken
+    std::unordered_map<std::string, std::vector<Numbered>> numbered_;  // by folder
 };
 
 // "IMG.JPG" with 1 is "IMG[1].jpg"; the extension is that of the file that stands in the way, `standing`. A

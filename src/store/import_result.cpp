@@ -12,6 +12,8 @@ const char* NameOf(ImportResult result) {
             return "linked";
         case ImportResult::Same:
             return "same file";
+        case ImportResult::Differs:
+            return "differs";
         case ImportResult::InPlace:
             return "in place";
         case ImportResult::Removed:

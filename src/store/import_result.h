@@ -17,6 +17,7 @@ enum class ImportResult {
     Moved,
     Linked,      // a shortcut to it stands in its day
     Same,        // the day has it already
+    Differs,     // it counts as the same as a file of the day, and is not
     InPlace,     // it lay in its day's folder
     Removed,     // a picture cache of another program, which nobody wants
     PassedOver,  // nothing that is imported: a pipe, an index, another program's scratch file, a trash folder
@@ -25,7 +26,7 @@ enum class ImportResult {
     Gone,         // it was there when the folder was listed
     Denied,
     NoSpace,
-    Taken,        // the number that it would have as its name belongs to another file
+    Taken,        // no name is left for it
     Changed,      // somebody wrote it meanwhile
     Unreadable,   // a folder that cannot be listed
     MeetsTarget,  // a folder that holds the data folder or lies in it
@@ -44,9 +45,13 @@ ImportResult ImportResultOf(files::FileResult result);
 
 struct ImportedFile {
     std::string source;
-    std::string target;  // where it stands, or empty; of a shortcut the .lnk
+    std::string target;    // where it stands, or empty; of a shortcut the .lnk
+    std::string standing;  // of Same and Differs: the file of the day
+    std::string words;     // that are to be added to its comment, or empty
+    std::uint64_t bytes = 0;
     ImportResult result = ImportResult::Failed;
     bool isFolder = false;              // no file: there is something to tell of a folder
+    bool isProtected = false;           // it may not be written: it stays, and its copy is a plain file
     bool sourceStays = false;           // although it was to be taken away
     std::optional<RewriteResult> note;  // when one was to be written into it
     std::int32_t kind = 0;              // kKindImage and its like

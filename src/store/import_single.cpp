@@ -16,13 +16,14 @@ std::optional<std::string> TakeToDay(const std::string& source, const std::strin
     const auto status = files::GetStatus(source);
     if (!status || !status->isRegular) return std::nullopt;
     std::optional<std::string> path;
-    ImportBatch batch(State().RenameFileWhenMove ? Naming::Number : Naming::Keep,
+    ImportBatch batch(TargetNames(State().RenameFileWhenMove ? Naming::Number : Naming::Keep),
                       [&path](std::span<ImportedFile> settled) {
                           for (ImportedFile& file : settled)
                               if (HasArrived(file.result)) path = std::move(file.target);
                       });
     ImportedFile file;
     file.source = source;
+    file.isProtected = status->isReadOnly;
     batch.Add(std::move(file), dayFolder, fate);
     batch.Settle();
     return path;

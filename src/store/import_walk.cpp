@@ -1,8 +1,10 @@
 #include "store/import_walk.h"
 
+#include "platform/abandoned_files.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "platform/transfer.h"
+#include "store/day_index.h"
 #include "store/file_helpers.h"
 #include "store/index_stop.h"
 
@@ -52,6 +54,10 @@ bool IsJunkName(std::string_view name) {
     for (const std::string_view beginning : kJunkBeginnings)
         if (text::StartsWithNoCase(name, beginning)) return true;
     return false;
+}
+
+bool IsLeftAlone(const std::string& name) {
+    return name == kIndexFileName || files::HasScratchName(name) || IsJunkName(name);
 }
 
 SourceWalk::SourceWalk(WalkListener& listener, std::string root)

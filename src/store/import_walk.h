@@ -20,6 +20,10 @@ namespace kalmora {
 // of pictures and of searches, marks of a desktop.
 bool IsJunkName(std::string_view name);
 
+// True for these and for what is nobody's photo either: index files, which belong to their folder, and
+// scratch files, which belong to whoever makes them.
+bool IsLeftAlone(const std::string& name);
+
 // A file that the walk has come to.
 struct SourceFile {
     std::string path;

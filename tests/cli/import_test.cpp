@@ -1,5 +1,6 @@
 // kalmora import, run as a script would run it.
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include <array>
 #include <cstdio>
@@ -75,7 +76,11 @@ TEST_F(ImportVerbTest, CopiesIntoDaysAndFillsTheIndex) {
 TEST_F(ImportVerbTest, JsonHasAnObjectForEachFile) {
     ASSERT_EQ(Run("import --json --day-end 26 card/DCIM"), 0) << Errors();
     const auto records = nlohmann::json::parse(out_);
-    ASSERT_EQ(records.size(), 3u);
+    ASSERT_EQ(records.size(), 4u) << "and the sum";
+    EXPECT_EQ(records[3]["result"], "summary");
+    EXPECT_EQ(records[3]["taken"], 3);
+    EXPECT_EQ(records[3]["bytes"], 2 * Photo("2008:11:13 10:15:30").size() + 25);
+    EXPECT_EQ(records[3]["failed"], 0);
     EXPECT_EQ(records[1]["file"], folder_ + "/card/DCIM/101/A.JPG");
     EXPECT_EQ(records[1]["result"], "copied");
     EXPECT_EQ(records[1]["target"], folder_ + "/files/2008/200812/2008_1230/A.JPG");
@@ -84,9 +89,9 @@ TEST_F(ImportVerbTest, JsonHasAnObjectForEachFile) {
     std::filesystem::create_directories(folder_ + "/empty/folder");
     Write("raw/\xE9\xFF.txt", "x");
     ASSERT_EQ(Run("import --json raw"), 0) << Errors();
-    EXPECT_EQ(nlohmann::json::parse(out_).size(), 1u) << "a name that is no UTF-8 still gives valid JSON";
+    EXPECT_EQ(nlohmann::json::parse(out_).size(), 2u) << "a name that is no UTF-8 still gives valid JSON";
     ASSERT_EQ(Run("import --json empty"), 0) << Errors();
-    EXPECT_EQ(nlohmann::json::parse(out_).size(), 0u);
+    EXPECT_EQ(nlohmann::json::parse(out_).size(), 1u) << "the sum alone";
 }
 
 TEST_F(ImportVerbTest, MovesWithNotes) {
@@ -154,6 +159,74 @@ TEST_F(ImportVerbTest, DataFolderAndSourceInEachOtherAreRefused) {
     std::filesystem::create_directory_symlink("../../files", folder_ + "/card/DCIM/way in");
     EXPECT_EQ(Run("import card"), 1) << "a link in the source leads there";
     EXPECT_FALSE(Has("files/2008/200811/2008_1113"));
+}
+
+TEST_F(ImportVerbTest, ShortcutsThatCannotTakeWordsSaySo) {
+    for (const char* words : {"--note summer", "--folder-name"}) {
+        EXPECT_EQ(Run(std::string("import --shortcut ") + words + " card/DCIM"), 2);
+        EXPECT_THAT(Errors(), HasSubstr("excludes"));
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(folder_ + "/files"));
+}
+
+TEST_F(ImportVerbTest, FileThatOnlySeemsTheSameIsTold) {
+    Write("files/2008/200811/2008_1113/A.JPG", Photo("2008:11:13 10:15:30") + "another");
+    ASSERT_EQ(Run("import --move card/DCIM/100"), 0) << Errors();
+    const std::string standing = folder_ + "/files/2008/200811/2008_1113/A.JPG";
+    EXPECT_THAT(out_, HasSubstr("100/A.JPG: differs from " + standing + ", left where it is\n"));
+    EXPECT_THAT(out_, HasSubstr("0 taken (0 bytes), 0 passed over, 1 differing, 0 failed\n"));
+    EXPECT_TRUE(Has("card/DCIM/100/A.JPG"));
+    ASSERT_EQ(Run("import --move --json card/DCIM/100"), 0);
+    EXPECT_EQ(nlohmann::json::parse(out_)[0]["result"], "differs");
+    EXPECT_EQ(nlohmann::json::parse(out_)[0]["standing"], standing);
+    ASSERT_EQ(Run("import --move --compare content card/DCIM/100"), 0) << Errors();
+    EXPECT_TRUE(Has("files/2008/200811/2008_1113/A[1].jpg"));
+    EXPECT_EQ(Run("import --compare looks card"), 2);
+}
+
+TEST_F(ImportVerbTest, DryRunSaysWhatWouldHappenAndTouchesNothing) {
+    ASSERT_EQ(Run("import --move --dry-run card/DCIM"), 0) << Errors();
+    EXPECT_THAT(
+        out_, HasSubstr("100/A.JPG: would be moved to " + folder_ + "/files/2008/200811/2008_1113/A.JPG\n"));
+    EXPECT_THAT(out_, HasSubstr("3 to be taken ("));
+    EXPECT_TRUE(std::filesystem::is_empty(folder_ + "/files"));
+    EXPECT_TRUE(Has("card/DCIM/100/A.JPG"));
+    ASSERT_EQ(Run("import --dry-run --json card/DCIM"), 0);
+    EXPECT_EQ(nlohmann::json::parse(out_)[0]["dryRun"], true);
+}
+
+TEST_F(ImportVerbTest, FolderThatCannotBeReadIsAFailure) {
+    if (geteuid() == 0) GTEST_SKIP() << "this user reads everything";
+    std::filesystem::permissions(folder_ + "/card/DCIM/101", std::filesystem::perms::none);
+    EXPECT_EQ(Run("import card/DCIM"), 1);
+    EXPECT_THAT(Errors(), HasSubstr("101: cannot be listed"));
+    std::filesystem::permissions(folder_ + "/card/DCIM/101", std::filesystem::perms::all);
+}
+
+TEST_F(ImportVerbTest, NamesAreEscapedOnATerminalAlone) {
+    Write("card/new\nline \x1B[31m\xC2\x9B.txt", "[2008/11/14 09:00] a note");
+    ASSERT_EQ(Run("import card"), 0) << Errors();
+    EXPECT_THAT(out_, HasSubstr("new\nline \x1B[31m\xC2\x9B.txt: copied"));
+    ASSERT_EQ(RunShell("script -qec \"" + Program() + "import card\" /dev/null"), 0);
+    EXPECT_THAT(out_, HasSubstr("new\\nline \\x1b[31m\\xc2\\x9b.txt: same file"));
+}
+
+TEST_F(ImportVerbTest, KilledImportIsFinishedByTheNextWithItsWordsAndItsIndex) {
+    constexpr int kFiles = 600;
+    const std::string photo = Photo("2008:11:13 10:15:30");
+    for (int i = 0; i < kFiles; ++i)
+        Write("many/f" + std::to_string(1000 + i) + ".jpg", photo + std::string(1u + i, 'x'));
+    RunShell(Program() +
+             "import --move --folder-name many >lines 2>errors & P=$!; "
+             "until test -s lines || test -f files/2008/200811/2008_1113/f1300.jpg; do :; done; kill -9 $P; "
+             "wait $P");
+    ASSERT_EQ(Run("import --move --folder-name many"), 0) << Errors();
+    ASSERT_EQ(Run("show --json files/2008/200811/2008_1113/*.jpg"), 0);
+    const auto shown = nlohmann::json::parse(out_);
+    EXPECT_EQ(shown.size(), static_cast<std::size_t>(kFiles));
+    for (const auto& one : shown) EXPECT_EQ(one["comment"], "many") << one["path"];
+    ASSERT_EQ(Run("search --json many"), 0);
+    EXPECT_EQ(nlohmann::json::parse(out_).size(), static_cast<std::size_t>(kFiles));
 }
 
 TEST_F(ImportVerbTest, FailuresEndWithOne) {

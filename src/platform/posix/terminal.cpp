@@ -6,4 +6,6 @@ namespace kalmora {
 
 bool IsErrorOutputATerminal() { return isatty(STDERR_FILENO) != 0; }
 
+bool IsOutputATerminal() { return isatty(STDOUT_FILENO) != 0; }
+
 }  // namespace kalmora

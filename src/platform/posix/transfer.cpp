@@ -206,7 +206,7 @@ FileResult NewCopy::Make(const std::string& from, const std::string& folder) {
         return FileResult::Failed;
     }
     // A card or a share that keeps no rights or times is no reason to refuse the copy.
-    if (fchmod(file, details.st_mode & 0777) != 0 || futimens(file, times) != 0) errno = 0;
+    if (fchmod(file, (details.st_mode & 0777) | S_IWUSR) != 0 || futimens(file, times) != 0) errno = 0;
     // The disk may begin now with what is worth a write of its own: the wait at the end is the shorter.
     constexpr std::uint64_t kWorthAWrite = 1u << 20;
     if (source_.size >= kWorthAWrite) sync_file_range(file, 0, 0, SYNC_FILE_RANGE_WRITE);

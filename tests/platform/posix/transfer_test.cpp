@@ -286,14 +286,17 @@ TEST(NewCopy, FollowsALinkAndRefusesWhatIsNoFile) {
     EXPECT_THAT(NamesIn(target), ElementsAre("a"));
 }
 
-TEST(NewCopy, ReadOnlySourceGivesAReadOnlyCopy) {
+TEST(NewCopy, WriteProtectedSourceGivesAWritableCopy) {
     const TemporaryFolder folder;
     const std::string from = folder.Add("a", "x");
     ASSERT_EQ(chmod(from.c_str(), 0444), 0);
     NewCopy copy;
     ASSERT_EQ(copy.Make(from, folder.Path()), FileResult::Done);
     ASSERT_EQ(copy.Appear(folder / "b"), FileResult::Done);
-    EXPECT_TRUE(GetStatus(folder / "b")->isReadOnly);
+    struct stat status {};
+    ASSERT_EQ(stat((folder / "b").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0644u);
+    EXPECT_TRUE(GetStatus(from)->isReadOnly) << "the source is as it was";
 }
 
 TEST(NewCopy, GoesFromOneVolumeToAnother) {

@@ -81,10 +81,15 @@ TEST_F(MakeTargetPathTest, FileOfTheDayStaysWhereItIs) {
     const std::string path = PutInDay("A.JPG");
     EXPECT_FALSE(MakeTargetPath(path, root, 2008, 11, 13));
     EXPECT_FALSE(MakeTargetPath(PutInDay("walk/A.JPG"), root, 2008, 11, 13));
-    std::string shouting = path;
-    for (char& c : shouting) c = static_cast<char>(c >= 'a' && c <= 'z' ? c - 32 : c);
-    EXPECT_FALSE(MakeTargetPath(shouting, root, 2008, 11, 13)) << "whatever the case";
     EXPECT_EQ(MakeTargetPath(path, root, 2008, 11, 14), PathOf("A.JPG", 14));
+}
+
+TEST_F(MakeTargetPathTest, FolderOfAnotherCaseIsAnotherFolder) {
+    const std::string photos = MakeFolder("photos");
+    const std::string elsewhere = Put("PHOTOS/2008/200811/2008_1113/A.JPG", "x");
+    if (files::Exists(files::Join(photos, "2008")))
+        GTEST_SKIP() << "this file system does not tell cases apart";
+    EXPECT_EQ(MakeTargetPath(elsewhere, photos, 2008, 11, 13), At("photos/2008/200811/2008_1113/A.JPG"));
 }
 
 TEST_F(MakeTargetPathTest, FileInTheWayOfTheFolderGivesNothing) {
@@ -123,8 +128,8 @@ TEST_F(MakeTargetPathTest, PictureCacheIsRemoved) {
 
 TEST_F(TargetNamesTest, FirstFreeNumberIsTaken) {
     State().RenameFileWhenMove = true;
-    PutInDay("0001.jpg");
-    PutInDay("0002.jpg");
+    PutInDay("0001.jpg", "standing");
+    PutInDay("0002.jpg", "standing");
     for (const auto& [name, target] : std::vector<std::pair<const char*, const char*>>{
              {"A.JPG", "0003.jpg"}, {"b.png", "0003.png"}, {"README", "0003"}, {"c.verylongext", "0003"}})
         EXPECT_EQ(MakeTargetPath(Add(name), root, 2008, 11, 13), PathOf(target)) << name;
@@ -134,12 +139,24 @@ TEST_F(TargetNamesTest, FirstFreeNumberIsTaken) {
 
 TEST_F(TargetNamesTest, OnlyJpgTakesANumber) {
     State().RenameFileWhenMove = true;
-    PutInDay("0001.png");
-    EXPECT_EQ(MakeTargetPath(Add("A.PNG"), root, 2008, 11, 13), PathOf("0001.png"));
-    EXPECT_EQ(MakeTargetPath(Add("A.JPG"), root, 2008, 11, 13), PathOf("0001.jpg"));
+    PutInDay("0001.png", "standing");
+    EXPECT_EQ(MakeTargetPath(Add("A.JPG"), root, 2008, 11, 13), PathOf("0001.jpg"))
+        << "a number is taken from a .jpg by a .jpg alone";
+    EXPECT_EQ(MakeTargetPath(Add("A.PNG"), root, 2008, 11, 13), PathOf("0002.png"))
+        << "and yet nothing is replaced";
+}
+
+TEST_F(TargetNamesTest, NumberedFileThatStandsIsFoundByItsBytes) {
+    const std::string photo = PhotoTaken("2008:11:13 10:15:30");
+    PutInDay("0001.jpg", "another");
+    PutInDay("0002.jpg", photo);
     TargetNames names(Naming::Number);
-    EXPECT_TRUE(names.Choose(OnCard("A.PNG"), DayFolder()).isTaken);
-    EXPECT_FALSE(names.Choose(OnCard("A.JPG"), DayFolder()).isTaken);
+    const auto choice = names.Look(Add("A.JPG", photo), DayFolder());
+    EXPECT_EQ(choice.why, ImportResult::Same);
+    EXPECT_EQ(choice.standing, PathOf("0002.jpg"));
+    EXPECT_EQ(names.Look(Add("B.JPG", photo + "of a series"), DayFolder()).path, PathOf("0003.jpg"))
+        << "one second has many pictures";
+    EXPECT_EQ(names.Look(Add("A.PNG", photo), DayFolder()).path, PathOf("0003.png")) << "another kind";
 }
 
 TEST_F(TargetNamesTest, NumberIsZeroWhenAllAreTaken) {

@@ -14,7 +14,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
 using ImportFolderTest = ImportTest;
@@ -50,7 +49,8 @@ TEST_F(ImportFolderTest, EachFileComesIntoTheFolderOfItsDay) {
     EXPECT_EQ(State().ImportTotal, 4);
     EXPECT_EQ(State().ImportDone, 4);
     EXPECT_EQ(TreeOf(card).size(), 4u) << "the sources stay";
-    EXPECT_THAT(TreeOf(State().TempFolder), IsEmpty());
+    for (const std::string& left : TreeOf(State().TempFolder))
+        EXPECT_EQ(ContentOf(files::Join(State().TempFolder, left)), "") << left;
 }
 
 TEST_F(ImportFolderTest, CopyKeepsTheTimesOfTheFile) {
@@ -125,8 +125,9 @@ TEST_F(ImportFolderTest, SameNameAndSecondIsOneFile) {
     Add("103/b.mov", "ab");
     Import();
     EXPECT_THAT(NamesInDay(), ElementsAre("A.JPG", "b.mov"));
-    EXPECT_THAT(Results(), ElementsAre(ImportResult::Copied, ImportResult::Same, ImportResult::Copied,
-                                       ImportResult::Same));
+    EXPECT_THAT(Results(), ElementsAre(ImportResult::Copied, ImportResult::Differs, ImportResult::Copied,
+                                       ImportResult::Differs))
+        << "and what differs is told";
 }
 
 TEST_F(ImportFolderTest, NastyCardComesInWhole) {
@@ -263,26 +264,140 @@ TEST_F(ImportFolderTest, NumberedFilesGoOnBehindThoseOfTheDay) {
     EXPECT_EQ(ContentOf(PathOf("0004.jpg")), "bbbbb");
 }
 
-TEST_F(ImportFolderTest, SecondFileOfANumberReplacesTheFirstWhichGoesToTheTrash) {
+TEST_F(ImportFolderTest, NumbersReplaceNothingAndASecondTimeAddNothing) {
+    for (const ImportOptions::Source source : {ImportOptions::Source::Stays, ImportOptions::Source::Goes}) {
+        files::RemoveFolderTree(DayFolder());
+        Add("a.png", "first");
+        Add("b.png", "second");
+        Add("C.JPG", PhotoTaken("2008:11:13 10:15:30"));
+        Add("D.JPG", PhotoTaken("2008:11:13 10:15:30") + "of a series");
+        options.naming = Naming::Number;
+        options.source = source;
+        EXPECT_EQ(Import().failures, 0);
+        EXPECT_THAT(NamesInDay(), ElementsAre("0001.jpg", "0001.png", "0002.jpg", "0002.png"));
+        EXPECT_EQ(ContentOf(PathOf("0001.png")), "first");
+        EXPECT_EQ(ContentOf(PathOf("0002.png")), "second");
+    }
     Add("a.png", "first");
-    Add("b.png", "second");
-    options.naming = Naming::Number;
-    Import();
-    EXPECT_THAT(NamesInDay(), ElementsAre("0001.png"));
-    EXPECT_EQ(ContentOf(PathOf("0001.png")), "second");
-    EXPECT_EQ(ContentOf(At("share/Trash/files/0001.png")), "first");
+    Add("D.JPG", PhotoTaken("2008:11:13 10:15:30") + "of a series");
+    EXPECT_THAT((Import(), Results()), ElementsAre(ImportResult::Same, ImportResult::Same));
+    EXPECT_EQ(NamesInDay().size(), 4u);
+    EXPECT_EQ(TreeOf(card).size(), 2u) << "what stands there is not taken away";
 }
 
-TEST_F(ImportMoveTest, SecondFileOfANumberIsLeftAlone) {
-    Add("a.png", "first");
-    Add("b.png", "second");
-    options.naming = Naming::Number;
+// ---- what is not the same after all
+
+TEST_F(ImportFolderTest, FileThatCountsAsTheSameAndDiffersIsToldAndLeft) {
+    const std::string photo = PhotoTaken("2008:11:13 10:15:30");
+    PutInDay("A.JPG", photo);
+    PutInDay("b.mov", "12");
+    PutInDay("c.mov", "12");
+    Add("A.JPG", photo + "another");
+    Add("b.mov", "ab");
+    Add("c.mov", "12");
     options.source = ImportOptions::Source::Goes;
     const ImportSummary summary = Import();
-    EXPECT_EQ(ContentOf(PathOf("0001.png")), "first");
-    EXPECT_THAT(TreeOf(card), ElementsAre("b.png"));
-    EXPECT_EQ(summary.counts.at(ImportResult::Taken), 1);
+    EXPECT_THAT(Results(), ElementsAre(ImportResult::Differs, ImportResult::Differs, ImportResult::Same));
+    EXPECT_EQ(told[0].standing, PathOf("A.JPG"));
+    EXPECT_EQ(TreeOf(card).size(), 3u);
+    EXPECT_EQ(NamesInDay().size(), 3u);
+    EXPECT_EQ(summary.differing, 2);
+    EXPECT_EQ(summary.passedOver, 1);
+    EXPECT_EQ(summary.failures, 0);
+    options.sameBy = SameBy::Content;
+    Import();
+    EXPECT_THAT(NamesInDay(), ElementsAre("A.JPG", "A[1].jpg", "b.mov", "b[1].mov", "c.mov"));
+    EXPECT_THAT(TreeOf(card), ElementsAre("c.mov"));
+}
+
+TEST_F(ImportFolderTest, SumTellsFilesAndBytes) {
+    Add("a.mov", "12345");
+    Add("b.mov", "12");
+    PutInDay("b.mov", "12");
+    std::filesystem::create_symlink("nowhere", OnCard("c.mov"));
+    const ImportSummary summary = Import();
+    EXPECT_EQ(summary.taken, 1);
+    EXPECT_EQ(summary.bytes, 5u);
+    EXPECT_EQ(summary.passedOver, 1);
     EXPECT_EQ(summary.failures, 1);
+}
+
+TEST_F(ImportFolderTest, RehearsalTellsTheSameAndTouchesNothing) {
+    Add("100/A.JPG", PhotoTaken("2008:11:13 10:15:30"));
+    Add("100/A.xmp", "raw converter");
+    Add("101/A.JPG", PhotoTaken("2008:11:13 10:15:31") + "2");
+    Add("102/A.JPG", PhotoTaken("2008:11:13 10:15:30"));
+    Add("081114-101530.jpg", test::JpegOf(""));
+    Add("Thumbs.db", "cache");
+    std::filesystem::create_directories(OnCard("empty"));
+    options.source = ImportOptions::Source::Goes;
+    options.addFolderName = true;
+    options.run = ImportOptions::Run::Rehearsal;
+    const auto before = TreeOf(home);
+    Import();
+    EXPECT_EQ(TreeOf(home), before);
+    EXPECT_EQ(ContentOf(OnCard("081114-101530.jpg")), test::JpegOf(""));
+    std::vector<std::string> targets;
+    for (const ImportedFile& file : told) targets.push_back(file.target);
+    const auto results = Results();
+    options.run = ImportOptions::Run::ForReal;
+    Import();
+    EXPECT_EQ(Results(), results);
+    for (std::size_t i = 0; i < told.size(); ++i) EXPECT_EQ(told[i].target, targets[i]);
+}
+
+// ---- what goes with a photo
+
+TEST_F(ImportFolderTest, CompanionsComeIntoTheDayOfTheirPhoto) {
+    Add("IMG_1.JPG", PhotoTaken("2008:11:14 10:15:30"));
+    for (const char* name :
+         {"IMG_1.CR2", "img_1.xmp", "IMG_1.JPG.xmp", "IMG_1.AAE", "IMG_1.MOV", "IMG_1.wav"})
+        Add(name, name);
+    Add("IMG_2.HEIC", "no table lists it");
+    Add("IMG_2.MOV", "with it");
+    SetDate(OnCard("IMG_2.HEIC"), {2008, 11, 5, 14, 10, 15, 0, 0});
+    Add("MVI_3.AVI", "film");
+    Add("MVI_3.THM", "its picture");
+    SetDate(OnCard("MVI_3.AVI"), {2008, 11, 5, 14, 10, 15, 0, 0});
+    const ImportSummary summary = Import();
+    EXPECT_THAT(NamesInDay(14),
+                UnorderedElementsAre("IMG_1.JPG", "IMG_1.CR2", "img_1.xmp", "IMG_1.JPG.xmp", "IMG_1.AAE",
+                                     "IMG_1.MOV", "IMG_2.HEIC", "IMG_2.MOV", "MVI_3.AVI", "MVI_3.THM"));
+    EXPECT_THAT(NamesInDay(13), ElementsAre("IMG_1.wav")) << "a file of its own";
+    EXPECT_EQ(summary.done, 11);
+    EXPECT_EQ(summary.taken, 11);
+}
+
+TEST_F(ImportFolderTest, PhotoAndCompanionsKeepACommonName) {
+    PutInDay("A.JPG", "another photo of that name");
+    PutInDay("B.CR2", "another raw picture");
+    for (const char* name : {"A.JPG", "B.JPG"}) Add(name, PhotoTaken("2008:11:13 10:15:30") + name);
+    for (const char* name : {"A.CR2", "A.JPG.xmp", "B.CR2"}) Add(name, name);
+    for (int i = 0; i < 2; ++i) {
+        Import();
+        EXPECT_THAT(NamesInDay(), UnorderedElementsAre("A.JPG", "A[1].jpg", "A[1].cr2", "A[1].jpg.xmp",
+                                                       "B.CR2", "B[1].jpg", "B[1].cr2"))
+            << "also a second time";
+    }
+    options.naming = Naming::Number;
+    for (int i = 0; i < 2; ++i) {
+        Import();
+        EXPECT_EQ(NamesInDay().size(), 7u + 5u);
+        EXPECT_EQ(ContentOf(PathOf("0001.cr2")), "A.CR2");
+        EXPECT_EQ(ContentOf(PathOf("0001.jpg.xmp")), "A.JPG.xmp");
+        EXPECT_EQ(ContentOf(PathOf("0002.cr2")), "B.CR2");
+    }
+}
+
+TEST_F(ImportMoveTest, CompanionsGoBeforeTheirPhotoWhichTellsTheirDay) {
+    Add("A.JPG", PhotoTaken("2008:11:14 10:15:30"));
+    Add("A.xmp", "x");
+    options.source = ImportOptions::Source::Goes;
+    Import();
+    ASSERT_EQ(told.size(), 2u);
+    EXPECT_EQ(told[0].source, OnCard("A.xmp"));
+    EXPECT_THAT(NamesInDay(14), ElementsAre("A.JPG", "A.xmp"));
+    EXPECT_FALSE(files::Exists(card));
 }
 
 // ---- what becomes of the source
@@ -331,13 +446,15 @@ TEST_F(ImportMoveTest, LinkGoesAndItsFileIsCopied) {
     EXPECT_FALSE(files::Exists(card));
 }
 
-TEST_F(ImportMoveTest, ReadOnlyFileMovesInsideAVolume) {
+TEST_F(ImportMoveTest, ProtectedFileStaysAndItsCopyIsWritable) {
     const std::string source = Add("a.jpg", "content");
     ASSERT_EQ(chmod(source.c_str(), 0444), 0);
     options.source = ImportOptions::Source::Goes;
     Import();
-    EXPECT_TRUE(files::GetStatus(PathOf("a.jpg"))->isReadOnly);
-    EXPECT_FALSE(files::Exists(source));
+    EXPECT_FALSE(files::GetStatus(PathOf("a.jpg"))->isReadOnly);
+    EXPECT_TRUE(files::Exists(source)) << "as when it goes from one volume to another";
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_TRUE(told[0].sourceStays);
 }
 
 TEST_F(ImportFolderTest, EmptyFoldersGoAlsoWhenFilesAreCopied) {
@@ -480,6 +597,24 @@ TEST_F(ImportNoteTest, CommentStandsInFrontOfTheFolderName) {
     options.source = ImportOptions::Source::Goes;
     Import();
     EXPECT_EQ(CommentOf(PathOf("A.JPG")), "summer\r\n100TEST");
+}
+
+TEST_F(ImportNoteTest, SecondTimeAddsNothing) {
+    Add("A.JPG", PhotoTaken("2008:11:13 10:15:30"));
+    Add("B.JPG", test::JpegOf("without a date"));
+    Add("c.png", "no picture");
+    options.addFolderName = true;
+    for (const Naming naming : {Naming::Keep, Naming::Number})
+        for (const SameBy sameBy : {SameBy::DateOrSize, SameBy::Content}) {
+            options.naming = naming;
+            options.sameBy = sameBy;
+            Import();
+            const auto before = TreeOf(root);
+            EXPECT_EQ(Import().failures, 0);
+            EXPECT_EQ(TreeOf(root), before);
+            EXPECT_THAT(Results(), testing::Each(ImportResult::Same)) << "the words alone are no difference";
+        }
+    EXPECT_EQ(CommentOf(PathOf("A.JPG")), "DCIM");
 }
 
 TEST_F(ImportNoteTest, CommentAloneEndsItsLine) {
