@@ -5,7 +5,9 @@
 
 #include "app/app_hooks.h"
 #include "app/app_state.h"
+#include "app/import_words.h"
 #include "platform/clock.h"
+#include "platform/text.h"
 #include "platform/thread.h"
 #include "platform/window.h"
 #include "store/update.h"
@@ -23,31 +25,16 @@ void SayLater(const std::string& text) {
     if (Application* const application = TheApplication()) application->Post([text] { Say(text); });
 }
 
-std::string InTheUsersLanguage(const char* japanese, const char* english) {
-    return State().UseJapanese ? japanese : english;
+// In place of the title, until the view moves on.
+void ShowInTitle(const std::string& text) {
+    if (Application* const application = TheApplication())
+        application->Post([text] {
+            if (Window* const window = MainWindow()) window->SetTitle(text::ToDisplay(text + " - Kalmora"));
+        });
 }
 
-// What the user is told at the end; empty when there is nothing.
-std::string WordsOf(const ImportSummary& summary) {
-    switch (summary.end) {
-        case ImportEnd::NoSpace:
-            return InTheUsersLanguage("ディスクの空き容量が足りないため取り込めません",
-                                      "There is not enough room on the disk for this import");
-        case ImportEnd::NoSource:
-            return InTheUsersLanguage("取り込み元が見つかりません", "There is nothing to import from") +
-                   ("\n" + summary.refused);
-        case ImportEnd::MeetsTarget:
-            return InTheUsersLanguage("データディレクトリを含むフォルダやその中のフォルダは取り込めません",
-                                      "A folder that holds the data folder or lies in it is not imported") +
-                   ("\n" + summary.refused);
-        case ImportEnd::Unreadable:
-            return InTheUsersLanguage("フォルダを読み込めません", "A folder cannot be read") +
-                   ("\n" + summary.refused);
-        case ImportEnd::Interrupted:
-        case ImportEnd::Finished:
-            break;
-    }
-    return {};
+WordsLanguage LanguageOfTheUser() {
+    return State().UseJapanese ? WordsLanguage::Japanese : WordsLanguage::English;
 }
 
 void ShowArrived(const ImportedFile& file) {
@@ -55,18 +42,27 @@ void ShowArrived(const ImportedFile& file) {
         AddToView(file.result == ImportResult::Linked ? file.source : file.target, file.day);
 }
 
-void ImportThread(const ImportOptions& options) {
+void ImportThread(ImportOptions& options) {
+    ImportRemarks remarks;
+    options.onFile = [&remarks](const ImportedFile& file) {
+        ShowArrived(file);
+        remarks.Note(file);
+    };
     const ImportSummary summary = RunImport(options);
     const SystemTime today = LocalTime();
     if (summary.done > 0) StartBackgroundUpdate(today.year * 100 + today.month);
-    if (const std::string words = WordsOf(summary); !words.empty()) SayLater(words);
+    const WordsLanguage language = LanguageOfTheUser();
+    if (IsPlainSuccess(summary))
+        ShowInTitle(SumInWords(summary, language));
+    else
+        SayLater(ImportInWords(summary, remarks, language));
 }
 
 }  // namespace
 
 void SayImportRuns() {
-    Say(InTheUsersLanguage("取り込み中のため新たな取り込みを行えません",
-                           "An import is running; another one has to wait for its end"));
+    Say(State().UseJapanese ? "取り込み中のため新たな取り込みを行えません"
+                            : "An import is running; another one has to wait for its end");
 }
 
 bool StartImportOf(ImportOptions options) {
@@ -75,10 +71,10 @@ bool StartImportOf(ImportOptions options) {
         SayImportRuns();
         return false;
     }
-    options.onFile = ShowArrived;
+    options.index = ImportOptions::Index::UpToDate;
     Thread thread;
     state.ImportRunning = 1;
-    const bool started = thread.StartSuspended("Import", [options = std::move(options)] {
+    const bool started = thread.StartSuspended("Import", [options = std::move(options)]() mutable {
         ImportThread(options);
         State().ImportRunning = 0;
     });
