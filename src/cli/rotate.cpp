@@ -35,6 +35,10 @@ std::string WordsFor(RotateResult result) {
             return "in use";
         case RotateResult::Changed:
             return "changed meanwhile";
+        case RotateResult::Damaged:
+            return "damaged";
+        case RotateResult::WouldMove:
+            return "would move what stands behind the picture";
         case RotateResult::Failed:
             break;
     }

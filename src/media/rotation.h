@@ -1,9 +1,6 @@
-// Turning a JPEG without loss, by an outside program: PathOfJpegTran.
-//
-//     <tool> -copy all -rotate <degrees> "<copy in Temp>" "<photo>"
-//
-// On the road of safe_rewrite: the program reads the copy and writes the photo; when it fails, or leaves
-// anything but a whole picture of the right size, the copy is put back.
+// Turning a JPEG without loss, by an outside program: PathOfJpegTran (jpeg_turner.h). The program reads the
+// photo and writes its work into the Temp folder; what becomes of the photo is one change on the road of
+// safe_rewrite (turned_photo.h).
 #pragma once
 
 #include <functional>
@@ -13,13 +10,15 @@ namespace kalmora {
 
 enum class RotateResult {
     Turned,
-    NoTool,   // PathOfJpegTran does not stand; OnRotationToolMissing was told
-    NotJpeg,  // by its extension, or by what it holds
-    Denied,   // read-only, or no right to write it
-    NoSpace,  // on its disk or on that of the Temp folder
-    InUse,    // another program has it locked, or the Temp folder's lock
-    Changed,  // another program wrote or replaced it meanwhile: what that one made stands
-    Failed    // there is no such file, or the tool failed; the picture is as it was
+    NoTool,     // PathOfJpegTran does not stand; OnRotationToolMissing was told
+    NotJpeg,    // by its extension, or by what it holds
+    Denied,     // read-only, or no right to write it
+    NoSpace,    // on its disk or on that of the Temp folder
+    InUse,      // another program has it locked, or the Temp folder's lock
+    Changed,    // another program wrote or replaced it meanwhile: what that one made stands
+    Damaged,    // the picture is cut, or its data are
+    WouldMove,  // what stands behind the picture would lose its place, and something may tell of that place
+    Failed      // there is no such file, or the tool failed; the picture is as it was
 };
 
 // Told the path that was looked for, so that the shell can show it with the caption "Not found". The shell
@@ -27,8 +26,8 @@ enum class RotateResult {
 extern std::function<void(const std::string& toolPath)> OnRotationToolMissing;
 
 // Turns what is seen clockwise by 90, 180 or 270 degrees; for a picture that is stored mirrored the tool gets
-// the turn that looks like that. "-copy all" keeps every word in it. Waits for the tool, as long as that
-// takes.
+// the turn that looks like that. Everything in the file but the picture and its embedded thumbnail, which is
+// turned along, stays byte for byte. Waits for the tool, as long as that takes.
 RotateResult RotateJpeg(const std::string& path, int degrees);
 
 // Where a turn is asked for and shown: the slide show or the hover window.

@@ -6,6 +6,9 @@
 #include <vector>
 
 #include "exif_builder.h"
+#include "media/jpeg_segments.h"
+#include "media/preview_reader.h"
+#include "multi_picture_builder.h"
 #include "picture_files.h"
 #include "platform/files.h"
 #include "write_fixture.h"
@@ -15,12 +18,13 @@ namespace {
 
 using test::ContentOf;
 using test::DecodableJpeg;
+using test::ExifBuilder;
 using testing::ElementsAre;
 
 class RotationTest : public test::WriteTest {
 protected:
     RotationTest() {
-        UseTool("cat \"$5\" >/dev/null; cp '" + folder.Put("turned", DecodableJpeg(48, 64)) +
+        UseTool("cat \"$source\" >/dev/null; cp '" + folder.Put("turned", DecodableJpeg(48, 64)) +
                 "' \"$target\"");
     }
     ~RotationTest() override {
@@ -31,7 +35,7 @@ protected:
     void UseTool(const std::string& script) {
         const std::string path =
             folder.Put("tool", "#!/bin/sh\nprintf '%s\\n' \"$@\" >>'" + folder.PathOf("said") +
-                                   "'\nfor target; do :; done\n" + script + "\n");
+                                   "'\nfor word; do source=$target; target=$word; done\n" + script + "\n");
         chmod(path.c_str(), 0755);
         State().PathOfJpegTran = path;
     }
@@ -42,11 +46,11 @@ protected:
     }
 };
 
-TEST_F(RotationTest, CallsTheToolWithTheCopyAndThePhoto) {
+TEST_F(RotationTest, CallsTheToolWithThePhotoAndAScratchFile) {
     const std::string path = PutPhoto("a b \"c\".jpg");
     EXPECT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
     EXPECT_EQ(ContentOf(folder.PathOf("said")),
-              "-copy\nall\n-rotate\n90\n" + folder.PathOf("Temp/$a b \"c\".jpg") + "\n" + path + "\n");
+              "-copy\nall\n-rotate\n90\n" + path + "\n" + folder.PathOf("Temp/$turned.jpg") + "\n");
     EXPECT_EQ(ContentOf(path), DecodableJpeg(48, 64));
     EXPECT_EQ(FilesInTemp(), 0u);
 }
@@ -129,11 +133,187 @@ TEST_F(RotationTest, ReadOnlyPictureIsLeft) {
 
 TEST_F(RotationTest, PictureThatSomebodyPutThereMeanwhileStays) {
     const std::string edited = folder.Put("edited", DecodableJpeg(64, 48) + "edited");
-    UseTool("mv '" + edited + "' \"$target\"; exit 1");
+    const std::string turned = folder.Put("turned", DecodableJpeg(48, 64));
+    UseTool("mv '" + edited + "' \"$source\"; cp '" + turned + "' \"$target\"");
     const std::string path = PutPhoto();
     EXPECT_EQ(RotateJpeg(path, 90), RotateResult::Changed);
     EXPECT_EQ(ContentOf(path), DecodableJpeg(64, 48) + "edited");
-    EXPECT_EQ(FilesInTemp("kept-a.jpg"), 1u);
+    EXPECT_EQ(FilesInTemp(), 0u);
+}
+
+// ---- what stands behind the picture
+class RotationOfSeveralTest : public RotationTest {
+protected:
+    // The tool gives this for the photo, and this for its thumbnail.
+    void UseResults(const std::string& photo, const std::string& thumbnail = "no picture") {
+        UseTool("case $source in *small*) cp '" + folder.Put("turned thumbnail", thumbnail) +
+                "' \"$target\";; *) cp '" + folder.Put("turned", photo) + "' \"$target\";; esac");
+    }
+    // A picture of that size that is longer by so many bytes, all of them in its scan.
+    static std::string Longer(const std::string& jpeg, std::size_t by) {
+        return std::string(jpeg).insert(jpeg.size() - 2, by, 'x');
+    }
+    static ExifBuilder WithNote(std::uint32_t number) {
+        return ExifBuilder().Undefined(ExifBuilder::Exif, 0x927C,
+                                       "unknown maker" + test::Word32(ByteOrder::Little, number) + "end");
+    }
+};
+
+TEST_F(RotationOfSeveralTest, WhatFollowsThePictureWasDropped) {
+    const std::string picture = DecodableJpeg(64, 48), movie = std::string(3000, '\0') + picture + "ftypmp42";
+    for (const std::size_t spare : {std::size_t{0}, std::size_t{1}, std::size_t{500}}) {
+        UseResults(DecodableJpeg(48, 64));
+        const std::string path = folder.Put("a.jpg", Longer(picture, spare) + movie);
+        ASSERT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
+        std::string turned = DecodableJpeg(48, 64);
+        turned.insert(turned.size() - 2, spare, '\xFF');
+        EXPECT_EQ(ContentOf(path), turned + movie) << "at the same place";
+        EXPECT_THAT(ContentOf(folder.PathOf("said")), testing::HasSubstr("all\n-optimize\n-rotate\n"));
+    }
+}
+
+TEST_F(RotationOfSeveralTest, LongerPictureMovesWhatFollowsWhenNothingTellsOfIt) {
+    UseResults(Longer(DecodableJpeg(48, 64), 70));
+    const std::string path = folder.Put("a.jpg", DecodableJpeg(64, 48) + "a movie");
+    ASSERT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
+    EXPECT_EQ(ContentOf(path), Longer(DecodableJpeg(48, 64), 70) + "a movie");
+}
+
+TEST_F(RotationOfSeveralTest, IndexOfFurtherPicturesPointedAtNothing) {
+    const std::string second = DecodableJpeg(16, 16);
+    for (const std::size_t longer : {0, 700}) {
+        UseResults(Longer(DecodableJpeg(48, 64), longer));
+        const std::string path =
+            folder.Put("a.jpg", test::TwoPictures(DecodableJpeg(64, 48), second, "gap") + "trailer");
+        ASSERT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
+        const std::string after = ContentOf(path);
+        constexpr std::size_t kPayload = 2 + 4;
+        const auto pictures = ReadMultiPictureIndex(after.substr(kPayload));
+        ASSERT_TRUE(pictures);
+        EXPECT_EQ(after.substr(kPayload + kMultiPictureHead + (*pictures)[1].offset, (*pictures)[1].length),
+                  second);
+        EXPECT_EQ(after.substr((*pictures)[0].length, 3), "gap");
+        EXPECT_EQ(after.substr(after.size() - second.size() - 7), second + "trailer");
+    }
+}
+
+TEST_F(RotationOfSeveralTest, NoteThatMayTellOfAPlaceBehindLeavesThePhotoAlone) {
+    const std::string preview = "\xFF\xD8\xFF preview";
+    const auto put = [&](std::uint32_t number) {
+        return folder.Put("a.jpg", DecodableJpeg(64, 48, WithNote(number).Build()) + preview);
+    };
+    const auto end = static_cast<std::uint32_t>(DecodableJpeg(64, 48, WithNote(0).Build()).size());
+    constexpr std::uint32_t kBlockAt = 2 + 4 + 6;
+    for (const auto& [number, result] : {std::pair{end, RotateResult::WouldMove},
+                                         {end - kBlockAt, RotateResult::WouldMove},
+                                         {0x20202020u, RotateResult::Turned}}) {
+        UseResults(Longer(DecodableJpeg(48, 64), 1));
+        const std::string path = put(number), before = ContentOf(path);
+        EXPECT_EQ(RotateJpeg(path, 90), result) << number;
+        EXPECT_EQ(ContentOf(path) == before, result == RotateResult::WouldMove);
+        UseResults(DecodableJpeg(48, 64));
+        EXPECT_EQ(RotateJpeg(put(number), 90), RotateResult::Turned) << "nothing moves";
+    }
+}
+
+TEST_F(RotationOfSeveralTest, SegmentOrTrailerThatMayTellOfAPlaceLeavesThePhotoAlone) {
+    UseResults(Longer(DecodableJpeg(48, 64), 1));
+    const std::string picture = DecodableJpeg(64, 48);
+    const std::string unknown = std::string(picture).insert(2, test::JpegSegmentBytes(0xE7, "maker"));
+    for (const std::string& content : {unknown + "behind", picture + std::string("AXS!\0\0\0\0\0\0\0\0", 12)})
+        EXPECT_EQ(RotateJpeg(folder.Put("a.jpg", content), 90), RotateResult::WouldMove);
+    EXPECT_EQ(RotateJpeg(folder.Put("a.jpg", unknown), 90), RotateResult::Turned) << "nothing behind";
+}
+
+TEST_F(RotationOfSeveralTest, SegmentsOfTheOriginalStayWhereTheyWere) {
+    UseResults(DecodableJpeg(48, 64));
+    const std::string picture = DecodableJpeg(64, 48);
+    const std::string before = test::JpegSegmentBytes(0xE5, "one") + "stray",
+                      between = test::JpegSegmentBytes(0xDB, "table"),
+                      behind = test::JpegSegmentBytes(0xFE, "two");
+    const std::string path = folder.Put("a.jpg", std::string(picture).insert(2, before + between + behind));
+    ASSERT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
+    EXPECT_THAT(ContentOf(path),
+                testing::StartsWith("\xFF\xD8" + before + std::string(between.size(), '\xFF') + behind));
+}
+
+// ---- the thumbnail
+TEST_F(RotationOfSeveralTest, StaleThumbnailOfASquarePictureWasPainted) {
+    const std::string thumbnail = Longer(DecodableJpeg(16, 8), 40), turned = DecodableJpeg(8, 16);
+    for (const auto order : {ByteOrder::Little, ByteOrder::Big}) {
+        ExifBuilder exif(order);
+        exif.Short(ExifBuilder::Exif, 0xA002, 64).Long(ExifBuilder::Exif, 0xA003, 48);
+        exif.Short(ExifBuilder::Thumbnail, 0x0100, 16).Short(ExifBuilder::Thumbnail, 0x0101, 8);
+        exif.EmbeddedJpeg(thumbnail);
+        ExifBuilder swapped(order);
+        std::string filled = turned;
+        filled.insert(filled.size() - 2, 40, '\xFF');
+        swapped.Short(ExifBuilder::Exif, 0xA002, 48).Long(ExifBuilder::Exif, 0xA003, 64);
+        swapped.Short(ExifBuilder::Thumbnail, 0x0100, 8).Short(ExifBuilder::Thumbnail, 0x0101, 16);
+        swapped.EmbeddedJpeg(filled);
+        UseResults(DecodableJpeg(48, 64), turned);
+        const std::string path = folder.Put("a.jpg", DecodableJpeg(64, 48, exif.Build()));
+        ASSERT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
+        EXPECT_EQ(ContentOf(path), DecodableJpeg(48, 64, swapped.Build()));
+    }
+}
+
+TEST_F(RotationOfSeveralTest, ThumbnailThatTheToolCannotTurnIsTurnedByItsPixels) {
+    const std::string path = folder.Put(
+        "a.jpg",
+        DecodableJpeg(64, 64, ExifBuilder().EmbeddedJpeg(Longer(DecodableJpeg(20, 12), 500)).Build()));
+    UseResults(DecodableJpeg(64, 64), "no picture");
+    ASSERT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
+    const auto preview = ReadEmbeddedPreview(path, true);
+    ByteWindow window(preview.thumbnail);
+    EXPECT_EQ(ReadJpegFrameSize(window), (Size{12, 20}));
+    EXPECT_EQ(preview.thumbnail.size(), DecodableJpeg(20, 12).size() + 500);
+}
+
+TEST_F(RotationOfSeveralTest, ThumbnailThatCannotBeTurnedIsNotUsedAnyMore) {
+    const std::string path = folder.Put(
+        "a.jpg",
+        DecodableJpeg(
+            64, 64,
+            ExifBuilder().Short(ExifBuilder::Main, 0x0112, 1).EmbeddedJpeg("\xFF\xD8 no picture").Build()));
+    ASSERT_FALSE(ReadEmbeddedPreview(path, true).thumbnail.empty());
+    UseResults(DecodableJpeg(64, 64));
+    ASSERT_EQ(RotateJpeg(path, 180), RotateResult::Turned);
+    EXPECT_TRUE(ReadEmbeddedPreview(path, true).thumbnail.empty());
+    EXPECT_EQ(ReadEmbeddedPreview(path, true).orientation, 1);
+}
+
+// ---- the tool's warnings, and times
+TEST_F(RotationOfSeveralTest, ToolThatWarnsOfStrayBytesCountedAsFailed) {
+    const std::string made = folder.Put("turned", DecodableJpeg(48, 64));
+    UseTool("cp '" + made + "' \"$target\"; exit 2");
+    const std::string path = folder.Put("a.jpg", Longer(DecodableJpeg(64, 48), 9));
+    EXPECT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
+    EXPECT_EQ(ContentOf(path), Longer(DecodableJpeg(48, 64), 9)) << "they stay in front of the end marker";
+    const std::string stray = folder.Put("b.jpg", DecodableJpeg(64, 48).insert(2, "stray"));
+    EXPECT_EQ(RotateJpeg(stray, 90), RotateResult::Turned);
+}
+
+TEST_F(RotationOfSeveralTest, PictureWhoseDataAreDamagedIsLeftAlone) {
+    const std::string made = folder.Put("turned", DecodableJpeg(48, 64));
+    UseTool("cp '" + made + "' \"$target\"; exit 2");
+    const std::string whole = DecodableJpeg(64, 48);
+    const std::string lacking = std::string(whole).erase(whole.size() - 20, 18),
+                      cut = whole.substr(0, whole.size() - 2);
+    for (const std::string& damaged : {lacking, cut}) {
+        const std::string path = folder.Put("a.jpg", damaged);
+        EXPECT_EQ(RotateJpeg(path, 90), RotateResult::Damaged);
+        EXPECT_EQ(ContentOf(path), damaged);
+    }
+}
+
+TEST_F(RotationOfSeveralTest, AccessTimeMovedByATurn) {
+    const std::string path = PutPhoto();
+    // Older than its last write, so that every file system would move it.
+    const FileTime accessed{123'456'000'000'000'000};
+    files::SetTimes(path, accessed, FileTime{123'456'789'000'000'000});
+    ASSERT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
+    EXPECT_EQ(files::GetStatus(path)->accessed, accessed);
 }
 
 // ---- the command
