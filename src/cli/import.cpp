@@ -103,7 +103,8 @@ private:
         record["date"] = file.taken.year == 0 ? Json() : Json(IsoDate(file.taken));
         record["day"] = *day ? Json(day) : Json();
         if (!file.standing.empty()) record["standing"] = file.standing;
-        if (file.result == ImportResult::Differs) record["leftThere"] = true;
+        if (file.result == ImportResult::Differs)
+            record["message"] = "differs from " + file.standing + ", left where it is";
         if (file.isFolder) record["isFolder"] = true;
         if (file.sourceStays) record["sourceStays"] = true;
         if (file.note) record["note"] = NameOf(*file.note);

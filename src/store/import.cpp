@@ -37,16 +37,34 @@ std::string FolderOf(const std::string& path) {
     return path.substr(0, path.size() - GetFileName(path).size() - 1);
 }
 
-// False when it was stopped, or when an index file could not be written.
-bool UpdateMonths(const std::string& root, const std::vector<CalendarDate>& dates) {
-    return RunOverMonths(dates, [&root](const CalendarDate& date, IndexBatch& batch) {
-        if (root == MainIndex().dataRoot)
-            if (const MonthPointer known = MainIndex().FindMonth(date.year, date.month);
-                known && known->IsLoaded(0))
-                return known->Update(0, batch);
-        MonthIndex month(date.year, date.month, root);
-        return month.Load(0, batch) && month.Update(0, batch);
-    });
+// Nobody comes by later to do it on the command line, as the window's idle refresh does. Months that stand in
+// the memory of this program learn of it, too. False when it was stopped, or when an index file could not be
+// written.
+bool UpdateMonths(const std::set<MonthToCome>& toIndex) {
+    std::map<std::string, std::vector<CalendarDate>> months;  // by data folder
+    for (const MonthToCome& one : toIndex) months[one.root].push_back({one.year, one.month, 0});
+    bool areWritten = true;
+    for (const auto& [root, dates] : months) {
+        if (!files::IsFolder(root)) continue;
+        areWritten &= RunOverMonths(dates, [&root = root](const CalendarDate& date, IndexBatch& batch) {
+            if (root == MainIndex().dataRoot)
+                if (const MonthPointer known = MainIndex().FindMonth(date.year, date.month);
+                    known && known->IsLoaded(0))
+                    return known->Update(0, batch);
+            MonthIndex month(date.year, date.month, root);
+            return month.Load(0, batch) && month.Update(0, batch);
+        });
+    }
+    return areWritten;
+}
+
+// Also when this import is then refused: a move that was killed may have taken its source away already.
+void FinishFormerImport() {
+    ArrivalJournal former;
+    if (!former.Open(State().TempFolder)) return;
+    // Whether an original may go is told by the bytes of its copy, which the words change.
+    if (ImportJournal moves; former.HasWords() && moves.Open(State().TempFolder)) moves.Settle();
+    if (UpdateMonths(former.Settle())) former.ClearMonths();
 }
 
 // ---- the import itself
@@ -65,11 +83,11 @@ public:
                  [this](std::span<ImportedFile> files) { OnSettled(files); }) {
         if (IsRehearsal()) return;
         if (arrivals_.Open(State().TempFolder)) batch_.UseArrivals(&arrivals_);
+        toIndex_ = arrivals_.Months();
         if (options.source == ImportOptions::Source::Goes && journal_.Open(State().TempFolder)) {
             journal_.Settle();
             batch_.UseJournal(&journal_);
         }
-        toIndex_ = arrivals_.Settle();
     }
 
     void OnFile(const SourceFile& file, const std::vector<std::string>& siblings) override;
@@ -375,16 +393,9 @@ void Importer::AddToIndex(const std::string& path) {
     if (forIndex_.size() >= kMostForIndex) AddFilesToIndex(std::exchange(forIndex_, {}));
 }
 
-// Nobody comes by later to do it on the command line, as the window's idle refresh does. Months that stand in
-// the memory of this program learn of it, too.
 void Importer::UpdateIndex() {
-    if (options_.index == ImportOptions::Index::UpToDate) {
-        std::map<std::string, std::vector<CalendarDate>> months;  // by data folder
-        for (const MonthToCome& one : toIndex_) months[one.root].push_back({one.year, one.month, 0});
-        for (const auto& [root, dates] : months)
-            summary_.isIndexed &= files::IsFolder(root) ? UpdateMonths(root, dates) : true;
-    }
-    if (summary_.isIndexed && summary_.end != ImportEnd::Interrupted) arrivals_.ClearMonths();
+    if (options_.index == ImportOptions::Index::UpToDate) summary_.isIndexed = UpdateMonths(toIndex_);
+    if (summary_.isIndexed) arrivals_.ClearMonths();
 }
 
 void Importer::Finish() {
@@ -449,6 +460,7 @@ ImportSummary RunImport(const ImportOptions& given) {
     ImportSummary summary;
     state.ImportTotal = 0;
     state.ImportDone = 0;
+    if (options.run == ImportOptions::Run::ForReal) FinishFormerImport();
     if (!AreSourcesGood(options, summary)) return summary;
     const SourceCount count = CountSources(options);
     if (!count.meetsTarget.empty()) {

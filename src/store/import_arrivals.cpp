@@ -132,11 +132,18 @@ bool ArrivalJournal::Open(const std::string& tempFolder) {
     if (tempFolder.empty() || (!files::IsFolder(tempFolder) && !MakeDirectories(tempFolder))) return false;
     if (months_.file.OpenOrMake(files::Join(tempFolder, "import.months")) == FileResult::Done &&
         months_.file.TryLock() == files::EditFile::Lock::Taken &&
-        words_.file.OpenOrMake(files::Join(tempFolder, "import.words")) == FileResult::Done)
+        words_.file.OpenOrMake(files::Join(tempFolder, "import.words")) == FileResult::Done) {
+        ReadMonths();
         return true;
+    }
     months_.file.Close();
     words_.file.Close();
     return false;
+}
+
+bool ArrivalJournal::HasWords() const {
+    const auto status = words_.file.Status();
+    return status && status->size > 0;
 }
 
 std::set<MonthToCome> ArrivalJournal::Settle() {
@@ -146,8 +153,9 @@ std::set<MonthToCome> ArrivalJournal::Settle() {
     if (!toCome.empty()) SettleRewrites(tempFolder_);
     std::vector<CPhoto> photos;
     std::vector<std::string> words;
+    std::set<std::string> seen;  // noted once for a move by name and once for a copy
     for (const WordsToCome& one : toCome) {
-        if (!LacksWords(one)) continue;
+        if (!seen.insert(one.path).second || !LacksWords(one)) continue;
         photos.emplace_back(one.path);
         words.push_back(one.words);
     }
@@ -157,15 +165,17 @@ std::set<MonthToCome> ArrivalJournal::Settle() {
     }
     words_.end = 1;  // whatever stands there
     ClearWords();
-    const std::string months = ReadAll(months_.file);
-    const std::vector<MonthToCome> parsed = ParseMonthRecords(months);
-    // What is behind the last whole record is written over.
-    std::size_t whole = 0;
-    for (const MonthToCome& month : parsed) whole += MakeMonthRecord(month).size();
-    if (whole < months.size()) months_.file.Resize(whole);
-    months_.end = whole;
-    known_ = {parsed.begin(), parsed.end()};
     return known_;
+}
+
+void ArrivalJournal::ReadMonths() {
+    const std::string months = ReadAll(months_.file);
+    for (const MonthToCome& month : ParseMonthRecords(months)) {
+        months_.end += MakeMonthRecord(month).size();
+        known_.insert(month);
+    }
+    // What is behind the last whole record goes.
+    if (months_.end < months.size()) months_.file.Resize(months_.end);
 }
 
 void ArrivalJournal::AddMonth(const MonthToCome& month) {

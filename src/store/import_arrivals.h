@@ -45,8 +45,13 @@ public:
     // Makes the files when they are missing. False when they cannot be had or another import uses them.
     bool Open(const std::string& tempFolder);
 
-    // What a former import has left. Words are written, months are given back.
+    // True when a former import has left words to be written.
+    bool HasWords() const;
+    // What a former import has left. Words are written; months are given back, and stay noted until they are
+    // cleared.
     std::set<MonthToCome> Settle();
+    // All that are noted.
+    const std::set<MonthToCome>& Months() const { return known_; }
 
     // Before a file appears. A kill of the program loses none of it; after a power cut it stands there when
     // Flush has returned.
@@ -66,6 +71,8 @@ private:
         void Clear();
         void Flush();
     };
+    void ReadMonths();
+
     std::string tempFolder_;
     Records words_, months_;
     std::set<MonthToCome> known_;

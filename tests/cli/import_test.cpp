@@ -179,6 +179,7 @@ TEST_F(ImportVerbTest, FileThatOnlySeemsTheSameIsTold) {
     ASSERT_EQ(Run("import --move --json card/DCIM/100"), 0);
     EXPECT_EQ(nlohmann::json::parse(out_)[0]["result"], "differs");
     EXPECT_EQ(nlohmann::json::parse(out_)[0]["standing"], standing);
+    EXPECT_EQ(nlohmann::json::parse(out_)[0]["message"], "differs from " + standing + ", left where it is");
     ASSERT_EQ(Run("import --move --compare content card/DCIM/100"), 0) << Errors();
     EXPECT_TRUE(Has("files/2008/200811/2008_1113/A[1].jpg"));
     EXPECT_EQ(Run("import --compare looks card"), 2);
