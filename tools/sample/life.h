@@ -3,10 +3,12 @@
 #include <string>
 #include <vector>
 
-#include "stage.h"
 #include "stamp.h"
+#include "tables.h"
 
 namespace sample {
+
+enum class Weather { Clear, Fair, Cloudy };
 
 struct Camera {
     const char* maker;
@@ -19,9 +21,8 @@ const Camera& CameraAt(int index);
 // One photo: when it is taken, of what, with which camera, and what its owner thinks of it.
 struct Shot {
     Stamp when;
-    void (*paint)(Stage&) = nullptr;
+    const Scene* scene = nullptr;
     Weather weather = Weather::Fair;
-    bool indoors = false;
     int width = 1600;
     int height = 1200;
     int camera = 0;
@@ -32,35 +33,23 @@ struct Shot {
     std::string estimations;
 };
 
-struct Note {
+// A drawing, or the scene of a movie, beside the photos.
+struct Extra {
     Stamp when;
-    std::string text;
-};
-
-struct Drawing {
-    Stamp when;
-    int subject = 0;
-    const char* comment = "";
-};
-
-struct Movie {
-    Stamp when;
-    int subject = 0;
+    const char* drawing;
+    const char* comment;
 };
 
 // The invented life up to and through the month of `today`.
 struct Life {
     std::vector<Shot> shots;  // by time
-    std::vector<Note> notes;
-    std::vector<Drawing> drawings;
-    std::vector<Movie> movies;
+    std::vector<Extra> drawings;
+    std::vector<Extra> movies;
 };
 
-// About `count` photos: at least one on every day of today's month, the rest over the three years
-// before it. The same today, count and seed give the same life.
-Life PlanLife(const Stamp& today, int count, std::uint64_t seed);
-
-// notes.cpp
-std::vector<Note> WriteNotes(const Stamp& today);
+// About `count` photos: at least one on every day of today's month, the rest over the three years before it.
+// The same today, count and seed give the same life. The shots refer to `scenes`.
+Life PlanLife(const std::vector<Scene>& scenes, const std::vector<Occasion>& occasions, const Stamp& today,
+              int count, std::uint64_t seed);
 
 }  // namespace sample

@@ -1,21 +1,20 @@
+#include <QBuffer>
 #include <algorithm>
 #include <atomic>
 #include <charconv>
-#include <cmath>
 #include <cstdio>
 #include <ctime>
+#include <map>
 #include <optional>
 #include <thread>
 
-#include "avi_writer.h"
-#include "drawings.h"
-#include "exif_writer.h"
-#include "jpeg_writer.h"
+#include "camera_exif.h"
 #include "life.h"
-#include "link_writer.h"
-#include "png_writer.h"
+#include "photo.h"
+#include "platform/shell.h"
+#include "platform/text.h"
+#include "riff.h"
 #include "sample_folder.h"
-#include "wav_writer.h"
 
 namespace sample {
 
@@ -53,27 +52,16 @@ template <class Number>
 std::optional<Number> ParseNumber(std::string_view text, Number low, Number high) {
     Number value{};
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size() || value < low || value > high) {
-        return std::nullopt;
-    }
-    return value;
+    const bool whole = error == std::errc() && end == text.data() + text.size();
+    return whole && value >= low && value <= high ? std::optional(value) : std::nullopt;
 }
 
-std::optional<Stamp> ParseDate(std::string_view text) {
-    if (text.size() != 10 || text[4] != '-' || text[7] != '-') {
-        return std::nullopt;
-    }
-    const auto year = ParseNumber(text.substr(0, 4), 1990, 9999);
-    const auto month = ParseNumber(text.substr(5, 2), 1, 12);
-    const auto day = ParseNumber(text.substr(8, 2), 1, 31);
-    if (!year || !month || !day || !(std::chrono::year(*year) / *month / *day).ok()) {
-        return std::nullopt;
-    }
-    Stamp date;
-    date.year = *year;
-    date.month = *month;
-    date.day = *day;
-    return date;
+bool ParseDate(std::string_view text, Stamp& date) {
+    if (text.size() != 10 || text[4] != '-' || text[7] != '-') return false;
+    date.year = ParseNumber(text.substr(0, 4), 1990, 9999).value_or(0);
+    date.month = ParseNumber(text.substr(5, 2), 1, 12).value_or(0);
+    date.day = ParseNumber(text.substr(8, 2), 1, 31).value_or(0);
+    return date.year != 0 && (std::chrono::year(date.year) / date.month / date.day).ok();
 }
 
 // Empty when the arguments are understood, otherwise what is wrong with them.
@@ -81,107 +69,53 @@ std::string ParseArguments(int argc, char** argv, Options& options) {
     for (int i = 1; i < argc; ++i) {
         const std::string argument = argv[i];
         if (argument.empty() || argument[0] != '-') {
-            if (!options.folder.empty() || argument.empty()) {
-                return "exactly one folder is needed";
-            }
+            if (!options.folder.empty() || argument.empty()) return "exactly one folder is needed";
             options.folder = argument;
             continue;
         }
-        if (argument != "--date" && argument != "--count" && argument != "--seed") {
+        if (argument != "--date" && argument != "--count" && argument != "--seed")
             return "unknown option " + argument;
-        }
-        if (i + 1 == argc) {
-            return argument + " needs a value";
-        }
-        const std::string value = argv[++i];
-        bool understood = false;
+        if (++i == argc) return argument + " needs a value";
+        const std::string value = argv[i];
+        bool understood = true;
         if (argument == "--date") {
-            const auto date = ParseDate(value);
-            understood = date.has_value();
-            options.today = date.value_or(options.today);
+            understood = ParseDate(value, options.today);
         } else if (argument == "--count") {
-            const auto count = ParseNumber(value, 1, 5000);
-            understood = count.has_value();
-            options.count = count.value_or(options.count);
+            options.count = ParseNumber(value, 1, 5000).value_or(0);
+            understood = options.count != 0;
         } else {
             const auto seed = ParseNumber<std::uint64_t>(value, 0, UINT64_MAX);
             understood = seed.has_value();
-            options.seed = seed.value_or(options.seed);
+            options.seed = seed.value_or(0);
         }
-        if (!understood) {
-            return "bad value for " + argument + ": " + value;
-        }
+        if (!understood) return "bad value for " + argument + ": " + value;
     }
     return options.folder.empty() ? "no folder given" : "";
 }
 
-// What a camera would have set for the light of the hour.
-void SetExposure(ExifNote& note, const Shot& shot) {
-    Rng rng(shot.seed ^ 0x5EEDu);
-    const int hour = shot.when.hour;
-    const bool dark = hour >= 19 || hour < 6;
-    const bool low = hour >= 17 || hour < 8;
-    constexpr float apertures[6] = {2.8f, 3.5f, 4.0f, 5.6f, 7.1f, 8.0f};
-    constexpr float focals[6] = {5.8f, 7.4f, 9.2f, 11.6f, 17.4f, 23.2f};
-    note.aperture = apertures[dark || shot.indoors ? rng.Pick(0, 1) : rng.Pick(2, 5)];
-    constexpr std::uint32_t slow[4] = {8, 15, 30, 40};
-    constexpr std::uint32_t middle[4] = {60, 80, 100, 125};
-    constexpr std::uint32_t fast[4] = {200, 250, 320, 500};
-    const int pick = rng.Pick(0, 3);
-    note.shutterDenominator = dark ? slow[pick] : shot.indoors || low ? middle[pick] : fast[pick];
-    constexpr std::uint32_t sensitive[4] = {400, 400, 800, 1600};
-    constexpr std::uint32_t plain[4] = {80, 100, 100, 200};
-    note.iso = dark || shot.indoors ? sensitive[rng.Pick(0, 3)] : plain[rng.Pick(0, 3)];
-    note.bias = rng.Chance(0.2f) ? (rng.Chance(0.5f) ? 0.33f : -0.33f) : 0.0f;
-    note.flash = dark && shot.indoors && rng.Chance(0.4f);
-    note.focalLength = focals[rng.Pick(0, 5)];
+Bytes PhotoBytes(const QImage& scene, const Shot& shot) {
+    QImage image = TakePhoto(scene, shot);
+    // The camera was held on a side: shown, the picture is turned back.
+    if (shot.orientation == 6) image = image.transformed(QTransform().rotate(270));
+    if (shot.orientation == 8) image = image.transformed(QTransform().rotate(90));
+    const Bytes thumbnail = JpegBytes(FitInto(image, 160, 120), 82, {});
+    return JpegBytes(image, 88, ExifSegment(shot, image.width(), image.height(), thumbnail));
 }
 
-std::vector<std::uint8_t> PhotoBytes(const Shot& shot) {
-    Moment moment;
-    moment.month = shot.when.month;
-    moment.hour = static_cast<float>(shot.when.hour) + static_cast<float>(shot.when.minute) / 60.0f;
-    moment.weather = shot.weather;
-    moment.seed = shot.seed;
-    Stage stage(shot.width, shot.height, moment);
-    shot.paint(stage);
-    // No two pictures of the same subject are developed quite alike.
-    Rng rng(shot.seed ^ 0xDEu);
-    stage.develop.exposure *= 1.0f + 0.10f * rng.Bell();
-    stage.develop.warmth += 0.14f * rng.Bell();
-    Image image = DevelopPicture(stage.canvas, stage.develop, shot.seed);
-    if (rng.Chance(0.5f)) Mirror(image);
-    if (shot.orientation == 6) {
-        image = Turned(image, 3);  // shown, it is turned a quarter clockwise
-    } else if (shot.orientation == 8) {
-        image = Turned(image, 1);
-    }
-    const Camera& camera = CameraAt(shot.camera);
-    ExifNote note;
-    note.order = camera.bigEndian ? ByteOrder::Big : ByteOrder::Little;
-    note.maker = camera.maker;
-    note.model = camera.model;
-    note.software = camera.software;
-    note.taken = shot.when;
-    note.orientation = shot.orientation;
-    note.width = static_cast<std::uint32_t>(image.width);
-    note.height = static_cast<std::uint32_t>(image.height);
-    note.comment = shot.comment;
-    note.estimations = shot.estimations;
-    SetExposure(note, shot);
-    note.thumbnail = JpegBytes(FitInto(image, 160, 120), 82, {});
-    return JpegBytes(image, 88, ExifSegment(note));
-}
-
-std::vector<std::uint8_t> MovieBytes(const Movie& movie, std::uint32_t seed) {
+Bytes MovieBytes(const QImage& scene) {
     constexpr int frameCount = 36;
-    constexpr int framesPerSecond = 12;
-    std::vector<std::vector<std::uint8_t>> frames;
+    std::vector<Bytes> frames;
     for (int i = 0; i < frameCount; ++i) {
-        frames.push_back(
-            JpegBytes(MakeMovieFrame(movie.subject, Real(i) / Real(frameCount - 1), seed), 85, {}));
+        frames.push_back(JpegBytes(MovieFrame(scene, static_cast<float>(i) / (frameCount - 1)), 85, {}));
     }
-    return AviBytes(frames, 320, 240, framesPerSecond);
+    return AviBytes(frames, 320, 240, 12);
+}
+
+// In code page 932, or, where it has a character that the page lacks, as UTF-8 with a byte-order mark.
+Bytes TextFileBytes(const std::string& text) {
+    const std::string bytes =
+        kalmora::text::FitsCp932(text) ? kalmora::text::ToCp932(text) : "\xEF\xBB\xBF" + text;
+    return Bytes(bytes.begin(), bytes.end());
 }
 
 constexpr Tune tunes[] = {
@@ -196,12 +130,21 @@ constexpr Tune tunes[] = {
 class Maker {
 public:
     Maker(const Options& options, SampleFolder& folder)
-        : options_(options), folder_(folder), life_(PlanLife(options.today, options.count, options.seed)) {}
+        : options_(options),
+          folder_(folder),
+          scenes_(ReadScenes(drawings_)),
+          notes_(ReadNotes(drawings_, options.today)),
+          life_(PlanLife(scenes_, ReadOccasions(drawings_), options.today, options.count, options.seed)) {}
 
-    // Empty, or what stopped the work.
+    // Empty, or what stopped the work. Throws BadTable when a drawing is missing.
     std::string Run() {
         MakePhotos();
-        MakeNotes();
+        for (const Note& note : notes_) {
+            const Stamp& w = note.when;
+            const std::string name = Format("/TX%04d%02d%02d_%02d%02d%02d.txt", w.year, w.month, w.day,
+                                            w.hour, w.minute, w.second);
+            folder_.Write(DayFolder(w) + name, TextFileBytes(note.text), w);
+        }
         MakeDrawingsAndMovies();
         MakeMusic();
         MakeBackgrounds();
@@ -211,51 +154,47 @@ public:
 
     std::string Summary() const {
         return Format("made %zu photos, %zu notes, %zu drawings, %zu movies, %zu pieces of music in ",
-                      life_.shots.size(), life_.notes.size(), life_.drawings.size(), life_.movies.size(),
+                      life_.shots.size(), notes_.size(), life_.drawings.size(), life_.movies.size(),
                       std::size(tunes)) +
                options_.folder;
     }
 
 private:
+    // A thread takes all photos of one scene after the other, so that each drawing is decoded once.
     void MakePhotos() {
+        std::map<const Scene*, std::vector<const Shot*>> byScene;
+        for (const Shot& shot : life_.shots) byScene[shot.scene].push_back(&shot);
+        const std::vector work(byScene.begin(), byScene.end());
         std::atomic<std::size_t> next = 0;
-        auto work = [&] {
-            for (std::size_t i = next++; i < life_.shots.size() && !folder_.Failed(); i = next++) {
-                const Shot& shot = life_.shots[i];
-                folder_.Write(DayFolder(shot.when) + "/" + shot.fileName, PhotoBytes(shot), shot.when);
+        auto make = [&] {
+            for (std::size_t i = next++; i < work.size() && !folder_.Failed(); i = next++) {
+                const QImage scene = LoadDrawing(drawings_, work[i].first->name);
+                for (const Shot* shot : work[i].second) {
+                    folder_.Write(DayFolder(shot->when) + "/" + shot->fileName, PhotoBytes(scene, *shot),
+                                  shot->when);
+                }
             }
         };
-        std::vector<std::thread> helpers;
+        std::vector<std::jthread> helpers;
         const unsigned count = std::clamp(std::thread::hardware_concurrency(), 2u, 8u);
-        for (unsigned i = 1; i < count; ++i) {
-            helpers.emplace_back(work);
-        }
-        work();
-        for (std::thread& helper : helpers) {
-            helper.join();
-        }
-    }
-
-    void MakeNotes() {
-        for (const Note& note : life_.notes) {
-            const Stamp& w = note.when;
-            const std::string name = Format("/TX%04d%02d%02d_%02d%02d%02d.txt", w.year, w.month, w.day,
-                                            w.hour, w.minute, w.second);
-            folder_.Write(DayFolder(w) + name, TextFileBytes(note.text), w);
-        }
+        for (unsigned i = 1; i < count; ++i) helpers.emplace_back(make);
+        make();
     }
 
     void MakeDrawingsAndMovies() {
-        std::uint32_t seed = static_cast<std::uint32_t>(options_.seed) + 500;
-        for (const Drawing& drawing : life_.drawings) {
+        for (const Extra& drawing : life_.drawings) {
             const Stamp& w = drawing.when;
-            const auto bytes = PngBytes(MakeDrawing(drawing.subject, ++seed),
-                                        {{"Creation Time", CameraTime(w)}, {"Comment", drawing.comment}});
-            folder_.Write(DayFolder(w) + Format("/drawing_%02d%02d.png", w.month, w.day), bytes, w);
+            QImage image = LoadDrawing(drawings_, drawing.drawing).convertToFormat(QImage::Format_RGB888);
+            image.setText("Creation Time", QString::fromStdString(CameraTime(w)));
+            image.setText("Comment", drawing.comment);
+            QBuffer png;
+            image.save(&png, "png");
+            folder_.Write(DayFolder(w) + Format("/drawing_%02d%02d.png", w.month, w.day),
+                          Bytes(png.data().begin(), png.data().end()), w);
         }
-        for (const Movie& movie : life_.movies) {
+        for (const Extra& movie : life_.movies) {
             folder_.Write(DayFolder(movie.when) + Format("/MVI_%04d.AVI", 100 + movie.when.day),
-                          MovieBytes(movie, ++seed), movie.when);
+                          MovieBytes(LoadDrawing(drawings_, movie.drawing)), movie.when);
         }
     }
 
@@ -272,14 +211,15 @@ private:
         folder_.Write(month + "/favourites.m3u", TextFileBytes(list), today);
     }
 
+    // Very light pictures to lie behind a month and a year with black text on them.
     void MakeBackgrounds() {
         const Stamp& today = options_.today;
-        const auto seed = static_cast<std::uint32_t>(options_.seed);
-        folder_.Write(MonthFolder(today) + "/back01.jpg",
-                      JpegBytes(MakeBackground(today.month, seed + 700), 90, {}), today);
-        const int otherSeason = (today.month + 5) % 12 + 1;
-        folder_.Write(Format("%04d/back01.jpg", today.year),
-                      JpegBytes(MakeBackground(otherSeason, seed + 701), 90, {}), today);
+        constexpr const char* seasons[] = {"paper-winter", "paper-spring", "paper-summer", "paper-autumn"};
+        auto paper = [&](int month) {
+            return JpegBytes(LoadDrawing(drawings_, seasons[month % 12 / 3]), 90, {});
+        };
+        folder_.Write(MonthFolder(today) + "/back01.jpg", paper(today.month), today);
+        folder_.Write(Format("%04d/back01.jpg", today.year), paper(today.month + 6), today);
     }
 
     // On one of this month's days lies a shortcut to a photo of about a year ago.
@@ -287,28 +227,21 @@ private:
         Stamp from = options_.today;
         from.day = std::min(from.day, 20);
         from.hour = 20;
-        const auto yearAgo = DayOf(from) - std::chrono::days(365);
         const Shot* best = nullptr;
         for (const Shot& shot : life_.shots) {
-            if (DayOf(shot.when) <= yearAgo) {
-                best = &shot;
-            }
+            if (DayOf(shot.when) <= DayOf(from) - std::chrono::days(365)) best = &shot;
         }
-        if (!best) {
-            return;
-        }
-        const std::string target = DayFolder(best->when) + "/" + best->fileName;
-        std::string relative = "../../../" + target;
-        if (best->when.year == from.year) {
-            relative = "../../" + target.substr(5);
-        }
-        std::replace(relative.begin(), relative.end(), '/', '\\');
-        folder_.Write(DayFolder(from) + "/A_year_ago.lnk", LinkBytes(folder_.Absolute(target), relative),
-                      from);
+        if (!best) return;
+        const std::string target = folder_.Absolute(DayFolder(best->when) + "/" + best->fileName);
+        const std::string link = kalmora::shell::MakeShortcut(target, folder_.Absolute(DayFolder(from)));
+        folder_.Write(DayFolder(from) + "/A_year_ago.lnk", Bytes(link.begin(), link.end()), from);
     }
 
     const Options& options_;
     SampleFolder& folder_;
+    const std::string drawings_ = KALMORA_SAMPLE_DRAWINGS;  // as the build rendered them, with the tables
+    std::vector<Scene> scenes_;
+    std::vector<Note> notes_;
     Life life_;
 };
 
@@ -356,4 +289,11 @@ int Main(int argc, char** argv) {
 
 }  // namespace sample
 
-int main(int argc, char** argv) { return sample::Main(argc, argv); }
+int main(int argc, char** argv) {
+    try {
+        return sample::Main(argc, argv);
+    } catch (const sample::BadTable& bad) {
+        std::fprintf(stderr, "kalmora-sample: %s\n", bad.what());
+        return sample::exitFailed;
+    }
+}

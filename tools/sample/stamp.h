@@ -1,6 +1,8 @@
 #pragma once
 
 #include <chrono>
+#include <cstdarg>
+#include <cstdio>
 #include <string>
 
 namespace sample {
@@ -31,12 +33,25 @@ inline Stamp StampOf(std::chrono::sys_days day) {
     return stamp;
 }
 
+// printf for short texts.
+[[gnu::format(printf, 1, 2)]] inline std::string Format(const char* pattern, ...) {
+    char text[512];
+    va_list arguments;
+    va_start(arguments, pattern);
+    std::vsnprintf(text, sizeof text, pattern, arguments);
+    va_end(arguments);
+    return text;
+}
+
 // "2008:11:13 10:15:00", as cameras write it.
-std::string CameraTime(const Stamp& stamp);
-// "2008/200811/2008_1113" and "2008/200811".
-std::string DayFolder(const Stamp& stamp);
-std::string MonthFolder(const Stamp& stamp);
-// printf for short names.
-[[gnu::format(printf, 1, 2)]] std::string Format(const char* pattern, ...);
+inline std::string CameraTime(const Stamp& s) {
+    return Format("%04d:%02d:%02d %02d:%02d:%02d", s.year, s.month, s.day, s.hour, s.minute, s.second);
+}
+
+// "2008/200811" and "2008/200811/2008_1113".
+inline std::string MonthFolder(const Stamp& s) { return Format("%04d/%04d%02d", s.year, s.year, s.month); }
+inline std::string DayFolder(const Stamp& s) {
+    return MonthFolder(s) + Format("/%04d_%02d%02d", s.year, s.month, s.day);
+}
 
 }  // namespace sample
