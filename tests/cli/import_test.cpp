@@ -213,13 +213,13 @@ TEST_F(ImportVerbTest, NamesAreEscapedOnATerminalAlone) {
 }
 
 TEST_F(ImportVerbTest, KilledImportIsFinishedByTheNextWithItsWordsAndItsIndex) {
-    constexpr int kFiles = 600;
+    constexpr int kFiles = 200;
     const std::string photo = Photo("2008:11:13 10:15:30");
     for (int i = 0; i < kFiles; ++i)
         Write("many/f" + std::to_string(1000 + i) + ".jpg", photo + std::string(1u + i, 'x'));
     RunShell(Program() +
              "import --move --folder-name many >lines 2>errors & P=$!; "
-             "until test -s lines || test -f files/2008/200811/2008_1113/f1300.jpg; do :; done; kill -9 $P; "
+             "until test -s lines || test -f files/2008/200811/2008_1113/f1100.jpg; do :; done; kill -9 $P; "
              "wait $P");
     ASSERT_EQ(Run("import --move --folder-name many"), 0) << Errors();
     ASSERT_EQ(Run("show --json files/2008/200811/2008_1113/*.jpg"), 0);
