@@ -10,6 +10,7 @@
 #include "store/data_folder.h"
 #include "store/dates.h"
 #include "store/file_helpers.h"
+#include "store/index_nonsense.h"
 #include "store/index_stop.h"
 #include "store/index_text.h"
 
@@ -27,6 +28,13 @@ bool PathLess(const EntryPointer& a, const EntryPointer& b) { return a->path < b
 
 bool EarlierDate(const IndexTimeKey& a, const IndexTimeKey& b) {
     return CompareSystemTimes(a.Date(), b.Date()) < 0;
+}
+
+bool HasSameRecord(const IndexEntry& a, const IndexEntry& b, const std::string& folder) {
+    std::string textOfA, textOfB;
+    AppendIndexRecord(textOfA, a, folder);
+    AppendIndexRecord(textOfB, b, folder);
+    return textOfA == textOfB;
 }
 
 // The position of the path, or where it would stand.
@@ -182,9 +190,12 @@ void DayIndex::Meet(const std::string& path, FolderWalk& walk) {
     }
     const auto at = static_cast<std::size_t>(place - entries.begin());
     walk.seen[at] = true;
-    if (!entries[at]->IsStale()) return;
+    const bool isStale = entries[at]->IsStale();
+    if (!isStale && !IsNonsense(*entries[at])) return;
     auto again = std::make_shared<IndexEntry>(*entries[at]);
     walk.seen[at] = again->Refresh();
+    // A photo may tell nonsense of itself; that is no reason to write the index each time.
+    if (!isStale && HasSameRecord(*again, *entries[at], folder)) return;
     entries[at] = std::move(again);
     dirty = true;
 }

@@ -3,6 +3,7 @@
 //   in the folder                     in the index   after a load            after an update
 //   a file, its last-write time       a record       served                  kept, not read
 //   a file, another time              a record       served as it was        read again, written
+//   a file, its last-write time       nonsense       served as it was        read again, written
 //   a file                            none           not seen                read, added, written
 //   none                              a record       served                  dropped, written
 //   no folder                         gone with it   an empty day            an empty day

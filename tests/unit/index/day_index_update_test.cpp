@@ -67,6 +67,42 @@ TEST_F(DayIndexUpdate, ClockThatJumpedBackMakesAFileStaleToo) {
     EXPECT_EQ(CommentOf("a.txt"), "bird");
 }
 
+TEST_F(DayIndexUpdate, RecordThatABrokenOffReadingLeftIsMendedThoughItsTimeIsRight) {
+    const std::string taken = "DATE=2008/11/13 18:42:7\n", size = "SIZE=240,180\n";
+    Touch(PutInDay("p.jpg", PhotoTaken("2008:11:13 18:42:07")), 0);
+    Update();
+    const std::string good = IndexOf();
+    ASSERT_NE(good.find(taken), std::string::npos) << good;
+    ASSERT_NE(good.find(size), std::string::npos) << good;
+    const auto with = [&good](std::string_view line, std::string_view other) {
+        std::string text = good;
+        return text.replace(text.rfind(line), line.size(), other);
+    };
+    const std::string bad[] = {with(size, "SIZE=-1,-1\n"),
+                               with(size, "SIZE=240,-5\n"),
+                               with(size, "SIZE=10001,180\n"),
+                               with(taken, "DATE=0/0/0 0:0:0\n"),
+                               with(taken, "DATE=2008/13/1 1:1:1\n"),
+                               with(taken, "DATE=2008/2/30 1:1:1\n"),
+                               with(taken, "DATE=2008/11/13 24:0:0\n")};
+    for (const std::string& text : bad) {
+        PutInDay(kIndexFileName, text);
+        day = LoadDay();
+        EXPECT_TRUE(Writes()) << text;
+        EXPECT_NE(IndexOf().find(taken), std::string::npos) << IndexOf();
+        EXPECT_NE(IndexOf().find(size), std::string::npos) << IndexOf();
+    }
+}
+
+TEST_F(DayIndexUpdate, PhotoThatItselfTellsNonsenseIsNotWrittenEachTime) {
+    Touch(PutInDay("odd.jpg", PhotoTaken("2008:11:13 99:42:07")), 0);
+    Touch(PutInDay("broken.jpg", "no picture"), 0);
+    Touch(PutInDay("no_extension"), 0);
+    Update();
+    day = LoadDay();
+    EXPECT_FALSE(Writes());
+}
+
 TEST_F(DayIndexUpdate, NewFileIsNotSeenAfterALoadAndReadByAnUpdate) {
     PutInDay("c.txt", "new");
     EXPECT_THAT(NamesOf(LoadDay()), ElementsAre("a.txt", "b.txt"));
