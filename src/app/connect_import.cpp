@@ -21,7 +21,11 @@ void StartImport() {
 void ConnectImport() {
     Shell().Import = StartImport;
     Shell().ImportDropped = [](const Event& event) {
-        return DropFiles({event.paths, event.point, event.ctrl}, DropPlace::MainWindow);
+        const DropEvent& drop = AsDrop(event);
+        const bool copies = drop.ctrl || !drop.mayMove;
+        const DropOutcome outcome = DropFiles({drop.paths, drop.point, copies}, DropPlace::MainWindow);
+        if (drop.result) *drop.result = outcome.result;
+        return outcome.viewChanged;
     };
 }
 

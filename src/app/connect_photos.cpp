@@ -1,7 +1,11 @@
 #include "app/connect_photos.h"
 
+#include <atomic>
+#include <memory>
+
 #include "app/app_hooks.h"
 #include "app/app_state.h"
+#include "app/run_beside.h"
 #include "media/rotation.h"
 #include "views/calendar_store.h"
 #include "views/commands.h"
@@ -52,7 +56,9 @@ void Rotate(int id) {
 void ConnectPhotos() {
     Shell().Rotate = Rotate;
     Shell().RateFile = [](const std::string& path, int type) {
-        return RateInView(path, static_cast<EstimateType>(type));
+        const auto isRated = std::make_shared<std::atomic<bool>>(false);
+        RunBeside("Rate", [=] { *isRated = RateInView(path, static_cast<EstimateType>(type)); });
+        return isRated->load();
     };
     OnRotationToolMissing = [](const std::string& toolPath) {
         ShowMessage(MainWindow(), "Not found", toolPath, MessageButtons::Ok);

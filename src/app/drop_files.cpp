@@ -1,12 +1,18 @@
 #include "app/drop_files.h"
 
+#include <memory>
 #include <optional>
+#include <set>
+#include <utility>
 
 #include "app/app_state.h"
 #include "app/drop_target.h"
+#include "app/import_run.h"
+#include "app/run_beside.h"
 #include "base/log.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "platform/transfer.h"
 #include "store/data_folder.h"
 #include "store/extension_table.h"
 #include "store/file_helpers.h"
@@ -24,24 +30,37 @@ DropTarget Today() {
     return {{day.year, day.month, day.day}, false};
 }
 
-std::optional<std::string> CopyAndIndex(const std::string& path, const CalendarDate& day) {
-    auto target = CopyToDay(path, MainRoot(), day.year, day.month, day.day);
-    if (target) AddFileToIndex(*target);
-    return target;
+std::string FolderOf(const std::string& path) {
+    return path.substr(0, path.size() - GetFileName(path).size() - 1);
 }
+
+struct Taken {
+    std::string target;
+    bool isMoved;  // nothing stands any more where it stood
+};
+
+std::optional<Taken> CopyAndIndex(const std::string& path, const CalendarDate& day) {
+    auto target = CopyToDay(path, MainRoot(), day.year, day.month, day.day);
+    if (!target) return std::nullopt;
+    AddFileToIndex(*target);
+    return Taken{std::move(*target), false};
+}
+
+bool IsGone(const std::string& path) { return !files::Exists(path) && !files::IsLink(path); }
 
 // The day learns of a file that moved with its next update: meant, and held by
 // DropFilesTest.MovedFileWaitsForTheUpdate.
-std::optional<std::string> MoveOrCopy(const std::string& path, const CalendarDate& day) {
+std::optional<Taken> MoveOrCopy(const std::string& path, const CalendarDate& day) {
     if (auto target = MoveToDay(path, MainRoot(), day.year, day.month, day.day)) {
         const auto status = files::GetStatus(*target);
-        if (!status || status->size != 0 || !files::Exists(path)) return target;
+        if (!status || status->size != 0 || !files::Exists(path))
+            return Taken{std::move(*target), IsGone(path)};
         files::RemoveFile(*target);
     }
     return CopyAndIndex(path, day);
 }
 
-std::optional<std::string> TakeFile(const std::string& path, const CalendarDate& day, bool copies) {
+std::optional<Taken> TakeFile(const std::string& path, const CalendarDate& day, bool copies) {
     const auto status = files::GetStatus(path);
     if (!status) {
         const std::string repaired = RepairDroppedName(path);
@@ -51,12 +70,49 @@ std::optional<std::string> TakeFile(const std::string& path, const CalendarDate&
     return mayMove ? MoveOrCopy(path, day) : CopyAndIndex(path, day);
 }
 
-bool TakeBackground(const std::string& path, const CalendarDate& day) {
-    if (ClassifyFile(path) != ObjectKind::Image) return false;
-    const auto target = SetBackgroundFile(path, MainRoot(), State().ViewType, day.year, day.month, day.day);
-    if (!target) return false;
-    Calendar().backgrounds.AddImage(*target);
-    return true;
+std::optional<std::string> TakeBackground(const std::string& path, const CalendarDate& day) {
+    if (ClassifyFile(path) != ObjectKind::Image) return std::nullopt;
+    auto target = SetBackgroundFile(path, MainRoot(), State().ViewType, day.year, day.month, day.day);
+    if (target) Calendar().backgrounds.AddImage(*target);
+    return target;
+}
+
+// Any thread.
+DropOutcome TakeAll(const Drop& drop, DropPlace place, const DropTarget& target, ImportOptions ofFolders) {
+    DropOutcome outcome;
+    std::size_t taken = 0, moved = 0;
+    std::set<std::string> folders;  // into which files have come
+    for (const std::string& path : drop.paths) {
+        if (target.isBackground) {
+            const auto background = TakeBackground(path, target.day);
+            if (!background) continue;
+            outcome.viewChanged = true;
+            ++taken;
+            folders.insert(FolderOf(*background));
+            continue;
+        }
+        if (files::IsFolder(path)) {
+            ofFolders.sources.push_back(path);
+            continue;
+        }
+        const auto arrived = TakeFile(path, target.day, drop.copies);
+        Log("dropped: %s -> %s", path.c_str(), arrived ? arrived->target.c_str() : "not taken");
+        if (!arrived) continue;
+        ++taken;
+        if (arrived->isMoved) ++moved;
+        folders.insert(FolderOf(arrived->target));
+        if (place == DropPlace::ScrapAgent) SetFileDates(arrived->target, LocalTime());
+        outcome.viewChanged |= AddToView(arrived->target, target.day);
+    }
+    // They are never told as moved: what of them had to stay is not looked for.
+    if (!ofFolders.sources.empty())
+        if (const auto summary = ImportHere(std::move(ofFolders)); summary && !summary->months.empty())
+            ++taken;
+    // Before anybody is told: a source may delete its file on any answer.
+    const std::vector<std::string> toFlush(folders.begin(), folders.end());
+    if (taken == 0 || files::FlushFolders(toFlush) != files::FileResult::Done) return outcome;
+    outcome.result = moved == drop.paths.size() ? DropResult::Moved : DropResult::Copied;
+    return outcome;
 }
 
 }  // namespace
@@ -71,23 +127,16 @@ std::string RepairDroppedName(const std::string& path) {
     return path.substr(0, dash) + path.substr(dot);
 }
 
-bool DropFiles(const Drop& drop, DropPlace place) {
-    const bool isScrap = place == DropPlace::ScrapAgent;
-    const auto target = isScrap ? std::optional(Today()) : FindDropTarget(drop.client);
-    if (!target) return false;
-    bool changed = false;
-    for (const std::string& path : drop.paths) {
-        if (target->isBackground) {
-            changed |= TakeBackground(path, target->day);
-            continue;
-        }
-        const auto arrived = TakeFile(path, target->day, drop.copies);
-        Log("dropped: %s -> %s", path.c_str(), arrived ? arrived->c_str() : "not taken");
-        if (!arrived) continue;
-        if (isScrap) SetFileDates(*arrived, LocalTime());
-        changed |= AddToView(*arrived, target->day);
-    }
-    return changed;
+DropOutcome DropFiles(const Drop& drop, DropPlace place) {
+    const auto target = place == DropPlace::ScrapAgent ? std::optional(Today()) : FindDropTarget(drop.client);
+    if (!target) return {};
+    const auto outcome = std::make_shared<DropOutcome>();
+    ImportOptions ofFolders = ImportOptionsOfSettings();
+    ofFolders.sources.clear();
+    if (drop.copies && ofFolders.source == ImportOptions::Source::Goes)
+        ofFolders.source = ImportOptions::Source::Stays;
+    const auto take = [=] { *outcome = TakeAll(drop, place, *target, ofFolders); };
+    return RunBeside("Drop", take) ? *outcome : DropOutcome{};
 }
 
 }  // namespace kalmora

@@ -22,7 +22,10 @@ void Say(const std::string& text) { ShowMessage(MainWindow(), "Kalmora", text, M
 
 // From the importing thread; nothing when the program ends meanwhile.
 void SayLater(const std::string& text) {
-    if (Application* const application = TheApplication()) application->Post([text] { Say(text); });
+    if (Application* const application = TheApplication())
+        application->Post([text] {
+            if (MainWindow()) Say(text);
+        });
 }
 
 // In place of the title, until the view moves on.
@@ -42,7 +45,7 @@ void ShowArrived(const ImportedFile& file) {
         AddToView(file.result == ImportResult::Linked ? file.source : file.target, file.day);
 }
 
-void ImportThread(ImportOptions& options) {
+ImportSummary ImportAndTell(ImportOptions& options) {
     ImportRemarks remarks;
     options.onFile = [&remarks](const ImportedFile& file) {
         ShowArrived(file);
@@ -56,6 +59,7 @@ void ImportThread(ImportOptions& options) {
         ShowInTitle(SumInWords(summary, language));
     else
         SayLater(ImportInWords(summary, remarks, language));
+    return summary;
 }
 
 }  // namespace
@@ -75,7 +79,7 @@ bool StartImportOf(ImportOptions options) {
     Thread thread;
     state.ImportRunning = 1;
     const bool started = thread.StartSuspended("Import", [options = std::move(options)]() mutable {
-        ImportThread(options);
+        ImportAndTell(options);
         State().ImportRunning = 0;
     });
     if (!started) {
@@ -85,6 +89,17 @@ bool StartImportOf(ImportOptions options) {
     thread.SetPriority(Thread::Priority::Highest);
     thread.Resume();
     return true;
+}
+
+std::optional<ImportSummary> ImportHere(ImportOptions options) {
+    if (State().ImportRunning.exchange(1)) {
+        if (Application* const application = TheApplication()) application->Post(SayImportRuns);
+        return std::nullopt;
+    }
+    options.index = ImportOptions::Index::UpToDate;
+    const ImportSummary summary = ImportAndTell(options);
+    State().ImportRunning = 0;
+    return summary;
 }
 
 }  // namespace kalmora

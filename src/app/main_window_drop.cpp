@@ -1,9 +1,11 @@
 // Files dropped on the main window. A drag out of the window that comes back to where it began is a rating:
-// the petal of the rosette on which it is let go says which.
+// the petal of the rosette on which it is let go says which. What another program drags is never one,
+// wherever it is let go.
 #include "app/app_hooks.h"
 #include "app/app_state.h"
 #include "app/main_window_events.h"
 #include "platform/clock.h"
+#include "platform/drop_event.h"
 #include "views/hooks.h"
 
 namespace kalmora {
@@ -33,14 +35,15 @@ void RateDragged(Window& window, Point screen) {
 bool OnDrop(Window& window, const Event& event) {
     AppState& state = State();
     state.LastActivity = UptimeMs();
+    const bool isOwnDrag = AsDrop(event).isOwnDrag;
     const Point screen = window.ToScreen(event.point);
-    if (Hooks().IsSlideShowOpen() && Shell().IsOnSlidePicture(screen)) {
+    if (isOwnDrag && Hooks().IsSlideShowOpen() && Shell().IsOnSlidePicture(screen)) {
         RateSlideAt(screen);
         return true;
     }
     const bool neighborShown = Shell().IsNeighborShown();
     // The large view notes its area in the main window's own coordinates, the calendar on the screen.
-    const bool cameBack = state.DragRect.ContainsInclusive(neighborShown ? event.point : screen);
+    const bool cameBack = isOwnDrag && state.DragRect.ContainsInclusive(neighborShown ? event.point : screen);
     if ((!neighborShown && state.DragPath.empty()) || !cameBack) {
         if (Shell().ImportDropped(event)) window.Invalidate();
         return false;

@@ -22,15 +22,21 @@ BUTTONS = [("Help", "help"), ("Filter", "show_filter"), ("Import", "import"), ("
 GAP = 5
 
 
-def png(width, height, colour):
-    """A picture of one colour."""
+def png(width, height, colour, texts=None):
+    """A picture of one colour; texts: what it says of itself."""
 
     def chunk(kind, content):
         return struct.pack(">I", len(content)) + kind + content + struct.pack(">I", zlib.crc32(kind + content))
 
     line = b"\0" + bytes(colour) * width
-    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0)) +
+    said = b"".join(chunk(b"tEXt", key.encode() + b"\0" + text.encode()) for key, text in (texts or {}).items())
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0)) + said +
             chunk(b"IDAT", zlib.compress(line * height, 1)) + chunk(b"IEND", b""))
+
+
+def dated_png(taken):
+    """Taken at such a moment, as "2008:11:13 10:15:00"."""
+    return png(64, 48, (200, 120, 40), {"Creation Time": taken})
 
 
 def png_size(path):

@@ -59,19 +59,31 @@ std::optional<std::string> LocalPath(std::string_view uri) {
     return Unescape(uri.substr(0, uri.find_first_of("?#")));
 }
 
+// The next line that is no comment; false at the end.
+bool TakeAddress(std::string_view& uriList, std::string_view& address) {
+    while (!uriList.empty()) {
+        const std::size_t end =
+            std::min(uriList.find_first_of(std::string_view("\r\n\0", 3)), uriList.size());
+        address = uriList.substr(0, end);
+        uriList.remove_prefix(std::min(end + 1, uriList.size()));
+        if (!address.empty() && address.front() != '#') return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 std::vector<std::string> LocalPaths(std::string_view uriList) {
     std::vector<std::string> paths;
-    while (!uriList.empty()) {
-        const std::size_t end =
-            std::min(uriList.find_first_of(std::string_view("\r\n\0", 3)), uriList.size());
-        const std::string_view line = uriList.substr(0, end);
-        uriList.remove_prefix(std::min(end + 1, uriList.size()));
-        if (line.empty() || line.front() == '#') continue;
-        if (std::optional<std::string> path = LocalPath(line)) paths.push_back(std::move(*path));
-    }
+    for (std::string_view address; TakeAddress(uriList, address);)
+        if (std::optional<std::string> path = LocalPath(address)) paths.push_back(std::move(*path));
     return paths;
+}
+
+bool AreAllLocalPaths(std::string_view uriList) {
+    for (std::string_view address; TakeAddress(uriList, address);)
+        if (!LocalPath(address)) return false;
+    return true;
 }
 
 std::string FileUri(std::string_view path) {

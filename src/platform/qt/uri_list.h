@@ -11,6 +11,9 @@ namespace kalmora::qt {
 // Comments, other schemes, other machines' files and what is no address are left out.
 std::vector<std::string> LocalPaths(std::string_view uriList);
 
+// False when something else than a comment is left out.
+bool AreAllLocalPaths(std::string_view uriList);
+
 // The address of a local file: "file://" and the path, with what has a meaning in addresses written as %HH.
 std::string FileUri(std::string_view path);
 

@@ -14,6 +14,7 @@
 #include <QWindowStateChangeEvent>
 #include <cmath>
 
+#include "platform/drop_event.h"
 #include "platform/qt/gui_queue.h"
 #include "platform/qt/key_codes.h"
 #include "platform/qt/uri_list.h"
@@ -44,10 +45,23 @@ Event PointerEvent(EventType type, const QSinglePointEvent& from) {
     return event;
 }
 
-std::vector<std::string> DroppedPaths(const QMimeData* offered) {
-    if (offered == nullptr || !offered->hasFormat(kUriList)) return {};
-    const QByteArray list = offered->data(kUriList);
-    return LocalPaths(std::string_view(list.constData(), static_cast<std::size_t>(list.size())));
+std::string OfferedList(const QMimeData* offered) {
+    return offered == nullptr ? std::string() : offered->data(kUriList).toStdString();
+}
+
+void Answer(QDropEvent& event, Qt::DropAction action) {
+    // The toolkit would put the source's own wish, which may be a move, in place of an action that was not
+    // offered; no action at all counts as a copy.
+    event.setDropAction(event.possibleActions().testFlag(action) ? action : Qt::IgnoreAction);
+    event.accept();
+}
+
+// While it is dragged. Many a source takes this for the last word, and deletes its files the moment they are
+// let go if it reads "move" here: another program is told "copy" until it is known what was done.
+void AnswerDrag(QDropEvent& event) {
+    if (!event.mimeData()->hasFormat(kUriList)) return event.ignore();
+    if (event.source() != nullptr) return event.acceptProposedAction();
+    Answer(event, Qt::CopyAction);
 }
 
 }  // namespace
@@ -118,11 +132,10 @@ void WindowWidget::hideEvent(QHideEvent* event) {
 }
 
 void WindowWidget::closeEvent(QCloseEvent* event) {
-    if (link_->window == nullptr || link_->window->RequestClose()) {
-        event->accept();
-    } else {
-        event->ignore();
-    }
+    // The window hides itself where it closes. Left to the toolkit its native side would go at once, and a
+    // drop in whose middle the events are served would come back to nothing.
+    if (link_->window != nullptr) link_->window->RequestClose();
+    event->ignore();
 }
 
 void WindowWidget::changeEvent(QEvent* event) {
@@ -193,24 +206,33 @@ QVariant WindowWidget::inputMethodQuery(Qt::InputMethodQuery query) const {
     return QWidget::inputMethodQuery(query);
 }
 
-void WindowWidget::dragEnterEvent(QDragEnterEvent* event) {
-    if (event->mimeData()->hasFormat(kUriList)) event->acceptProposedAction();
-}
+void WindowWidget::dragEnterEvent(QDragEnterEvent* event) { AnswerDrag(*event); }
+
+void WindowWidget::dragMoveEvent(QDragMoveEvent* event) { AnswerDrag(*event); }
 
 void WindowWidget::dropEvent(QDropEvent* event) {
-    Event drop = Event{EventType::Drop};
-    drop.paths = DroppedPaths(event->mimeData());
+    DropEvent drop;
+    const std::string list = OfferedList(event->mimeData());
+    drop.paths = LocalPaths(list);
     drop.point = ToPoint(event->position());
     NoteModifiers(drop, event->modifiers());
-    if (drop.paths.empty()) {
-        event->ignore();
+    if (drop.paths.empty()) return event->ignore();
+    drop.isOwnDrag = event->source() != nullptr;
+    drop.mayMove = event->possibleActions().testFlag(Qt::MoveAction);
+    if (drop.isOwnDrag) {
+        event->acceptProposedAction();
+        // Later, when the drag is over: nobody waits for the answer.
+        GuiQueue::Instance().Post([link = link_, drop] {
+            if (link->window != nullptr) link->window->Deliver(drop);
+        });
         return;
     }
-    event->acceptProposedAction();
-    // Later, so that the program which gave the files need not wait while they are imported.
-    GuiQueue::Instance().Post([link = link_, drop] {
-        if (link->window != nullptr) link->window->Deliver(drop);
-    });
+    DropResult result = DropResult::NotTaken;
+    drop.result = &result;
+    Send(drop);
+    if (result == DropResult::NotTaken) return event->ignore();
+    const bool isMoved = result == DropResult::Moved && AreAllLocalPaths(list);
+    Answer(*event, isMoved ? Qt::MoveAction : Qt::CopyAction);
 }
 
 }  // namespace kalmora::qt

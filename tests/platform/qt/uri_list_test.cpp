@@ -34,6 +34,13 @@ TEST(UriList, LeavesOutWhatIsNoLocalFile) {
     EXPECT_THAT(LocalPaths(""), IsEmpty());
 }
 
+TEST(UriList, TellsWhetherAnythingIsLeftOut) {
+    EXPECT_TRUE(AreAllLocalPaths("# comment\r\nfile:///a\r\nfile:///b\r\n"));
+    EXPECT_TRUE(AreAllLocalPaths(""));
+    EXPECT_FALSE(AreAllLocalPaths("file:///a\r\nhttp://example.com/b\r\n"));
+    EXPECT_FALSE(AreAllLocalPaths("file:///a%zz\r\nfile:///b"));
+}
+
 TEST(UriList, LeavesOutBrokenEscapesAndZeroBytes) {
     EXPECT_THAT(LocalPaths("file:///a%\r\nfile:///a%2\r\nfile:///a%zz\r\nfile:///a%00b\r\nfile:///good"),
                 ElementsAre("/good"));

@@ -64,14 +64,24 @@ protected:
         QApplication::sendEvent(Widget()->windowHandle(), &event);
     }
     // True when the window took what was offered.
-    bool DropFiles(const QByteArray& uriList, QPointF at) const {
+    // The answers to a drag of another program, which proposes to move where it may.
+    struct DragAnswers {
+        bool overIt = false, dropped = false;  // is it taken
+        Qt::DropAction actionOverIt = Qt::IgnoreAction, action = Qt::IgnoreAction;
+    };
+    DragAnswers DropFiles(const QByteArray& uriList, QPointF at,
+                          Qt::DropActions possible = Qt::CopyAction | Qt::MoveAction) const {
+        const auto proposed = possible.testFlag(Qt::MoveAction) ? Qt::MoveAction : Qt::CopyAction;
         QMimeData offered;
         offered.setData("text/uri-list", uriList);
-        QDragEnterEvent enter(at.toPoint(), Qt::CopyAction, &offered, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(Widget(), &enter);
-        QDropEvent drop(at, Qt::CopyAction, &offered, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(Widget(), &drop);
-        return drop.isAccepted();
+        QDragEnterEvent enter(at.toPoint(), possible, &offered, Qt::LeftButton, Qt::NoModifier);
+        QDragMoveEvent move(at.toPoint(), possible, &offered, Qt::LeftButton, Qt::NoModifier);
+        QDropEvent drop(at, possible, &offered, Qt::LeftButton, Qt::NoModifier);
+        for (QDropEvent* event : {static_cast<QDropEvent*>(&enter), static_cast<QDropEvent*>(&move), &drop}) {
+            event->setDropAction(proposed);
+            QApplication::sendEvent(Widget(), event);
+        }
+        return {move.isAccepted(), drop.isAccepted(), move.dropAction(), drop.dropAction()};
     }
 
     std::vector<Event> events_;

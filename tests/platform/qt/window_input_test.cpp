@@ -5,6 +5,7 @@
 #include <QWheelEvent>
 #include <thread>
 
+#include "platform/drop_event.h"
 #include "platform/keys.h"
 #include "platform/window.h"
 #include "window_fixture.h"
@@ -71,15 +72,57 @@ TEST_F(WindowTest, WheelTellsWholeSteps) {
 
 TEST_F(WindowTest, DroppedFilesArriveWithTheirPlace) {
     ShowAndForget();
-    EXPECT_TRUE(DropFiles("file:///a%20b.jpg\r\nhttp://x/\r\nfile:///%82.txt\r\n", {30, 40}));
-    ASSERT_TRUE(ServeUntil([this] { return Count(EventType::Drop) == 1; }));
+    EXPECT_FALSE(DropFiles("file:///a%20b.jpg\r\nhttp://x/\r\nfile:///%82.txt\r\n", {30, 40}).dropped);
+    ASSERT_EQ(Count(EventType::Drop), 1) << "before the other program has its answer";
     EXPECT_THAT(events_.back().paths, ElementsAre("/a b.jpg", "/\x82.txt"));
     EXPECT_EQ(events_.back().point, (Point{30, 40}));
+    DropEvent last;
+    answer_ = [&last](const Event& event) {
+        if (event.type == EventType::Drop) last = AsDrop(event);
+        return true;
+    };
+    DropFiles("file:///a", {30, 40});
+    EXPECT_TRUE(last.mayMove);
+    EXPECT_FALSE(last.isOwnDrag);
+    DropFiles("file:///a", {30, 40}, Qt::CopyAction);
+    EXPECT_FALSE(last.mayMove);
+}
+
+TEST_F(WindowTest, ADropIsAnsweredWithWhatWasDone) {
+    ShowAndForget();
+    DropResult done = DropResult::NotTaken;
+    answer_ = [&done](const Event& event) {
+        if (event.type == EventType::Drop) *AsDrop(event).result = done;
+        return true;
+    };
+    EXPECT_FALSE(DropFiles("file:///a", {3, 4}).dropped) << "what was not taken must stay where it is";
+    done = DropResult::Copied;
+    EXPECT_TRUE(DropFiles("file:///a", {3, 4}).dropped);
+    EXPECT_EQ(DropFiles("file:///a", {3, 4}).action, Qt::CopyAction);
+    done = DropResult::Moved;
+    EXPECT_EQ(DropFiles("file:///a", {3, 4}).action, Qt::MoveAction);
+    EXPECT_EQ(DropFiles("file:///a\r\nhttp://x/b", {3, 4}).action, Qt::CopyAction)
+        << "what is no local file was not moved";
+}
+
+TEST_F(WindowTest, ADragOfAnotherProgramIsNeverToldOfAMoveBeforeItIsDone) {
+    ShowAndForget();
+    answer_ = [](const Event& event) {
+        if (event.type == EventType::Drop) *AsDrop(event).result = DropResult::Copied;
+        return true;
+    };
+    const DragAnswers both = DropFiles("file:///a", {3, 4});
+    EXPECT_TRUE(both.overIt);
+    EXPECT_EQ(both.actionOverIt, Qt::CopyAction);
+    const DragAnswers onlyMove = DropFiles("file:///a", {3, 4}, Qt::MoveAction);
+    EXPECT_TRUE(onlyMove.overIt && onlyMove.dropped);
+    EXPECT_EQ(onlyMove.actionOverIt, Qt::IgnoreAction) << "no action is a copy to a source";
+    EXPECT_EQ(onlyMove.action, Qt::IgnoreAction);
 }
 
 TEST_F(WindowTest, ADropWithoutLocalFilesIsRefused) {
     ShowAndForget();
-    EXPECT_FALSE(DropFiles("http://example.com/a.jpg", {30, 40}));
+    EXPECT_FALSE(DropFiles("http://example.com/a.jpg", {30, 40}).dropped);
     ServeAll();
     EXPECT_EQ(Count(EventType::Drop), 0);
 }

@@ -12,6 +12,7 @@
 #include "store/dates.h"
 #include "store/day_index.h"
 #include "store/index_manager.h"
+#include "store/update.h"
 #include "unit/views/view_fixture.h"
 #include "views/arrivals.h"
 #include "views/calendar_geometry.h"
@@ -39,7 +40,7 @@ protected:
     }
     std::string Add(const std::string& name, std::string_view content = "content") const {
         const std::string path = root_ + "/desktop/" + name;
-        std::filesystem::create_directories(root_ + "/desktop");
+        std::filesystem::create_directories(std::filesystem::path(path).parent_path());
         std::ofstream(path, std::ios::binary) << content;
         return path;
     }
@@ -159,9 +160,51 @@ TEST_F(DropFilesTest, FileThatIsThereAlreadyStaysWhereItIs) {
     ShowMonth(2008, 11);
     AddText(2008, 11, 13, "a.txt", "content");
     const std::string path = Add("a.txt");
-    EXPECT_FALSE(DropFiles({{path}, OnDay(13), false}, DropPlace::MainWindow));
+    EXPECT_FALSE(DropFiles({{path}, OnDay(13), false}, DropPlace::MainWindow).viewChanged);
     EXPECT_TRUE(files::Exists(path));
     EXPECT_FALSE(files::Exists(Day(13, "a[1].txt")));
+}
+
+TEST_F(DropFilesTest, ProgramThatGaveThemIsToldWhatWasDone) {
+    ShowMonth(2008, 11);
+    const auto drop = [](std::vector<std::string> paths, Point point, bool copies = false) {
+        return DropFiles({std::move(paths), point, copies}, DropPlace::MainWindow).result;
+    };
+    EXPECT_EQ(drop({Add("a.txt"), Add("b.txt")}, OnDay(13)), DropResult::Moved);
+    EXPECT_EQ(drop({Add("c.txt")}, OnDay(13), true), DropResult::Copied);
+    const std::string empty = Add("empty.mov", "");
+    EXPECT_EQ(drop({Add("d.txt"), empty}, OnDay(13)), DropResult::Copied) << "one of them was copied";
+    EXPECT_TRUE(files::Exists(empty));
+    EXPECT_EQ(drop({Add("sea.jpg")}, {950, 690}), DropResult::Copied) << "a background";
+    EXPECT_EQ(drop({Add("e.txt"), root_ + "/desktop/gone-1.txt"}, OnDay(13)), DropResult::Copied);
+}
+
+TEST_F(DropFilesTest, FileThatWasNotTakenCostsNothing) {
+    ShowMonth(2008, 11);
+    AddText(2008, 11, 13, "a.txt", "content");
+    const std::string standing = Add("a.txt"), other = Add("b.txt");
+    EXPECT_EQ(DropFiles({{standing}, OnDay(13)}, DropPlace::MainWindow).result, DropResult::NotTaken);
+    EXPECT_EQ(DropFiles({{other, standing}, OnDay(13)}, DropPlace::MainWindow).result, DropResult::Copied)
+        << "who is told of a move deletes both";
+    EXPECT_TRUE(files::Exists(standing));
+    EXPECT_EQ(DropFiles({{Add("x.txt")}, {-5, 10}}, DropPlace::MainWindow).result, DropResult::NotTaken);
+    EXPECT_EQ(DropFiles({{Add("x.txt")}, {950, 690}}, DropPlace::MainWindow).result, DropResult::NotTaken)
+        << "a text is no background";
+    EXPECT_EQ(DropFiles({{root_ + "/desktop/gone.txt"}, OnDay(13)}, DropPlace::MainWindow).result,
+              DropResult::NotTaken);
+}
+
+TEST_F(DropFilesTest, FolderIsImportedLikeACard) {
+    ShowMonth(2008, 11);
+    State().RemoveImportFiles = true;
+    const std::string below = Add("trip/a/sunrise.txt", "[2008/11/20 06:30]\nSunrise");
+    Add("trip/noon.txt", "[2008/11/21 12:00]\nNoon");
+    EXPECT_EQ(DropFiles({{root_ + "/desktop/trip"}, OnDay(13), true}, DropPlace::MainWindow).result,
+              DropResult::Copied);
+    EXPECT_TRUE(files::Exists(Day(20, "sunrise.txt")) && files::Exists(Day(21, "noon.txt")));
+    EXPECT_TRUE(files::Exists(below)) << "it stays when it is copied";
+    State().RemoveImportFiles = false;
+    while (CountBackgroundUpdates() > 0) SleepMs(1);  // of the index, behind the import
 }
 
 TEST_F(DropFilesTest, NameThatDoesNotStandIsRepaired) {
@@ -186,17 +229,19 @@ TEST(RepairDroppedName, LeavesOutWhatStandsBehindTheDash) {
 TEST_F(DropFilesTest, PictureOnABackgroundBecomesOne) {
     ShowMonth(2008, 11);
     const std::string picture = Add("sea.jpg"), text = Add("a.txt");
-    EXPECT_TRUE(DropFiles({{picture, text}, {950, 690}, false}, DropPlace::MainWindow));
+    EXPECT_TRUE(DropFiles({{picture, text}, {950, 690}, false}, DropPlace::MainWindow).viewChanged);
     const std::string target = DayFolder(2008, 11, 0) + "/back_sea.jpg";
     EXPECT_EQ(Content(target), "content");
     EXPECT_EQ(Calendar().backgrounds.CurrentImage(), target);
     EXPECT_TRUE(files::Exists(picture) && files::Exists(text)) << "both stay";
     ShowDay(2008, 11, 13);
-    EXPECT_TRUE(DropFiles({{picture}, {20, 200}, false}, DropPlace::MainWindow));
+    EXPECT_TRUE(DropFiles({{picture}, {20, 200}, false}, DropPlace::MainWindow).viewChanged);
     EXPECT_TRUE(files::Exists(Day(13, "back_sea.jpg")));
-    EXPECT_FALSE(DropFiles({{picture}, {20, 200}, false}, DropPlace::MainWindow)) << "it is there";
+    EXPECT_FALSE(DropFiles({{picture}, {20, 200}, false}, DropPlace::MainWindow).viewChanged)
+        << "it is there";
     ShowYear(2008);
-    EXPECT_FALSE(DropFiles({{picture}, {5, 690}, false}, DropPlace::MainWindow)) << "a year takes none";
+    EXPECT_FALSE(DropFiles({{picture}, {5, 690}, false}, DropPlace::MainWindow).viewChanged)
+        << "a year takes none";
 }
 
 TEST_F(DropFilesTest, ScrapBelongsToTodayAfterTheDayEnd) {
@@ -222,7 +267,8 @@ TEST_F(ArrivalsTest, FileJoinsTheDayInView) {
     UpdateObjects();
     ASSERT_TRUE(Settle());
     ASSERT_EQ(Calendar().CurrentDayViewer().objects.Count(), 1u);
-    EXPECT_TRUE(DropFiles({{Add("second.txt", "two")}, {400, 200}, false}, DropPlace::MainWindow));
+    EXPECT_TRUE(
+        DropFiles({{Add("second.txt", "two")}, {400, 200}, false}, DropPlace::MainWindow).viewChanged);
     EXPECT_EQ(Calendar().CurrentDayViewer().objects.Count(), 2u);
     EXPECT_FALSE(AddToView(Day(14, "third.txt"), {2008, 11, 14})) << "another day";
     EXPECT_FALSE(AddToView(Day(13, "what.xyz"), {2008, 11, 13})) << "nothing that is shown";

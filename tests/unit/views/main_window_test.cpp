@@ -8,6 +8,7 @@
 #include "app/main_window_keys.h"
 #include "input/key_config.h"
 #include "media/photo.h"
+#include "platform/drop_event.h"
 #include "platform/files.h"
 #include "unit/views/app_fixture.h"
 #include "views/button_bar.h"
@@ -52,9 +53,12 @@ protected:
         event.timer = id;
         return Send(event);
     }
-    bool Drop(Point point) {
-        Event event = At(EventType::Drop, point);
+    enum class Drag { Own, Foreign };
+    bool Drop(Point point, Drag drag = Drag::Own) {
+        DropEvent event;
+        event.point = point;
         event.paths = {photo_};
+        event.isOwnDrag = drag == Drag::Own;
         return Send(event);
     }
     MonthGrid Grid() const {
@@ -404,6 +408,22 @@ TEST_F(MainWindowTest, DragThatCameBackRatesItsObject) {
     EXPECT_THAT(Calls(), ElementsAre("HideEstimate")) << "let go on no petal";
     EXPECT_FALSE(Drop(Middle(Cell(20))));
     EXPECT_THAT(Calls(), ElementsAre("ImportDropped 1")) << "let go elsewhere";
+}
+
+TEST_F(MainWindowTest, DragOfAnotherProgramIsNoRatingWhereverItIsLetGo) {
+    Press(Middle(Cell(kDay)));
+    calls_.clear();
+    rating_ = 3;
+    EXPECT_FALSE(Drop(Middle(Cell(kDay)), Drag::Foreign));
+    EXPECT_THAT(Calls(), ElementsAre("ImportDropped 1"));
+    slideShowOpen_ = onSlidePicture_ = true;
+    EXPECT_FALSE(Drop({480, 300}, Drag::Foreign));
+    EXPECT_THAT(Calls(), ElementsAre("ImportDropped 1"));
+    slideShowOpen_ = false;
+    neighborShown_ = true;
+    state_.DragRect = {100, 100, 200, 200};
+    EXPECT_FALSE(Drop({200, 200}, Drag::Foreign));
+    EXPECT_THAT(Calls(), ElementsAre("ImportDropped 1"));
 }
 
 TEST_F(MainWindowTest, DropOnTheSlidesPictureRatesTheSlide) {
