@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "app/app_hooks.h"
 #include "app/app_state.h"
@@ -24,12 +25,19 @@ namespace {
 constexpr double kShortestBeat =
     900;  // milliseconds a second of the period: beats that queued up are dropped
 constexpr int kLongestPeriod = 24 * 60 * 60;  // seconds; a settings file may ask for anything
+constexpr int kLastBeatMs = 1000;
 constexpr int kMostTicks = 30000;
 constexpr unsigned kMonthIsOld = 43200;  // seconds
 
 std::unique_ptr<PeriodicTimer>& Timer() {
     static auto* const timer = new std::unique_ptr<PeriodicTimer>;
     return *timer;
+}
+
+// Waits for the last beat.
+Thread& LastBeat() {
+    static auto* const thread = new Thread;
+    return *thread;
 }
 
 void NoteCursor() {
@@ -99,7 +107,15 @@ void StartHeartbeat() {
     Timer()->Start(seconds * 1000, [] { HeartbeatTick(); });
 }
 
-void StopHeartbeat() { Timer().reset(); }
+void StopHeartbeat() {
+    if (!Timer()) return;
+    // The timer waits for its call without a bound, so it goes on a thread of its own.
+    const std::shared_ptr<PeriodicTimer> timer = std::move(Timer());
+    if (LastBeat().StartSuspended("LastBeat", [timer] { timer->Stop(); })) LastBeat().Resume();
+    LastBeat().WaitForEnd(kLastBeatMs);
+}
+
+bool IsLastBeatRunning() { return LastBeat().IsRunning(); }
 
 void IdleRefresh() {
     const AppState& state = State();

@@ -26,7 +26,11 @@ BeatEnd HeartbeatTick();
 
 // The periodic timer, TimingOfPopup seconds long, first beat after one full period. GUI thread.
 void StartHeartbeat();
+// No beat begins any more. One that runs is waited for, for a second at most: it may stand in a file call on
+// a disk that does not answer, and goes on by itself then.
 void StopHeartbeat();
+// After StopHeartbeat: true while such a beat still runs.
+bool IsLastBeatRunning();
 
 // Every ten seconds on the GUI thread: when the user has been away long enough, brings a month's index up to
 // date.

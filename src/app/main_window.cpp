@@ -1,5 +1,7 @@
 #include "app/main_window.h"
 
+#include <utility>
+
 #include "app/app_state.h"
 #include "app/dispatch.h"
 #include "app/heartbeat.h"
@@ -8,14 +10,14 @@
 
 namespace kalmora {
 
-std::unique_ptr<Window> CreateMainWindow() {
+std::unique_ptr<Window> CreateMainWindow(WindowProcedure procedure) {
     const WindowRectValue& rect = State().WindowRect;
     WindowOptions options;
     options.title = "Kalmora";
     options.frame = {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
     options.acceptDrops = true;
     options.iconPath = FindResource("Res/kalmora.png");
-    return Window::Create(options, MainWindowProc);
+    return Window::Create(options, std::move(procedure));
 }
 
 bool MainWindowProc(Window& window, const Event& event) {

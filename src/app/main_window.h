@@ -11,10 +11,11 @@ inline constexpr int kTimerLongPress = 1001;
 inline constexpr int kTimerClipboardGuard = 1008;
 inline constexpr int kTimerIdleRefresh = 1009;
 
-// Makes the window by WindowRect. Its creation starts the heartbeat. Null when there is none to be had.
-std::unique_ptr<Window> CreateMainWindow();
-
 // The window's one event point.
 bool MainWindowProc(Window& window, const Event& event);
+
+// Makes the window by WindowRect. Its creation starts the heartbeat. Null when there is none to be had. The
+// procedure is MainWindowProc or one that hands on to it.
+std::unique_ptr<Window> CreateMainWindow(WindowProcedure procedure = MainWindowProc);
 
 }  // namespace kalmora

@@ -26,14 +26,16 @@ bool OnCreate(Window& window) {
 }
 
 bool OnDestroy(Window& window) {
+    // The rectangle that the window has when it is neither minimised nor maximised is what the next start
+    // uses. Then the window goes before anything is waited for.
+    const Rect frame = window.NormalFrame();
+    State().WindowRect = {frame.Left(), frame.Top(), frame.Right(), frame.Bottom()};
+    State().MainWindowVisible = 0;
+    window.Hide();
     StopCurrentLoad();
     // Also a beat that is filling a scatter at this moment leaves at its next file.
     State().ObjectGate.RequestStop();
     StopHeartbeat();
-    // The rectangle that the window has when it is neither minimised nor maximised is what the next start
-    // uses.
-    const Rect frame = window.NormalFrame();
-    State().WindowRect = {frame.Left(), frame.Top(), frame.Right(), frame.Bottom()};
     SetMainWindow(nullptr);
     Shell().CloseWindows();
     if (Application* application = TheApplication()) application->Quit(0);

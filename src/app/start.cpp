@@ -13,14 +13,19 @@
 #include "app/connect_search.h"
 #include "app/dispatch.h"
 #include "app/environment.h"
+#include "app/heartbeat.h"
 #include "app/main_window.h"
+#include "app/program_end.h"
+#include "app/run_beside.h"
 #include "app/tray_menu.h"
 #include "base/log.h"
 #include "platform/clock.h"
+#include "platform/end_signals.h"
 #include "platform/window.h"
 #include "store/data_folder.h"
 #include "store/date_tree.h"
 #include "store/extension_table.h"
+#include "store/index_stop.h"
 #include "store/safe_rewrite.h"
 #include "store/settings.h"
 #include "store/update.h"
@@ -73,25 +78,57 @@ void FreeObjects() {
     for (AllViewer& all : calendar.allViewers) all.Clear();
 }
 
-void Stop() {
-    AppState& state = State();
-    RemoveTrayIcon();
+void SaveAll() {
+    const AppState& state = State();
     SaveExtensionTable(state.ExtensionListPath);
     Shell().SaveKeys();
-    ClearExtensionTable();
     SaveSettings(state.SettingsPath);
-    Shell().ReleaseHotKeys();
-    // The one wait for the workers: at most 2.2 seconds, then the program ends around them.
+}
+
+bool AreWorkersRunning() {
+    const AppState& state = State();
+    const bool scans = !state.FirstStartPending && state.InitialScanRunning;
+    return scans || Calendar().IsObjectLoaderRunning() || Calendar().IsPaintThreadRunning() ||
+           state.IndexPreloadRunning || state.ImportRunning || CountBackgroundUpdates() > 0 ||
+           !AreCellRedrawsDone() || IsLastBeatRunning() || IsWorkBesideRunning();
+}
+
+// Each leaves at its next file; the one that it has in hand is finished with all that is known of it.
+void AskWorkersToLeave() {
+    InterruptIndexing();
     TheDateTree().RequestStop();
-    state.ObjectGate.Acquire("Last");
+}
+
+// The one wait for the workers. True when all have left; otherwise the program ends around them, and nothing
+// that they use may go before.
+bool WaitForWorkers(const ProgramEnd& end) {
+    constexpr int kLookMs = 10, kForTheRest = 100;
+    State().ObjectGate.Acquire("Last");
     ++Calendar().loadNumber;
-    ClearDataFolders();
+    while (AreWorkersRunning()) {
+        if (end.MsLeft() < kForTheRest) return false;
+        SleepMs(kLookMs);
+    }
+    return true;
+}
+
+// False when the process has to end as it stands.
+bool Stop(ProgramEnd& end) {
+    AppState& state = State();
+    AskWorkersToLeave();
+    RemoveTrayIcon();
+    const bool isSaved = end.Save();
+    Shell().ReleaseHotKeys();
+    const bool haveLeft = WaitForWorkers(end);
     Shell().CloseMusicPlayer();
+    if (!isSaved || !haveLeft) return false;
+    ClearDataFolders();
     FreeObjects();
     DestroyButtons();
     Shell().ReleaseHotKeys();
     SettleRewrites(state.TempFolder);
     SweepTempFolder(state.TempFolder);
+    return true;
 }
 
 // What the shell and the rooms above it put on the screen, in the order in which it is made.
@@ -116,17 +153,10 @@ void PlayFirstMusic() {
     if (State().SoundMode && !music.empty()) Hooks().PlayMusic(music);
 }
 
-bool AreWorkersRunning() {
-    const AppState& state = State();
-    const bool scans = !state.FirstStartPending && state.InitialScanRunning;
-    return scans || Calendar().IsObjectLoaderRunning() || Calendar().IsPaintThreadRunning() ||
-           state.IndexPreloadRunning || state.ImportRunning || CountBackgroundUpdates() > 0 ||
-           !AreCellRedrawsDone();
-}
-
 }  // namespace
 
 int RunDesktop(const StartOptions& options) {
+    const auto end = std::make_shared<ProgramEnd>(ProgramEnd::Steps{SaveAll, [] { std::_Exit(0); }});
     const std::unique_ptr<Application> application = StartPlatform(options);
     if (!application) {
         std::fputs("kalmora: no display can be reached; `kalmora shot` draws without one\n", stderr);
@@ -137,7 +167,14 @@ int RunDesktop(const StartOptions& options) {
     ConnectSearch();
     ConnectImport();
     PrefetchBackground();
-    const std::unique_ptr<Window> window = CreateMainWindow();
+    WatchEndSignals([end] { end->Begin(); });
+    const std::unique_ptr<Window> window = CreateMainWindow([&end](Window& closed, const Event& event) {
+        if (event.type == EventType::Destroy) {
+            end->Begin();
+            AskWorkersToLeave();
+        }
+        return MainWindowProc(closed, event);
+    });
     if (!window) return 0;
     AppState& state = State();
     state.MainWindowVisible = 1;
@@ -153,9 +190,9 @@ int RunDesktop(const StartOptions& options) {
     if (!settingsExisted) application->Post([&window] { AskToImport(*window); });
     Log("started in %.0f ms", UptimeMs());
     const int exitCode = application->Run();
-    Stop();
-    // A worker inside a slow read would find the toolkit taken down under it: the process ends around it.
-    if (AreWorkersRunning()) std::_Exit(exitCode);
+    // A worker inside a slow read would find what it uses taken down under it: the process ends around it.
+    if (!Stop(*end)) std::_Exit(exitCode);
+    WatchEndSignals({});
     return exitCode;
 }
 

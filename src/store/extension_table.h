@@ -30,7 +30,7 @@ bool SaveExtensionTable(const std::string& path);
 // The same on bytes.
 void ReadExtensionTableText(std::string_view bytes);
 std::string MakeExtensionTableText();
-// Empties the table.
+// Empties the table; for tests. In the program workers need it for as long as the process lives.
 void ClearExtensionTable();
 
 // By the extension of at most 8 bytes (counted in code page 932), case ignored; no look at the disk.

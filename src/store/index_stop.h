@@ -1,5 +1,5 @@
-// The end of all index work in the process, at the next file: for Ctrl+C on the command line. Index files
-// that are written already stay; none is left half.
+// The end of index work and imports in the process, at the next file: for Ctrl+C and for the program's end.
+// Index files that are written already stay; none is left half.
 #pragma once
 
 namespace kalmora {

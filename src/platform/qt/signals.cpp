@@ -7,38 +7,89 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <mutex>
+#include <utility>
 
-namespace kalmora::qt {
+#include "platform/end_signals.h"
+#include "platform/qt/gui_queue.h"
+#include "platform/thread.h"
+
+namespace kalmora {
 
 namespace {
 
-constexpr std::array kSignals = {SIGTERM, SIGINT, SIGHUP};
+struct Watcher {
+    std::mutex mutex;
+    std::function<void()> onWish;  // guarded by mutex
+};
 
-// All that a signal handler may touch.
-std::atomic<int> writeEnd = -1;
+Watcher& TheWatcher() {
+    static auto* const watcher = new Watcher;  // the thread may outlive main
+    return *watcher;
+}
 
-void Tell(int) {
-    const int error = errno;
-    const char byte = 1;
-    [[maybe_unused]] const ssize_t written =
-        write(writeEnd.load(), &byte, 1);  // full: the wish stands already
-    errno = error;
+void TellWatcher() {
+    std::function<void()> onWish;
+    {
+        std::lock_guard lock(TheWatcher().mutex);
+        onWish = TheWatcher().onWish;
+    }
+    if (onWish) onWish();
 }
 
 }  // namespace
 
-EndSignals::EndSignals(std::function<void()> wish) : wish_(std::move(wish)) {
+void WatchEndSignals(std::function<void()> onWish) {
+    std::lock_guard lock(TheWatcher().mutex);
+    TheWatcher().onWish = std::move(onWish);
+}
+
+namespace qt {
+
+namespace {
+
+constexpr std::array kSignals = {SIGTERM, SIGINT, SIGHUP};
+constexpr char kSignal = 1, kOver = 0;  // what goes through the pipe
+
+// All that a signal handler may touch.
+std::atomic<int> writeEnd = -1;
+
+void Send(char byte) {
+    [[maybe_unused]] const ssize_t written =
+        write(writeEnd.load(), &byte, 1);  // full: the wish stands already
+}
+
+void Tell(int) {
+    const int error = errno;
+    Send(kSignal);
+    errno = error;
+}
+
+// On a thread of its own, which owns the end it reads from.
+void Serve(int readEnd, const std::function<void()>& wish) {
+    for (char byte = kSignal;;) {
+        const ssize_t length = read(readEnd, &byte, 1);
+        if (length < 0 && errno == EINTR) continue;
+        if (length != 1 || byte == kOver) break;
+        TellWatcher();
+        GuiQueue::Instance().Post(wish);
+    }
+    close(readEnd);
+}
+
+}  // namespace
+
+EndSignals::EndSignals(std::function<void()> wish) {
     std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
-    readEnd_ = ends[0];
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) return;
+    fcntl(ends[1], F_SETFL, O_NONBLOCK);
+    Thread thread;
+    if (!thread.StartSuspended("signals", [end = ends[0], wish = std::move(wish)] { Serve(end, wish); })) {
+        for (const int end : ends) close(end);
+        return;
+    }
     writeEnd = ends[1];
-    notifier_ = std::make_unique<QSocketNotifier>(readEnd_, QSocketNotifier::Read);
-    QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] {
-        std::array<char, 64> bytes{};
-        while (read(readEnd_, bytes.data(), bytes.size()) > 0) {
-        }
-        wish_();
-    });
+    thread.Resume();
     struct sigaction action {};
     action.sa_handler = Tell;
     action.sa_flags = SA_RESTART;
@@ -51,14 +102,15 @@ EndSignals::EndSignals(std::function<void()> wish) : wish_(std::move(wish)) {
 }
 
 EndSignals::~EndSignals() {
-    if (readEnd_ < 0) return;
+    if (writeEnd < 0) return;
     for (const int number : kSignals) {
         struct sigaction now {};
         if (sigaction(number, nullptr, &now) == 0 && now.sa_handler == Tell) std::signal(number, SIG_DFL);
     }
-    notifier_.reset();
+    Send(kOver);
     close(writeEnd.exchange(-1));
-    close(readEnd_);
 }
 
-}  // namespace kalmora::qt
+}  // namespace qt
+
+}  // namespace kalmora
