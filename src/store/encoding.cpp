@@ -89,12 +89,34 @@ std::size_t ScoreIso2022Jp(std::string_view bytes) {
     return score;
 }
 
-// Of a long text the last line does not count: whoever reads only the beginning of a file has cut it, perhaps
-// in the middle of a character, and that odd byte could decide.
+// Whoever reads only the beginning of a file may have cut it in the middle of a character, and that odd byte
+// could decide. A text of this length may be such a beginning.
+constexpr std::size_t kLong = 4096;
+
+// Of a long text the last line does not count.
 std::string_view WithoutCutEnd(std::string_view bytes) {
-    constexpr std::size_t kLong = 4096;
     const std::size_t end = bytes.rfind('\n');
     return bytes.size() < kLong || end == std::string_view::npos ? bytes : bytes.substr(0, end);
+}
+
+// Half-width katakana of code page 932, two at a time, are kanji of EUC-JP as well. True EUC-JP text has
+// hiragana or full-width katakana between its kanji.
+bool IsHalfWidthKatakana(std::string_view bytes) {
+    constexpr unsigned kHiraganaRow = 0xA4, kKatakanaRow = 0xA5;
+    constexpr std::size_t kLeastKanaShare = 4;  // one pair in so many
+    std::size_t pairs = 0, kanaPairs = 0;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const unsigned first = At(bytes, i);
+        if (first < 0x80) continue;
+        if (!Between(first, 0xA1, 0xDF)) return false;
+        const unsigned second = At(bytes, i + 1);
+        if (second < 0x80) continue;
+        if (!Between(second, 0xA1, 0xDF)) return false;
+        ++pairs;
+        kanaPairs += first == kHiraganaRow || first == kKatakanaRow ? 1 : 0;
+        ++i;
+    }
+    return kanaPairs * kLeastKanaShare < pairs;
 }
 
 std::span<const std::uint8_t> AsBytes(std::string_view bytes) {
@@ -103,14 +125,34 @@ std::span<const std::uint8_t> AsBytes(std::string_view bytes) {
 
 }  // namespace
 
+bool IsUtf8Text(std::string_view bytes) {
+    constexpr std::size_t kLongestCharacter = 4;
+    bool hasMore = false;
+    for (std::size_t i = 0; i < bytes.size();) {
+        if (At(bytes, i) < 0x80) {
+            ++i;
+            continue;
+        }
+        const int length = text::DecodeUtf8(bytes, i).length;
+        if (length < 2) {
+            const bool isCut = bytes.size() >= kLong && bytes.size() - i < kLongestCharacter;
+            return hasMore && isCut;
+        }
+        hasMore = true;
+        i += static_cast<std::size_t>(length);
+    }
+    return hasMore;
+}
+
 int DetectEncoding(std::string_view bytes) {
     if (bytes.starts_with(kUtf16LeMark)) return kEncodingUtf16Le;
     if (bytes.starts_with(kUtf16BeMark)) return kEncodingUtf16Be;
     if (bytes.starts_with(kUtf8Mark)) return kEncodingUtf8;
 
+    if (IsUtf8Text(bytes)) return kEncodingUtf8;
     bytes = WithoutCutEnd(bytes);
-    // In the order in which ties are decided. EUC-JP before UTF-8 means that a lone accented letter of UTF-8
-    // is read as a kanji: meant, and held by DetectEncoding.TieFallsToTheEarlierTest.
+    if (IsHalfWidthKatakana(bytes)) return kEncodingShiftJis;
+    // In the order in which ties are decided.
     const struct {
         TextEncoding encoding;
         std::size_t score;

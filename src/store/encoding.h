@@ -12,14 +12,18 @@ enum TextEncoding : int {
     kEncodingIso2022Jp = 2,
     kEncodingEucJp = 3,
     kEncodingUtf16Le = 4,  // by its byte-order mark
-    kEncodingUtf8 = 5,     // by its mark or by score
+    kEncodingUtf8 = 5,     // by its mark, or by what IsUtf8Text says, or by score
     kEncodingUtf16Be = 7,  // by its mark
 };
 
-// A byte-order mark decides. Without one, each decoder scores what it can read of the bytes that are not
-// plain ASCII text; the highest score above 0 wins, ties go to EUC-JP, then UTF-8, then ISO-2022-JP, then
-// code page 932. A long text (4 KB) may be cut in the middle
-// of a character.
+// True for a text that is UTF-8 from its first byte to its last and has at least one character beyond ASCII.
+// A long text (4 KB) may be cut in the middle of a character.
+bool IsUtf8Text(std::string_view bytes);
+
+// A byte-order mark decides, then IsUtf8Text. Otherwise each decoder scores what it can read of the bytes
+// that are not plain ASCII text; the highest score above 0 wins, ties go to EUC-JP, then UTF-8, then
+// ISO-2022-JP, then code page 932. Half-width katakana are code page 932, although EUC-JP reads them as
+// kanji. A long text (4 KB) may be cut in the middle of a character.
 int DetectEncoding(std::string_view bytes);
 
 // The bytes as UTF-8, read in the encoding that DetectEncoding finds, without a byte-order mark. Bytes that

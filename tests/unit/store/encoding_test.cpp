@@ -54,14 +54,36 @@ TEST(DetectEncoding, BytesThatNoDecoderReadsAreUndecided) {
     EXPECT_EQ(DetectEncoding("a\x85"), 0);
 }
 
-TEST(DetectEncoding, TieFallsToTheEarlierTest) {
-    // Every byte of these is a character in EUC-JP as well as in UTF-8 or in code page 932.
-    EXPECT_EQ(DetectEncoding("caf\xC3\xA9"), 3);
-    EXPECT_EQ(DetectEncoding("\xB1\xB2\xB3\xB4"), 3);
-    // An odd number of half-width katakana is no EUC-JP.
+TEST(DetectEncoding, AccentedLettersOfUtf8AreNoKanji) {
+    for (const char* note :
+         {"caf\u00E9", "10\u00B0", "Fr\u00FChst\u00FCck mit K\u00E4se", "\u00E9", "na\u00EFve\n"})
+        EXPECT_EQ(DetectEncoding(note), 5) << note;
+    EXPECT_EQ(DecodeText("Fr\u00FChst\u00FCck mit K\u00E4se"), "Fr\u00FChst\u00FCck mit K\u00E4se");
+}
+
+TEST(DetectEncoding, OneByteThatIsNoUtf8LeavesTheDecisionToTheCounts) {
+    EXPECT_EQ(DetectEncoding("caf\xC3\xA9 \x93\xFA\x96\x7B"), 0);
+    EXPECT_EQ(DetectEncoding("caf\xC3"), 0);
+    EXPECT_EQ(DetectEncoding(kUtf8Text + "\xE3"), 5) << "nearly all of it is UTF-8";
+}
+
+TEST(DetectEncoding, HalfWidthKatakanaAreNoEucJp) {
+    EXPECT_EQ(DetectEncoding("\xB6\xC0\xB6\xC5"), 0);
+    EXPECT_EQ(DetectEncoding("\xB1\xB2\xB3\xB4"), 0);
     EXPECT_EQ(DetectEncoding("\xC3\xBD\xC4"), 0);
-    // Hiragana in UTF-8 is explained whole by code page 932, too.
+    EXPECT_EQ(DetectEncoding("[Memo]\n\xB6\xB2\xD3\xC9 \xB6\xB3\n"), 0);
+    EXPECT_EQ(DetectEncoding("\xA4\xC7\xA4\xB9"), 3) << "hiragana of EUC-JP, all of it in the same range";
+}
+
+TEST(DetectEncoding, HiraganaOfUtf8IsExplainedByCodePage932Too) {
     EXPECT_EQ(DetectEncoding("\xE3\x81\x82\xE3\x81\x84"), 5);
+}
+
+TEST(DetectEncoding, ALongLineOfUtf8MayBeCutInTheMiddleOfACharacter) {
+    std::string line(4095, 'x');
+    EXPECT_EQ(DetectEncoding("\u00E9" + line + "\xC3"), 5);
+    EXPECT_EQ(DetectEncoding("\u00E9" + line + "\xF0\x9F\x98"), 5);
+    EXPECT_NE(DetectEncoding("\u00E9" + line + "\xC3" + "xxx"), 5);
 }
 
 TEST(DetectEncoding, ALongTextCutInTheMiddleOfACharacterIsJudgedLikeTheWhole) {
