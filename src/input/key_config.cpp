@@ -42,13 +42,15 @@ bool Ask(const std::function<bool()>& hook) { return hook && hook(); }
 
 }  // namespace
 
-void KeyConfig::LoadKeyConfig(const std::string& path, KeyContext context) {
-    const std::optional<std::string> content = files::ReadWholeFile(path, kFileLimit);
-    if (content) {
-        LoadKeyText(*content, context);
+FileRead KeyConfig::LoadKeyConfig(const std::string& path, KeyContext context) {
+    const OwnText content = ReadOwnText(path, kFileLimit);
+    if (content.result == FileRead::Read) {
+        LoadKeyText(content.bytes, context);
     } else {
         LoadKeyText(std::nullopt, context);
     }
+    isUnreadable_[Index(context)] = content.result == FileRead::Unreadable;
+    return content.result;
 }
 
 void KeyConfig::LoadKeyText(std::optional<std::string_view> bytes, KeyContext context) {
@@ -136,7 +138,8 @@ std::string KeyConfig::KeyText(KeyContext context) const {
 }
 
 files::FileResult KeyConfig::SaveKeyConfig(const std::string& path, KeyContext context) const {
-    return files::WriteWholeFile(path, KeyText(context));
+    if (isUnreadable_[Index(context)]) return files::FileResult::Denied;
+    return ReplaceOwnText(path, KeyText(context));
 }
 
 int KeyConfig::TranslateKey(int acceleratorId) const {

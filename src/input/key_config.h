@@ -1,8 +1,8 @@
 // Which key runs which command: three lists (main window, slide show, editor), each with its file.
 //
-// The format of a key file: text in code page 932, five comment lines, then a line for each command in list
-// order, its name, a tab and its key ("C+A+S+END"); see docs/formats.md. Files are read when the program
-// starts and written when it ends. GUI thread only.
+// The format of a key file: text as store/own_text.h has it, five comment lines, then a line for each command
+// in list order, its name, a tab and its key ("C+A+S+END"); see docs/formats.md. Files are read when the
+// program starts and written when it ends. GUI thread only.
 #pragma once
 
 #include <array>
@@ -17,6 +17,7 @@
 #include "input/key_slots.h"
 #include "input/shortcut.h"
 #include "platform/files.h"
+#include "store/own_text.h"
 
 namespace kalmora {
 
@@ -51,7 +52,9 @@ public:
     // Makes the list anew from its file and builds its array. Without a file all commands get their default
     // keys. In the main list a command that the file leaves out gets its default; in the two others it stays
     // without a key. A line that names no command is ignored. Order at start: main, slide show, editor.
-    void LoadKeyConfig(const std::string& path, KeyContext context);
+    //
+    // A file that is there and cannot be read gives the defaults, too, and is not replaced in this run.
+    FileRead LoadKeyConfig(const std::string& path, KeyContext context);
     // The same from the bytes of a file; nothing stands for a file that cannot be opened.
     void LoadKeyText(std::optional<std::string_view> bytes, KeyContext context);
 
@@ -59,8 +62,8 @@ public:
     // later in the list wins.
     void BuildKeyArray(KeyContext context);
 
-    // Replaces the file. The caller goes on whatever the answer is: the keys then stay as the old file has
-    // them.
+    // Replaces the file, unless it could not be read (Denied). The caller goes on whatever the answer is: the
+    // keys then stay as the old file has them.
     files::FileResult SaveKeyConfig(const std::string& path, KeyContext context) const;
     // What SaveKeyConfig writes.
     std::string KeyText(KeyContext context) const;
@@ -94,6 +97,7 @@ private:
     void Send(VirtualKey key, KeyStroke::Kind kind) const;
 
     std::array<KeyTable, kKeyContextCount> tables_;
+    std::array<bool, kKeyContextCount> isUnreadable_{};  // the file of the list, when it was loaded
     KeySlots slots_;
     int nextSequence_ = 0;
     VirtualKey standingVirtualKey_ = 0;  // of the hot key before; see hot_key_list.h

@@ -125,18 +125,19 @@ std::string_view FindExtension(std::string_view path) {
 
 }  // namespace
 
-void LoadExtensionTable(const std::string& path) {
-    auto content = files::ReadWholeFile(path, kMaxTableBytes);
-    if (!content) {
+FileRead LoadExtensionTable(const std::string& path) {
+    OwnText content = ReadOwnText(path, kMaxTableBytes);
+    if (content.result == FileRead::Missing) {
         std::string defaults(kHeading);
         defaults += kDefaultSections;
         files::WriteWholeFile(path, text::ToCp932(defaults));
-        content = files::ReadWholeFile(path, kMaxTableBytes);
+        content = ReadOwnText(path, kMaxTableBytes);
     }
-    if (content)
-        ReadExtensionTableText(*content);
+    if (content.result == FileRead::Read)
+        ReadExtensionTableText(content.bytes);
     else
         ClearExtensionTable();
+    return content.result;
 }
 
 void ReadExtensionTableText(std::string_view bytes) {
@@ -163,7 +164,7 @@ std::string MakeExtensionTableText() {
 }
 
 bool SaveExtensionTable(const std::string& path) {
-    const bool written = files::WriteWholeFile(path, MakeExtensionTableText()) == files::FileResult::Done;
+    const bool written = ReplaceOwnText(path, MakeExtensionTableText()) == files::FileResult::Done;
     if (!written) Log("[ExtensionTable] cannot be written: %s", path.c_str());
     return written;
 }

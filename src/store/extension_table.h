@@ -1,6 +1,6 @@
 // What a file is, by its extension: the user's table extension.dat.
 //
-// The file is code page 932 text. "[IMAGE]", "[MOVIE]", "[TEXT]", "[MUSIC]" and "[MUSIC_LIST]" open a
+// The file is text as own_text.h has it. "[IMAGE]", "[MOVIE]", "[TEXT]", "[MUSIC]" and "[MUSIC_LIST]" open a
 // section; each other line is one extension, without the dot; lines beginning with "#" and empty lines say
 // nothing.
 #pragma once
@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "store/own_text.h"
 
 namespace kalmora {
 
@@ -22,10 +24,12 @@ enum class ObjectKind : int {
     Shortcut = 10,  // "lnk", built in: no table can change it
 };
 
-// Loads the table in place of the one in memory. A file that cannot be opened is first written with the
-// default table; when that fails too the table is empty. Of a file longer than 1 MiB the rest is not read.
-void LoadExtensionTable(const std::string& path);
-// Writes the table in memory, with a heading that explains it. False when the file cannot be written.
+// Loads the table in place of the one in memory. A missing file is first written with the default table; when
+// that fails, and when a file is there but cannot be read, the table is empty. Of a file longer than 1 MiB
+// the rest is not read.
+FileRead LoadExtensionTable(const std::string& path);
+// Writes the table in memory, with a heading that explains it. False when the file cannot be
+// written; one that cannot be read is left alone.
 bool SaveExtensionTable(const std::string& path);
 // The same on bytes.
 void ReadExtensionTableText(std::string_view bytes);

@@ -27,7 +27,6 @@ using settings::WriterRow;
 using settings::Writing;
 
 constexpr std::size_t kMaxFileBytes = 4u << 20;
-constexpr std::size_t kMaxLineBytes = 255;
 
 // ---- fields
 
@@ -98,17 +97,17 @@ std::string BesideProgramOrInPath(const std::string& name) {
 
 // ---- reading
 
-// The next line without its line end. At most 255 bytes: the rest of a longer line is the next line.
+// The next line without its line end.
 std::string_view NextLine(std::string_view& rest) {
     const std::size_t end = rest.find('\n');
-    const std::size_t taken = std::min({rest.size(), kMaxLineBytes, end == rest.npos ? rest.npos : end + 1});
+    const std::size_t taken = end == rest.npos ? rest.size() : end + 1;
     std::string_view line = rest.substr(0, taken);
     rest.remove_prefix(taken);
     // A text ends at its line end, or at a zero byte where a damaged file has one.
     return line.substr(0, std::min(line.find_first_of(std::string_view("\r\n\0", 3)), line.size()));
 }
 
-// A line that was cut in the middle of a double-byte character ends before it.
+// A line that ends in the middle of a double-byte character, as in a file that was cut off, ends before it.
 std::string_view WithoutHalfCharacter(std::string_view line) {
     for (std::size_t i = 0; i < line.size(); ++i) {
         const auto byte = static_cast<unsigned char>(line[i]);
@@ -323,18 +322,23 @@ void ResetSettingsToDefaults() {
     state.PathOfJpegTran = BesideProgramOrInPath("jpegtran");
 }
 
-bool LoadSettings(const std::string& path) {
+FileRead LoadSettings(const std::string& path) {
     ResetSettingsToDefaults();
-    const auto content = files::ReadWholeFile(path, kMaxFileBytes);
-    if (!content) {
-        AppState& state = State();
-        state.DataDirectories.push_back(state.DataDirectory);
-        MakeDirectories(state.DataDirectory);
-        return false;
+    const OwnText content = ReadOwnText(path, kMaxFileBytes);
+    switch (content.result) {
+        case FileRead::Read:
+            ReadSettingsText(content.bytes);
+            RepairSettings();
+            break;
+        case FileRead::Missing:
+            State().DataDirectories.push_back(State().DataDirectory);
+            if (State().RunDataDirectory.empty()) MakeDirectories(State().DataDirectory);
+            break;
+        case FileRead::Unreadable:
+            Log("[Settings] cannot be read: %s", path.c_str());
+            break;
     }
-    ReadSettingsText(*content);
-    RepairSettings();
-    return true;
+    return content.result;
 }
 
 void ReadSettingsText(std::string_view bytes) {
@@ -372,7 +376,7 @@ std::string MakeSettingsText() {
 }
 
 bool SaveSettings(const std::string& path) {
-    const bool written = files::WriteWholeFile(path, MakeSettingsText()) == files::FileResult::Done;
+    const bool written = ReplaceOwnText(path, MakeSettingsText()) == files::FileResult::Done;
     if (!written) Log("[Settings] cannot be written: %s", path.c_str());
     return written;
 }

@@ -283,6 +283,26 @@ TEST_F(KeyFile, FolderInPlaceOfTheFileGivesTheDefaultsAndIsNotReplaced) {
     EXPECT_TRUE(files::IsFolder(path));
 }
 
+TEST_F(KeyFile, FileThatCouldNotBeReadIsNotReplacedInThisRun) {
+    ASSERT_EQ(files::MakeFolder(path), files::FileResult::Done);
+    EXPECT_EQ(keys.LoadKeyConfig(path, KeyContext::Main), FileRead::Unreadable);
+    ASSERT_EQ(files::RemoveFolderTree(path), files::FileResult::Done);
+    // Its disk is back, and with it the keys of the user.
+    ASSERT_EQ(files::WriteWholeFile(path, "Reload\tF9\n"), files::FileResult::Done);
+    EXPECT_EQ(keys.SaveKeyConfig(path, KeyContext::Main), files::FileResult::Denied);
+    EXPECT_EQ(files::ReadWholeFile(path), "Reload\tF9\n");
+    EXPECT_EQ(keys.LoadKeyConfig(path, KeyContext::Main), FileRead::Read);
+    EXPECT_EQ(keys.SaveKeyConfig(path, KeyContext::Main), files::FileResult::Done);
+}
+
+TEST_F(KeyFile, FileInUtf8IsUnderstoodAndStaysInUtf8) {
+    ASSERT_EQ(files::WriteWholeFile(path, "\xEF\xBB\xBFReload\tF9\n# 写真\n"), files::FileResult::Done);
+    keys.LoadKeyConfig(path, KeyContext::Main);
+    EXPECT_EQ(BoundTo(1021), Press("F9"));
+    EXPECT_EQ(keys.SaveKeyConfig(path, KeyContext::Main), files::FileResult::Done);
+    EXPECT_EQ(files::ReadWholeFile(path).value_or("").substr(0, 4), "\xEF\xBB\xBF#");
+}
+
 TEST_F(KeyFile, FileThatCannotBeWrittenIsSkipped) {
     LoadDefaults();
     EXPECT_NE(keys.SaveKeyConfig(files::Join(folder, "absent/KeyConfig.dat"), KeyContext::Main),

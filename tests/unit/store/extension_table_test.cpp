@@ -65,6 +65,24 @@ TEST_F(ExtensionTableTest, WhatCanBeNeitherReadNorWrittenLeavesTheListsEmpty) {
     EXPECT_FALSE(SaveExtensionTable(At("no folder/extension.dat")));
 }
 
+TEST_F(ExtensionTableTest, ATableThatIsThereButCannotBeReadIsNotReplaced) {
+    MakeFolder("extension.dat");
+    EXPECT_EQ(LoadExtensionTable(At("extension.dat")), FileRead::Unreadable);
+    EXPECT_FALSE(SaveExtensionTable(At("extension.dat")));
+    std::filesystem::create_symlink("/mnt/away/extension.dat", At("link.dat"));
+    EXPECT_EQ(LoadExtensionTable(At("link.dat")), FileRead::Unreadable);
+    EXPECT_FALSE(SaveExtensionTable(At("link.dat")));
+    EXPECT_TRUE(std::filesystem::is_symlink(At("link.dat")));
+}
+
+TEST_F(ExtensionTableTest, ATableInUtf8IsUnderstoodAndStaysInUtf8) {
+    LoadExtensionTable(Put("extension.dat", "\xEF\xBB\xBF[IMAGE]\njpg\n写真\n"));
+    EXPECT_THAT(ExtensionsOf(ObjectKind::Image), ElementsAre("jpg", "写真"));
+    ASSERT_TRUE(SaveExtensionTable(At("extension.dat")));
+    EXPECT_EQ(ContentOf(At("extension.dat")).substr(0, 3), "\xEF\xBB\xBF");
+    EXPECT_NE(ContentOf(At("extension.dat")).find("\njpg\n写真\n"), std::string::npos);
+}
+
 TEST_F(ExtensionTableTest, AnEmptyFileLeavesOnlyTheMovieDefaults) {
     LoadExtensionTable(Put("extension.dat", ""));
     EXPECT_THAT(ExtensionsOf(ObjectKind::Movie), ElementsAre("avi", "wmv", "mov", "mpg", "mpeg"));

@@ -29,7 +29,9 @@ class Settings : public StoreTest {
 protected:
     // Loads a settings file of this content, which is UTF-8 here and code page 932 on disk.
     void Load(const std::string& content) { LoadBytes(text::ToCp932(content)); }
-    void LoadBytes(const std::string& bytes) { EXPECT_TRUE(LoadSettings(Put("kalmora.ini", bytes))); }
+    void LoadBytes(const std::string& bytes) {
+        EXPECT_EQ(LoadSettings(Put("kalmora.ini", bytes)), FileRead::Read);
+    }
 
     // A golden file as it stands on disk: code page 932, with the home folder in it.
     std::string Golden(const std::string& name) const {
@@ -57,7 +59,7 @@ protected:
 // ---- the first run
 
 TEST_F(Settings, AMissingFileIsTheFirstRunAndMakesTheDataFolder) {
-    EXPECT_FALSE(LoadSettings(At("kalmora.ini")));
+    EXPECT_EQ(LoadSettings(At("kalmora.ini")), FileRead::Missing);
     EXPECT_EQ(State().DataDirectory, At("files"));
     EXPECT_THAT(State().DataDirectories, ElementsAre(At("files")));
     EXPECT_TRUE(files::IsFolder(At("files")));
@@ -65,16 +67,29 @@ TEST_F(Settings, AMissingFileIsTheFirstRunAndMakesTheDataFolder) {
 }
 
 TEST_F(Settings, TheFirstRunIsOverOnceTheFileHasBeenWritten) {
-    ASSERT_FALSE(LoadSettings(At("kalmora.ini")));
+    ASSERT_EQ(LoadSettings(At("kalmora.ini")), FileRead::Missing);
     ASSERT_TRUE(SaveSettings(At("kalmora.ini")));
-    EXPECT_TRUE(LoadSettings(At("kalmora.ini")));
+    EXPECT_EQ(LoadSettings(At("kalmora.ini")), FileRead::Read);
     EXPECT_EQ(State().DataDirectory, At("files"));
 }
 
-TEST_F(Settings, AFolderInPlaceOfTheFileIsAFirstRunToo) {
-    MakeFolder("kalmora.ini");
-    EXPECT_FALSE(LoadSettings(At("kalmora.ini")));
-    EXPECT_FALSE(SaveSettings(At("kalmora.ini/absent/kalmora.ini")));
+TEST_F(Settings, ADataFolderForThisRunLeavesTheDefaultOneUnmade) {
+    State().RunDataDirectory = "/mnt/this run only";
+    EXPECT_EQ(LoadSettings(At("kalmora.ini")), FileRead::Missing);
+    EXPECT_FALSE(files::Exists(At("files")));
+}
+
+TEST_F(Settings, AFileThatIsThereButCannotBeReadIsNoFirstRunAndIsNotReplaced) {
+    MakeFolder("folder/kalmora.ini");
+    MakeFolder("link");
+    std::filesystem::create_symlink("/mnt/away/kalmora.ini", At("link/kalmora.ini"));
+    for (const char* name : {"folder/kalmora.ini", "link/kalmora.ini"}) {
+        EXPECT_EQ(LoadSettings(At(name)), FileRead::Unreadable) << name;
+        EXPECT_FALSE(SaveSettings(At(name))) << name;
+    }
+    EXPECT_FALSE(files::Exists(At("files")));
+    EXPECT_TRUE(files::IsFolder(At("folder/kalmora.ini")));
+    EXPECT_TRUE(std::filesystem::is_symlink(At("link/kalmora.ini")));
 }
 
 TEST_F(Settings, AnEmptyFileIsNoFirstRunAndMakesNothing) {
@@ -531,7 +546,7 @@ TEST_F(Settings, NamesOfEveryKindSurviveAWriteAndARead) {
         State().OtherDirectory = "/mnt/" + name;
         State().DayFontFace = name;
         ASSERT_TRUE(SaveSettings(At("kalmora.ini")));
-        ASSERT_TRUE(LoadSettings(At("kalmora.ini")));
+        ASSERT_EQ(LoadSettings(At("kalmora.ini")), FileRead::Read);
         EXPECT_EQ(State().DataDirectory, home + "/" + name);
         EXPECT_EQ(State().OtherDirectory, "/mnt/" + name);
         EXPECT_EQ(State().DayFontFace, name);
@@ -670,29 +685,54 @@ TEST_F(Settings, SectionsDoNotMatterForTheReader) {
     EXPECT_EQ(State().QualityOfJpeg, 7);
 }
 
-TEST_F(Settings, ALineOfMoreThan255BytesIsCutAndItsRestIsALine) {
-    const std::string head = "TextEditor=";
-    const std::string value(255 - head.size(), 'a');
-    Load(head + value + "ViewType=4\n");
-    EXPECT_EQ(State().TextEditor, value);
-    EXPECT_EQ(State().ViewType, 4);
-    // One byte earlier the key stands inside the first line.
-    Load(head + value.substr(1) + "ViewType=4\n");
-    EXPECT_EQ(State().TextEditor, value.substr(1) + "V");
+TEST_F(Settings, AValueOfMoreThan255BytesIsReadWhole) {
+    const std::string value(300, 'a');
+    Load("TextEditor=" + value + "ViewType=4\nQualityOfJpeg=7\n");
+    EXPECT_EQ(State().TextEditor, value + "ViewType=4");
     EXPECT_EQ(State().ViewType, 2);
-    // A rest that begins with a bracket or a line end is skipped like any such line.
-    Load(head + value + "[ViewType=4\n");
-    EXPECT_EQ(State().ViewType, 2);
+    EXPECT_EQ(State().QualityOfJpeg, 7);
 }
 
-TEST_F(Settings, ALineIsNotCutInTheMiddleOfACharacter) {
-    const std::string head = "TextEditor=";
-    const std::string value(254 - head.size(), 'a');
-    Load(head + value + "表\nViewType=4\n");  // its second byte would be the 256th
-    EXPECT_EQ(State().TextEditor, value);
-    EXPECT_EQ(State().ViewType, 4);
-    Load(head + value.substr(1) + "表\n");
-    EXPECT_EQ(State().TextEditor, value.substr(1) + "表");
+TEST_F(Settings, APathOfMoreThan255BytesSurvivesAWriteAndARead) {
+    for (const std::string& name : {"folder/"s, "写真/"s, "😀/"s, "raw\xFF/"s}) {
+        std::string path = "/mnt";
+        while (path.size() < 3500) path += "/" + name.substr(0, name.size() - 1);
+        State().DataDirectory = State().OtherDirectory = path;
+        ASSERT_TRUE(SaveSettings(At("kalmora.ini")));
+        ASSERT_EQ(LoadSettings(At("kalmora.ini")), FileRead::Read);
+        EXPECT_EQ(State().DataDirectory, path);
+        EXPECT_EQ(State().OtherDirectory, path);
+    }
+}
+
+TEST_F(Settings, AFileThatEndsInTheMiddleOfACharacterLosesOnlyThat) {
+    LoadBytes("TextEditor=vi\x95");
+    EXPECT_EQ(State().TextEditor, "vi");
+}
+
+TEST_F(Settings, AFileThatAnEditorSavedAsUtf8IsUnderstood) {
+    const std::string content = "DataDirectory=/home/anna/写真 Käse 😀&#xE9;\nDayFontFace=ＭＳ 明朝\n";
+    for (const std::string& mark : {""s, "\xEF\xBB\xBF"s}) {
+        LoadBytes(mark + content);
+        EXPECT_EQ(State().DataDirectory, "/home/anna/写真 Käse 😀é");
+        EXPECT_EQ(State().DayFontFace, "ＭＳ 明朝");
+    }
+    LoadBytes("\xEF\xBB\xBFViewType=4\n");
+    EXPECT_EQ(State().ViewType, 4) << "the mark belongs to no key";
+}
+
+TEST_F(Settings, AFileInUtf8StaysInUtf8) {
+    for (const std::string& mark : {""s, "\xEF\xBB\xBF"s}) {
+        LoadBytes(mark + "DataDirectory=/写真\n");
+        State().OtherDirectory = "/Käse\n&#xE9;\xFF";
+        ASSERT_TRUE(SaveSettings(At("kalmora.ini")));
+        const std::string written = ContentOf(At("kalmora.ini"));
+        EXPECT_THAT(written, StartsWith(mark + "[Main]\n"));
+        EXPECT_THAT(written, HasSubstr("\nDataDirectory=/写真\n"));
+        EXPECT_THAT(written, HasSubstr("\nOtherDirectory=/Käse&#xA;&#x26;#xE9;&#xDCFF;\n"));
+        ASSERT_EQ(LoadSettings(At("kalmora.ini")), FileRead::Read);
+        EXPECT_EQ(State().OtherDirectory, "/Käse\n&#xE9;\xFF");
+    }
 }
 
 TEST_F(Settings, GarbageLeavesTheDefaults) {

@@ -1,0 +1,111 @@
+#include "store/own_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+
+#include "platform/text.h"
+#include "store/encoding.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr std::string_view kMark = "\xEF\xBB\xBF";
+constexpr std::string_view kEscape = "&#x";
+// Enough of a file that is about to be replaced to tell its encoding.
+constexpr std::size_t kLookedAt = 4u << 20;
+
+enum class Form { CodePage932, Utf8, MarkedUtf8 };
+
+Form FormOf(std::string_view bytes) {
+    if (bytes.starts_with(kMark)) return Form::MarkedUtf8;
+    return IsUtf8Text(bytes) ? Form::Utf8 : Form::CodePage932;
+}
+
+// Escapes that stand in the text stay escapes.
+std::string FromUtf8Form(std::string_view utf8) {
+    std::string bytes;
+    while (true) {
+        const std::size_t end = utf8.find(kEscape);
+        bytes += text::ToCp932(utf8.substr(0, end), text::Escapes::Resolve);
+        if (end == std::string_view::npos) return bytes;
+        bytes += kEscape;
+        utf8.remove_prefix(end + kEscape.size());
+    }
+}
+
+// The character of an escape that need not be one in UTF-8, and the escape's length. Line ends, a literal
+// "&" and bytes that are no character stay escaped.
+struct Plain {
+    char32_t value = 0;
+    std::size_t length = 0;
+};
+std::optional<Plain> PlainCharacter(std::string_view escape) {
+    unsigned value = 0;
+    const char* const digits = escape.data() + kEscape.size();
+    const char* const last = escape.data() + escape.size();
+    const auto [end, error] = std::from_chars(digits, last, value, 16);
+    if (error != std::errc() || end == last || *end != ';') return std::nullopt;
+    const bool isSurrogate = value >= 0xD800 && value <= 0xDFFF;
+    if (value < 0x80 || isSurrogate || value > 0x10FFFF) return std::nullopt;
+    return Plain{value, static_cast<std::size_t>(end + 1 - escape.data())};
+}
+
+std::string ToUtf8Form(std::string_view bytes) {
+    const std::string decoded = text::FromCp932(bytes);
+    std::string_view rest = decoded;
+    std::string utf8;
+    while (true) {
+        const std::size_t end = rest.find(kEscape);
+        utf8 += rest.substr(0, end);
+        if (end == std::string_view::npos) return utf8;
+        rest.remove_prefix(end);
+        const auto plain = PlainCharacter(rest);
+        if (plain) text::AppendUtf8(utf8, plain->value);
+        if (!plain) utf8 += kEscape;
+        rest.remove_prefix(plain ? plain->length : kEscape.size());
+    }
+}
+
+// A link that points nowhere is something, too.
+bool IsNameThere(const std::string& path) {
+    const std::size_t separator = path.rfind(files::kSeparator);
+    const bool hasFolder = separator != std::string::npos;
+    const std::string folder = hasFolder ? path.substr(0, std::max<std::size_t>(separator, 1)) : ".";
+    const std::string name = hasFolder ? path.substr(separator + 1) : path;
+    files::FileResult result = files::FileResult::Done;
+    const auto entries = files::ListFolder(folder, &result);
+    if (result == files::FileResult::Denied) return true;
+    return std::any_of(entries.begin(), entries.end(), [&](const auto& entry) { return entry.name == name; });
+}
+
+}  // namespace
+
+OwnText ReadOwnText(const std::string& path, std::size_t limit) {
+    const auto content = files::ReadWholeFile(path, limit);
+    if (!content) return {IsNameThere(path) ? FileRead::Unreadable : FileRead::Missing, {}};
+    const std::string_view bytes = *content;
+    switch (FormOf(bytes)) {
+        case Form::MarkedUtf8:
+            return {FileRead::Read, FromUtf8Form(bytes.substr(kMark.size()))};
+        case Form::Utf8:
+            return {FileRead::Read, FromUtf8Form(bytes)};
+        default:
+            return {FileRead::Read, *content};
+    }
+}
+
+files::FileResult ReplaceOwnText(const std::string& path, std::string_view bytes) {
+    const auto before = files::ReadWholeFile(path, kLookedAt);
+    if (!before && IsNameThere(path)) return files::FileResult::Denied;
+    const Form form = before ? FormOf(*before) : Form::CodePage932;
+    if (form == Form::CodePage932) return files::WriteWholeFile(path, bytes);
+    const std::string utf8 = ToUtf8Form(bytes);
+    // Without a mark a text that is all ASCII, or no UTF-8, would be taken for the other encoding: then it is
+    // that one.
+    if (form == Form::Utf8 && !IsUtf8Text(utf8)) return files::WriteWholeFile(path, bytes);
+    return files::WriteWholeFile(path, form == Form::MarkedUtf8 ? std::string(kMark) + utf8 : utf8);
+}
+
+}  // namespace kalmora
