@@ -63,9 +63,22 @@ bool Register(const HotKey& hotKey) {
     return false;
 }
 
+// Inside the loop, as soon as it runs: the start does not wait for an answer.
+void TellUnreadable(const std::string& path) {
+    const std::string words =
+        path + "\n" +
+        (State().UseJapanese
+             ? "このファイルを読み込めないため，既定のキーを使います．ファイルは変更しません．"
+             : "This file cannot be read. The default keys are in force, and it stays as it is.");
+    if (Application* const application = TheApplication())
+        application->Post([words] { ShowMessage(MainWindow(), "Kalmora", words, MessageButtons::Ok); });
+}
+
 void LoadKeys() {
     KeyConfig& keys = Keys();
-    for (const KeyFile& file : kKeyFiles) keys.LoadKeyConfig(State().*file.path, file.context);
+    for (const KeyFile& file : kKeyFiles)
+        if (keys.LoadKeyConfig(State().*file.path, file.context) == FileRead::Unreadable)
+            TellUnreadable(State().*file.path);
     MissingHotKeys().clear();
     keys.RegisterHotKeys();
     SetTrayTip(MissingHotKeys());

@@ -1,6 +1,7 @@
 #include "app/environment.h"
 
 #include <algorithm>
+#include <cstdio>
 
 #include "app/app_state.h"
 #include "base/log.h"
@@ -10,6 +11,7 @@
 #include "store/data_folder.h"
 #include "store/dates.h"
 #include "store/extension_table.h"
+#include "store/own_text.h"
 #include "store/settings.h"
 
 namespace kalmora {
@@ -26,6 +28,26 @@ std::string WithoutTrailingSeparator(std::string path) {
 std::string Absolute(const std::string& path) {
     return WithoutTrailingSeparator(files::IsAbsolute(path) ? path
                                                             : files::Join(files::CurrentFolder(), path));
+}
+
+constexpr char kSettingsName[] = "kalmora.ini";
+constexpr char kExtensionsName[] = "extension.dat";
+constexpr std::size_t kMostRead = 4u << 20;
+
+bool IsBelowAFolder(const std::string& path) {
+    const std::size_t separator = path.find_last_of(files::kSeparator);
+    return separator == std::string::npos || separator == 0 || files::IsFolder(path.substr(0, separator));
+}
+
+// Nothing when the option was not given or names a folder that the program may use.
+std::string FaultOfOptions(const StartOptions& options) {
+    if (!options.data.empty() && !files::IsFolder(Absolute(options.data)))
+        return "--data " + options.data + ": no such folder";
+    if (options.home.empty()) return {};
+    // A new home is made, but only where there is a place for it: a disk that is away is no place.
+    const std::string home = Absolute(options.home);
+    if (files::IsFolder(home) || (!files::Exists(home) && IsBelowAFolder(home))) return {};
+    return "--home " + options.home + ": no such folder";
 }
 
 // A settings file can name any period and size; the views know only those that make sense.
@@ -45,7 +67,19 @@ std::string HomeFolder(const StartOptions& options) {
     if (!options.home.empty()) return Absolute(options.home);
     if (const std::string home = files::Environment("KALMORA_HOME"); !home.empty()) return Absolute(home);
     const std::string own = files::ExecutableFolder();
-    return files::IsFolderWritable(own) ? own : files::UserDataFolder();
+    return files::Exists(files::Join(own, kSettingsName)) ? own : files::UserDataFolder();
+}
+
+Obstacle FindObstacle(const StartOptions& options) {
+    if (std::string fault = FaultOfOptions(options); !fault.empty())
+        return {Obstacle::Kind::Option, std::move(fault)};
+    const std::string home = HomeFolder(options);
+    for (const char* const name : {kSettingsName, kExtensionsName}) {
+        const std::string path = files::Join(home, name);
+        if (ReadOwnText(path, kMostRead).result == FileRead::Unreadable)
+            return {Obstacle::Kind::File, path + ": cannot be read; it stays as it is"};
+    }
+    return {};
 }
 
 std::string InstalledFolder() {
@@ -62,8 +96,8 @@ void PrepareFolders(const StartOptions& options) {
     state.InstallFolder = InstalledFolder();
     MakeDirectories(state.ProgramFolder);
     const auto inHome = [&](const char* name) { return files::Join(state.ProgramFolder, name); };
-    state.SettingsPath = inHome("kalmora.ini");
-    state.ExtensionListPath = inHome("extension.dat");
+    state.SettingsPath = inHome(kSettingsName);
+    state.ExtensionListPath = inHome(kExtensionsName);
     state.KeyConfigPath = inHome("KeyConfig.dat");
     state.KeyConfigSlideShowPath = inHome("KeyConfig4SS.dat");
     state.KeyConfigEditorPath = inHome("KeyConfig4Editor.dat");
@@ -73,8 +107,11 @@ void PrepareFolders(const StartOptions& options) {
 
 bool LoadEnvironment(const StartOptions& options) {
     AppState& state = State();
-    const bool existed = LoadSettings(state.SettingsPath) != 0;
     if (!options.data.empty()) state.RunDataDirectory = Absolute(options.data);
+    const bool hadDataFolder = files::IsFolder(files::Join(state.ProgramFolder, "files"));
+    const bool existed = LoadSettings(state.SettingsPath) != FileRead::Missing;
+    if (!existed && !hadDataFolder && files::IsFolder(MainRoot()) && options.data.empty())
+        std::fprintf(stderr, "kalmora: first start; the data folder is %s\n", MainRoot().c_str());
     BringIntoRange();
     state.DataDirectoryText = MainRoot();
     if (state.UseOtherFolder) state.OtherDirectoryText = state.OtherDirectory;

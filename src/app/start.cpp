@@ -155,6 +155,11 @@ void PlayFirstMusic() {
 
 }  // namespace
 
+void TellOnScreen(const std::string& words) {
+    const auto application = Application::Create("Kalmora", Application::Display::Desktop);
+    if (application) ShowMessage(nullptr, "Kalmora", words, MessageButtons::Ok);
+}
+
 int RunDesktop(const StartOptions& options) {
     const auto end = std::make_shared<ProgramEnd>(ProgramEnd::Steps{SaveAll, [] { std::_Exit(0); }});
     const std::unique_ptr<Application> application = StartPlatform(options);

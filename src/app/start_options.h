@@ -6,8 +6,8 @@
 namespace kalmora {
 
 struct StartOptions {
-    std::string home;  // --home; empty: $KALMORA_HOME, or by the rule in home_folder.h
-    std::string data;  // --data: DataDirectory for this run only, never saved
+    std::string home;  // --home; empty: $KALMORA_HOME, or by the rule in environment.h
+    std::string data;  // --data: DataDirectory for this run only, never saved; empty: not given
     std::string log;   // --log; empty: $KALMORA_LOG, or no log
 };
 

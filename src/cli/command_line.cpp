@@ -2,19 +2,19 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
-#include <optional>
 
+#include "app/environment.h"
 #include "app/start.h"
 #include "app/start_options.h"
 #include "cli/manual.h"
 #include "cli/verbs.h"
-#include "platform/files.h"
 
 namespace kalmora {
 
 namespace {
 
-constexpr int kFailed = 1, kWrongUse = 2;
+constexpr int kFailed = 1;
+constexpr int kWrongUse = 2;
 constexpr char kVersion[] = "kalmora " KALMORA_VERSION;
 
 // In the order in which --help lists them.
@@ -22,10 +22,22 @@ constexpr void (*kVerbs[])(CLI::App&, VerbRun&) = {AddShotVerb,   AddShowVerb,  
                                                    AddSearchVerb, AddImportVerb, AddRateVerb,  AddCommentVerb,
                                                    AddDateVerb,   AddRotateVerb};
 
+// A script's variable that is not set must not become the current folder.
+const CLI::Validator& NamesSomething() {
+    static const CLI::Validator check(
+        [](const std::string& value) { return value.empty() ? std::string("an empty name") : std::string(); },
+        "");
+    return check;
+}
+
 // They stand before or after the verb.
 void AddCommonOptions(CLI::App& app, StartOptions& options) {
-    app.add_option("--home", options.home, "Folder of kalmora.ini, the key files and Temp")->type_name("DIR");
-    app.add_option("--data", options.data, "Data folder for this run; not saved")->type_name("DIR");
+    app.add_option("--home", options.home, "Folder of kalmora.ini, the key files and Temp")
+        ->type_name("DIR")
+        ->check(NamesSomething());
+    app.add_option("--data", options.data, "Data folder for this run; not saved")
+        ->type_name("DIR")
+        ->check(NamesSomething());
     app.add_option("--log", options.log, "Append diagnostics to this file")->type_name("FILE");
 }
 
@@ -38,22 +50,18 @@ void Describe(CLI::App& app, StartOptions& options, VerbRun& run) {
     for (const auto addVerb : kVerbs) addVerb(app, run);
 }
 
-// A folder that is named and not there is a mistake, never a new folder, and an empty name (of a variable
-// that is not set, say) is never the current one. The exit status, or nothing when all is well.
-std::optional<int> RefuseFolders(const CLI::App& app, const StartOptions& options) {
-    for (const char* name : {"--home", "--data"})
-        if (const CLI::Option* option = app.get_option(name);
-            option->count() > 0 && option->results().back().empty()) {
-            std::fprintf(stderr, "kalmora: %s: an empty name\n", name);
-            return kWrongUse;
-        }
-    if (options.data.empty() || files::IsFolder(options.data)) return std::nullopt;
-    std::fprintf(stderr, "kalmora: %s: no such folder\n", options.data.c_str());
-    return app.got_subcommand("search") ? kWrongUse : kFailed;  // a search that finds nothing says 1
-}
-
 constexpr char kSummary[] =
     "Kalmora, a life-log calendar over an ordinary folder tree. Without a verb it opens its window.";
+
+// Says why the program does not run, and gives the exit status.
+int Refuse(const CLI::App& app, const Obstacle& obstacle) {
+    std::fprintf(stderr, "kalmora: %s\n", obstacle.words.c_str());
+    const bool isWindow = app.get_subcommands().empty();
+    // Who starts it from a menu does not see standard error.
+    if (isWindow && obstacle.kind == Obstacle::Kind::File) TellOnScreen(obstacle.words);
+    // The 1 of a search says that nothing was found.
+    return app.got_subcommand("search") ? kWrongUse : kFailed;
+}
 
 }  // namespace
 
@@ -75,8 +83,8 @@ int RunCommandLine(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : kWrongUse;
     }
-    if (const auto refused = RefuseFolders(app, options)) return *refused;
-    return run(options);
+    const Obstacle obstacle = FindObstacle(options);
+    return obstacle.kind == Obstacle::Kind::None ? run(options) : Refuse(app, obstacle);
 }
 
 }  // namespace kalmora

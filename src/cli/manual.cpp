@@ -15,7 +15,10 @@ struct Entry {
 };
 
 constexpr Entry kEnvironment[] = {
-    {"KALMORA_HOME", "The folder that --home would name."},
+    {"KALMORA_HOME",
+     "The folder that --home would name. Without either the home is the folder of the program where a "
+     "kalmora.ini stands there, and otherwise kalmora in XDG_DATA_HOME."},
+    {"XDG_DATA_HOME", "Where programs keep the user's data; ~/.local/share when it is not set."},
     {"KALMORA_LOG", "The file that --log would name."},
     {"DISPLAY, WAYLAND_DISPLAY", "Where the window is shown. The verbs need neither."},
 };

@@ -1,6 +1,7 @@
 // The program itself, run as a script would run it.
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -118,9 +119,9 @@ TEST_F(CommandLineTest, BrokenFilesOfEachKindAreShown) {
 }
 
 TEST_F(CommandLineTest, ShotDrawsEachView) {
+    std::filesystem::create_directory(Path("empty"));
     for (const char* view : {"year", "month", "day", "year --all", "month --all", "day --all"}) {
         const std::string png = Path("view.png");
-        files::MakeFolder(Path("empty"));
         const Outcome shot = Run("--data '" + folder_ + "/empty' shot --view " + view +
                                  " --date 2008-11-13 --size 640x480 --json --out '" + png + "'");
         ASSERT_EQ(shot.status, 0) << view << ": " << Errors();
@@ -137,8 +138,8 @@ TEST_F(CommandLineTest, ShotDrawsEachView) {
 }
 
 TEST_F(CommandLineTest, ShotOnADenseScreenHasFourTimesThePixels) {
+    std::filesystem::create_directory(Path("empty"));
     const std::string png = Path("view.png");
-    files::MakeFolder(Path("empty"));
     ASSERT_EQ(
         Run("--data '" + folder_ + "/empty' shot --view month --size 640x480 --scale 2 --out '" + png + "'")
             .status,
@@ -147,7 +148,7 @@ TEST_F(CommandLineTest, ShotOnADenseScreenHasFourTimesThePixels) {
 }
 
 TEST_F(CommandLineTest, ShotThatCannotBeWrittenFails) {
-    files::MakeFolder(Path("empty"));
+    std::filesystem::create_directory(Path("empty"));
     const Outcome shot =
         Run("--data '" + folder_ + "/empty' shot --view month --out '" + folder_ + "/no/such/x.png'");
     EXPECT_EQ(shot.status, 1);
@@ -155,22 +156,97 @@ TEST_F(CommandLineTest, ShotThatCannotBeWrittenFails) {
 }
 
 TEST_F(CommandLineTest, DataFolderOfTheCommandLineIsNotSaved) {
-    ASSERT_EQ(files::MakeFolder(Path("else")), files::FileResult::Done);
-    ASSERT_EQ(Run("--data else shot --view month --out '" + Path("x.png") + "'").status, 0) << Errors();
+    std::filesystem::create_directory(Path("once"));
+    ASSERT_EQ(Run("--data once shot --view month --out '" + Path("x.png") + "'").status, 0) << Errors();
     const std::string settings = files::ReadWholeFile(Path("home/kalmora.ini")).value_or("");
-    EXPECT_EQ(settings.find("else"), std::string::npos);
+    EXPECT_EQ(settings.find("once"), std::string::npos);
+    EXPECT_FALSE(files::Exists(Path("home/files"))) << "the default folder is not needed";
 }
 
-TEST_F(CommandLineTest, DataFolderThatIsNotThereIsAMistakeAndNoNewFolder) {
-    const std::string shot = " shot --view month --out '" + Path("x.png") + "'";
-    EXPECT_EQ(Run("--data nowhere" + shot).status, 1);
-    EXPECT_THAT(Errors(), HasSubstr("nowhere: no such folder"));
-    EXPECT_EQ(Run("--data nowhere").status, 1) << "the window does not come up";
+TEST_F(CommandLineTest, DataFolderThatIsNotThereIsAnErrorAndIsNotMade) {
+    Write("note.txt", "x");
+    for (const char* const verb :
+         {"show note.txt", "index", "update", "rate note.txt like", "comment note.txt x", "import .", ""}) {
+        EXPECT_EQ(Run(std::string("--data nowhere ") + verb).status, 1) << verb;
+        EXPECT_THAT(Errors(), HasSubstr("no such folder")) << verb;
+    }
+    EXPECT_EQ(Run("search cat --data nowhere").status, 2) << "1 says that nothing was found";
+    EXPECT_EQ(Run("show note.txt --data note.txt").status, 1) << "a file is no folder";
     EXPECT_FALSE(files::Exists(Path("nowhere")));
-    EXPECT_EQ(Run("--data ''" + shot).status, 2);
-    EXPECT_THAT(Errors(), HasSubstr("--data: an empty name"));
-    EXPECT_EQ(Run("--home ''" + shot).status, 2);
-    EXPECT_FALSE(files::Exists(Path("x.png")));
+    EXPECT_FALSE(files::Exists(Path("home")));
+}
+
+TEST_F(CommandLineTest, EmptyNameIsWrongUseAndNotTheCurrentFolder) {
+    for (const char* const wrong : {"index --data ''", "--data '' index", "--data ''"})
+        EXPECT_EQ(Run(wrong).status, 2) << wrong;
+    EXPECT_TRUE(files::ListFolder(folder_).size() <= 1) << "nothing but what was said";
+}
+
+TEST_F(CommandLineTest, FirstStartSaysWhereTheDataFolderIs) {
+    Write("note.txt", "x");
+    EXPECT_EQ(Run("show note.txt").status, 0);
+    EXPECT_THAT(Errors(), HasSubstr("data folder is " + Path("home/files")));
+    EXPECT_TRUE(files::IsFolder(Path("home/files")));
+    EXPECT_EQ(Run("show note.txt").status, 0);
+    EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(CommandLineTest, SettingsThatCannotBeReadEndEachVerbAndAreLeftAlone) {
+    for (const char* const name : {"kalmora.ini", "extension.dat"}) {
+        Write("note.txt", "x");
+        std::filesystem::create_directories(Path("home/") + name);
+        EXPECT_EQ(Run("show note.txt").status, 1) << name;
+        EXPECT_THAT(Errors(), HasSubstr(std::string(name) + ": cannot be read"));
+        EXPECT_TRUE(files::IsFolder(Path("home/") + name));
+        EXPECT_FALSE(files::Exists(Path("home/files"))) << name;
+        std::filesystem::remove(Path("home/") + name);
+    }
+}
+
+// ---- the home without --home and $KALMORA_HOME
+
+class HomeTest : public CommandLineTest {
+protected:
+    HomeTest() {
+        std::filesystem::create_directory(Path("bin"));
+        std::error_code otherDisk;
+        std::filesystem::create_hard_link(KALMORA_PROGRAM, Path("bin/kalmora"), otherDisk);
+        if (otherDisk) std::filesystem::copy_file(KALMORA_PROGRAM, Path("bin/kalmora"));
+    }
+    // The exit status of the program in bin, with its user's data in the folder "share".
+    int RunInBin(const std::string& arguments) const {
+        const std::string command = "cd '" + folder_ + "' && unset KALMORA_HOME && XDG_DATA_HOME='" +
+                                    Path("share") + "' bin/kalmora " + arguments + " >out 2>errors";
+        return std::system(command.c_str()) >> 8;  // NOLINT(bugprone-command-processor): a user does this
+    }
+};
+
+TEST_F(HomeTest, LiesInTheUsersDataFolderAlsoWhereTheProgramsFolderCanBeWritten) {
+    Write("note.txt", "x");
+    EXPECT_EQ(RunInBin("show note.txt"), 0) << Errors();
+    EXPECT_TRUE(files::Exists(Path("share/kalmora/extension.dat")));
+    EXPECT_TRUE(files::IsFolder(Path("share/kalmora/files")));
+    EXPECT_EQ(files::ListFolder(Path("bin")).size(), 1u) << "the program alone";
+}
+
+TEST_F(HomeTest, NewOneIsMadeOnlyWhereThereIsAPlaceForIt) {
+    Write("note.txt", "x");
+    EXPECT_EQ(RunInBin("show note.txt --home away/stick/home"), 1);
+    EXPECT_THAT(Errors(), HasSubstr("no such folder"));
+    EXPECT_FALSE(files::Exists(Path("away")));
+    EXPECT_EQ(RunInBin("show note.txt --home note.txt"), 1) << "a file is no folder";
+    EXPECT_EQ(RunInBin("show note.txt --home ''"), 2);
+    EXPECT_FALSE(files::Exists(Path("share")));
+    EXPECT_EQ(RunInBin("show note.txt --home new"), 0) << Errors();
+    EXPECT_TRUE(files::Exists(Path("new/extension.dat")));
+}
+
+TEST_F(HomeTest, LiesBesideTheProgramWhereSettingsStandThere) {
+    Write("note.txt", "x");
+    Write("bin/kalmora.ini", "");
+    EXPECT_EQ(RunInBin("show note.txt"), 0) << Errors();
+    EXPECT_TRUE(files::Exists(Path("bin/extension.dat")));
+    EXPECT_FALSE(files::Exists(Path("share")));
 }
 
 }  // namespace

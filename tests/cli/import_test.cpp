@@ -24,6 +24,7 @@ protected:
         Write("card/DCIM/100/A.JPG", Photo("2008:11:13 10:15:30"));
         Write("card/DCIM/101/A.JPG", Photo("2008:12:31 01:30:00"));
         Write("card/DCIM/note.txt", "[2008/11/14 09:00] a note");
+        std::filesystem::create_directory(folder_ + "/files");
     }
     ~ImportVerbTest() override { files::RemoveFolderTree(folder_); }
 

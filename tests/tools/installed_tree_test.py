@@ -55,6 +55,20 @@ class InstalledTree(unittest.TestCase):
         self.assertEqual(started, os.path.join(self.root, "bin/kalmora"))
         self.assertIn("Icon=kalmora\n", entry)
 
+    def test_the_installed_program_keeps_its_files_out_of_its_folder(self):
+        with tempfile.TemporaryDirectory(prefix="kalmora-user-") as user:
+            note = os.path.join(user, "note.txt")
+            with open(note, "w", encoding="utf-8") as file:
+                file.write("x")
+            environment = {name: value for name, value in os.environ.items()
+                           if name not in ("KALMORA_HOME", "XDG_DATA_HOME")}
+            shown = subprocess.run([os.path.join(self.root, "bin/kalmora"), "show", note], capture_output=True,
+                                   text=True, check=True, env={**environment, "HOME": user})
+            home = os.path.join(user, ".local/share/kalmora")
+            self.assertIn(os.path.join(home, "files"), shown.stderr)
+            self.assertTrue(os.path.exists(os.path.join(home, "extension.dat")))
+            self.assertEqual(os.listdir(os.path.join(self.root, "bin")), ["kalmora"])
+
     def test_the_manual_page_has_every_verb_and_option_of_the_help(self):
         page = self.read("share/man/man1/kalmora.1").replace("\\-", "-")
         program = os.path.join(self.root, "bin/kalmora")
