@@ -57,6 +57,18 @@ TEST_F(SearchVerbTest, PathsArePrintedInTheOrderOfTheDays) {
     EXPECT_THAT(Found("'dog or 花見'"), ElementsAre("spring.txt", "both.txt", "tree.txt"));
 }
 
+TEST_F(SearchVerbTest, NotesInUtf8WithoutAMarkAreFound) {
+    Note("2008", "11", "1115", "food.txt", "Frühstück mit Käse");
+    Note("2008", "11", "1116", "place.txt", "café");
+    Note("2008", "11", "1117", "weather.txt", "10°");
+    Note("2008", "11", "1118", "kana.txt", "\xB6\xC0\xB6\xC5");  // ｶﾀｶﾅ in code page 932
+    EXPECT_THAT(Found("käse"), ElementsAre("food.txt"));
+    EXPECT_THAT(Found("Frühstück"), ElementsAre("food.txt"));
+    EXPECT_THAT(Found("café"), ElementsAre("place.txt"));
+    EXPECT_THAT(Found("10°"), ElementsAre("weather.txt"));
+    EXPECT_THAT(Found("カタカナ"), ElementsAre("kana.txt"));
+}
+
 TEST_F(SearchVerbTest, StatusTellsWhetherSomethingWasFound) {
     EXPECT_EQ(Search("cat").status, 0);
     const Outcome nothing = Search("bird");

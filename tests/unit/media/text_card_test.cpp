@@ -87,6 +87,11 @@ TEST_F(TextHead, IsDecodedFromTheEncodingOfTheFile) {
     EXPECT_EQ(Read("\x1B$B2V2P\x1B(B ok"), "花火 ok");
 }
 
+TEST_F(TextHead, OfAShortUtf8TextWithoutAMarkHasItsAccents) {
+    for (const char* note : {"Frühstück mit Käse", "café", "10°"}) EXPECT_EQ(Read(note), note);
+    EXPECT_EQ(Read("\xB6\xC0\xB6\xC5"), "ｶﾀｶﾅ");
+}
+
 TEST_F(TextHead, DoesNotEndInHalfACharacter) {
     const std::string sentence = "花火を見に行くのが楽しみ。";
     std::string utf8, cp932;
