@@ -16,16 +16,23 @@ constexpr std::uint64_t kChecksumLength = 4;
 
 }  // namespace
 
+bool IsWholePngText(std::string_view data) {
+    const std::size_t end = data.find('\0');
+    return end != std::string_view::npos && end <= PngTextFile::kLongestKeyword;
+}
+
 bool PngTextFile::Parse(const std::string& path) {
     path_ = path;
     ByteWindow file;
     if (file.Open(path)) return Parse(file);
     texts_.clear();
+    notWritten_.clear();
     return false;
 }
 
 bool PngTextFile::Parse(ByteWindow& file) {
     texts_.clear();
+    notWritten_.clear();
     const auto signature = file.At(0, kSignature.size());
     if (!std::equal(signature.begin(), signature.end(), kSignature.begin(), kSignature.end())) return false;
     std::uint64_t position = kSignature.size(), textBytes = 0;
@@ -42,14 +49,23 @@ bool PngTextFile::Parse(ByteWindow& file) {
             textBytes += *length;
             const auto data = file.Copy(position, *length, kMostTextBytes);
             if (!data || textBytes > kMostTextBytes) return false;
-            const std::size_t end = std::min(data->find('\0'), data->size());
-            std::string keyword = data->substr(0, std::min(end, kLongestKeyword));
-            texts_.insert_or_assign(std::move(keyword),
-                                    end < data->size() ? data->substr(end + 1) : std::string());
+            Take(*data);
         }
         position += *length + kChecksumLength;
     }
     return false;
+}
+
+void PngTextFile::Take(std::string_view data) {
+    const std::size_t end = std::min(data.find('\0'), data.size());
+    std::string keyword(data.substr(0, std::min(end, kLongestKeyword)));
+    std::string text(data.substr(std::min(end + 1, data.size())));
+    if (IsWholePngText(data)) {
+        notWritten_.erase(keyword);
+        texts_.insert_or_assign(std::move(keyword), std::move(text));
+    } else if (texts_.try_emplace(keyword, std::move(text)).second) {
+        notWritten_.insert(std::move(keyword));
+    }
 }
 
 const std::string* PngTextFile::GetText(std::string_view keyword) const {

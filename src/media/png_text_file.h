@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,10 @@ inline constexpr std::string_view kPngCreationTime = "Creation Time";
 inline constexpr std::string_view kPngProperty = "Property";
 inline constexpr std::string_view kPngSoftware = "Software";
 
+// True for the data of a text chunk that can be made anew from its keyword and its text: it has a zero byte,
+// behind a keyword that is not cut.
+bool IsWholePngText(std::string_view data);
+
 // Lives for one operation. One thread.
 class PngTextFile {
 public:
@@ -26,7 +31,8 @@ public:
     // Reads the text chunks in front of the picture's data. True when the signature is right and every chunk
     // up to there is whole; a file that ends between two chunks counts as whole. The checksums are not looked
     // at. False also for a file with more than 100,000 chunks or 16 MB of texts. A later chunk of the same
-    // keyword takes the place of the earlier one.
+    // keyword takes the place of the earlier one. A chunk that is no whole text (IsWholePngText) stands for a
+    // keyword that is cut, or that has an empty text, unless there is a whole one.
     bool Parse(const std::string& path);
     bool Parse(ByteWindow& file);
 
@@ -41,8 +47,9 @@ public:
     // Writes the texts into the file, on the road of safe_rewrite: all of them where the first text chunk
     // stood, in the order of their keywords, or else in front of the picture's data. From the first other
     // chunk behind a text on everything is left as it stands, texts too: such an old text stays beside the
-    // new one (meant, and held by PngRewrite.TextBehindAnotherChunkStays). Unsupported for a file that has
-    // neither a text nor a picture, or that ends without its last chunk.
+    // new one (meant, and held by PngRewrite.TextBehindAnotherChunkStays). A chunk that is no whole text is
+    // never made anew: it stays byte for byte behind the texts. Unsupported for a file that has neither a
+    // text nor a picture, or that ends without its last chunk.
     RewriteResult Rewrite() const;
     // The change that Rewrite would make, for SafeRewriteAll.
     RewriteResult PlanRewrite(FileChange& change) const;
@@ -52,8 +59,11 @@ public:
     const std::map<std::string, std::string, std::less<>>& Texts() const { return texts_; }
 
 private:
+    void Take(std::string_view data);  // of a text chunk
+
     std::string path_;
     std::map<std::string, std::string, std::less<>> texts_;  // keyword to text, in byte order of the keyword
+    std::set<std::string, std::less<>> notWritten_;  // those of them that only a chunk that is no text has
 };
 
 // A comment as bytes of a chunk: code page 932 where the text fits, otherwise UTF-8, with a byte-order mark

@@ -17,6 +17,7 @@ namespace {
 constexpr std::uint64_t kSignatureLength = 8, kHeadLength = 8, kChecksumLength = 4;
 constexpr int kMostChunks = 100'000;
 constexpr std::uint64_t kMostTextBytes = 16u << 20;
+constexpr std::uint64_t kMostChunk = kMostTextBytes + kHeadLength + kChecksumLength;
 constexpr std::uint64_t kMostPalette = 1024;  // a palette has 768 bytes
 constexpr std::size_t kLongestWrittenKeyword = 79;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -62,8 +63,9 @@ public:
             if (!file_.Has(position_, whole)) return false;
             if (head.StartsWith(4, "tEXt")) {
                 if (!begin_) Begin();
+                if (!KeepIfNoText(*length)) return false;
             } else if (head.StartsWith(4, "IHDR") || head.StartsWith(4, "PLTE")) {
-                if (begin_ && !Keep(whole)) return false;
+                if (begin_ && !Keep(whole, kMostPalette)) return false;
             } else if (begin_) {
                 return true;
             }
@@ -83,8 +85,14 @@ private:
         begin_ = position_;
         content_ = std::move(texts_);
     }
-    bool Keep(std::uint64_t length) {
-        const auto chunk = file_.Copy(position_, length, kMostPalette);
+    // What could not be made anew stays. False when it cannot be read.
+    bool KeepIfNoText(std::uint64_t length) {
+        const auto data = file_.Copy(position_ + kHeadLength, length, kMostTextBytes);
+        if (!data) return false;
+        return IsWholePngText(*data) || Keep(kHeadLength + length + kChecksumLength, kMostChunk);
+    }
+    bool Keep(std::uint64_t length, std::uint64_t limit) {
+        const auto chunk = file_.Copy(position_, length, limit);
         if (!chunk) return false;
         content_ += *chunk;
         return content_.size() <= 2 * kMostTextBytes;
@@ -102,6 +110,7 @@ private:
 void PngTextFile::SetText(std::string_view keyword, std::string_view text) {
     keyword = keyword.substr(0, std::min(keyword.find('\0'), kLongestWrittenKeyword));
     if (keyword.empty()) return;
+    if (const auto found = notWritten_.find(keyword); found != notWritten_.end()) notWritten_.erase(found);
     texts_.insert_or_assign(std::string(keyword), std::string(text.substr(0, text.find('\0'))));
 }
 
@@ -114,6 +123,7 @@ RewriteResult PngTextFile::PlanRewrite(ByteWindow& file, FileChange& change) con
     std::string texts;
     std::uint64_t length = 0;
     for (const auto& [keyword, text] : texts_) {
+        if (notWritten_.contains(keyword)) continue;
         length += keyword.size() + 1 + text.size();
         if (length > kMostTextBytes) return RewriteResult::TooLarge;
         texts += TextChunk(keyword, text);

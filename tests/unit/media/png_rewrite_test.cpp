@@ -63,6 +63,26 @@ TEST_F(PngRewrite, KeepsHeaderAndPaletteThatStandBetweenTexts) {
                                                    PngPixels() + kEnd);
 }
 
+TEST_F(PngRewrite, TextWithoutItsZeroByteIsNotCutTo80Bytes) {
+    const std::string noText = PngChunk("tEXt", std::string(200, 'n')),
+                      longKeyword = PngText(std::string(100, 'k'), "text"), empty = PngChunk("tEXt", "");
+    const std::string before = kSignature + PngHeader() + noText + PngText("Author", "me") + longKeyword +
+                               empty + PngPixels() + kEnd;
+    const std::string after = After(before, "Comment", "new");
+    EXPECT_EQ(after, kSignature + PngHeader() + PngText("Author", "me") + PngText("Comment", "new") + noText +
+                         longKeyword + empty + PngPixels() + kEnd);
+    EXPECT_EQ(After(after, "Comment", "new", RewriteResult::Unchanged), after) << "a second time";
+}
+
+TEST_F(PngRewrite, WordsStandBesideAChunkThatHasOnlyTheirKeyword) {
+    const std::string noText = PngChunk("tEXt", "Comment");
+    const std::string path = folder.Put("b.png", After(PngOf(noText), "Comment", "new"));
+    EXPECT_EQ(ContentOf(path), PngOf(PngText("Comment", "new") + noText));
+    PngTextFile png;
+    ASSERT_TRUE(png.Parse(path));
+    EXPECT_EQ(*png.GetText("Comment"), "new");
+}
+
 // From the first other chunk behind a text on everything is left, so the old text stays beside the new one.
 TEST_F(PngRewrite, TextBehindAnotherChunkStays) {
     const std::string rest = PngChunk("gAMA", "abcd") + PngText("Comment", "old") + PngPixels() + kEnd;
