@@ -44,7 +44,7 @@ RewriteResult CPhoto::SetComment(std::optional<std::string> text) {
 
 RewriteResult CPhoto::AppendComment(const std::optional<std::string>& text) {
     if (!text) return RewriteResult::Unchanged;
-    return SetComment(WithLineAdded(GetComment(), *text));
+    return AppendCommentAll({this, 1}, {&*text, 1}).front();
 }
 
 RewriteResult CPhoto::PlanAppendComment(const std::string& text, FileChange& change) {
@@ -124,9 +124,15 @@ std::vector<RewriteResult> AppendCommentAll(std::span<CPhoto> photos, std::span<
     std::vector<std::string> paths;
     paths.reserve(photos.size());
     for (const CPhoto& photo : photos) paths.push_back(photo.path);
-    return SafeRewriteAll(paths, [&](std::size_t index, FileChange& change) {
+    std::vector<bool> added(photos.size());
+    std::vector<RewriteResult> results = SafeRewriteAll(paths, [&](std::size_t index, FileChange& change) {
+        added[index] = true;
         return photos[index].PlanAppendComment(texts[index], change);
     });
+    // What could not even be looked at says so all the same, as the object sees it.
+    for (std::size_t i = 0; i < photos.size(); ++i)
+        if (FileChange unused; !added[i]) photos[i].PlanAppendComment(texts[i], unused);
+    return results;
 }
 
 }  // namespace kalmora

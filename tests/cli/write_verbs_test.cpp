@@ -165,6 +165,18 @@ TEST_F(WriteVerbsTest, ReadOnlyPhotoIsDeniedByEachOfThem) {
     EXPECT_EQ(Content("t.jpg"), DecodableJpeg(64, 48));
 }
 
+TEST_F(WriteVerbsTest, TwoCommentsAddedAtTheSameTimeBothStand) {
+    const std::string add = "'" KALMORA_PROGRAM "' --home '" + Path("home") + "' comment --append a.jpg ";
+    const std::string command = "cd '" + folder_ + "' && for i in $(seq 20); do " + add +
+                                "\"left $i.\" >/dev/null & " + add + "\"right $i.\" >/dev/null; wait; done";
+    // NOLINTNEXTLINE(bugprone-command-processor): a script does this
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    const std::string words = Shown("a.jpg")["comment"];
+    for (int i = 1; i <= 20; ++i)
+        for (const char* side : {"left ", "right "})
+            EXPECT_THAT(words, HasSubstr(side + std::to_string(i) + ".")) << i;
+}
+
 TEST_F(WriteVerbsTest, RunsAtTheSameTimeDoNotLoseAJudgement) {
     const std::string program = "'" KALMORA_PROGRAM "' --home '" + Path("home") + "'";
     std::string command = "cd '" + folder_ + "' && for i in 1 2 3 4; do " + program +
