@@ -27,7 +27,7 @@ int RunComment(const StartOptions& start, const CommentOptions& options) {
     if (IsDone(result))
         report.Done(options.file, NameOf(result), {{"comment", photo.comment.value_or("")}});
     else
-        report.Failed(options.file, NameOf(result));
+        report.Failed(options.file, result);
     return report.Finish();
 }
 

@@ -61,7 +61,7 @@ int RunDate(const StartOptions& start, const DateOptions& options) {
     if (IsDone(result))
         report.Done(options.file, NameOf(result), {{"date", IsoDate(*date)}});
     else
-        report.Failed(options.file, NameOf(result));
+        report.Failed(options.file, result);
     return report.Finish();
 }
 

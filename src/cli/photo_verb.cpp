@@ -44,11 +44,19 @@ void FileReport::Done(const std::string& file, const std::string& words, const J
     state_->records.push_back(std::move(record));
 }
 
-void FileReport::Failed(const std::string& file, const std::string& words) {
+void FileReport::Failed(const std::string& file, const std::string& words, const std::string& reason) {
     state_->allDone = false;
-    std::fprintf(stderr, "kalmora %s: %s: %s\n", state_->verb.c_str(), ShownOnErrors(file).c_str(),
-                 words.c_str());
-    if (state_->form == ReportForm::Json) state_->records.push_back(Json{{"file", file}, {"result", words}});
+    std::fprintf(stderr, "kalmora %s: %s: %s%s%s\n", state_->verb.c_str(), ShownOnErrors(file).c_str(),
+                 words.c_str(), reason.empty() ? "" : ": ", reason.c_str());
+    if (state_->form != ReportForm::Json) return;
+    Json record{{"file", file}, {"result", words}};
+    if (!reason.empty()) record["reason"] = reason;
+    state_->records.push_back(std::move(record));
+}
+
+void FileReport::Failed(const std::string& file, RewriteResult result) {
+    const char* reason = ReasonOf(result);
+    Failed(file, NameOf(result), reason ? reason : "");
 }
 
 int FileReport::Finish() {

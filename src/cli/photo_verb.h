@@ -6,6 +6,7 @@
 #include <string>
 
 #include "app/start_options.h"
+#include "store/safe_rewrite.h"
 
 namespace kalmora {
 
@@ -25,7 +26,9 @@ public:
 
     // `words` say the result; `details` is an object whose members come behind "file" and "result".
     void Done(const std::string& file, const std::string& words, const nlohmann::ordered_json& details);
-    void Failed(const std::string& file, const std::string& words);
+    // `reason` says more about the words; a member "reason", unless it is empty.
+    void Failed(const std::string& file, const std::string& words, const std::string& reason = {});
+    void Failed(const std::string& file, RewriteResult result);
     // Prints what was not printed yet; gives the exit status: 0, or 1 when a file failed.
     int Finish();
 

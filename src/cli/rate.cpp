@@ -55,7 +55,7 @@ int RunRate(const StartOptions& start, RateOptions options) {
     for (std::size_t i = 0; i < photos.size(); ++i) {
         const CPhoto& photo = photos[i];
         if (!IsDone(results[i])) {
-            report.Failed(options.words[i], NameOf(results[i]));
+            report.Failed(options.words[i], results[i]);
             continue;
         }
         const nlohmann::ordered_json values{

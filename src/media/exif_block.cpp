@@ -33,6 +33,8 @@ public:
         }
         if (!map_.Follow()) return false;
         FindArea();
+        if (main_.isShared) main_.isOurs = true;
+        if (exif_ && exif_->isShared) exif_->isOurs = true;
         RememberValues(Home::Main, main_);
         if (exif_) RememberValues(Home::Exif, *exif_);
         return true;
@@ -280,15 +282,58 @@ private:
         return needed <= growth.most ? std::min(growth.most, needed + growth.spare) : 0;
     }
 
+    // The filling at the end of the block: bytes that are all zero or all FF.
+    std::size_t FillingStart() const {
+        if (block_.empty() || (block_.back() != '\0' && block_.back() != '\xFF')) return block_.size();
+        const std::size_t last = block_.find_last_not_of(block_.back());
+        return last == std::string_view::npos ? block_.size() : last + 1;
+    }
+
+    // Where an area in the filling may begin; nothing when something is known to stand there. `isSure`: all
+    // that stands in front of it is known.
+    std::optional<std::size_t> PlaceInFilling(const Growth& growth, bool& isSure) const {
+        constexpr std::size_t kSlack = 16, kDistance = 64, kLeast = 2048;
+        const std::size_t filling = FillingStart();
+        std::uint64_t known = growth.taken;
+        for (const auto* ranges : {&map_.used, &map_.noted})
+            for (const Range& range : *ranges)
+                if (range.begin < block_.size()) known = std::max(known, range.end);
+        if (known >= block_.size()) return std::nullopt;
+        isSure = filling <= known + kSlack;
+        if (isSure) return Even(std::max<std::size_t>(filling, static_cast<std::size_t>(known)));
+        if (block_.size() - filling < kLeast) return std::nullopt;
+        return Even(filling + kDistance);
+    }
+
+    // The area in room that the block has already. False when it does not fit.
+    bool FitsInFilling(std::size_t start) {
+        areaStart_ = start;
+        return PlaceInArea() + kAreaTail <= block_.size();
+    }
+
     EditResult WriteArea(const Growth& growth, std::string& edited) {
+        bool isSure = false;
+        const auto filling = hasArea_ || isNew_ ? std::nullopt : PlaceInFilling(growth, isSure);
+        if (filling && isSure && FitsInFilling(*filling)) return FillArea(block_.size(), edited);
+        if (!hasArea_ && !isNew_) areaStart_ = Even(block_.size() + growth.kept.size());
         const std::size_t length = ChooseLength(PlaceInArea() + kAreaTail, growth);
-        if (length == 0) return EditResult::TooLarge;
+        if (length == 0) {
+            if (filling && FitsInFilling(*filling)) return FillArea(block_.size(), edited);
+            return EditResult::TooLarge;
+        }
         // What points past the end would find something there after growing.
-        if (length > block_.size() &&
-            std::any_of(map_.broken.begin(), map_.broken.end(), [&](const Range& range) {
-                return range.begin < length && range.end > block_.size();
+        if (length > block_.size() && growth.pastEnd == Growth::PastEnd::Refused &&
+            std::any_of(map_.outside.begin(), map_.outside.end(), [&](const Outside& outside) {
+                return outside.where.begin < length && outside.where.end > block_.size();
             }))
             return EditResult::Unreadable;
+        if (length > block_.size() && hasArea_ && !growth.kept.empty()) return EditResult::Unreadable;
+        const EditResult result = FillArea(length, edited);
+        if (length > block_.size() && !isNew_) Overwrite(edited, block_.size(), growth.kept);
+        return result;
+    }
+
+    EditResult FillArea(std::size_t length, std::string& edited) {
         edited.resize(areaStart_, '\0');
         edited.resize(length, '\0');
         WriteDirectory(main_, edited);

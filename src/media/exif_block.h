@@ -10,7 +10,11 @@
 //     length
 //                                                                  of the block
 //
-// A block without these bytes, or with anything foreign in the area, gets a new area behind its end.
+// A block without these bytes, or with anything foreign in the area, gets a new area: in the filling at its
+// end (zeros or FF bytes) when there is enough of it and nothing is known to stand there, so that nothing in
+// the file moves, or else behind its end.
+//
+// A directory at which something else points as well stays as it is; the edited one is a copy in the area.
 //
 // Plain functions on bytes; any thread. Nothing is guessed: a block that cannot be followed is refused.
 #pragma once
@@ -44,6 +48,11 @@ struct Growth {
     std::size_t step = 1;      // what is added to the file is a multiple of it while that stays below `most`
     std::size_t spare = 1024;  // room to be left for later edits
     std::size_t overhead = 0;  // bytes that come into the file with a new block
+    std::size_t taken = 0;     // up to here the block is in use, as far as the caller knows more than it says
+    // Whether the caller has seen to what reaches past the end of the block (exif_growth.h). Else that is a
+    // reason not to grow.
+    enum class PastEnd { Refused, Settled } pastEnd = PastEnd::Refused;
+    std::string_view kept{};  // what stands directly behind the old end of a block that has grown
 };
 
 // Gives the edited block. An empty `block` stands for none: a new little-endian one is made. It never gets

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "media/maker_note_places.h"
 
@@ -13,7 +14,11 @@ constexpr std::uint16_t kShortType = 3, kLongType = 4;
 constexpr std::uint16_t kGpsPointer = 0x8825, kInteroperabilityPointer = 0xA005, kSubDirectories = 0x014A,
                         kMakerNote = 0x927C;
 constexpr std::uint16_t kThumbnailOffset = 0x0201, kThumbnailLength = 0x0202;
+constexpr std::uint16_t kStripOffsets = 0x0111, kStripLengths = 0x0117;
 constexpr int kMostChained = 8;  // directories behind the main one
+constexpr std::uint32_t kMostSubDirectories = 16;
+constexpr std::size_t kMainPointer = 4;
+constexpr std::uint32_t kMostStrips = 1000;
 
 bool IsWholeNumber(std::uint16_t type) {
     constexpr std::uint16_t kSignedLong = 9, kDirectory = 13;
@@ -35,13 +40,17 @@ Entry* Directory::Find(std::uint16_t tag) {
 
 bool BlockMap::Follow() {
     if (!ReadHeader()) return false;
-    auto first = ReadDirectory(Number(4));
+    auto first = ReadDirectory(Number(kMainPointer), kMainPointer);
     if (!first) return false;
     main = std::move(*first);
     if (const Entry* pointer = main.Find(kExifPointer)) {
         hasExifPointer = true;
-        if (auto directory = FollowPointer(*pointer); directory && !directory->Where().Overlaps(main.Where()))
-            exif = std::move(*directory);
+        if (auto directory = FollowPointer(main, *pointer)) {
+            if (directory->Where().Overlaps(main.Where()))
+                NoteOther(*directory);
+            else
+                exif = std::move(*directory);
+        }
     }
     FollowOthers();
     FollowMakerNote();
@@ -69,15 +78,16 @@ std::uint32_t BlockMap::FieldOffset(const Entry& entry) const {
                 .U32(0);
 }
 
-// Empty when it does not stand in the block whole; what stands there is then remembered as broken.
-std::optional<Directory> BlockMap::ReadDirectory(std::uint32_t offset) {
+// Empty when it does not stand in the block whole; that is then remembered.
+std::optional<Directory> BlockMap::ReadDirectory(std::uint32_t offset, std::size_t number) {
     if (offset < kHeaderLength) return std::nullopt;
     Directory directory;
     directory.offset = offset;
     const auto count = reader_.U16(offset);
     const std::uint64_t end = std::uint64_t{offset} + 2 + std::uint64_t{count.value_or(0)} * kEntryLength;
     if (!count || end > block_.size()) {
-        broken.push_back({offset, std::max<std::uint64_t>(end, offset + 2)});
+        Add({offset, std::max<std::uint64_t>(end, std::uint64_t{offset} + 2)}, Outside::What::Directory,
+            number);
         return std::nullopt;
     }
     for (std::size_t at = offset + 2; at < end; at += kEntryLength)
@@ -102,30 +112,54 @@ Range BlockMap::ValueOf(const Entry& entry) const {
     return {begin, begin + entry.length};
 }
 
-std::optional<Directory> BlockMap::FollowPointer(const Entry& pointer) {
+std::optional<Directory> BlockMap::FollowPointer(const Directory& holder, const Entry& pointer) {
     if (!IsWholeNumber(pointer.type) || pointer.count != 1) return std::nullopt;
-    return ReadDirectory(FieldNumber(pointer));
+    return ReadDirectory(FieldNumber(pointer), pointer.type == kShortType ? 0 : FieldAt(holder, pointer));
+}
+
+// Directories whose places stand in a row.
+void BlockMap::FollowArray(const Entry& pointers) {
+    if (!IsWholeNumber(pointers.type) || pointers.type == kShortType || !pointers.IsFar()) return;
+    for (std::uint32_t i = 0; i < std::min(pointers.count, kMostSubDirectories); ++i) {
+        const std::size_t at = std::size_t{FieldOffset(pointers)} + i * kFieldLength;
+        if (const auto offset = reader_.U32(at))
+            if (const auto directory = ReadDirectory(*offset, at)) NoteOther(*directory);
+    }
+}
+
+std::size_t BlockMap::FieldAt(const Directory& directory, const Entry& entry) const {
+    const auto index = static_cast<std::size_t>(&entry - directory.entries.data());
+    return directory.offset + 2 + index * kEntryLength + 8;
+}
+
+void BlockMap::Add(const Range& where, Outside::What what, std::size_t number) {
+    outside.push_back({where, what, number, order_});
 }
 
 // All that is not edited is only asked where it stands.
 void BlockMap::FollowOthers() {
     Note(main);
     if (exif) Note(*exif);
-    std::vector<Entry> pointers;
-    for (const std::uint16_t tag : {kGpsPointer, kInteroperabilityPointer, kSubDirectories}) {
-        if (const Entry* entry = main.Find(tag)) pointers.push_back(*entry);
-        if (exif)
-            if (const Entry* entry = exif->Find(tag)) pointers.push_back(*entry);
+    for (const Directory* holder : {&std::as_const(main), exif ? &std::as_const(*exif) : nullptr}) {
+        if (!holder) continue;
+        for (const Entry& entry : holder->entries) {
+            if (entry.tag == kSubDirectories) FollowArray(entry);
+            if (entry.tag == kGpsPointer || entry.tag == kInteroperabilityPointer ||
+                entry.tag == kSubDirectories)
+                if (const auto directory = FollowPointer(*holder, entry)) NoteOther(*directory);
+        }
     }
-    for (const Entry& pointer : pointers)
-        if (const auto directory = FollowPointer(pointer)) NoteOther(*directory);
+    NoteStrips(main);
     std::uint32_t next = main.next;
+    std::size_t number = main.offset + main.Length() - kFieldLength;
     for (int i = 0; i < kMostChained && next != 0; ++i) {
-        auto directory = ReadDirectory(next);
+        auto directory = ReadDirectory(next, number);
         if (!directory) return;
         NoteOther(*directory);
         NoteThumbnail(*directory);
+        NoteStrips(*directory);
         next = directory->next;
+        number = directory->offset + directory->Length() - kFieldLength;
     }
 }
 
@@ -134,12 +168,14 @@ void BlockMap::Note(const Directory& directory) {
     for (const Entry& entry : directory.entries) {
         if (!entry.IsFar()) continue;
         const Range value = ValueOf(entry);
-        if (value.end > block_.size()) broken.push_back(value);
+        if (value.end > block_.size()) Add(value, Outside::What::Value, FieldAt(directory, entry));
         used.push_back(value);
     }
 }
 
 void BlockMap::NoteOther(const Directory& directory) {
+    for (Directory* edited : {&main, exif ? &*exif : nullptr})
+        if (edited && edited->Where().Overlaps(directory.Where())) edited->isShared = true;
     const std::size_t before = used.size();
     Note(directory);
     foreign.insert(foreign.end(), used.begin() + static_cast<std::ptrdiff_t>(before), used.end());
@@ -151,19 +187,50 @@ void BlockMap::NoteThumbnail(Directory& directory) {
     if (!offset || !length) return;
     const std::uint64_t begin = FieldNumber(*offset);
     const Range picture{begin, begin + FieldNumber(*length)};
-    if (picture.end > block_.size()) broken.push_back(picture);
+    if (picture.end > block_.size())
+        Add(picture, Outside::What::Picture, offset->type == kShortType ? 0 : FieldAt(directory, *offset));
     used.push_back(picture);
     foreign.push_back(picture);
 }
 
+// A preview without compression stands in strips.
+void BlockMap::NoteStrips(Directory& directory) {
+    const Entry* offsets = directory.Find(kStripOffsets);
+    const Entry* lengths = directory.Find(kStripLengths);
+    if (!offsets || !lengths || offsets->count != lengths->count) return;
+    const auto element = [&](const Entry& entry, std::uint32_t index) -> std::optional<std::uint64_t> {
+        if (entry.type != kShortType && entry.type != kLongType) return std::nullopt;
+        if (!entry.IsFar() && entry.count == 1) return FieldNumber(entry);
+        const std::size_t width = ElementLength(entry.type);
+        const std::size_t at =
+            (entry.IsFar() ? FieldOffset(entry) : FieldAt(directory, entry)) + index * width;
+        if (entry.type == kLongType) return reader_.U32(at);
+        return reader_.U16(at);
+    };
+    for (std::uint32_t i = 0; i < std::min(offsets->count, kMostStrips); ++i) {
+        const auto begin = element(*offsets, i), length = element(*lengths, i);
+        if (!begin || !length) return;
+        const Range strip{*begin, *begin + *length};
+        if (strip.end > block_.size()) Add(strip, Outside::What::Picture, 0);
+        used.push_back(strip);
+        foreign.push_back(strip);
+    }
+}
+
 void BlockMap::FollowMakerNote() {
-    const Entry* note = exif ? exif->Find(kMakerNote) : nullptr;
-    if (!note || !note->IsFar()) return;
-    const Range where = ValueOf(*note);
-    if (where.end > block_.size()) return;
-    noted = MakerNotePlaces(block_, where, order_);
-    for (const Range& place : noted)
-        if (place.end > block_.size()) broken.push_back(place);
+    const Entry* entry = exif ? exif->Find(kMakerNote) : nullptr;
+    if (!entry || !entry->IsFar()) return;
+    Range where = ValueOf(*entry);
+    if (where.begin >= block_.size()) return;
+    where.end = std::min<std::uint64_t>(where.end, block_.size());
+    note = where;
+    for (const NotePlace& place : MakerNotePlaces(block_, where, order_).places) {
+        noted.push_back(place.where);
+        for (Directory* edited : {&main, &*exif})
+            if (place.where.Overlaps(edited->Where())) edited->isShared = true;
+        if (place.where.end > block_.size())
+            outside.push_back({place.where, Outside::What::NotePlace, place.number, place.order});
+    }
 }
 
 }  // namespace kalmora::exif

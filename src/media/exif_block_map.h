@@ -26,6 +26,15 @@ struct Range {
     bool Overlaps(const Range& other) const { return begin < other.end && other.begin < end; }
 };
 
+// What the block tells of and what does not stand in it whole.
+struct Outside {
+    enum class What { Value, Directory, Picture, NotePlace };
+    Range where;
+    What what = What::Value;
+    std::size_t number = 0;  // of four bytes in the block, which says where it is; 0: there is no such number
+    ByteOrder order = ByteOrder::Little;  // of that number
+};
+
 struct Entry {
     std::uint16_t tag = 0, type = 0;
     std::uint32_t count = 0;
@@ -38,8 +47,9 @@ struct Entry {
 struct Directory {
     std::uint32_t offset = 0;
     std::uint32_t next = 0;
-    bool hasNext = false;  // the offset of the next one stands in the block
-    bool isOurs = false;   // the editor's: goes into its area
+    bool hasNext = false;   // the offset of the next one stands in the block
+    bool isOurs = false;    // the editor's: goes into its area
+    bool isShared = false;  // something else points at it, or says that it stands there
     std::vector<Entry> entries;
 
     std::size_t Length() const { return 2 + entries.size() * kEntryLength + kFieldLength; }
@@ -67,20 +77,26 @@ public:
     bool hasExifPointer = false;  // also when it cannot be followed
     std::vector<Range> used;      // directories, values and the thumbnail
     std::vector<Range> foreign;   // those of them that do not belong to the main and the Exif directory
+    std::optional<Range> note;    // the maker note, as far as it lies in the block
     std::vector<Range> noted;     // where the maker note says that something of its own stands
     // What reaches past the end of the block, as far as it can be told; the maker note's own places too.
-    std::vector<Range> broken;
+    std::vector<Outside> outside;
 
 private:
     bool ReadHeader();
-    std::optional<Directory> ReadDirectory(std::uint32_t offset);
+    // `number`: where the block says it.
+    std::optional<Directory> ReadDirectory(std::uint32_t offset, std::size_t number);
     Entry ReadEntry(std::size_t at) const;
-    std::optional<Directory> FollowPointer(const Entry& pointer);
+    std::optional<Directory> FollowPointer(const Directory& holder, const Entry& pointer);
+    void FollowArray(const Entry& pointers);
     void FollowOthers();
     void FollowMakerNote();
     void Note(const Directory& directory);
     void NoteOther(const Directory& directory);
     void NoteThumbnail(Directory& directory);
+    void NoteStrips(Directory& directory);
+    std::size_t FieldAt(const Directory& directory, const Entry& entry) const;
+    void Add(const Range& where, Outside::What what, std::size_t number);
 
     std::string_view block_;
     ByteOrder order_ = ByteOrder::Little;

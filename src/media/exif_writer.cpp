@@ -6,10 +6,10 @@
 #include <optional>
 
 #include "media/date_text.h"
-#include "media/exif_block_map.h"
+#include "media/exif_growth.h"
 #include "media/exif_reader.h"
 #include "media/jpeg_segments.h"
-#include "media/maker_note_places.h"
+#include "media/multi_picture_index.h"
 #include "platform/text.h"
 
 namespace kalmora {
@@ -24,13 +24,13 @@ constexpr std::uint16_t kByte = 1, kAscii = 2, kShort = 3, kLong = 4, kRational 
 constexpr std::uint16_t kXResolution = 0x011A, kYResolution = 0x011B, kResolutionUnit = 0x0128,
                         kDateTime = 0x0132, kYCbCrPositioning = 0x0213, kExifVersion = 0x9000,
                         kDateTimeOriginal = 0x9003, kDateTimeDigitized = 0x9004, kComponents = 0x9101,
-                        kMakerNote = 0x927C, kUserComment = 0x9286, kXpComment = 0x9C9C,
-                        kFlashpixVersion = 0xA000, kColorSpace = 0xA001, kPixelWidth = 0xA002,
-                        kPixelHeight = 0xA003;
+                        kUserComment = 0x9286, kXpComment = 0x9C9C, kFlashpixVersion = 0xA000,
+                        kColorSpace = 0xA001, kPixelWidth = 0xA002, kPixelHeight = 0xA003;
 
 constexpr std::uint8_t kApp0 = 0xE0, kApp1 = 0xE1, kApp2 = 0xE2;
 constexpr std::uint32_t kMostPayload = 65533;
-constexpr std::size_t kSegmentHead = 4;  // marker and length
+constexpr std::size_t kSegmentHead = 4;            // marker and length
+constexpr std::uint64_t kMostBetween = 16u << 20;  // bytes of segments between the block and an index
 constexpr std::string_view kExifHead("Exif\0\0", 6);
 
 // What the segments in front of the picture say, as far as editing needs it.
@@ -38,7 +38,7 @@ struct JpegLayout {
     std::optional<JpegSegment> exif;                  // the segment whose block is edited
     std::uint32_t blockAt = 0;                        // of the TIFF header in its payload
     std::uint64_t behindStart = 2;                    // where a new segment goes: behind JFIF's own
-    std::optional<std::uint64_t> pictures;            // of an index of further pictures in the file
+    std::optional<JpegSegment> pictures;              // an index of further pictures in the file
     std::array<std::uint32_t, 3> density{72, 72, 2};  // across, down, Exif's unit
     Size size;
 };
@@ -66,38 +66,40 @@ void ReadDensity(ByteWindow& file, const JpegSegment& segment, JpegLayout& layou
     layout.density = {*across, *down, *unit + 1u};
 }
 
-// Where the Exif block stands, by the reader's own rule, so that what is written is what is read. False when
-// the file cannot be edited.
-bool ReadLayout(ByteWindow& file, JpegLayout& layout) {
+// Where the Exif block stands, by the reader's own rule, so that what is written is what is read. Written
+// when the file can be edited.
+RewriteResult ReadLayout(ByteWindow& file, JpegLayout& layout) {
     exif::Block block;
     const bool hasBlock = exif::ReadBlock(file, block);
     JpegSegmentWalk walk(file);
     JpegSegment segment;
     bool hasExifSegment = false, isHead = true;
+    if (!walk.IsJpeg()) return RewriteResult::Unsupported;
     while (walk.Next(segment)) {
-        if (!file.Has(segment.payload, segment.length)) return false;
+        if (!file.Has(segment.payload, segment.length)) return RewriteResult::NotWhole;
         const std::uint64_t end = segment.payload + segment.length;
         const bool isJfif = segment.marker == kApp0 && StartsWith(file, segment, "JFIF");
         if (isJfif) ReadDensity(file, segment, layout);
         isHead = isHead && segment.marker == kApp0 && (isJfif || StartsWith(file, segment, "JFXX"));
         if (isHead) layout.behindStart = end;
-        if (segment.marker == kApp1 && IsContinuation(file, segment)) return false;
+        if (segment.marker == kApp1 && IsContinuation(file, segment)) return RewriteResult::ExifUnclear;
         if (segment.marker == kApp1 && StartsWith(file, segment, {"Exif\0", 5})) hasExifSegment = true;
-        if (segment.marker == kApp2 && StartsWith(file, segment, {"MPF\0", 4}))
-            layout.pictures = segment.offset;
+        if (segment.marker == kApp2 && StartsWith(file, segment, {"MPF\0", 4}) && !layout.pictures)
+            layout.pictures = segment;
         if (hasBlock && segment.marker == kApp1 && block.start > segment.payload && block.start < end) {
             layout.exif = segment;
             layout.blockAt = static_cast<std::uint32_t>(block.start - segment.payload);
         }
     }
-    if (!walk.ReachedScan()) return false;
+    if (!walk.ReachedScan()) return RewriteResult::NotWhole;
     const auto size = ReadJpegFrameSize(file);
-    if (!size) return false;
+    if (!size) return RewriteResult::NotWhole;
     layout.size = *size;
     // Readers differ in what they make of a broken head; a new segment in front of it would change that.
-    if (!layout.exif && walk.MetStrayBytes()) return false;
+    if (!layout.exif && walk.MetStrayBytes()) return RewriteResult::NotWhole;
     // A block that the reader cannot make out is not to be hidden behind a second one.
-    return layout.exif.has_value() == hasBlock && (hasBlock || !hasExifSegment);
+    const bool isClear = layout.exif.has_value() == hasBlock && (hasBlock || !hasExifSegment);
+    return isClear ? RewriteResult::Written : RewriteResult::ExifUnclear;
 }
 
 // What every reader expects of a directory that is made anew.
@@ -121,20 +123,6 @@ void AddExpected(std::string_view block, const JpegLayout& layout, ExifEdits& ed
     edits.push_back({Home::Exif, kPixelHeight, kLong, {}, {static_cast<std::uint32_t>(layout.size.height)}});
 }
 
-// What stands behind the segment moves when it grows. False when something tells of a place there.
-bool MayGrow(ByteWindow& file, const JpegLayout& layout, std::string_view block) {
-    const std::uint64_t moved = layout.exif ? layout.exif->payload + layout.exif->length : layout.behindStart;
-    // The index of further pictures counts from its own place, so it has to move with them.
-    if (layout.pictures && *layout.pictures < moved) return false;
-    exif::BlockMap map(block);
-    if (block.empty() || !map.Follow() || !map.exif) return true;
-    const exif::Entry* note = map.exif->Find(kMakerNote);
-    if (!note || !note->IsFar()) return true;
-    const exif::Range where = map.ValueOf(*note);
-    if (where.end > block.size()) return true;
-    return !exif::PointsBehind(file, block, where, layout.exif->payload + layout.blockAt, moved);
-}
-
 std::string BigEndian16(std::size_t value) {
     return {static_cast<char>(value >> 8 & 0xFF), static_cast<char>(value & 0xFF)};
 }
@@ -146,12 +134,147 @@ RewriteResult ResultOf(EditResult result) {
         case EditResult::Unchanged:
             return RewriteResult::Unchanged;
         case EditResult::TooLarge:
-            return RewriteResult::TooLarge;
+            return RewriteResult::ExifFull;
         case EditResult::Unreadable:
             break;
     }
-    return RewriteResult::Unsupported;
+    return RewriteResult::ExifUnclear;
 }
+
+RewriteResult ResultOf(exif::GrowthRefusal refusal) {
+    switch (refusal) {
+        case exif::GrowthRefusal::None:
+            return RewriteResult::Written;
+        case exif::GrowthRefusal::Block:
+            return RewriteResult::ExifUnclear;
+        case exif::GrowthRefusal::Note:
+            break;
+    }
+    return RewriteResult::NoteUnclear;
+}
+
+// A trailer of that kind (AFCP) ends with its name and its place, counted as all places in it from the start
+// of the file.
+bool HasCountingTrailer(ByteWindow& file) {
+    constexpr std::uint64_t kLength = 12;
+    const std::uint64_t size = file.Size();
+    if (size < kLength) return false;
+    const ByteReader end(file.At(size - kLength, kLength), ByteOrder::Big);
+    return end.StartsWith(0, "AXS!") || end.StartsWith(0, "AXS*");
+}
+
+// The segment's new bytes, marker and all.
+std::string SegmentBytes(std::uint8_t marker, std::string_view payload) {
+    return std::string{'\xFF', static_cast<char>(marker)} + BigEndian16(2 + payload.size()) +
+           std::string(payload);
+}
+
+// The photo as it is, and what is to be made of its Exif block.
+class Plan {
+public:
+    Plan(ByteWindow& file, const JpegLayout& layout, std::string payload)
+        : file_(file),
+          layout_(layout),
+          payload_(std::move(payload)),
+          before_(layout.exif ? payload_.substr(0, layout.blockAt) : std::string(kExifHead)),
+          block_(layout.exif ? std::string_view(payload_).substr(layout.blockAt) : std::string_view()),
+          place_(layout.exif ? layout.exif->offset : layout.behindStart),
+          behind_(layout.exif ? layout.exif->payload + layout.exif->length : layout.behindStart) {}
+
+    RewriteResult Run(std::span<const Edit> edits, FileChange& change) {
+        ExifEdits all(edits.begin(), edits.end());
+        AddExpected(block_, layout_, all);
+        exif::Growth growth{.most = kMostPayload - before_.size(),
+                            .step = kCheapGrowth,
+                            .overhead = kSegmentHead + before_.size(),
+                            .pastEnd = exif::Growth::PastEnd::Settled};
+        if (HasFilling()) growth.taken = exif::EndOfPicturesIn(block_, BlockStart());
+        std::string edited;
+        const EditResult result = exif::EditBlock(block_, all, growth, edited);
+        if (result != EditResult::Edited) return ResultOf(result);
+        if (edited.size() == block_.size()) return Put(edited, change);
+        const RewriteResult grown = Grow(all, growth, change);
+        if (grown == RewriteResult::Written) return grown;
+        // Nothing moves when there is room in the block.
+        growth.most = block_.size();
+        if (!block_.empty() && exif::EditBlock(block_, all, growth, edited) == EditResult::Edited &&
+            edited.size() == block_.size())
+            return Put(edited, change);
+        return grown;
+    }
+
+private:
+    bool HasFilling() const {
+        constexpr std::size_t kLeast = 256;
+        if (block_.size() < kLeast) return false;
+        const std::string_view end = block_.substr(block_.size() - kLeast);
+        return (end.front() == '\0' || end.front() == '\xFF') &&
+               end.find_first_not_of(end.front()) == std::string_view::npos;
+    }
+    std::uint64_t BlockStart() const { return layout_.exif ? layout_.exif->payload + layout_.blockAt : 0; }
+
+    // With everything right that tells of what moves.
+    RewriteResult Grow(const ExifEdits& edits, exif::Growth growth, FileChange& change) {
+        if (HasCountingTrailer(file_)) return RewriteResult::TrailerUnclear;
+        exif::BlockGrowth others;
+        if (!block_.empty()) others = exif::PlanBlockGrowth(file_, block_, BlockStart());
+        if (others.refusal != exif::GrowthRefusal::None) return ResultOf(others.refusal);
+        std::string kept;
+        if (others.kept > 0) {
+            auto behind = file_.Copy(behind_, others.kept, others.kept);
+            if (!behind) return RewriteResult::ExifUnclear;
+            kept = std::move(*behind);
+            growth.kept = kept;
+        }
+        std::string edited;
+        EditResult result = exif::EditBlock(block_, edits, growth, edited);
+        if (result == EditResult::Edited && !others.moved.empty()) {
+            std::string moved(block_);
+            const std::size_t by = edited.size() - block_.size(), length = edited.size();
+            if (!exif::MoveNumbers(moved, others.moved, by)) return RewriteResult::NoteUnclear;
+            result = exif::EditBlock(moved, edits, growth, edited);
+            if (edited.size() != length) return RewriteResult::NoteUnclear;
+        }
+        if (result != EditResult::Edited) return ResultOf(result);
+        return Put(edited, change);
+    }
+
+    // The stretch of the file that changes: the block's segment, and the index of further pictures.
+    RewriteResult Put(const std::string& edited, FileChange& change) {
+        const std::string segment = SegmentBytes(kApp1, before_ + edited);
+        const std::uint64_t oldLength = behind_ - place_;
+        change.offset = place_;
+        change.oldLength = oldLength;
+        change.content = segment;
+        if (segment.size() == oldLength || !layout_.pictures) return RewriteResult::Written;
+        const JpegSegment& index = *layout_.pictures;
+        const bool isInFront = index.offset < place_;
+        auto payload = file_.Copy(index.payload, index.length, kMostPayload);
+        if (!payload) return RewriteResult::IndexUnclear;
+        const std::string old = *payload;
+        const FileShift shift{
+            behind_, static_cast<std::int64_t>(segment.size()) - static_cast<std::int64_t>(oldLength)};
+        // An index behind the block moves with the pictures, so what it says of them stays true.
+        if (!ShiftMultiPictureIndex(*payload, index.payload + kMultiPictureHead, shift))
+            return isInFront ? RewriteResult::IndexUnclear : RewriteResult::Written;
+        if (*payload == old) return RewriteResult::Written;
+        const std::uint64_t indexEnd = index.payload + index.length;
+        const std::uint64_t gap = isInFront ? indexEnd : behind_, gapEnd = isInFront ? place_ : index.offset;
+        const auto between = file_.Copy(gap, gapEnd - gap, kMostBetween);
+        if (!between) return RewriteResult::IndexUnclear;
+        const std::string indexSegment = SegmentBytes(kApp2, *payload);
+        change.offset = isInFront ? index.offset : place_;
+        change.oldLength = (isInFront ? behind_ : indexEnd) - change.offset;
+        change.content = isInFront ? indexSegment + *between + segment : segment + *between + indexSegment;
+        return RewriteResult::Written;
+    }
+
+    ByteWindow& file_;
+    const JpegLayout& layout_;
+    const std::string payload_, before_;
+    const std::string_view block_;
+    const std::uint64_t place_, behind_;  // of what is replaced in the file
+};
 
 }  // namespace
 
@@ -182,31 +305,14 @@ RewriteResult PlanExifChange(const std::string& path, std::span<const Edit> edit
 
 RewriteResult PlanExifChange(ByteWindow& file, std::span<const Edit> edits, FileChange& change) {
     JpegLayout layout;
-    if (!ReadLayout(file, layout)) return RewriteResult::Unsupported;
+    if (const RewriteResult read = ReadLayout(file, layout); read != RewriteResult::Written) return read;
     std::string payload;
-    std::uint64_t oldLength = 0;
     if (layout.exif) {
         auto stored = file.Copy(layout.exif->payload, layout.exif->length, kMostPayload);
         if (!stored) return RewriteResult::Unreadable;
         payload = std::move(*stored);
-        oldLength = kSegmentHead + payload.size();
     }
-    const std::string before = layout.exif ? payload.substr(0, layout.blockAt) : std::string(kExifHead);
-    const std::string_view block =
-        layout.exif ? std::string_view(payload).substr(layout.blockAt) : std::string_view();
-    ExifEdits all(edits.begin(), edits.end());
-    AddExpected(block, layout, all);
-    const exif::Growth growth{
-        .most = kMostPayload - before.size(), .step = kCheapGrowth, .overhead = kSegmentHead + before.size()};
-    std::string edited;
-    const EditResult result = exif::EditBlock(block, all, growth, edited);
-    if (result != EditResult::Edited) return ResultOf(result);
-    change.offset = layout.exif ? layout.exif->offset : layout.behindStart;
-    if (edited.size() != block.size() && !MayGrow(file, layout, block)) return RewriteResult::Unsupported;
-    change.oldLength = oldLength;
-    change.content =
-        std::string("\xFF\xE1") + BigEndian16(2 + before.size() + edited.size()) + before + edited;
-    return RewriteResult::Written;
+    return Plan(file, layout, std::move(payload)).Run(edits, change);
 }
 
 RewriteResult WriteExif(const std::string& path, std::span<const Edit> edits) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 namespace kalmora::exif {
 
@@ -79,12 +80,12 @@ Start FindStart(std::string_view note, std::uint64_t at) {
 }
 
 // The places that a directory tells of; empty optional when it is none.
-std::optional<std::vector<Range>> ReadPlaces(const ByteReader& block, const Start& start,
-                                             std::uint64_t noteEnd) {
+std::optional<std::vector<NotePlace>> ReadPlaces(const ByteReader& block, const Start& start,
+                                                 std::uint64_t noteEnd) {
     const auto count = block.U16(static_cast<std::size_t>(start.directory));
     if (!count || *count == 0 || *count > kMostEntries) return std::nullopt;
     if (start.directory + 2 + std::uint64_t{*count} * kEntryLength > noteEnd) return std::nullopt;
-    std::vector<Range> places;
+    std::vector<NotePlace> places;
     for (std::size_t i = 0; i < *count; ++i) {
         const auto at = static_cast<std::size_t>(start.directory + 2 + i * kEntryLength);
         const std::uint16_t tag = *block.U16(at), type = *block.U16(at + 2);
@@ -92,10 +93,10 @@ std::optional<std::vector<Range>> ReadPlaces(const ByteReader& block, const Star
         const std::uint64_t value = start.base + *block.U32(at + 8);
         if (ElementLength(type) == 0 && type != 0) return std::nullopt;
         if (length > kFieldLength) {
-            places.push_back({value, value + length});
+            places.push_back({{value, value + length}, at + 8, block.Order()});
         } else if ((type == kLongType || type == kDirectoryType) &&
                    std::find(kSubDirectories.begin(), kSubDirectories.end(), tag) != kSubDirectories.end()) {
-            places.push_back({value, value + 2});
+            places.push_back({{value, value + 2}, at + 8, block.Order()});
         }
     }
     return places;
@@ -103,7 +104,7 @@ std::optional<std::vector<Range>> ReadPlaces(const ByteReader& block, const Star
 
 }  // namespace
 
-std::vector<Range> MakerNotePlaces(std::string_view block, const Range& note, ByteOrder blockOrder) {
+NotePlaces MakerNotePlaces(std::string_view block, const Range& note, ByteOrder blockOrder) {
     const Start start = FindStart(
         block.substr(static_cast<std::size_t>(note.begin), static_cast<std::size_t>(note.end - note.begin)),
         note.begin);
@@ -111,29 +112,9 @@ std::vector<Range> MakerNotePlaces(std::string_view block, const Range& note, By
     const ByteOrder other = blockOrder == ByteOrder::Little ? ByteOrder::Big : ByteOrder::Little;
     // A note may have an order of its own without saying so.
     for (const ByteOrder order : {start.order.value_or(blockOrder), start.order.value_or(other)})
-        if (auto places = ReadPlaces(Reader(block, order), start, note.end)) return *places;
+        if (auto places = ReadPlaces(Reader(block, order), start, note.end))
+            return {std::move(*places), start.base, start.directory};
     return {};
-}
-
-bool PointsBehind(ByteWindow& file, std::string_view block, const Range& note, std::uint64_t blockStart,
-                  std::uint64_t segmentEnd) {
-    constexpr std::uint64_t kOwnHeader = 10;
-    const std::uint64_t size = file.Size();
-    const auto isPicture = [&](std::uint64_t at) {
-        if (at < segmentEnd || at + 3 > size) return false;
-        const auto bytes = file.At(at, 3);
-        return bytes.size() == 3 && bytes[0] == 0xFF && bytes[1] == 0xD8 && bytes[2] == 0xFF;
-    };
-    for (const ByteOrder order : {ByteOrder::Little, ByteOrder::Big}) {
-        const ByteReader reader = Reader(block, order);
-        for (std::uint64_t at = note.begin; at + 4 <= note.end; at += 2) {
-            const std::uint64_t number = *reader.U32(static_cast<std::size_t>(at));
-            if (number == 0 || number >= size) continue;
-            for (const std::uint64_t base : {std::uint64_t{0}, note.begin, note.begin + kOwnHeader})
-                if (isPicture(blockStart + base + number)) return true;
-        }
-    }
-    return false;
 }
 
 }  // namespace kalmora::exif

@@ -2,22 +2,29 @@
 // of their cameras have written them down; a note of another layout tells nothing.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
 #include "base/byte_reader.h"
-#include "media/byte_window.h"
 #include "media/exif_block_map.h"
 
 namespace kalmora::exif {
 
-// The values and directories that the note's first directory points at, as places in the block; they may pass
-// its end. `note` lies in the block.
-std::vector<Range> MakerNotePlaces(std::string_view block, const Range& note, ByteOrder blockOrder);
+// A value or a directory that the note's first directory points at.
+struct NotePlace {
+    Range where;             // in the block; it may pass its end
+    std::size_t number = 0;  // the four bytes in the block that say where it is
+    ByteOrder order = ByteOrder::Little;
+};
 
-// True when a number in the note is the place of a picture in the file behind `segmentEnd`: a preview that
-// stands behind the photo. Moving it would part the two. `block` begins at `blockStart` in the file.
-bool PointsBehind(ByteWindow& file, std::string_view block, const Range& note, std::uint64_t blockStart,
-                  std::uint64_t segmentEnd);
+struct NotePlaces {
+    std::vector<NotePlace> places;
+    std::uint64_t base = 0;       // from where their numbers count, in the block
+    std::uint64_t directory = 0;  // where the note's first directory begins, in the block
+};
+
+// What the note says. No places when its layout is not known. `note` lies in the block.
+NotePlaces MakerNotePlaces(std::string_view block, const Range& note, ByteOrder blockOrder);
 
 }  // namespace kalmora::exif

@@ -367,7 +367,7 @@ void Importer::OnSettled(std::span<ImportedFile> files) {
 void Importer::Tell(const ImportedFile& file) {
     ++summary_.counts[file.result];
     // A picture of a kind that takes no words has come in all the same.
-    const bool lacksWords = file.note && !IsDone(*file.note) && *file.note != RewriteResult::Unsupported;
+    const bool lacksWords = file.note && !IsDone(*file.note) && !IsUnsupported(*file.note);
     if (IsFailure(file.result) || lacksWords) ++summary_.failures;
     if (HasArrived(file.result)) {
         ++summary_.taken;

@@ -1,6 +1,7 @@
 #include "store/safe_rewrite.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <iterator>
 #include <optional>
@@ -381,36 +382,46 @@ private:
 };
 
 void LogResult(const std::string& path, RewriteResult result) {
-    if (!IsDone(result)) Log("not written (%s): %s", NameOf(result), path.c_str());
+    if (IsDone(result)) return;
+    const char* reason = ReasonOf(result);
+    Log("not written (%s%s%s): %s", NameOf(result), reason ? ": " : "", reason ? reason : "", path.c_str());
+}
+
+struct ResultWords {
+    RewriteResult result;
+    const char* name;
+    const char* reason;
+};
+constexpr std::array<ResultWords, 16> kResultWords{{
+    {RewriteResult::Written, "written", nullptr},
+    {RewriteResult::Unchanged, "unchanged", nullptr},
+    {RewriteResult::Unreadable, "unreadable", nullptr},
+    {RewriteResult::Unsupported, "unsupported", nullptr},
+    {RewriteResult::NotWhole, "unsupported", "its JPEG segments could not be followed up to the picture"},
+    {RewriteResult::ExifUnclear, "unsupported", "its Exif block could not be followed"},
+    {RewriteResult::NoteUnclear, "unsupported", "its maker note could not be followed"},
+    {RewriteResult::IndexUnclear, "unsupported", "its index of further pictures could not be followed"},
+    {RewriteResult::TrailerUnclear, "unsupported",
+     "data behind the picture count from the start of the file"},
+    {RewriteResult::TooLarge, "too large", nullptr},
+    {RewriteResult::ExifFull, "too large", "its Exif block has no room for it"},
+    {RewriteResult::Denied, "denied", nullptr},
+    {RewriteResult::NoSpace, "no space", nullptr},
+    {RewriteResult::InUse, "in use", nullptr},
+    {RewriteResult::Changed, "changed meanwhile", nullptr},
+    {RewriteResult::Failed, "failed", nullptr},
+}};
+
+const ResultWords& WordsOf(RewriteResult result) {
+    const auto found = std::find_if(kResultWords.begin(), kResultWords.end(),
+                                    [result](const ResultWords& words) { return words.result == result; });
+    return found == kResultWords.end() ? kResultWords.back() : *found;
 }
 
 }  // namespace
 
-const char* NameOf(RewriteResult result) {
-    switch (result) {
-        case RewriteResult::Written:
-            return "written";
-        case RewriteResult::Unchanged:
-            return "unchanged";
-        case RewriteResult::Unreadable:
-            return "unreadable";
-        case RewriteResult::Unsupported:
-            return "unsupported";
-        case RewriteResult::TooLarge:
-            return "too large";
-        case RewriteResult::Denied:
-            return "denied";
-        case RewriteResult::NoSpace:
-            return "no space";
-        case RewriteResult::InUse:
-            return "in use";
-        case RewriteResult::Changed:
-            return "changed meanwhile";
-        case RewriteResult::Failed:
-            break;
-    }
-    return "failed";
-}
+const char* NameOf(RewriteResult result) { return WordsOf(result).name; }
+const char* ReasonOf(RewriteResult result) { return WordsOf(result).reason; }
 
 RewriteResult SafeRewrite(const std::string& path, const PlanChange& plan) {
     return SafeRewriteAll({&path, 1}, [&plan](std::size_t, FileChange& change) { return plan(change); })

@@ -33,20 +33,35 @@ enum class RewriteResult {
     Written,
     Unchanged,    // it says so already: only its time of last write moves
     Unreadable,   // there is no such file, or it cannot be read
-    Unsupported,  // not a file of a kind that can be changed, or one that cannot be changed without guessing
-    TooLarge,     // what is to be written does not fit where it belongs
-    Denied,       // read-only, or no right to write it (or the Temp folder)
-    NoSpace,      // on its disk or on that of the Temp folder
-    InUse,        // another program has it locked, or the Temp folder's lock
-    Changed,      // another program wrote or replaced it meanwhile
-    Failed        // the disk or an outside program failed; the file is as it was
+    Unsupported,  // not a file of a kind that can be changed
+    // One that cannot be changed without guessing, and why; their name is "unsupported" too. See ReasonOf.
+    NotWhole,
+    ExifUnclear,
+    NoteUnclear,
+    IndexUnclear,
+    TrailerUnclear,
+    TooLarge,  // what is to be written does not fit where it belongs
+    ExifFull,  // the same, of an Exif block
+    Denied,    // read-only, or no right to write it (or the Temp folder)
+    NoSpace,   // on its disk or on that of the Temp folder
+    InUse,     // another program has it locked, or the Temp folder's lock
+    Changed,   // another program wrote or replaced it meanwhile
+    Failed     // the disk or an outside program failed; the file is as it was
 };
 
 // "written", "unchanged" and so on: for results, logs and messages.
 const char* NameOf(RewriteResult result);
+// Why a photo is left alone, as a sentence's rest: "its maker note could not be followed". Null when the name
+// says it all.
+const char* ReasonOf(RewriteResult result);
 // The file says now what it should.
 inline bool IsDone(RewriteResult result) {
     return result == RewriteResult::Written || result == RewriteResult::Unchanged;
+}
+
+// The file is of a kind that takes nothing, or one that cannot be changed without guessing.
+inline bool IsUnsupported(RewriteResult result) {
+    return result >= RewriteResult::Unsupported && result <= RewriteResult::TrailerUnclear;
 }
 
 // What the time of the last write becomes.

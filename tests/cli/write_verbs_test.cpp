@@ -98,6 +98,8 @@ TEST_F(WriteVerbsTest, CommentThatDoesNotFitIsRefused) {
     const Outcome written = Run("comment --json a.jpg \"$(cat words)\"");
     EXPECT_EQ(written.status, 1);
     EXPECT_EQ(ordered_json::parse(written.out)[0]["result"], "too large");
+    EXPECT_EQ(ordered_json::parse(written.out)[0]["reason"], "its Exif block has no room for it");
+    EXPECT_THAT(Errors(), HasSubstr("a.jpg: too large: its Exif block has no room for it"));
     EXPECT_EQ(Content("a.jpg"), JpegOf(""));
 }
 

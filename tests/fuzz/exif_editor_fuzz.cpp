@@ -57,7 +57,7 @@ void EditAsPhoto(std::string_view photo, const std::array<exif::Edit, 2>& edits,
     FileChange change;
     if (PlanExifChange(file, edits, change) != RewriteResult::Written) return;
     Require(change.offset <= photo.size() && change.oldLength <= photo.size() - change.offset);
-    Require(change.content.size() <= 4 + 65'533);
+    Require(change.content.size() <= change.oldLength + 4 + 65'533);
     std::string written(photo);
     written.replace(change.offset, change.oldLength, change.content);
     ByteWindow after({reinterpret_cast<const std::uint8_t*>(written.data()), written.size()});
