@@ -74,7 +74,7 @@ std::string EndInWords(const ImportSummary& summary, WordsLanguage language) {
 }  // namespace
 
 void ImportRemarks::Note(const ImportedFile& file) {
-    const bool lacksWords = file.note && !IsDone(*file.note) && *file.note != RewriteResult::Unsupported;
+    const bool lacksWords = file.note && !IsDone(*file.note) && !IsUnsupported(*file.note);
     if (!IsFailure(file.result) && file.result != ImportResult::Differs && !lacksWords) return;
     if (first_.size() < kMost)
         first_.push_back({file.source, file.standing, file.result, lacksWords && !IsFailure(file.result)});
