@@ -153,8 +153,11 @@ Standing LookAfterTool(const EditFile& file, const RewriteNote& note, const file
 }
 
 FileResult WriteFromCopy(EditFile& file, const RewriteNote& note, const files::InputFile& copy) {
-    for (std::uint64_t at = note.offset; at < note.newSize; at += kBlock) {
-        const std::uint64_t length = std::min<std::uint64_t>(kBlock, note.newSize - at);
+    // What follows stays where it is when the length does.
+    const std::uint64_t end =
+        note.newSize == note.oldSize ? note.offset + note.newBytes.size() : note.newSize;
+    for (std::uint64_t at = note.offset; at < end; at += kBlock) {
+        const std::uint64_t length = std::min<std::uint64_t>(kBlock, end - at);
         const std::string bytes = NewBytesAt(copy, note, at, length);
         if (bytes.size() != length) return FileResult::Failed;
         if (const FileResult result = file.WriteAt(at, bytes); result != FileResult::Done) return result;

@@ -58,6 +58,33 @@ TEST_F(RotationFaultTest, KilledAtAnyCallThePictureIsTheOldOrTheTurnedOne) {
         }
 }
 
+TEST_F(RotationFaultTest, KilledAtAnyCallWhatFollowsThePictureIsWhole) {
+    if (!files::Exists("/usr/bin/jpegtran")) GTEST_SKIP() << "jpegtran is not installed";
+    const std::string small = test::DecodableJpeg(64, 48), movie = std::string(2000, 'm');
+    // More than a note holds, so that the file is written from a copy of it.
+    std::string large = small;
+    for (int i = 0; i < 18; ++i) large.insert(2, test::JpegSegmentBytes(0xFE, std::string(65'000, 'w')));
+    for (const std::string& picture : {small, large})
+        for (const Fault fault : {Fault::KillBefore, Fault::KillHalf}) {
+            if (fault == Fault::KillBefore && picture == large) continue;  // the half is what tears it
+            std::string path = Put({"turn.jpg", picture + movie});
+            const std::string before = Read(path);
+            test::SetFaultPlan({});
+            ASSERT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
+            const int calls = test::CountedCalls();
+            const std::string after = Read(path);
+            ASSERT_EQ(after.size(), before.size());
+            for (int call = 1; call <= calls; ++call) {
+                path = Put({"turn.jpg", before});
+                test::RunInChild({.fault = fault, .atCall = call}, [&] { RotateJpeg(path, 90); });
+                SettleRewrites(State().TempFolder);
+                const std::string found = Read(path);
+                ASSERT_TRUE(found == before || found == after) << "call " << call << " of " << calls;
+                ASSERT_FALSE(HasScratch());
+            }
+        }
+}
+
 TEST_F(RotationFaultTest, AToolThatFailsLeavesThePictureAsItWas) {
     const std::string before = test::DecodableJpeg(64, 48);
     for (const char* script : {"exit 1", ": > \"$target\"; exit 0", "rm \"$target\"; exit 0",
