@@ -8,6 +8,7 @@
 #include "media/preview_reader.h"
 #include "platform/files.h"
 #include "platform/image.h"
+#include "platform/text.h"
 #include "store/data_folder.h"
 #include "store/dates.h"
 #include "store/extension_table.h"
@@ -48,6 +49,12 @@ std::string FaultOfOptions(const StartOptions& options) {
     const std::string home = Absolute(options.home);
     if (files::IsFolder(home) || (!files::Exists(home) && IsBelowAFolder(home))) return {};
     return "--home " + options.home + ": no such folder";
+}
+
+// One that names none, such as an empty one, means the folder "files" in the home.
+bool NamesDataFolder(const std::string& settingsPath) {
+    const OwnText settings = ReadOwnText(settingsPath, kMostRead);
+    return text::FindNoCase(settings.bytes, "DataDirectory=") != std::string_view::npos;
 }
 
 // A settings file can name any period and size; the views know only those that make sense.
@@ -110,6 +117,8 @@ bool LoadEnvironment(const StartOptions& options) {
     if (!options.data.empty()) state.RunDataDirectory = Absolute(options.data);
     const bool hadDataFolder = files::IsFolder(files::Join(state.ProgramFolder, "files"));
     const bool existed = LoadSettings(state.SettingsPath) != FileRead::Missing;
+    if (existed && !hadDataFolder && options.data.empty() && !NamesDataFolder(state.SettingsPath))
+        MakeDirectories(MainRoot());
     if (!existed && !hadDataFolder && files::IsFolder(MainRoot()) && options.data.empty())
         std::fprintf(stderr, "kalmora: first start; the data folder is %s\n", MainRoot().c_str());
     BringIntoRange();

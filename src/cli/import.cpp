@@ -16,6 +16,7 @@
 #include "cli/progress_bar.h"
 #include "cli/shown_name.h"
 #include "cli/verbs.h"
+#include "platform/files.h"
 #include "store/data_folder.h"
 #include "store/index_progress.h"
 #include "store/index_stop.h"
@@ -185,6 +186,10 @@ int RunImportVerb(const StartOptions& start, const ImportVerb& verb) {
     options.comment = verb.note;
     options.dayEnd = verb.dayEndOption->count() > 0 ? ParseDayEnd(std::to_string(verb.dayEnd), 0)
                                                     : State().DayEndTimeForScrap;
+    if (!files::IsFolder(options.root)) {
+        std::fprintf(stderr, "kalmora import: %s: no such folder; nothing was done\n", options.root.c_str());
+        return 1;
+    }
     // The file at hand is finished, and what has come in is safe; then the import ends.
     std::signal(SIGINT, OnInterrupt);
     std::signal(SIGTERM, OnInterrupt);

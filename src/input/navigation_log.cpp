@@ -4,6 +4,7 @@
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
+#include <deque>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -13,6 +14,7 @@
 #include "platform/files.h"
 #include "platform/text.h"
 #include "store/data_folder.h"
+#include "store/date_folder.h"
 
 namespace kalmora {
 
@@ -24,8 +26,23 @@ constexpr std::size_t kTextLimit = 0x40000 - 1;
 // A log this long keeps its encoding: it is not read as a whole any more.
 constexpr std::size_t kConvertLimit = 16u << 20;
 
+// A day is some hundred lines.
+constexpr std::size_t kMostWaiting = 1000;
+
 // Keeps the lines of two threads apart, and a line away from a file that is being turned into UTF-8.
 std::mutex logFileMutex;
+
+struct Line {
+    SystemTime time;
+    std::string text;
+};
+// What happened while its data folder was not there.
+struct WaitingLines {
+    std::string root;
+    std::deque<Line> lines;
+};
+// Guarded by logFileMutex. Never destroyed: threads may outlive main.
+WaitingLines& waiting = *new WaitingLines;
 
 [[gnu::format(printf, 1, 0)]] std::string Format(const char* format, va_list arguments) {
     va_list again;
@@ -73,6 +90,15 @@ files::FileResult AppendLine(const std::string& path, const std::string& line) {
     return files::WriteWholeFile(path, std::string(kUtf8Mark) + text::FromCp932(before) + line);
 }
 
+bool WriteLine(const std::string& root, const Line& line) {
+    const SystemTime& time = line.time;
+    const std::string folder = MakeDayFolderPath(root, time.year, time.month, time.day);
+    if (!MakeDateFolder(folder)) return false;
+    const std::string path = files::Join(folder, LogName(time));
+    if (AppendLine(path, LineOf(time, line.text)) == files::FileResult::Done) files::SetHidden(path);
+    return true;
+}
+
 }  // namespace
 
 bool NavigationLog(const char* format, ...) {
@@ -84,12 +110,15 @@ bool NavigationLog(const char* format, ...) {
     va_end(arguments);
 
     std::lock_guard lock(logFileMutex);
-    const SystemTime now = LocalTime();
-    const std::string folder = MakeDayFolderPath(CurrentDataRoot(), now.year, now.month, now.day);
-    if (!files::IsFolder(folder) && !MakeDirectories(folder)) return false;
-    const std::string path = files::Join(folder, LogName(now));
-    if (AppendLine(path, LineOf(now, text)) == files::FileResult::Done) files::SetHidden(path);
-    return true;
+    const std::string root = CurrentDataRoot();
+    if (waiting.root != root) waiting = {root, {}};
+    waiting.lines.push_back({LocalTime(), text});
+    if (waiting.lines.size() > kMostWaiting) waiting.lines.pop_front();
+    if (!files::IsFolder(root)) return false;
+    bool written = true;
+    for (; !waiting.lines.empty(); waiting.lines.pop_front())
+        written = WriteLine(root, waiting.lines.front());
+    return written;
 }
 
 }  // namespace kalmora

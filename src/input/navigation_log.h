@@ -11,7 +11,8 @@ namespace kalmora {
 
 // printf-like; UTF-8; a line feed at the end of the format is dropped, since every line gets one. Does
 // nothing while the setting OutputNavigationLog is off. Makes the folder of today when it is missing, also on
-// a day that has nothing else.
+// a day that has nothing else. While the data folder itself is not there, nothing is made: the last thousand
+// lines wait in memory, and the first line after its return takes them along, each to the day of its event.
 //
 // False when the log is off or the folder cannot be had. True otherwise, also without a format and when the
 // file could not be written: nobody waits for the log. Any thread; writes to the disk before it returns.

@@ -137,6 +137,8 @@ std::string CurrentDataRoot() {
     for (const std::string& root : listed)
         if (files::IsFolder(root)) return root;
 
+    if (!listed.empty()) return listed.front();
+
     std::string fallback = files::Join(state.ProgramFolder, "files");
     const bool made = !files::IsFolder(fallback) && MakeDirectories(fallback);
     std::lock_guard lock(rootMutex);
@@ -149,12 +151,14 @@ std::string CurrentDataRoot() {
 }
 
 bool MakeDirectories(std::string_view path) {
+    // "C:" is a drive and no folder that could be made; where there are no drives, it is a name like any
+    // other.
+    constexpr bool kHasDrives = files::kSeparator == '\\';
     if (path.empty()) return false;
     for (std::size_t end = 1; end <= path.size(); ++end) {
         const bool last = end == path.size();
-        // A drive's colon ends no folder that could be made; neither does a doubled separator.
         if (!last && path[end] != files::kSeparator) continue;
-        if (path[end - 1] == files::kSeparator || path[end - 1] == ':') continue;
+        if (path[end - 1] == files::kSeparator || (kHasDrives && path[end - 1] == ':')) continue;
         const std::string prefix(path.substr(0, end));
         if (files::IsFolder(prefix)) continue;
         const files::FileResult result = files::MakeFolder(prefix);

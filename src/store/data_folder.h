@@ -24,10 +24,10 @@ std::string MakeDayFolderPath(std::string_view root, int year, int month, int da
 // when the path is in neither root or no number follows. Any thread.
 std::optional<CalendarDate> ParsePathDate(std::string_view path);
 
-// The root in use. With AllowMultiDataDirectory the first of DataDirectories that stands at this moment (so
-// the first drive that is plugged in wins); when none stands, DataDirectory becomes "files" in the program
-// folder, which is made and listed when it is missing. Otherwise DataDirectory. Any thread; looks at the
-// disk.
+// The root in use: DataDirectory. With AllowMultiDataDirectory the first of DataDirectories that stands now
+// (so the first drive that is plugged in wins), or the first of all: nothing is made in its place. With an
+// empty list DataDirectory becomes "files" in the program folder, made and listed when it is missing. Any
+// thread; looks at the disk.
 std::string CurrentDataRoot();
 
 // Copies of the two roots, safe against a CurrentDataRoot on another thread. The main one is RunDataDirectory

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <string>
 #include <thread>
@@ -33,6 +34,7 @@ protected:
         State().OutputNavigationLog = true;
         State().AllowMultiDataDirectory = false;
         State().DataDirectory = files::Join(folder, "life");
+        files::MakeFolder(State().DataDirectory);
     }
     ~NavigationLogTest() override {
         State().OutputNavigationLog = false;
@@ -78,12 +80,12 @@ TEST_F(NavigationLogTest, NothingIsWrittenWhileItIsOff) {
     State().OutputNavigationLog = false;
     EXPECT_FALSE(NavigationLog("(Year)\t%04d", 2008));
     EXPECT_FALSE(NavigationLog(nullptr));
-    EXPECT_FALSE(files::Exists(State().DataDirectory));
+    EXPECT_TRUE(files::ListFolder(State().DataDirectory).empty());
 }
 
 TEST_F(NavigationLogTest, CallWithoutAFormatSucceedsAndWritesNothing) {
     EXPECT_TRUE(NavigationLog(nullptr));
-    EXPECT_FALSE(files::Exists(State().DataDirectory));
+    EXPECT_TRUE(files::ListFolder(State().DataDirectory).empty());
 }
 
 TEST_F(NavigationLogTest, LineFeedAtTheEndOfTheFormatIsDropped) {
@@ -129,8 +131,37 @@ TEST_F(NavigationLogTest, VeryLongTextIsCutAtAWholeCharacter) {
 }
 
 TEST_F(NavigationLogTest, FolderThatCannotBeMadeIsAnAnswer) {
-    ASSERT_EQ(files::WriteWholeFile(State().DataDirectory, "a file"), files::FileResult::Done);
+    const std::string year = files::Join(State().DataDirectory, "2008");
+    ASSERT_EQ(files::WriteWholeFile(year, "a file"), files::FileResult::Done);
     EXPECT_FALSE(NavigationLog("(Year)\t%04d", 2008));
+}
+
+TEST_F(NavigationLogTest, LinesWaitWhileTheDataFolderIsAwayAndNothingIsMadeInItsPlace) {
+    const std::string away = files::Join(folder, "unplugged");
+    ASSERT_EQ(files::Rename(State().DataDirectory, away), files::FileResult::Done);
+    EXPECT_FALSE(NavigationLog("(Year)\t%04d", 2008));
+    clock.now.day = 14;
+    EXPECT_FALSE(NavigationLog("(Month)\t%04d/%02d", 2008, 11));
+    EXPECT_FALSE(files::Exists(State().DataDirectory));
+
+    ASSERT_EQ(files::Rename(away, State().DataDirectory), files::FileResult::Done);
+    EXPECT_TRUE(NavigationLog("(Day)\t%04d/%02d/%02d", 2008, 11, 13));
+    EXPECT_EQ(Log(), "[2008/11/13 09:05:07]\t(Year)\t2008\n");
+    EXPECT_EQ(
+        files::ReadWholeFile(files::Join(State().DataDirectory, "2008/200811/2008_1114/KM20081114.log")),
+        "[2008/11/14 09:05:07]\t(Month)\t2008/11\n[2008/11/14 09:05:07]\t(Day)\t2008/11/13\n");
+}
+
+TEST_F(NavigationLogTest, OfManyWaitingLinesTheLastThousandAreKept) {
+    const std::string away = files::Join(folder, "unplugged");
+    ASSERT_EQ(files::Rename(State().DataDirectory, away), files::FileResult::Done);
+    for (int line = 0; line < 1500; ++line) NavigationLog("(Play)\t%d", line);
+    ASSERT_EQ(files::Rename(away, State().DataDirectory), files::FileResult::Done);
+    NavigationLog("(Play)\t1500");
+    const std::string log = Log();
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 1000);
+    EXPECT_TRUE(log.starts_with("[2008/11/13 09:05:07]\t(Play)\t501\n"));
+    EXPECT_TRUE(log.ends_with("\t1500\n"));
 }
 
 TEST_F(NavigationLogTest, FileThatCannotBeWrittenIsPassedOver) {

@@ -5,6 +5,7 @@
 
 #include <thread>
 
+#include "store/date_folder.h"
 #include "store_fixture.h"
 
 namespace kalmora {
@@ -118,14 +119,23 @@ TEST_F(DataFolderTest, OfSeveralFoldersTheFirstThatStandsIsTheRoot) {
     EXPECT_EQ(CurrentDataRoot(), At("first"));
 }
 
-TEST_F(DataFolderTest, WhenNoneOfSeveralStandsTheDefaultFolderIsMadeAndListed) {
+TEST_F(DataFolderTest, WhenNoneOfSeveralStandsNothingIsMadeInTheirPlace) {
     State().AllowMultiDataDirectory = true;
-    State().DataDirectory = "/nowhere/a";
+    State().DataDirectory = "/nowhere/b";
     State().DataDirectories = {"/nowhere/a", "/nowhere/b"};
+    EXPECT_EQ(CurrentDataRoot(), "/nowhere/a");
+    EXPECT_FALSE(files::Exists(At("files")));
+    MakeFolder("files");
+    EXPECT_EQ(CurrentDataRoot(), "/nowhere/a") << "photos would come into a folder that nobody has named";
+    EXPECT_THAT(State().DataDirectories, ElementsAre("/nowhere/a", "/nowhere/b"));
+}
+
+TEST_F(DataFolderTest, WhenNoneIsListedTheDefaultFolderIsMadeAndListed) {
+    State().AllowMultiDataDirectory = true;
+    State().DataDirectories.clear();
     EXPECT_EQ(CurrentDataRoot(), At("files"));
     EXPECT_TRUE(files::IsFolder(At("files")));
-    EXPECT_EQ(State().DataDirectory, At("files"));
-    EXPECT_THAT(State().DataDirectories, ElementsAre("/nowhere/a", "/nowhere/b", At("files")));
+    EXPECT_THAT(State().DataDirectories, ElementsAre(At("files")));
 }
 
 TEST_F(DataFolderTest, ADefaultFolderThatStandsAlreadyIsNotListed) {
@@ -176,6 +186,25 @@ TEST_F(DataFolderTest, TheSecondRootCountsOnlyWhenItIsInUseAndStands) {
     EXPECT_EQ(OtherRoot(), At("other"));
     State().UseOtherFolder = false;
     EXPECT_EQ(OtherRoot(), "");
+}
+
+TEST_F(DataFolderTest, AFolderOfADateIsMadeUnlessItsRootIsAway) {
+    const std::string root = MakeFolder("life");
+    EXPECT_TRUE(MakeDateFolder(MakeDayFolderPath(root, 2008, 11, 13)));
+    EXPECT_TRUE(MakeDateFolder(MakeDayFolderPath(root, 2008, 11, 13)));
+    EXPECT_TRUE(MakeDateFolder(MakeMonthFolderPath(root, 2009, 1)));
+    EXPECT_TRUE(files::IsFolder(At("life/2008/200811/2008_1113")));
+    EXPECT_TRUE(files::IsFolder(At("life/2009/200901")));
+    EXPECT_FALSE(MakeDateFolder(MakeDayFolderPath(At("away"), 2008, 11, 13)));
+    EXPECT_FALSE(MakeDateFolder(MakeMonthFolderPath(At("away"), 2008, 11)));
+    EXPECT_FALSE(MakeDateFolder("2008"));
+    EXPECT_FALSE(files::Exists(At("away")));
+}
+
+TEST_F(DataFolderTest, ANameThatEndsInAColonIsAName) {
+    EXPECT_TRUE(MakeDirectories(At("trip:/2008:/a")));
+    EXPECT_TRUE(files::IsFolder(At("trip:/2008:/a")));
+    EXPECT_TRUE(MakeDateFolder(MakeDayFolderPath(At("trip:"), 2008, 11, 13)));
 }
 
 TEST_F(DataFolderTest, EveryMissingFolderOfAPathIsMade) {

@@ -662,10 +662,15 @@ TEST_F(Settings, EachEdgeOfTheWindowIsRepairedByItself) {
 }
 
 TEST_F(Settings, TheDataDirectoryBecomesTheRootInUse) {
-    Load("AllowMultiDataDirectory=1\nDataDirectory=/nowhere/a\n");
-    EXPECT_EQ(State().DataDirectory, At("files"));
-    EXPECT_THAT(State().DataDirectories, ElementsAre("/nowhere/a", At("files")));
-    EXPECT_TRUE(files::IsFolder(At("files")));
+    Load("AllowMultiDataDirectory=1\nDataDirectory=/nowhere/a\nDataDirectory=" + MakeFolder("b") + "\n");
+    EXPECT_EQ(State().DataDirectory, At("b"));
+}
+
+TEST_F(Settings, DataFoldersThatAreAllAwayStayAsTheyAreListed) {
+    Load("AllowMultiDataDirectory=1\nDataDirectory=/nowhere/a\nDataDirectory=/nowhere/b\n");
+    EXPECT_EQ(State().DataDirectory, "/nowhere/a");
+    EXPECT_THAT(State().DataDirectories, ElementsAre("/nowhere/a", "/nowhere/b"));
+    EXPECT_FALSE(files::Exists(At("files")));
 }
 
 TEST_F(Settings, TheCommandLinesDataFolderIsNotSaved) {
