@@ -13,6 +13,7 @@
 #include <thread>
 #include <vector>
 
+#include "base/crc32.h"
 #include "program_fixture.h"
 
 namespace kalmora {
@@ -125,6 +126,39 @@ TEST_F(IndexVerbTest, KeepsToThePeriod) {
     EXPECT_EQ(RunOnData("index --year 2007").out, "0 months, 0 days, 0 files\n");
     EXPECT_EQ(RunOnData("update --year 2008").status, 0);
     EXPECT_EQ(Indexes().size(), 3u);
+}
+
+// The head of a PNG and no pixels.
+std::string PngHead(int width, int height) {
+    const auto number = [](std::uint32_t value) {
+        std::string bytes;
+        for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(value >> shift & 0xFF);
+        return bytes;
+    };
+    const auto chunk = [&number](const std::string& type, const std::string& content) {
+        return number(static_cast<std::uint32_t>(content.size())) + type + content +
+               number(Crc32(type + content));
+    };
+    return "\x89PNG\r\n\x1A\n" +
+           chunk("IHDR", number(static_cast<std::uint32_t>(width)) +
+                             number(static_cast<std::uint32_t>(height)) + std::string("\x08\2\0\0\0", 5)) +
+           chunk("IEND", "");
+}
+
+// A helper thread that was the first to touch the toolkit took the program down at its end.
+TEST_F(IndexVerbTest, PicturesAreMeasuredWithoutTheToolkit) {
+    Note(11, 13, "a.png", PngHead(60, 40));
+    Note(12, 24, "b.jpg", PngHead(40, 60));
+    setenv("QT_DEBUG_PLUGINS", "1", 1);  // the toolkit tells when it looks for its readers
+    for (const char* verb : {"index", "update", "search png", "search --json jpg"}) {
+        EXPECT_EQ(RunOnData(verb).status, 0) << verb;
+        EXPECT_EQ(Errors(), "") << verb;
+    }
+    EXPECT_THAT(RunOnData("show --json '" + DayPath(12, 24) + "/b.jpg'").out, HasSubstr("\"width\":40"));
+    EXPECT_EQ(Errors(), "");
+    unsetenv("QT_DEBUG_PLUGINS");
+    EXPECT_THAT(IndexOf(11, 13), HasSubstr("SIZE=240,160\n"));
+    EXPECT_THAT(IndexOf(12, 24), HasSubstr("SIZE=160,240\n"));
 }
 
 TEST_F(IndexVerbTest, WrongUseAndMissingFoldersAreTold) {

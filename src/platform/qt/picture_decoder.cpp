@@ -4,6 +4,7 @@
 #include "platform/qt/decoding_gate.h"
 #include "platform/qt/jpeg_decoder.h"
 #include "platform/qt/orientation.h"
+#include "platform/qt/picture_heads.h"
 #include "platform/qt/pixels.h"
 #include "platform/qt/thumbnail.h"
 #include "platform/qt/toolkit_decoder.h"
@@ -64,7 +65,7 @@ Size MeasurePicture(const std::string& path, PreviewReader readPreview) {
     const DecodingPass pass;
     FileSource source;
     if (!pass || !source.Open(path)) return Size{};
-    if (!LooksLikeJpeg(source)) return MeasureOther(source);
+    if (!LooksLikeJpeg(source)) return MeasureByHead(source);
     const Size stored = MeasureJpeg(source);
     if (stored.IsEmpty() || readPreview == nullptr) return stored;
     return UprightSize(stored, readPreview(path, false).orientation);

@@ -85,8 +85,6 @@ QImage OtherReader::Decode(Size wanted) {
 
 }  // namespace
 
-Size MeasureOther(const ByteSource& source) { return OtherReader(source).UprightSize(); }
-
 QImage DecodeOther(const ByteSource& source, Size wanted) { return OtherReader(source).Decode(wanted); }
 
 }  // namespace kalmora::qt

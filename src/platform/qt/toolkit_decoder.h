@@ -8,9 +8,6 @@
 
 namespace kalmora::qt {
 
-// Upright; 0 by 0 when it is none of the formats that are read here or its head makes no sense.
-Size MeasureOther(const ByteSource& source);
-
 // The upright picture, at least as large as it is needed inside `wanted` (whole when that is empty). Null
 // when it cannot be decoded or is past the limits. Any thread.
 QImage DecodeOther(const ByteSource& source, Size wanted);
