@@ -15,6 +15,7 @@
 #include "views/calendar_store.h"
 #include "views/heartbeat_redraw.h"
 #include "views/hooks.h"
+#include "views/missing_folder.h"
 #include "views/navigation.h"
 #include "views/object_loader.h"
 
@@ -49,6 +50,21 @@ void NoteCursor() {
     state.LastCursorY = cursor.y;
 }
 
+// True when the data folder has gone or come back since the last look: what is on the screen is not what is
+// there any more.
+bool HasDataFolderChanged() {
+    const DataFolder before = LastSeenDataFolder();
+    return LookForDataFolder() != before;
+}
+
+void ShowOtherDataFolder() {
+    UpdateObjects();
+    // Its dates were not there to be counted at the start.
+    const AppState& state = State();
+    const bool canScan = !state.FirstStartPending && !state.InitialScanRunning;
+    if (canScan && LastSeenDataFolder() == DataFolder::There) StartInitialScan();
+}
+
 class BusyMark {
 public:
     ~BusyMark() { State().HeartbeatBusy = 0; }
@@ -62,6 +78,10 @@ BeatEnd Beat() {
         return BeatEnd::EstimateHidden;
     }
     if (state.ObjectGate.IsHeld()) return BeatEnd::GateHeld;
+    if (HasDataFolderChanged()) {
+        ShowOtherDataFolder();
+        return BeatEnd::Reloaded;
+    }
     if (state.FirstStartPending && state.FirstLoadDone) {
         state.FirstStartPending = 0;
         StartInitialScan();

@@ -13,6 +13,7 @@
 #include "store/update.h"
 #include "views/arrivals.h"
 #include "views/calendar_store.h"
+#include "views/missing_folder.h"
 
 namespace kalmora {
 
@@ -73,6 +74,12 @@ bool StartImportOf(ImportOptions options) {
     AppState& state = State();
     if (state.ImportRunning) {
         SayImportRuns();
+        return false;
+    }
+    if (LookForDataFolder() == DataFolder::Away) {
+        Say((state.UseJapanese ? "データフォルダが見つからないため取り込めません\n"
+                               : "The data folder is not there: nothing can be imported\n") +
+            options.root);
         return false;
     }
     options.index = ImportOptions::Index::UpToDate;

@@ -6,15 +6,16 @@
 #include "app/dispatch.h"
 #include "app/heartbeat.h"
 #include "app/main_window_events.h"
+#include "app/window_place.h"
+#include "platform/screens.h"
 #include "store/resources.h"
 
 namespace kalmora {
 
 std::unique_ptr<Window> CreateMainWindow(WindowProcedure procedure) {
-    const WindowRectValue& rect = State().WindowRect;
     WindowOptions options;
     options.title = "Kalmora";
-    options.frame = {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
+    options.frame = UsableFrame(State().WindowRect, ScreenAreas());
     options.acceptDrops = true;
     options.iconPath = FindResource("Res/kalmora.png");
     return Window::Create(options, std::move(procedure));

@@ -9,6 +9,7 @@
 #include "platform/text.h"
 #include "platform/transfer.h"
 #include "store/data_folder.h"
+#include "store/date_folder.h"
 #include "store/file_helpers.h"
 
 namespace kalmora {
@@ -220,7 +221,7 @@ TargetNames::Choice TargetNames::LookBeside(const Companion& companion, const st
 }
 
 std::optional<TargetNames::Choice> TargetNames::MakeSure(const std::string& folder) const {
-    if (files::IsFolder(folder) || MakeDirectories(folder)) return std::nullopt;
+    if (MakeDateFolder(folder)) return std::nullopt;
     const auto free = files::FreeSpace(folder);
     return Choice{{}, free && *free == 0 ? ImportResult::NoSpace : ImportResult::Denied};
 }

@@ -3,6 +3,7 @@
 #include "platform/files.h"
 #include "platform/transfer.h"
 #include "store/data_folder.h"
+#include "store/date_folder.h"
 #include "store/file_helpers.h"
 #include "store/import.h"
 #include "store/import_batch.h"
@@ -46,7 +47,7 @@ std::optional<std::string> SetBackgroundFile(const std::string& source, const st
     if (scope != kMonthly && scope != kDaily) return std::nullopt;
     const std::string folder = MakeDayFolderPath(root, year, month, scope == kDaily ? day : 0);
     const std::string name = GetFileName(source);
-    if (name.empty() || (!files::IsFolder(folder) && !MakeDirectories(folder))) return std::nullopt;
+    if (name.empty() || !MakeDateFolder(folder)) return std::nullopt;
     files::NewCopy copy;
     if (copy.Make(source, folder) != files::FileResult::Done) return std::nullopt;
     files::NewCopy* const all[] = {&copy};

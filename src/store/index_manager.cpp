@@ -5,6 +5,7 @@
 
 #include "base/log.h"
 #include "platform/clock.h"
+#include "platform/files.h"
 
 namespace kalmora {
 
@@ -137,6 +138,7 @@ bool IndexManager::LoadMonth(int year, int month, int day) {
 }
 
 void IndexManager::Load(int year, int month, int day) {
+    if (!files::IsFolder(dataRoot)) return;
     Begin(year, month);
     Log("[IndexManager] Load (%d/%d)", year, month);
     if (month == 0 && day == 0) {
@@ -180,6 +182,7 @@ void IndexManager::UpdateFirstTime(int year, int month, int day) {
 }
 
 void IndexManager::Update(int year, int month, int day) {
+    if (!files::IsFolder(dataRoot)) return;
     Begin(year, month);
     Log("[IndexManager] Update (%d/%d)", year, month);
     CalendarDate date{year, month, day};

@@ -26,9 +26,9 @@ public:
     const std::string dataRoot;
 
     // Month and day 0: the whole year; day 0: the month. Year 0 is a year like any other. A month that is not
-    // in the list gets a blank record there, and its index files are brought into being on the disk: it is in
-    // memory only after the second call, which then reads those files. A month that was in the list is loaded
-    // and moves to the front. A stop request that is found on the way is taken back and ends the call.
+    // in the list gets a blank record there and its index files on the disk: it is in memory only after the
+    // second call, which reads those files. A listed month is loaded and moves to the front. A stop request
+    // on the way is taken back and ends the call. Nothing happens while the root is away, nor in Update.
     void Load(int year, int month, int day);
     // Compares a month (day 0 or less) or a day with its folders; a month that is not in the list is loaded,
     // compared and written beside the list, which gets a blank record.

@@ -14,6 +14,7 @@
 #include "views/calendar_store.h"
 #include "views/day_folder_scan.h"
 #include "views/hooks.h"
+#include "views/missing_folder.h"
 #include "views/month_loader.h"
 #include "views/paint_view.h"
 #include "views/progress_stripe.h"
@@ -166,6 +167,8 @@ void UpdateObjects() {
     SetButtonStates();
     hooks.LogNavigation(PeriodText("(Year)\t%04d", "(Month)\t%04d/%02d", "(Day)\t%04d/%02d/%02d"));
     if (state.ViewType == kDaily) state.TicksInView = 0;
+
+    LookForDataFolder();
 
     const std::string name = PeriodText("UpdateObjects: [%d]", "UpdateObjects: [%d/%02d]", "UpdateObjects");
     if (!state.ObjectGate.Acquire(name.c_str())) return;

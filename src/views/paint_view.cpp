@@ -13,6 +13,7 @@
 #include "views/calendar_store.h"
 #include "views/event_paint.h"
 #include "views/hooks.h"
+#include "views/missing_folder.h"
 #include "views/paint_cell.h"
 #include "views/res_pictures.h"
 
@@ -194,6 +195,7 @@ void PaintBase() {
         const auto canvas = surface->Draw();
         RestoreBackground(*canvas, background, {0, 0, size.width, size.height});
         if (known) DrawPeriod(*canvas, size, scale);
+        if (LastSeenDataFolder() == DataFolder::Away) DrawMissingFolder(*canvas, size);
     }
     {
         std::lock_guard lock(Base().mutex);
