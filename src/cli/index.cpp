@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "app/environment.h"
+#include "cli/before_reading.h"
 #include "cli/period_option.h"
 #include "cli/progress_bar.h"
 #include "cli/verbs.h"
@@ -95,6 +96,7 @@ int RunIndexWork(const StartOptions& start, IndexWork work, const IndexOptions& 
         std::fprintf(stderr, "kalmora %s: %s: no such folder\n", verb, root.c_str());
         return 1;
     }
+    MakeWholeBeforeReading(verb);
     Tally tally;
     bool good = true;
     {

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "app/environment.h"
+#include "cli/before_reading.h"
 #include "cli/iso_date.h"
 #include "cli/period_option.h"
 #include "cli/progress_bar.h"
@@ -127,6 +128,7 @@ int RunSearch(const StartOptions& start, const SearchOptions& options) {
         std::fprintf(stderr, "kalmora search: %s: no such folder\n", root.c_str());
         return kFailed;
     }
+    MakeWholeBeforeReading("search");
     const QueryMatcher query(ParseQuery(line));
     Results results(options.json);
     {

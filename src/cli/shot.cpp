@@ -10,6 +10,7 @@
 
 #include "app/app_state.h"
 #include "app/environment.h"
+#include "cli/before_reading.h"
 #include "cli/verbs.h"
 #include "platform/clock.h"
 #include "platform/window.h"
@@ -119,6 +120,7 @@ int RunShot(const StartOptions& start, const ShotOptions& options) {
     }
     ConnectRooms();
     LoadEnvironment(start);
+    MakeWholeBeforeReading("shot");
     SetView(options, *date);
     PrefetchBackground();
 

@@ -1,6 +1,7 @@
 #include "cli/show.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
@@ -9,6 +10,7 @@
 
 #include "app/app_state.h"
 #include "app/environment.h"
+#include "cli/before_reading.h"
 #include "cli/iso_date.h"
 #include "cli/shown_name.h"
 #include "cli/verbs.h"
@@ -133,6 +135,7 @@ int RunShow(const StartOptions& start, const ShowOptions& options) {
     PrepareFolders(start);
     ConnectRooms();
     LoadEnvironment(start);
+    const std::vector<std::string> torn = MakeWholeBeforeReading("show");
     RecordWriter writer;
     std::string out;
     bool allRead = true;
@@ -142,6 +145,11 @@ int RunShow(const StartOptions& start, const ShowOptions& options) {
         const std::string path = AbsolutePath(name);
         if (!files::Exists(path)) {
             std::fprintf(stderr, "kalmora show: %s: no such file\n", ShownOnErrors(name).c_str());
+            allRead = false;
+            continue;
+        }
+        // It has been told already.
+        if (std::find(torn.begin(), torn.end(), path) != torn.end()) {
             allRead = false;
             continue;
         }

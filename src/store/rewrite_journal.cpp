@@ -86,6 +86,26 @@ private:
     bool isGood_ = true;
 };
 
+// The notes of a journal of that size, open in any way.
+template <typename File>
+std::vector<RewriteNote> NotesIn(const File& file, std::uint64_t size) {
+    std::array<std::uint8_t, kHeadLength> head{};
+    if (file.ReadAt(0, head) < head.size()) return {};
+    const ByteReader reader(head, ByteOrder::Little);
+    if (!reader.StartsWith(0, kMagic)) return {};
+    const std::uint64_t length = std::uint64_t{*reader.U32(12)} << 32 | *reader.U32(8);
+    const std::uint32_t count = *reader.U32(20);
+    if (length > kLongestBody || length + kHeadLength > size || count > kMostNotes) return {};
+    std::string body(static_cast<std::size_t>(length), '\0');
+    if (file.ReadAt(kHeadLength, {reinterpret_cast<std::uint8_t*>(body.data()), body.size()}) < body.size() ||
+        Crc32(body) != *reader.U32(16))
+        return {};
+    std::vector<RewriteNote> notes;
+    NoteReader from(body);
+    for (RewriteNote note; notes.size() < kMostNotes && from.Take(note);) notes.push_back(std::move(note));
+    return notes;
+}
+
 }  // namespace
 
 FileResult RewriteJournal::Open(const std::string& tempFolder) {
@@ -93,24 +113,8 @@ FileResult RewriteJournal::Open(const std::string& tempFolder) {
 }
 
 std::vector<RewriteNote> RewriteJournal::Read() const {
-    std::array<std::uint8_t, kHeadLength> head{};
-    if (file_.ReadAt(0, head) < head.size()) return {};
-    const ByteReader reader(head, ByteOrder::Little);
-    if (!reader.StartsWith(0, kMagic)) return {};
-    const std::uint64_t length = std::uint64_t{*reader.U32(12)} << 32 | *reader.U32(8);
-    const std::uint32_t count = *reader.U32(20);
     const auto status = file_.Status();
-    if (!status || length > kLongestBody || length + kHeadLength > status->size || count > kMostNotes)
-        return {};
-    std::string body(static_cast<std::size_t>(length), '\0');
-    if (file_.ReadAt(kHeadLength, {reinterpret_cast<std::uint8_t*>(body.data()), body.size()}) <
-            body.size() ||
-        Crc32(body) != *reader.U32(16))
-        return {};
-    std::vector<RewriteNote> notes;
-    NoteReader from(body);
-    for (RewriteNote note; notes.size() < kMostNotes && from.Take(note);) notes.push_back(std::move(note));
-    return notes;
+    return status ? NotesIn(file_, status->size) : std::vector<RewriteNote>();
 }
 
 FileResult RewriteJournal::Write(std::span<const RewriteNote> notes) {
@@ -137,6 +141,12 @@ FileResult RewriteJournal::Clear(Clearing clearing) {
 
 FileResult LockTempFolder(const std::string& tempFolder, files::FileLock& lock, int timeoutMs) {
     return lock.Acquire(files::Join(tempFolder, "rewrite.lock"), timeoutMs);
+}
+
+std::vector<RewriteNote> PeekAtNotes(const std::string& tempFolder) {
+    files::InputFile file;
+    if (!file.Open(JournalPath(tempFolder))) return {};
+    return NotesIn(file, file.Size());
 }
 
 std::vector<std::string> NotedCopies(const std::string& tempFolder) {

@@ -66,6 +66,10 @@ private:
 files::FileResult LockTempFolder(const std::string& tempFolder, files::FileLock& lock,
                                  int timeoutMs = 60'000);
 
+// The notes that stand in the journal, for a look without the lock: none where there is no journal. Writes
+// and makes nothing. Whoever is writing at this moment may be in the middle of it.
+std::vector<RewriteNote> PeekAtNotes(const std::string& tempFolder);
+
 // The names of scratch files that the journal still needs. The caller holds the lock.
 std::vector<std::string> NotedCopies(const std::string& tempFolder);
 

@@ -31,6 +31,7 @@ constexpr std::size_t kGroupBytes = 8u << 20;        // of what one group's note
 constexpr std::uint64_t kMostNotedBytes = 1u << 20;  // of one stretch that is kept in a note
 constexpr int kPatienceMs = 60'000;                  // with others who are writing
 constexpr int kSettlingPatienceMs = 200;             // with others who have settled what there was
+constexpr int kReadingPatienceMs = 2000;             // with others who are writing what is to be read
 
 RewriteResult ResultOf(FileResult result) {
     switch (result) {
@@ -227,6 +228,8 @@ public:
             journal_.Write(waiting_);
     }
     int Mended() const { return mended_; }
+    // What could not be settled.
+    const std::vector<RewriteNote>& Waiting() const { return waiting_; }
 
 private:
     void Settle() {
@@ -516,6 +519,19 @@ int SettleRewrites(const std::string& tempFolder) {
     TempSession session(tempFolder);
     session.Open(kSettlingPatienceMs);
     return session.Mended();
+}
+
+std::vector<std::string> SettleBeforeReading(const std::string& tempFolder) {
+    const std::vector<RewriteNote> notes = PeekAtNotes(tempFolder);
+    if (notes.empty()) return {};
+    TempSession session(tempFolder);
+    const RewriteResult opened = session.Open(kReadingPatienceMs);
+    std::vector<std::string> torn;
+    // Who is still writing after that time has a file in hand that will be whole.
+    if (opened == RewriteResult::InUse) return torn;
+    for (const RewriteNote& note : opened == RewriteResult::Written ? session.Waiting() : notes)
+        torn.push_back(note.path);
+    return torn;
 }
 
 }  // namespace kalmora

@@ -113,4 +113,9 @@ RewriteResult RewriteByTool(const std::string& path, const std::function<bool(co
 // it by then, it waits hardly and leaves the folder alone. How many files it had to mend.
 int SettleRewrites(const std::string& tempFolder);
 
+// The same for a program that is about to read photos; where nothing is to be done it costs one look at the
+// journal. While another program or thread is writing, waits for it for at most 2 seconds. A Temp folder that
+// cannot be written is left as it is. The paths of the files that may be torn still.
+std::vector<std::string> SettleBeforeReading(const std::string& tempFolder);
+
 }  // namespace kalmora

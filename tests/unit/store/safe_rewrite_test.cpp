@@ -23,6 +23,7 @@ namespace kalmora {
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 class SafeRewriteTest : public StoreTest {
 protected:
@@ -463,6 +464,59 @@ TEST_F(CutOffTest, SettlingAFolderThatIsNotThereDoesNothing) {
     EXPECT_EQ(SettleRewrites(At("absent")), 0);
     EXPECT_FALSE(files::Exists(At("absent")));
     EXPECT_EQ(SettleRewrites(""), 0);
+}
+
+// A photo that a killed run had left half-written was read as a broken one.
+TEST_F(CutOffTest, ReaderFindsEveryFileWhole) {
+    const std::string note = Put("a.bin", "old words"), copied = Put("b.bin", "old words");
+    Leave({InPlaceNote(note), CopiedNote(copied)});
+    Put("a.bin", "nld words");
+    Put("b.bin", "newer wor");
+    EXPECT_THAT(SettleBeforeReading(At("Temp")), IsEmpty());
+    EXPECT_EQ(ContentOf(note), "old words");
+    EXPECT_EQ(ContentOf(copied), "old words");
+    EXPECT_TRUE(IsJournalClear());
+}
+
+TEST_F(CutOffTest, ReaderMakesNothingWhereNothingIsToBeDone) {
+    EXPECT_THAT(SettleBeforeReading(At("absent")), IsEmpty());
+    EXPECT_FALSE(files::Exists(At("absent")));
+    EXPECT_THAT(SettleBeforeReading(At("Temp")), IsEmpty());
+    EXPECT_THAT(InTemp(), IsEmpty());
+    Put("Temp/rewrite.journal", "no journal");
+    EXPECT_THAT(SettleBeforeReading(At("Temp")), IsEmpty());
+    EXPECT_THAT(InTemp(), ElementsAre("rewrite.journal"));
+}
+
+TEST_F(CutOffTest, ReaderIsToldOfWhatCannotBeSettledNow) {
+    const std::string path = Put("a.bin", "old words"), away = Put("card/b.bin", "newer");
+    Leave({InPlaceNote(path), CopiedNote(away)});
+    Put("a.bin", "nld words");
+    std::filesystem::rename(At("card"), At("away"));
+    chmod(At("Temp/rewrite.journal").c_str(), 0444);
+    EXPECT_THAT(SettleBeforeReading(At("Temp")), ElementsAre(path, away));
+    EXPECT_EQ(ContentOf(path), "nld words");
+    chmod(At("Temp/rewrite.journal").c_str(), 0644);
+    EXPECT_THAT(SettleBeforeReading(At("Temp")), ElementsAre(away));
+    EXPECT_EQ(ContentOf(path), "old words");
+}
+
+TEST_F(CutOffTest, ReaderWaitsForWhoeverIsWriting) {
+    const std::string path = Put("a.bin", "old words");
+    Leave({InPlaceNote(path)});
+    Put("a.bin", "nld words");
+    files::FileLock other;
+    ASSERT_EQ(LockTempFolder(At("Temp"), other), files::FileResult::Done);
+    std::atomic<bool> isWritten = false;
+    std::thread writer([&] {
+        Put("a.bin", "new words");
+        isWritten = true;
+        other.Release();
+    });
+    EXPECT_THAT(SettleBeforeReading(At("Temp")), IsEmpty());
+    EXPECT_TRUE(isWritten);
+    writer.join();
+    EXPECT_EQ(ContentOf(path), "new words");
 }
 
 // ---- others at work in the same folder

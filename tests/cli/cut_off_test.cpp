@@ -1,0 +1,116 @@
+// A photo that a killed program left half-written, as the verbs that read photos find it.
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "base/crc32.h"
+#include "program_fixture.h"
+#include "store/rewrite_journal.h"
+
+namespace kalmora {
+namespace {
+
+using test::Outcome;
+using testing::HasSubstr;
+
+std::string Number(std::uint32_t value) {
+    std::string bytes;
+    for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(value >> shift & 0xFF);
+    return bytes;
+}
+
+std::string Chunk(const std::string& type, const std::string& content) {
+    return Number(static_cast<std::uint32_t>(content.size())) + type + content +
+           Number(Crc32(type + content));
+}
+
+class CutOffVerbTest : public test::CommandLineTest {
+protected:
+    CutOffVerbTest() {
+        std::filesystem::create_directories(Path("data/2008/200811/2008_1113"));
+        std::filesystem::create_directories(Path("home/Temp"));
+        Write("data/2008/200811/2008_1113/a.png", kWhole);
+    }
+
+    // As a kill in the middle of writing leaves it: note and copy stand, the file ends too early.
+    void Tear() const {
+        const auto status = files::GetStatus(Photo());
+        RewriteNote note;
+        note.road = RewriteNote::Road::Copied;
+        note.path = Photo();
+        note.oldSize = kWhole.size();
+        note.newSize = kWhole.size() + 1;
+        note.newBytes = "x";
+        note.offset = kWhole.size();
+        note.copyName = "$a.png";
+        note.written = status->written;
+        note.accessed = status->accessed;
+        Write("home/Temp/$a.png", kWhole);
+        RewriteJournal journal;
+        ASSERT_EQ(journal.Open(Path("home/Temp")), files::FileResult::Done);
+        ASSERT_EQ(journal.Write({&note, 1}), files::FileResult::Done);
+        Write("data/2008/200811/2008_1113/a.png", kWhole.substr(0, 20));
+    }
+    std::string Photo() const { return Path("data/2008/200811/2008_1113/a.png"); }
+    std::string Index() const {
+        return files::ReadWholeFile(Path("data/2008/200811/2008_1113/$calendar.cidx")).value_or("(none)");
+    }
+    bool IsWhole() const { return files::ReadWholeFile(Photo()) == kWhole; }
+    Outcome RunOnData(const std::string& verb) const { return Run("--data '" + Path("data") + "' " + verb); }
+
+    const std::string kWhole = "\x89PNG\r\n\x1A\n" +
+                               Chunk("IHDR", Number(60) + Number(40) + std::string("\x08\2\0\0\0", 5)) +
+                               Chunk("IEND", "");
+};
+
+TEST_F(CutOffVerbTest, ShowTellsOfTheWholePhoto) {
+    Tear();
+    const Outcome run = RunOnData("show --json '" + Photo() + "'");
+    EXPECT_EQ(run.status, 0) << Errors();
+    EXPECT_EQ(nlohmann::json::parse(run.out)[0]["width"], 60);
+    EXPECT_TRUE(IsWhole());
+}
+
+TEST_F(CutOffVerbTest, IndexAndSearchReadTheWholePhoto) {
+    for (const char* verb : {"index", "search --json png"}) {
+        files::RemoveFile(Path("data/2008/200811/2008_1113/$calendar.cidx"));
+        Tear();
+        EXPECT_EQ(RunOnData(verb).status, 0) << Errors();
+        EXPECT_TRUE(IsWhole()) << verb;
+        EXPECT_THAT(Index(), HasSubstr("SIZE=60,40\n")) << verb;
+    }
+}
+
+TEST_F(CutOffVerbTest, UpdateTakesTheLieOutOfTheIndex) {
+    Tear();
+    // With another home nobody knows that the photo is torn.
+    std::filesystem::rename(Path("home"), Path("kept"));
+    ASSERT_EQ(RunOnData("index").status, 0) << Errors();
+    ASSERT_THAT(Index(), testing::Not(HasSubstr("SIZE=60,40\n")));
+    std::filesystem::remove_all(Path("home"));
+    std::filesystem::rename(Path("kept"), Path("home"));
+    EXPECT_EQ(RunOnData("update").status, 0) << Errors();
+    EXPECT_THAT(Index(), HasSubstr("SIZE=60,40\n"));
+}
+
+TEST_F(CutOffVerbTest, ShotDrawsTheWholePhoto) {
+    Tear();
+    RunOnData("shot --view day --date 2008-11-13 --size 100x100 --out x.png");
+    EXPECT_TRUE(IsWhole());
+}
+
+TEST_F(CutOffVerbTest, WhereTheHomeCannotBeWrittenTheTornPhotoIsToldOfAndTheOthersAreShown) {
+    Write("data/2008/200811/2008_1113/b.png", kWhole);
+    Tear();
+    std::filesystem::permissions(Path("home/Temp/rewrite.journal"), std::filesystem::perms(0444));
+    const Outcome run = RunOnData("show --json '" + Photo() + "' data/2008/200811/2008_1113/b.png");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(Errors(), HasSubstr("a.png: a change of this file was cut off"));
+    const auto records = nlohmann::json::parse(run.out);
+    ASSERT_EQ(records.size(), 1u);
+    EXPECT_EQ(records[0]["width"], 60);
+}
+
+}  // namespace
+}  // namespace kalmora
