@@ -1,6 +1,5 @@
 #include "app/search_dialog.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <span>
 #include <string>
@@ -69,10 +68,10 @@ constexpr const char* kEnglishTexts[] = {
 };
 constexpr auto kEnglish = Translated(kJapanese, kEnglishTexts);
 
+// A search of everything goes through the months that have been touched, and loads what it needs of them.
 bool IsAnythingLoaded() {
-    const std::vector<MonthPointer> months = MainIndex().Months();
-    return std::any_of(months.begin(), months.end(),
-                       [](const MonthPointer& month) { return month->IsLoaded(0); });
+    const IndexManager* const other = OtherIndexInUse();
+    return !MainIndex().Months().empty() || (other && !other->Months().empty());
 }
 
 void FillHours(Dialog& dialog, int id) {

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <iostream>
 
 #include "app/environment.h"
 #include "app/start.h"
@@ -50,6 +51,14 @@ void Describe(CLI::App& app, StartOptions& options, VerbRun& run) {
     for (const auto addVerb : kVerbs) addVerb(app, run);
 }
 
+// A result that could not be printed, as on a full disk, is none.
+int AfterPrinting(int status) {
+    std::cout.flush();
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+    std::fputs("kalmora: standard output cannot be written\n", stderr);
+    return status == 0 ? 1 : status;
+}
+
 constexpr char kSummary[] =
     "Kalmora, a life-log calendar over an ordinary folder tree. Without a verb it opens its window.";
 
@@ -81,10 +90,10 @@ int RunCommandLine(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : kWrongUse;
+        return AfterPrinting(app.exit(error) == 0 ? 0 : kWrongUse);
     }
     const Obstacle obstacle = FindObstacle(options);
-    return obstacle.kind == Obstacle::Kind::None ? run(options) : Refuse(app, obstacle);
+    return obstacle.kind == Obstacle::Kind::None ? AfterPrinting(run(options)) : Refuse(app, obstacle);
 }
 
 }  // namespace kalmora

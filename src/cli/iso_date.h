@@ -9,5 +9,7 @@ namespace kalmora {
 
 // "YYYY-MM-DDThh:mm:ss", as ISO 8601 writes a local time.
 std::string IsoDate(const SystemTime& date);
+// False for a date that no calendar has, as a broken clock or a broken file gives it.
+bool IsRealDate(const SystemTime& date);
 
 }  // namespace kalmora

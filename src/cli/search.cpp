@@ -33,7 +33,7 @@ struct SearchOptions {
     std::vector<std::string> words;
 };
 
-Json DateOrNull(const SystemTime& date) { return date.year == 0 ? Json() : Json(IsoDate(date)); }
+Json DateOrNull(const SystemTime& date) { return IsRealDate(date) ? Json(IsoDate(date)) : Json(); }
 
 Json RecordOf(const IndexEntry& entry) {
     return {{"path", entry.path},         {"date", DateOrNull(entry.date)},
@@ -152,7 +152,8 @@ void AddSearchVerb(CLI::App& app, VerbRun& run) {
     auto options = std::make_shared<SearchOptions>();
     CLI::App* verb = app.add_subcommand("search", "Print the paths of the files that a query finds");
     verb->footer(
-        "Exit status: 0 something was found, 1 nothing was, 2 the search failed or was used wrongly.");
+        "Exit status: 0 something was found, 1 nothing was or it could not be printed, 2 the search failed\n"
+        "or was used wrongly.");
     verb->add_option("QUERY", options->words, "Words and terms, as in the search dialog")->required();
     AddPeriodOptions(*verb, options->period);
     CLI::Option* all = verb->add_flag("--all", options->all, "The whole tree; so also without a period");

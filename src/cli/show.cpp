@@ -64,7 +64,7 @@ public:
         CPhoto photo(path);
         const Size size = photo.ImageSize();  // first, so that one look at the file serves everything
         SystemTime date;
-        const bool dated = photo.GetDate(date);
+        const bool dated = photo.GetDate(date) && IsRealDate(date);
         photo.ReadExifValues();
         const auto make = photo.ReadMake();
         next_ = 0;

@@ -12,6 +12,17 @@ namespace {
 constexpr std::size_t kLongestKeyword = 1023;  // bytes of code page 932
 constexpr std::size_t kLongestHour = 9;        // bytes
 
+// One line: what was pasted may have several, or the end of one.
+std::string OnOneLine(std::string keyword) {
+    keyword.resize(keyword.find_last_not_of("\r\n") + 1);
+    std::string line;
+    for (std::size_t at = 0; at < keyword.size(); ++at) {
+        const bool isPair = keyword[at] == '\r' && at + 1 < keyword.size() && keyword[at + 1] == '\n';
+        if (!isPair) line += keyword[at] == '\r' || keyword[at] == '\n' ? ' ' : keyword[at];
+    }
+    return line;
+}
+
 std::string CutKeyword(const std::string& keyword) {
     if (text::Cp932Length(keyword) <= kLongestKeyword) return keyword;
     const std::string_view all = keyword;
@@ -52,7 +63,7 @@ void AppendHours(std::string& query, const HourEntry& first, const HourEntry& se
 }  // namespace
 
 std::string ComposeQuery(const SearchEntry& entry) {
-    std::string query = CutKeyword(entry.keyword);
+    std::string query = CutKeyword(OnOneLine(entry.keyword));
     if (entry.face) Append(query, "tag:face");
     if (entry.nightMode) Append(query, "mode:5");
     if (entry.flash) Append(query, "flash:9");

@@ -166,7 +166,11 @@ void ApplyTag(Query& query, std::string_view word) {
 }  // namespace
 
 QueryTokens SplitQuery(std::string_view line) {
-    std::string text(line);
+    // What is pasted or comes from a file may end with its line's end, which is no part of it.
+    std::string text(line.substr(0, line.find_last_not_of("\r\n") + 1));
+    ReplaceAll(text, "\r\n", " ");
+    ReplaceAll(text, "\n", " ");
+    ReplaceAll(text, "\r", " ");
     ReplaceAll(text, kWideBlank, " ");
     ReplaceAll(text, "\t", " ");
     ReplaceAll(text, "  ", " ");

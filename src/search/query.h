@@ -22,8 +22,8 @@ struct QueryTokens {
 };
 
 // Folds the line as comments are folded (text::Fold), so that case, width and kind of kana do not matter.
-// Wide blanks and tabs become blanks, and then each pair of blanks becomes one blank, in a single pass. Text
-// of any length and any bytes.
+// Line ends at the end go. Other line ends, wide blanks and tabs become blanks, and then each pair of blanks
+// becomes one blank, in a single pass. Text of any length and any bytes.
 QueryTokens SplitQuery(std::string_view line);
 
 // low <= value < high, while `given`.

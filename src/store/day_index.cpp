@@ -89,6 +89,12 @@ void DayIndex::SetFolder(const std::string& path) {
     indexPath = files::Join(path, kIndexFileName);
 }
 
+// Empty for what is no day of any month: the year's own folder, or the month's, is no day's.
+std::string DayIndex::FolderBelow(const std::string& root) const {
+    const bool isDay = month >= 1 && month <= 12 && day >= 1 && day <= DaysInMonth(year, month);
+    return isDay ? MakeDayFolderPath(root, year, month, day) : std::string();
+}
+
 bool DayIndex::Load(int loadYear, int loadMonth, int loadDay) {
     const bool loaded = LoadUnwritten(loadYear, loadMonth, loadDay);
     if (loaded && dirty) Write();
@@ -104,8 +110,8 @@ bool DayIndex::LoadUnwritten(int loadYear, int loadMonth, int loadDay) {
     // DayIndexLoad.StopRequestFromBeforeIsLost.
     Clear();
     if (root.empty()) return false;
-    const std::string path = MakeDayFolderPath(root, year, month, day);
-    if (!files::IsFolder(path)) return true;
+    const std::string path = FolderBelow(root);
+    if (path.empty() || !files::IsFolder(path)) return true;
     SetFolder(path);
 
     const auto bytes = files::ReadWholeFile(indexPath, kLongestIndex);
@@ -167,14 +173,31 @@ DayIndex::WalkEnd DayIndex::WalkFolder(const std::string& path, FolderWalk& walk
                 Meet(files::Join(path, entry.name), walk);
             continue;
         }
-        // A link may lead out of the day or round in a circle.
-        if (entry.isLink || entry.name == kIndexFileName || walk.depth == kDeepestFolder) continue;
+        if (entry.name == kIndexFileName || walk.depth == kDeepestFolder) continue;
+        if (entry.isLink) {
+            if (WalkLink(files::Join(path, entry.name), walk) == WalkEnd::Stopped) return WalkEnd::Stopped;
+            continue;
+        }
         ++walk.depth;
         // What stands behind a sub-folder is not visited: meant, and held by
         // DayIndexFolder.WalkEndsAfterTheFirstSubFolder.
         return WalkFolder(files::Join(path, entry.name), walk);
     }
     return WalkEnd::Finished;
+}
+
+// Entered the first time that a link leads there, as the views do, so that links which form a circle end.
+// What cannot be looked into is passed over.
+DayIndex::WalkEnd DayIndex::WalkLink(const std::string& path, FolderWalk& walk) {
+    const auto status = files::GetStatus(path);
+    if (!status) return WalkEnd::Finished;
+    const std::pair target(status->volume, status->identity);
+    if (std::find(walk.links.begin(), walk.links.end(), target) != walk.links.end()) return WalkEnd::Finished;
+    walk.links.push_back(target);
+    const int depth = walk.depth++;
+    const WalkEnd end = WalkFolder(path, walk);
+    walk.depth = depth;
+    return end;
 }
 
 void DayIndex::Meet(const std::string& path, FolderWalk& walk) {
@@ -230,22 +253,30 @@ EntryPointer DayIndex::Find(std::string_view path) const {
     return place != entries.end() && (*place)->path == path ? *place : nullptr;
 }
 
-std::string DayIndex::MakeText() const {
-    std::string text = IndexHeader();
+std::string DayIndex::MakeText() const { return MakeText(kLongestIndex); }
+
+std::string DayIndex::MakeText(std::size_t longest) const {
     constexpr std::size_t kUsualRecord = 200;
-    text.reserve(timeOrder.size() * kUsualRecord);
-    // Keys of files that have gone find no entry and are passed over.
-    for (const IndexTimeKey& key : timeOrder)
-        if (const auto place = PlaceOf(entries, key.Path());
-            place != entries.end() && (*place)->path == key.Path())
-            AppendIndexRecord(text, **place, folder);
-    return text;
+    std::string text;
+    // A file that the reader would refuse is never written.
+    for (std::size_t comment = kLongestComment;; comment /= 2) {
+        text = IndexHeader();
+        text.reserve(timeOrder.size() * kUsualRecord);
+        // Keys of files that have gone find no entry and are passed over.
+        for (const IndexTimeKey& key : timeOrder)
+            if (const auto place = PlaceOf(entries, key.Path());
+                text.size() <= longest && place != entries.end() && (*place)->path == key.Path())
+                AppendIndexRecord(text, **place, folder, comment);
+        if (text.size() <= longest) return text;
+        if (comment == 0) return {};
+    }
 }
 
 bool DayIndex::Write() {
     if (indexPath.empty()) return false;
     if (!dirty || !files::IsFolder(folder)) return true;
     const std::string text = MakeText();
+    if (text.empty()) return false;
     const files::NewContent content{indexPath, text};
     if (files::WriteWholeFiles({&content, 1}).front() != files::FileResult::Done) return false;
     dirty = false;

@@ -3,9 +3,12 @@
 // The file is a cache: it can always be made anew from the folder. docs/formats.md describes it.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "store/index_entry.h"
@@ -41,7 +44,8 @@ public:
     bool LoadUnwritten(int year, int month, int day);
 
     // Reads the folder and its sub-folders: unknown files are read and added, changed ones are read again.
-    // Ends the walk of a folder after its first sub-folder, as told in the .cpp. False when the folder cannot
+    // Ends the walk of a folder after its first sub-folder, as told in the .cpp; linked folders are walked
+    // too, each once, and end nothing. False when the folder cannot
     // be listed or when stopped; what was added until then stays.
     bool LoadFolder(const std::string& path);
 
@@ -53,8 +57,10 @@ public:
     // Writes the index file if the record is dirty and the day's folder stands. False when it could not be
     // written: the old file is whole then, and dirty stays set.
     bool Write();
-    // The content of the index file.
-    std::string MakeText() const;
+    // The content of the index file: at most so many bytes, for which comments are cut, all at one length.
+    // Empty when the records do not fit without any comment either.
+    std::string MakeText(std::size_t longest) const;
+    std::string MakeText() const;  // as many as the reader takes
 
     // Compares the records with the day's folder: LoadFolder, then the records of files that have gone are
     // dropped, then Write. A day without a folder is empty afterwards. Always true. The index file is not
@@ -69,15 +75,18 @@ private:
         std::vector<EntryPointer> added;
         std::vector<bool> seen;  // of the entries that stood before: their file stands
         int depth = 0;
+        std::vector<std::pair<std::uint64_t, std::uint64_t>> links;  // folders that links have led to
         bool leavesOutGone = false;  // a name without a file behind it gets no record
     };
     bool IsStopped() const;
     void Clear();
     void SetFolder(const std::string& path);
+    std::string FolderBelow(const std::string& root) const;
     bool Rebuild();
     bool UpdateIndex();
     enum class WalkEnd { Finished, Stopped, Unreadable };
     WalkEnd WalkFolder(const std::string& path, FolderWalk& walk);
+    WalkEnd WalkLink(const std::string& path, FolderWalk& walk);
     void Meet(const std::string& path, FolderWalk& walk);
     void TakeIn(std::vector<EntryPointer>& added);
     bool DropGoneFiles(const std::vector<EntryPointer>& unseen);

@@ -28,7 +28,7 @@ bool DayIndex::UpdateUnwritten(int updateYear, int updateMonth, int updateDay) {
     Log("Update: %d/%d/%d", year, month, day);
     loading = true;
     const std::string root = dataRoot.empty() ? CurrentDataRoot() : dataRoot;
-    SetFolder(root.empty() ? std::string() : MakeDayFolderPath(root, year, month, day));
+    SetFolder(root.empty() ? std::string() : FolderBelow(root));
     const bool finished = UpdateIndex();
     loading = stopRequest = false;
     return finished;

@@ -16,6 +16,10 @@ void IndexBatch::Add(std::shared_ptr<const DayIndex> day) {
     // A day that changes again before it was written needs one writing.
     std::erase_if(waiting_, [&](const Waiting& one) { return one.day->indexPath == day->indexPath; });
     std::string content = day->MakeText();
+    if (content.empty()) {
+        allWritten_ = false;
+        return;
+    }
     bytes_ += content.size();
     waiting_.push_back({std::move(day), std::move(content)});
     if (waiting_.size() >= kMostFiles || bytes_ >= kMostBytes) WriteWaiting();

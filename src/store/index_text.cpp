@@ -330,7 +330,8 @@ IndexReading ReadIndexText(std::string_view bytes, const std::string& folder, co
 
 std::string IndexHeader() { return std::string(kHeader) + '\n'; }
 
-void AppendIndexRecord(std::string& out, const IndexEntry& entry, const std::string& folder) {
+void AppendIndexRecord(std::string& out, const IndexEntry& entry, const std::string& folder,
+                       std::size_t longestComment) {
     const std::string_view path = entry.path;
     if (path.size() <= folder.size() + 1 || !path.starts_with(folder) ||
         path[folder.size()] != files::kSeparator)
@@ -356,7 +357,7 @@ void AppendIndexRecord(std::string& out, const IndexEntry& entry, const std::str
     AppendNumbers(out, "MODE=", entry.mode);
     AppendNumbers(out, "VALS=", entry.value1, entry.value2, entry.value3, entry.value4, entry.value8);
     out += "COMM=";
-    out += text::ToCp932(entry.comment, text::Escapes::Resolve);
+    out += text::ToCp932(text::CutAtCharacter(entry.comment, longestComment), text::Escapes::Resolve);
     out += "\n-\n";
 }
 

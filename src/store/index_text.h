@@ -1,6 +1,7 @@
 // The text of an index file: reading and writing bytes. docs/formats.md describes the format.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,7 +35,9 @@ std::string FromIndexPath(std::string_view bytes);
 
 // The file's first line.
 std::string IndexHeader();
-// Appends one record; one whose path does not lie below the folder is left out.
-void AppendIndexRecord(std::string& out, const IndexEntry& entry, const std::string& folder);
+// Appends one record, with so many bytes of its comment at most; one whose path does not lie below the folder
+// is left out.
+void AppendIndexRecord(std::string& out, const IndexEntry& entry, const std::string& folder,
+                       std::size_t longestComment = kLongestComment);
 
 }  // namespace kalmora

@@ -208,5 +208,20 @@ TEST_F(SearchVerbTest, InterruptEndsIt) {
     EXPECT_THAT(files::ReadWholeFile(Path("errors2")).value_or(""), HasSubstr("interrupted"));
 }
 
+TEST_F(SearchVerbTest, ResultThatCannotBePrintedIsAFailure) {
+    const std::string data = "--data '" + Path("data") + "' ";
+    for (const char* verb :
+         {"search cat", "search --json cat", "index", "show data/2008/200811/2008_1113/cat.txt"}) {
+        EXPECT_EQ(Run(data + verb + " > /dev/full").status, 1) << verb;
+        EXPECT_THAT(Errors(), HasSubstr("standard output cannot be written")) << verb;
+    }
+}
+
+TEST_F(SearchVerbTest, DateThatNoCalendarHasIsNull) {
+    Note("2008", "11", "1113", "$calendar.cidx",
+         "# Calendar Index [0.99]\nFILE=a.txt\nDATE=2008/13/45 25:61:61\nCOMM=cat\n-\n");
+    EXPECT_THAT(Search("--json --day 2008-11-13 cat").out, HasSubstr("\"date\":null"));
+}
+
 }  // namespace
 }  // namespace kalmora

@@ -10,6 +10,7 @@ namespace kalmora {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 using DayIndexLoad = IndexTest;
@@ -228,11 +229,32 @@ TEST_F(DayIndexFolder, FolderWithTheIndexNameIsPassedOver) {
     EXPECT_THAT(NamesOf(LoadDay()), ElementsAre("a.txt"));
 }
 
-TEST_F(DayIndexFolder, LinksToFoldersAreNotFollowed) {
+TEST_F(DayIndexFolder, LinkedFoldersAreWalkedOnceAsTheyAreShown) {
     PutInDay("z.txt");
-    std::filesystem::create_directory_symlink(DayFolder(), PathOf("again"));
-    std::filesystem::create_directory_symlink("/etc", PathOf("etc"));
-    EXPECT_THAT(NamesOf(LoadDay()), ElementsAre("z.txt"));
+    MakeFolder("outside");
+    files::WriteWholeFile(At("outside/b.txt"), "bird");
+    std::filesystem::create_directory_symlink(At("outside"), PathOf("link"));
+    std::filesystem::create_directory_symlink(At("outside"), PathOf("other"));
+    std::filesystem::create_directory_symlink(At("outside"), At("outside/round"));
+    const DayIndex day = LoadDay();
+    ASSERT_EQ(day.entries.size(), 2u);
+    const std::string linked = day.entries.front()->path.substr(day.folder.size() + 1);
+    EXPECT_TRUE(linked == "link/b.txt" || linked == "other/b.txt") << linked;
+    EXPECT_EQ(day.entries.back()->path, PathOf("z.txt"));
+    EXPECT_EQ(day.entries.front()->comment, "bird");
+}
+
+TEST_F(DayIndexLoad, CommentsAreCutWhereTheReaderWouldRefuseTheFile) {
+    PutInDay("a.txt", std::string(2000, 'x'));
+    PutInDay("b.txt", std::string(30, 'y'));
+    const DayIndex day = LoadDay();
+    const std::string whole = day.MakeText(), cut = day.MakeText(1500);
+    EXPECT_EQ(day.MakeText(whole.size()), whole);
+    EXPECT_LE(cut.size(), 1500u);
+    EXPECT_THAT(cut, HasSubstr("FILE=a.txt\n"));
+    EXPECT_THAT(cut, HasSubstr("COMM=" + std::string(1024, 'x') + "\n"));
+    EXPECT_THAT(cut, HasSubstr("COMM=" + std::string(30, 'y') + "\n"));
+    EXPECT_EQ(day.MakeText(100), "");
 }
 
 TEST_F(DayIndexFolder, NestingHasAnEnd) {

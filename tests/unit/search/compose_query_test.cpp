@@ -33,6 +33,17 @@ TEST(ComposeQuery, KeywordStandsAsItWasTyped) {
     }
 }
 
+TEST(ComposeQuery, PastedKeywordIsOneLine) {
+    SearchEntry entry;
+    entry.keyword = "cat\r\n";
+    entry.flash = true;
+    EXPECT_EQ(ComposeQuery(entry), "cat flash:9");
+    entry.keyword = "cat\r\ndog\nbird";
+    EXPECT_EQ(ComposeQuery(entry), "cat dog bird flash:9");
+    entry.keyword = "\n";
+    EXPECT_EQ(ComposeQuery(entry), "flash:9");
+}
+
 TEST(ComposeQuery, BoxesAddTheirTerms) {
     SearchEntry entry;
     entry.flash = true;

@@ -17,6 +17,14 @@ TEST(SplitQuery, TabsAndWideBlanksAreBlanks) {
     EXPECT_THAT(SplitQuery("cat\tdog　bird").tokens, ElementsAre("cat", "dog", "bird"));
 }
 
+// A pasted keyword found nothing: its line's end was part of the word.
+TEST(SplitQuery, LineEndsAreNoPartOfAWord) {
+    for (const char* line : {"cat\n", "cat\r\n", "cat\r", "cat\n\n"})
+        EXPECT_THAT(SplitQuery(line).tokens, ElementsAre("cat")) << line;
+    for (const char* line : {"cat\ndog", "cat\r\ndog", "cat\rdog\n", "cat \ndog"})
+        EXPECT_THAT(SplitQuery(line).tokens, ElementsAre("cat", "dog")) << line;
+}
+
 TEST(SplitQuery, TwoBlanksAreOneAndFourAreTwo) {
     EXPECT_THAT(SplitQuery("cat  dog").tokens, ElementsAre("cat", "dog"));
     EXPECT_THAT(SplitQuery("cat　\tdog").tokens, ElementsAre("cat", "dog"));
