@@ -33,7 +33,7 @@ void LoadRange(IndexManager& manager, const CalendarDate& range, const SearchSto
     if (manager.IsLoaded(range.year, range.month, range.day)) return;
     manager.Load(range.year, range.month, range.day);
     if (range.year == 0 || range.month != 0) return;
-    // A stop request that was meant for a load which had just ended has ended ours instead.
+    // A stop request that was meant for another load has ended ours as well.
     for (int month = 1; month <= kMonths && !stopped(); ++month)
         if (!manager.FindMonth(range.year, month)) manager.Load(range.year, month, 0);
 }
@@ -59,9 +59,10 @@ bool SearchMonths(const std::vector<MonthPointer>& months, const QueryMatcher& q
 
 bool SearchMonth(MonthIndex& month, const QueryMatcher& query, const SearchStop& stopped, FoundDays& found) {
     const SearchingMark mark(month);
+    const MonthIndex::Work work(month);
     const int days = DaysInMonth(month.year, month.month);
     for (int day = 1; day <= days; ++day) {
-        if (month.TakeStopRequest() || IsIndexingInterrupted() || stopped()) return false;
+        if (work.IsStopped() || IsIndexingInterrupted() || stopped()) return false;
         TellProgress(static_cast<double>(day - 1) / days, "Searching (%04d/%02d)", month.year, month.month);
         if (!month.IsLoaded(day) && !month.EnsureDay(day)) return false;
         query.MetaSearch(month.Day(day), found);
@@ -84,13 +85,10 @@ bool SearchRange(IndexManager& manager, const QueryMatcher& query, const Calenda
     if (range.month != 0) {
         const MonthPointer copy = manager.GetMonthCopy(range.year, range.month);
         if (range.day != 0) return SearchDay(*copy, query, range.day, found);
-        copy->TakeStopRequest();  // one that the original had before there was a search
         return SearchMonth(*copy, query, stopped, found);
     }
     const std::vector<MonthPointer> months =
         range.year == 0 ? manager.Months() : ListedMonths(manager, range.year);
-    for (const MonthPointer& month : months)
-        if (!month->busy && !month->searching) month->TakeStopRequest();
     const bool whole = SearchMonths(months, query, stopped, found);
     return whole && (range.year == 0 || months.size() == kMonths);
 }

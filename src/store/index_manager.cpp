@@ -20,17 +20,6 @@ bool IsMonth(const MonthIndex& one, int year, int month) { return one.year == ye
 
 // ---- the list
 
-IndexManager::Found IndexManager::Search(int year, int month, MonthPointer& found) {
-    std::lock_guard lock(mutex_);
-    for (const MonthPointer& one : months_) {
-        if (TakeStopRequest()) return Found::Stopped;
-        if (!IsMonth(*one, year, month)) continue;
-        found = one;
-        return Found::Yes;
-    }
-    return Found::No;
-}
-
 MonthPointer IndexManager::FindMonth(int year, int month) const {
     std::lock_guard lock(mutex_);
     const auto place = std::find_if(months_.begin(), months_.end(),
@@ -99,55 +88,65 @@ public:
     BesideList(const BesideList&) = delete;
     BesideList& operator=(const BesideList&) = delete;
     MonthIndex* operator->() const { return month_.get(); }
+    MonthIndex& operator*() const { return *month_; }
 
 private:
     IndexManager& owner_;
     const MonthPointer month_;
 };
 
-void IndexManager::Begin(int year, int month) {
-    busy_ = true;
-    std::lock_guard lock(mutex_);
-    target_ = {year, month, 0};
-}
+// A call of Load or Update while it runs: known to stop requests by its target.
+class IndexManager::Running {
+public:
+    Running(IndexManager& owner, int year, int month) : owner_(owner), target_{year, month, 0} {
+        std::lock_guard lock(owner_.mutex_);
+        owner_.target_ = target_;
+        owner_.running_.push_back(target_);
+    }
+    ~Running() {
+        std::lock_guard lock(owner_.mutex_);
+        owner_.running_.erase(std::find(owner_.running_.begin(), owner_.running_.end(), target_));
+    }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
 
-// False when stopped or refused; a stop request that was honoured is taken back.
-bool IndexManager::LoadFirstTime(int year, int month, int day) {
+private:
+    IndexManager& owner_;
+    const CalendarDate target_;
+};
+
+// False when stopped or refused.
+bool IndexManager::LoadFirstTime(int year, int month, int day, StopMark since) {
     // What is read here goes again, and the listed record stays blank: the first touch of a month brings its
     // index files into being and no more. Meant, and held by IndexManagerLoad.FirstTouchLeavesABlankMonth.
     const BesideList beside(*this, year, month);
-    const bool loaded = beside->Load(day);
-    const bool stopped = TakeStopRequest();
-    return loaded && !stopped;
+    const MonthIndex::Work work(*beside);
+    return !IsStopped(since) && beside->Load(day, work) && !IsStopped(since);
 }
 
-bool IndexManager::LoadMonth(int year, int month, int day) {
-    MonthPointer found;
-    switch (Search(year, month, found)) {
-        case Found::Stopped:
-            return false;
-        case Found::No:
-            return LoadFirstTime(year, month, day);
-        case Found::Yes:
-            break;
-    }
-    if (!found->Load(day)) return false;
-    if (day > 0 && TakeStopRequest()) return false;
+bool IndexManager::LoadMonth(int year, int month, int day, StopMark since) {
+    if (IsStopped(since)) return false;
+    const MonthPointer found = FindMonth(year, month);
+    if (!found) return LoadFirstTime(year, month, day, since);
+    // Begun before the look at the manager's request, so that one of them hears of any.
+    const MonthIndex::Work work(*found);
+    if (IsStopped(since) || !found->Load(day, work)) return false;
+    if (day > 0 && IsStopped(since)) return false;
     MoveToFront(found);
     return true;
 }
 
 void IndexManager::Load(int year, int month, int day) {
     if (!files::IsFolder(dataRoot)) return;
-    Begin(year, month);
+    const StopMark since = StopsSoFar();
+    const Running running(*this, year, month);
     Log("[IndexManager] Load (%d/%d)", year, month);
     if (month == 0 && day == 0) {
         for (int number = 1; number <= kMonths; ++number)
-            if (TakeStopRequest() || !LoadMonth(year, number, 0)) break;
+            if (!LoadMonth(year, number, 0, since)) break;
     } else {
-        LoadMonth(year, month, day);
+        LoadMonth(year, month, day, since);
     }
-    busy_ = false;
 }
 
 // ---- updating
@@ -174,37 +173,30 @@ void IndexManager::ForgetRequests(int year, int month, int day) {
     });
 }
 
-void IndexManager::UpdateFirstTime(int year, int month, int day) {
+void IndexManager::UpdateFirstTime(int year, int month, int day, StopMark since) {
     const BesideList beside(*this, year, month);
     if (day <= 0) ForgetRequests(year, month, day);
-    const bool finished = beside->Load(day) && !TakeStopRequest() && beside->Update(day);
-    if (!TakeStopRequest() && finished) beside->WriteLoadedDays();
+    const MonthIndex::Work work(*beside);
+    const bool finished =
+        !IsStopped(since) && beside->Load(day, work) && !IsStopped(since) && beside->Update(day, work);
+    if (finished && !IsStopped(since)) beside->WriteLoadedDays();
 }
 
-void IndexManager::Update(int year, int month, int day) {
+void IndexManager::Update(int year, int month, int day, StopMark since) {
     if (!files::IsFolder(dataRoot)) return;
-    Begin(year, month);
+    const Running running(*this, year, month);
     Log("[IndexManager] Update (%d/%d)", year, month);
     CalendarDate date{year, month, day};
-    if (year == 0 && month == 0 && day > 0 && !TakeRequest(date)) {
-        busy_ = false;
+    if (year == 0 && month == 0 && day > 0 && !TakeRequest(date)) return;
+    if (IsStopped(since)) return;
+    const MonthPointer found = FindMonth(date.year, date.month);
+    if (!found) {
+        UpdateFirstTime(date.year, date.month, date.day, since);
         return;
     }
-    MonthPointer found;
-    switch (Search(date.year, date.month, found)) {
-        case Found::Stopped:
-            if (date.day > 0)
-                if (const MonthPointer month_ = FindMonth(date.year, date.month)) month_->RequestStop();
-            break;
-        case Found::Yes:
-            if (date.day <= 0) ForgetRequests(date.year, date.month, date.day);
-            found->Update(date.day);
-            break;
-        case Found::No:
-            UpdateFirstTime(date.year, date.month, date.day);
-            break;
-    }
-    busy_ = false;
+    if (date.day <= 0) ForgetRequests(date.year, date.month, date.day);
+    const MonthIndex::Work work(*found);
+    if (!IsStopped(since)) found->Update(date.day, work);
 }
 
 // ---- stopping
@@ -214,13 +206,20 @@ CalendarDate IndexManager::CurrentTarget() const {
     return target_;
 }
 
+bool IndexManager::IsBusy() const {
+    std::lock_guard lock(mutex_);
+    return !running_.empty();
+}
+
 void IndexManager::RequestStop() {
-    stopRequest_ = true;
     std::vector<MonthPointer> working;
     {
         std::lock_guard lock(mutex_);
+        ++stops_;
         const auto isTarget = [this](const MonthPointer& one) {
-            return one->year == target_.year && (target_.month == 0 || one->month == target_.month);
+            return std::any_of(running_.begin(), running_.end(), [&](const CalendarDate& target) {
+                return one->year == target.year && (target.month == 0 || one->month == target.month);
+            });
         };
         std::copy_if(months_.begin(), months_.end(), std::back_inserter(working), isTarget);
         std::copy_if(besideList_.begin(), besideList_.end(), std::back_inserter(working), isTarget);

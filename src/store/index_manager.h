@@ -27,12 +27,16 @@ public:
 
     // Month and day 0: the whole year; day 0: the month. Year 0 is a year like any other. A month that is not
     // in the list gets a blank record there and its index files on the disk: it is in memory only after the
-    // second call, which reads those files. A listed month is loaded and moves to the front. A stop request
-    // on the way is taken back and ends the call. Nothing happens while the root is away, nor in Update.
+    // second call, which reads those files. A listed month is loaded and moves to the front. A stop requested
+    // meanwhile ends the call. Nothing happens while the root is away, nor in Update.
     void Load(int year, int month, int day);
     // Compares a month (day 0 or less) or a day with its folders; a month that is not in the list is loaded,
     // compared and written beside the list, which gets a blank record.
-    void Update(int year, int month, int day);
+    void Update(int year, int month, int day) { Update(year, month, day, StopsSoFar()); }
+    // The same for work that was begun before the call: a stop that was asked for since then ends it too.
+    using StopMark = unsigned;
+    void Update(int year, int month, int day, StopMark since);
+    StopMark StopsSoFar() const { return stops_; }
 
     // True when all that is in memory; year 0: never.
     bool IsLoaded(int year, int month, int day) const;
@@ -53,9 +57,10 @@ public:
     // front. False when interrupted (index_stop.h).
     bool LoadMonths(const std::vector<CalendarDate>& months);
 
-    // Asks the running Load or Update to leave, or else the next one. Returns at once.
+    // Asks every Load and Update that runs to leave; the next one is not meant. Returns at once.
     void RequestStop();
-    bool IsBusy() const { return busy_; }
+    // True while a Load or Update runs.
+    bool IsBusy() const;
     // What the last Load or Update was for; day is 0.
     CalendarDate CurrentTarget() const;
 
@@ -64,18 +69,15 @@ public:
 
 private:
     class BesideList;
-    // The month's place in the list, looked for with a look at the stop request at each step.
-    enum class Found { Yes, No, Stopped };
-    Found Search(int year, int month, MonthPointer& found);
-    bool LoadMonth(int year, int month, int day);
-    bool LoadFirstTime(int year, int month, int day);
-    void UpdateFirstTime(int year, int month, int day);
+    class Running;
+    bool LoadMonth(int year, int month, int day, StopMark since);
+    bool LoadFirstTime(int year, int month, int day, StopMark since);
+    void UpdateFirstTime(int year, int month, int day, StopMark since);
     void MoveToFront(const MonthPointer& month);
     MonthPointer AddBlank(int year, int month);
-    void Begin(int year, int month);
     void ForgetRequests(int year, int month, int day);
     bool TakeRequest(CalendarDate& date);
-    bool TakeStopRequest() { return stopRequest_.exchange(false); }
+    bool IsStopped(StopMark since) const { return stops_ != since; }
 
     mutable std::mutex mutex_;
     std::list<MonthPointer> months_;  // guarded by mutex_; most recently used first
@@ -83,8 +85,8 @@ private:
         besideList_;                     // guarded by mutex_; months that are worked on at their first touch
     std::vector<CalendarDate> pending_;  // guarded by mutex_; updates that were asked for
     CalendarDate target_;                // guarded by mutex_
-    std::atomic<bool> stopRequest_ = false;  // taken back by the loops
-    std::atomic<bool> busy_ = false;
+    std::vector<CalendarDate> running_;  // guarded by mutex_; the targets of the calls that run
+    std::atomic<StopMark> stops_ = 0;    // that were asked for
 };
 
 // The one of DataDirectory and the one of OtherDirectory. Made on first use with the roots of that moment,

@@ -36,7 +36,6 @@ MonthIndex::MonthIndex(const MonthIndex& other)
     : year(other.year),
       month(other.month),
       dataRoot(other.dataRoot),
-      stopRequest(other.stopRequest.load()),
       busy(other.busy.load()),
       searching(other.searching.load()),
       lastUpdateSeconds(other.lastUpdateSeconds.load()) {
@@ -93,11 +92,11 @@ bool MonthIndex::LoadOne(int day, IndexBatch& batch) {
     return loaded;
 }
 
-bool MonthIndex::LoadAll(IndexBatch& batch) {
+bool MonthIndex::LoadAll(IndexBatch& batch, const Work& work) {
     const int days = DaysInMonth(year, month);
     for (int day = 1; day <= days; ++day) {
         TellProgress(static_cast<double>(day - 1) / days, "Loading (%04d/%02d)", year, month);
-        if (TakeStopRequest() || IsIndexingInterrupted()) {
+        if (work.IsStopped() || IsIndexingInterrupted()) {
             TellProgress(1, "Canceled. (%04d/%02d/%02d)", year, month, 0);
             return false;
         }
@@ -110,22 +109,24 @@ bool MonthIndex::LoadAll(IndexBatch& batch) {
     return true;
 }
 
-bool MonthIndex::LoadIn(int day, IndexBatch& batch, Writing writing) {
+bool MonthIndex::LoadIn(int day, IndexBatch& batch, Writing writing, const Work& work) {
     if (!gate_.Acquire("[Month]Load")) return false;
     busy = true;
-    const bool loaded = day > 0 ? LoadOne(day, batch) : LoadAll(batch);
+    const bool loaded = day > 0 ? LoadOne(day, batch) : LoadAll(batch, work);
     if (writing == Writing::Now) batch.Finish();
     gate_.Release();
     busy = false;
     return loaded;
 }
 
-bool MonthIndex::Load(int day) {
+bool MonthIndex::Load(int day) { return Load(day, Work(*this)); }
+
+bool MonthIndex::Load(int day, const Work& work) {
     IndexBatch batch;
-    return LoadIn(day, batch, Writing::Now);
+    return LoadIn(day, batch, Writing::Now, work);
 }
 
-bool MonthIndex::Load(int day, IndexBatch& batch) { return LoadIn(day, batch, Writing::Later); }
+bool MonthIndex::Load(int day, IndexBatch& batch) { return LoadIn(day, batch, Writing::Later, Work(*this)); }
 
 bool MonthIndex::EnsureDay(int day) {
     IndexBatch batch;
@@ -148,7 +149,7 @@ void MonthIndex::ReplaceEntry(int day, const EntryPointer& entry) {
 
 void MonthIndex::RequestStop() {
     gate_.RequestStop();
-    stopRequest = true;
+    ++stops_;
     Log("[Month] Stop indexing (%d/%d)", year, month);
     std::lock_guard lock(mutex_);
     for (DayIndex* records : atWork_) {

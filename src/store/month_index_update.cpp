@@ -12,6 +12,7 @@ namespace kalmora {
 void MonthIndex::NoteUpdateTime() { lastUpdateSeconds = static_cast<int>(UptimeMs() / 1000); }
 
 void MonthIndex::UpdateDay(int day, IndexBatch& batch) {
+    const bool wasLoaded = IsLoaded(day);
     SetLoaded(day, false);
     const auto records = std::make_shared<DayIndex>(*Day(day));
     records->dataRoot = dataRoot;
@@ -20,15 +21,17 @@ void MonthIndex::UpdateDay(int day, IndexBatch& batch) {
         const DayAtWork atWork(*this, *records);
         finished = records->UpdateUnwritten(year, month, day);
     }
-    Publish(day, records);
+    // What a stopped update has read of a day that was not in memory is a part of it: whoever wants the day
+    // next reads its index file, or he would not see the rest.
+    if (finished || wasLoaded) Publish(day, records);
     if (finished) batch.Add(records);
 }
 
-bool MonthIndex::UpdateAll(IndexBatch& batch) {
+bool MonthIndex::UpdateAll(IndexBatch& batch, const Work& work) {
     const int days = DaysInMonth(year, month);
     bool finished = true;
     for (int day = 1; day <= days; ++day) {
-        finished = !TakeStopRequest() && !IsIndexingInterrupted();
+        finished = !work.IsStopped() && !IsIndexingInterrupted();
         if (!finished) break;
         const double ratio = static_cast<double>(day - 1) / days;
         TellProgress(ratio, "Updating (%04d/%02d)", year, month);
@@ -40,13 +43,13 @@ bool MonthIndex::UpdateAll(IndexBatch& batch) {
     return finished;
 }
 
-bool MonthIndex::UpdateIn(int day, IndexBatch& batch, Writing writing) {
+bool MonthIndex::UpdateIn(int day, IndexBatch& batch, Writing writing, const Work& work) {
     busy = true;
     Log("Update [%d/%d/%d]", year, month, day);
     if (!gate_.Acquire("[Month]Update")) return false;
     bool finished = true;
     if (day <= 0) {
-        finished = UpdateAll(batch);
+        finished = UpdateAll(batch, work);
     } else if (day <= kDays) {
         TellProgress(0, "Updating (%04d/%02d/%02d)", year, month, day);
         UpdateDay(day, batch);
@@ -59,18 +62,23 @@ bool MonthIndex::UpdateIn(int day, IndexBatch& batch, Writing writing) {
     return finished;
 }
 
-bool MonthIndex::Update(int day) {
+bool MonthIndex::Update(int day) { return Update(day, Work(*this)); }
+
+bool MonthIndex::Update(int day, const Work& work) {
     IndexBatch batch;
-    return UpdateIn(day, batch, Writing::Now);
+    return UpdateIn(day, batch, Writing::Now, work);
 }
 
-bool MonthIndex::Update(int day, IndexBatch& batch) { return UpdateIn(day, batch, Writing::Later); }
+bool MonthIndex::Update(int day, IndexBatch& batch) {
+    return UpdateIn(day, batch, Writing::Later, Work(*this));
+}
 
 void MonthIndex::WriteLoadedDays() {
+    const Work work(*this);
     IndexBatch batch;
     const int days = DaysInMonth(year, month);
     for (int day = 1; day <= days; ++day) {
-        if (TakeStopRequest()) break;
+        if (work.IsStopped()) break;
         if (!IsLoaded(day)) continue;
         batch.Add(Day(day));
         NoteUpdateTime();

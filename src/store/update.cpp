@@ -1,12 +1,14 @@
 #include "store/update.h"
 
 #include <atomic>
+#include <optional>
 
 #include "app/app_state.h"
 #include "base/log.h"
 #include "platform/clock.h"
 #include "platform/thread.h"
 #include "store/index_manager.h"
+#include "store/index_tree.h"
 
 namespace kalmora {
 
@@ -14,13 +16,42 @@ namespace {
 std::atomic<int> updates = 0;  // threads that run
 }  // namespace
 
-void UpdateMonthOfBothRoots(int year, int month) {
+namespace {
+
+using StopMark = IndexManager::StopMark;
+
+// Both roots at the moment when a piece of work begins. (The other root's manager is not made for it alone.)
+struct StopMarks {
+    StopMark main = MainIndex().StopsSoFar();
+    std::optional<StopMark> other = MarkOf(OtherIndexInUse());
+
+    static std::optional<StopMark> MarkOf(const IndexManager* manager) {
+        return manager ? std::optional(manager->StopsSoFar()) : std::nullopt;
+    }
+};
+
+// Without a month: each month of the year that has a folder.
+void UpdateIn(IndexManager& manager, int year, int month, StopMark since) {
+    if (month != 0) {
+        manager.Update(year, month, 0, since);
+        return;
+    }
+    for (const CalendarDate& one : ListMonths(manager.dataRoot, year))
+        manager.Update(year, one.month, 0, since);
+}
+
+void UpdateBothRoots(int year, int month, const StopMarks& since) {
     Log("Updating by backprocess: %04d/%02d", year, month);
-    MainIndex().Update(year, month, 0);
-    if (IndexManager* const other = OtherIndexInUse()) other->Update(year, month, 0);
+    UpdateIn(MainIndex(), year, month, since.main);
+    if (IndexManager* const other = OtherIndexInUse())
+        UpdateIn(*other, year, month, since.other.value_or(other->StopsSoFar()));
     Log("Updated: %04d/%02d", year, month);
     Log("----------------------------------");
 }
+
+}  // namespace
+
+void UpdateMonthOfBothRoots(int year, int month) { UpdateBothRoots(year, month, StopMarks()); }
 
 int CountBackgroundUpdates() { return updates; }
 
@@ -29,14 +60,15 @@ void StartBackgroundUpdate(int yearTimes100PlusMonth) {
     running = 1;
     ++updates;
     Thread thread;
-    const bool started = thread.StartSuspended("IndexUpdate", [yearTimes100PlusMonth, &running] {
-        running = 1;
-        UpdateMonthOfBothRoots(yearTimes100PlusMonth / 100, yearTimes100PlusMonth % 100);
-        // Also when another one still runs: meant, and held by
-        // ConnectedIndexTest.FlagIsClearedByTheFirstThatEnds.
-        running = 0;
-        --updates;
-    });
+    const bool started =
+        thread.StartSuspended("IndexUpdate", [yearTimes100PlusMonth, &running, since = StopMarks()] {
+            running = 1;
+            UpdateBothRoots(yearTimes100PlusMonth / 100, yearTimes100PlusMonth % 100, since);
+            // Also when another one still runs: meant, and held by
+            // ConnectedIndexTest.FlagIsClearedByTheFirstThatEnds.
+            running = 0;
+            --updates;
+        });
     if (!started) {
         running = 0;
         --updates;

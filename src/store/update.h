@@ -4,9 +4,9 @@
 
 namespace kalmora {
 
-// Updates a month of both roots on a thread of its own at the lowest priority;
+// Updates a month of both roots (of month 0: the year) on a thread of its own at the lowest priority;
 // State().BackgroundUpdateRunning is set while it runs. Does not ask whether another one runs: the months'
-// gates sort that out.
+// gates sort that out. A stop of the indexing (StopIndexing) after this call ends it.
 void StartBackgroundUpdate(int yearTimes100PlusMonth);
 // How many such threads run. Any thread.
 int CountBackgroundUpdates();

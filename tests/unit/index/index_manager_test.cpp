@@ -11,6 +11,7 @@
 namespace kalmora {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -129,16 +130,40 @@ TEST_F(IndexManagerLoad, MonthsAreNotLoadedWhenInterrupted) {
 
 // ---- stopping
 
-TEST_F(IndexManagerStop, RequestWithoutWorkEndsTheNextCallThatMeetsAListedMonth) {
+// Turning the indexing off while nothing ran swallowed the next two updates.
+TEST_F(IndexManagerStop, RequestWithoutWorkEndsNothingLater) {
     manager.Load(2008, 11, 0);
     manager.RequestStop();
     manager.Load(2008, 11, 0);
-    EXPECT_FALSE(manager.IsLoaded(2008, 11, 0));
-    // The listed month had been asked too, as the last target.
-    manager.Load(2008, 11, 0);
-    EXPECT_FALSE(manager.IsLoaded(2008, 11, 0));
-    manager.Load(2008, 11, 0);
     EXPECT_TRUE(manager.IsLoaded(2008, 11, 0));
+    PutInDay("b.txt");
+    manager.RequestStop();
+    manager.Update(2008, 11, 0);
+    EXPECT_THAT(IndexOf(), HasSubstr("b.txt"));
+}
+
+TEST_F(IndexManagerStop, RequestBetweenTheOrderAndItsWorkEndsIt) {
+    manager.Load(2008, 11, 0);
+    PutInDay("b.txt");
+    const auto ordered = manager.StopsSoFar();
+    manager.RequestStop();
+    manager.Update(2008, 11, 0, ordered);
+    EXPECT_THAT(IndexOf(), Not(HasSubstr("b.txt")));
+}
+
+TEST_F(IndexManagerStop, RequestEndsAllThatRuns) {
+    manager.Load(2008, 10, 0);
+    manager.Load(2008, 11, 0);
+    std::vector<std::string> texts;
+    OnProgress = [&, days = 0](double, const std::string& text) mutable {
+        texts.push_back(text);
+        // Another update begins while this one runs, and then both are stopped.
+        if (++days == 5) manager.Update(2008, 10, 0);
+        if (days == 10) manager.RequestStop();
+    };
+    manager.Update(2008, 11, 0);
+    EXPECT_THAT(texts, Contains("Canceled. (2008/10)"));
+    EXPECT_EQ(texts.back(), "Canceled. (2008/11)");
 }
 
 TEST_F(IndexManagerStop, RunningLoadOfAListedMonthIsCanceled) {
@@ -163,7 +188,6 @@ TEST_F(IndexManagerStop, FirstTouchIsCanceledToo) {
     manager.Load(2008, 11, 0);
     EXPECT_FALSE(HasIndex(28));
     OnProgress = nullptr;
-    manager.Load(2008, 11, 0);  // the blank record has been asked to stop as well
     manager.Load(2008, 11, 0);
     EXPECT_TRUE(manager.IsLoaded(2008, 11, 0));
     EXPECT_TRUE(HasIndex(28));
@@ -181,9 +205,11 @@ TEST_F(IndexManagerStop, YearEndsAtTheMonthThatWasStopped) {
 TEST_F(IndexManagerStop, MonthsThatAreNotTheTargetGoOn) {
     manager.Load(2008, 10, 0);
     manager.Load(2008, 11, 0);
-    manager.RequestStop();
-    EXPECT_TRUE(manager.FindMonth(2008, 11)->stopRequest);
-    EXPECT_FALSE(manager.FindMonth(2008, 10)->stopRequest);
+    const MonthIndex::Work onOctober(*manager.FindMonth(2008, 10)), onNovember(*manager.FindMonth(2008, 11));
+    OnProgress = [&](double, const std::string&) { manager.RequestStop(); };
+    manager.Load(2008, 11, 0);
+    EXPECT_TRUE(onNovember.IsStopped());
+    EXPECT_FALSE(onOctober.IsStopped());
 }
 
 TEST_F(IndexManagerStop, BothManagersAreStoppedAndTheReasonTold) {
@@ -192,22 +218,25 @@ TEST_F(IndexManagerStop, BothManagersAreStoppedAndTheReasonTold) {
     MainIndex().Load(2008, 11, 0);
     OtherIndex().Load(2008, 11, 0);
     const std::string log = LogOf([] {
-        StopIndexing("stop by user");
         StopIndexing(nullptr);
+        OnProgress = [](double, const std::string&) { StopIndexing("stop by user"); };
+        MainIndex().Update(2008, 11, 0);
+        OtherIndex().Update(2008, 11, 0);
+        OnProgress = nullptr;
     });
     EXPECT_THAT(log, HasSubstr("[Stop Indexing] stop by user"));
     EXPECT_THAT(log, HasSubstr("[Stop Indexing] none"));
     EXPECT_THAT(log, HasSubstr("[Month] Stop indexing (2008/11)"));
-    EXPECT_TRUE(MainIndex().FindMonth(2008, 11)->stopRequest);
-    EXPECT_TRUE(OtherIndex().FindMonth(2008, 11)->stopRequest);
+    EXPECT_EQ(MainIndex().FindMonth(2008, 11)->lastUpdateSeconds, 0);
+    EXPECT_EQ(OtherIndex().FindMonth(2008, 11)->lastUpdateSeconds, 0);
 }
 
 TEST_F(IndexManagerStop, OtherManagerIsLeftAloneWhileItIsNotUsed) {
     State().OtherDirectory = MakeFolder("other");
     State().UseOtherFolder = false;
-    OtherIndex().Load(2008, 11, 0);
+    const auto before = OtherIndex().StopsSoFar();
     StopIndexing("test");
-    EXPECT_FALSE(OtherIndex().FindMonth(2008, 11)->stopRequest);
+    EXPECT_EQ(OtherIndex().StopsSoFar(), before);
     EXPECT_EQ(OtherIndexInUse(), nullptr);
     State().UseOtherFolder = true;
     EXPECT_EQ(OtherIndexInUse(), &OtherIndex());
@@ -287,15 +316,26 @@ TEST_F(IndexManagerUpdate, AgeIsCountedFromTheLastUpdateOrTheStart) {
     EXPECT_EQ(manager.SecondsSinceUpdate(2008, 11), 43201);
 }
 
-TEST_F(IndexManagerUpdate, StopRequestEndsItAndIsTakenBack) {
+// With only a year in view, the year's own folder got an index file.
+TEST_F(IndexManagerUpdate, BareYearIsUpdatedMonthByMonthAndGetsNoIndexOfItsOwn) {
+    PutInDay("b.txt");
+    UpdateMonthOfBothRoots(2008, 0);
+    EXPECT_THAT(IndexOf(), HasSubstr("b.txt"));
+    MainIndex().Load(2008, 0, 5);
+    MainIndex().Update(2008, 0, 5);
+    AddFileToIndex(root + "/2008/stray.txt");
+    for (const auto& entry : std::filesystem::directory_iterator(root + "/2008"))
+        EXPECT_TRUE(entry.is_directory()) << entry.path();
+}
+
+TEST_F(IndexManagerUpdate, StopRequestEndsItAndNotTheNextOne) {
     manager.Load(2008, 11, 0);
     manager.Load(2008, 11, 0);
     PutInDay("b.txt");
-    manager.RequestStop();
+    OnProgress = [&](double, const std::string&) { manager.RequestStop(); };
     manager.Update(2008, 11, 0);
     EXPECT_THAT(IndexOf(), Not(HasSubstr("b.txt")));
-    manager.Update(2008, 11, 0);  // the month's own request
-    EXPECT_THAT(IndexOf(), Not(HasSubstr("b.txt")));
+    OnProgress = nullptr;
     manager.Update(2008, 11, 0);
     EXPECT_THAT(IndexOf(), HasSubstr("b.txt"));
 }

@@ -103,8 +103,9 @@ TEST_F(SearchRangeTest, StopRequestLeavesAPartialResultWithoutTheLastLine) {
     EXPECT_THAT(NamesOf(found), ElementsAre("early.txt"));
     EXPECT_EQ(texts.size(), 10u);
     EXPECT_EQ(texts.back(), "Searching (2008/11)");
-    EXPECT_FALSE(month.stopRequest) << "taken back";
     EXPECT_FALSE(month.searching);
+    OnProgress = nullptr;
+    EXPECT_TRUE(SearchMonth(month, Matcher("cat"), Never, found)) << "a stop is for what runs";
 }
 
 TEST_F(SearchRangeTest, StopRequestOfAMonthLeavesTheOtherMonths) {
@@ -112,7 +113,7 @@ TEST_F(SearchRangeTest, StopRequestOfAMonthLeavesTheOtherMonths) {
     PutNote({2008, 4, 2}, "april.txt", "a cat");
     FindIn({2008, 0, 0});
     OnProgress = [](double, const std::string& text) {
-        if (text == "Searching (2008/03)") MainIndex().FindMonth(2008, 3)->stopRequest = true;
+        if (text == "Searching (2008/03)") MainIndex().FindMonth(2008, 3)->RequestStop();
     };
     EXPECT_THAT(FindIn({2008, 0, 0}), ElementsAre("april.txt"));
     EXPECT_FALSE(whole);

@@ -94,7 +94,7 @@ TEST_F(SearchRunTest, StoppedRunIsNotKept) {
 TEST_F(SearchRunTest, PartialResultIsShownAndNotReliedUpon) {
     Find("cat", Year());
     OnProgress = [](double, const std::string& text) {
-        if (text == "Searching (2008/12)") MainIndex().FindMonth(2008, 12)->stopRequest = true;
+        if (text == "Searching (2008/12)") MainIndex().FindMonth(2008, 12)->RequestStop();
     };
     ResetSearch();
     EXPECT_THAT(Find("cat", Year()), ElementsAre("a.txt"));

@@ -267,7 +267,8 @@ TEST_F(ConnectedIndexTest, ButtonTurnsTheWorkOnAndStopsItWhenItTurnsItOff) {
     PressIndexing();
     EXPECT_FALSE(state_.IndexingEnabled);
     EXPECT_THAT(Logged(), HasSubstr("[Stop Indexing] stop by user\n"));
-    EXPECT_TRUE(MainIndex().FindMonth(2008, 11)->stopRequest);
+    MainIndex().Load(2008, 11, 0);
+    EXPECT_TRUE(MainIndex().IsLoaded(2008, 11, 0)) << "it stops what runs, and nothing later";
 }
 
 TEST_F(ConnectedIndexTest, ProgressIsDrawnOnTheWindow) {
