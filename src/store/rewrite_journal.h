@@ -26,7 +26,7 @@ struct RewriteNote {
         InPlace = 1,   // bytes are written over bytes
         Inserted = 2,  // space is inserted at `offset`, then bytes are written over what stands there
         Copied = 3,    // the file is written anew from `offset` on; a copy of it stands in the Temp folder
-        Tool = 4       // an outside program writes the file from that copy
+        Tool = 4  // an outside program wrote the file from that copy: earlier versions of this one did so
     };
 
     Road road = Road::InPlace;

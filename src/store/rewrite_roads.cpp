@@ -320,22 +320,12 @@ Settled SettleNote(const RewriteNote& note, const std::string& tempFolder) {
 Settled UndoNote(EditFile& file, const RewriteNote& note, const std::string& tempFolder) {
     bool hasCopy = false;
     const Standing standing = LookAtFile(file, note, tempFolder, hasCopy);
-    const bool needsCopy = note.road == Road::Copied || note.road == Road::Tool;
+    const bool needsCopy = note.road == Road::Copied;
     if (standing == Standing::Foreign && hasCopy == needsCopy) {
         if (hasCopy) KeepCopy(note, tempFolder);
         return Settled::LeftAlone;
     }
     return PutBack(file, note, tempFolder) ? Settled::Mended : Settled::Waits;
-}
-
-Settled UndoTool(const RewriteNote& note, ToolWork left, const std::string& tempFolder) {
-    const auto status = files::GetStatus(note.path);
-    const bool isSame = status && status->volume == note.volume && status->identity == note.identity;
-    if (status && !isSame && left == ToolWork::Other) {
-        KeepCopy(note, tempFolder);
-        return Settled::LeftAlone;
-    }
-    return PutBackByPath(note, tempFolder) ? Settled::Mended : Settled::Waits;
 }
 
 }  // namespace kalmora

@@ -31,8 +31,4 @@ Settled SettleNote(const RewriteNote& note, const std::string& tempFolder);
 // After a failure: back to the old file, times included, and flushed. `file` is the one that was written.
 Settled UndoNote(files::EditFile& file, const RewriteNote& note, const std::string& tempFolder);
 
-// The same after an outside program, which may have removed the file. Another file that is whole stands where
-// somebody else has put it.
-Settled UndoTool(const RewriteNote& note, ToolWork left, const std::string& tempFolder);
-
 }  // namespace kalmora

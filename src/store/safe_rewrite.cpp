@@ -468,52 +468,6 @@ std::vector<RewriteResult> SafeRewriteAll(
     return results;
 }
 
-RewriteResult RewriteByTool(const std::string& path, const std::function<bool(const std::string& copy)>& run,
-                            const std::function<ToolWork()>& look) {
-    TempSession session(State().TempFolder);
-    RewriteResult result = session.Open();
-    Job job;
-    if (result == RewriteResult::Written) result = OpenJob(path, job);
-    job.note.road = Road::Tool;
-    job.note.copyName = "$" + GetFileName(path);
-    const std::string copy = files::Join(session.Folder(), job.note.copyName);
-    if (result == RewriteResult::Written) result = ResultOf(files::CopyFile(path, copy));
-    if (result == RewriteResult::Written) {
-        if (const auto status = files::GetStatus(copy); !status || status->size != job.note.oldSize)
-            result = RewriteResult::Changed;
-        if (result == RewriteResult::Written) result = ResultOf(session.Announce({job.note}));
-        if (result == RewriteResult::Written && !IsUntouched(job)) {
-            result = RewriteResult::Changed;
-            session.Finish(RewriteJournal::Clearing::Flushed);
-        }
-        if (result != RewriteResult::Written) files::RemoveFile(copy);
-    }
-    if (result != RewriteResult::Written) {
-        LogResult(path, result);
-        return result;
-    }
-    bool isWritten = run(copy);
-    const ToolWork left = look();
-    if (const auto named = files::GetStatus(path); isWritten && (!named || named->size == 0)) {
-        Log("Error: Create File (0byte) %s", path.c_str());
-        isWritten = false;
-    }
-    EditFile written;
-    isWritten = isWritten && left == ToolWork::Good && written.Open(path) == FileResult::Done &&
-                written.SetTimes(job.before.accessed, LocalClockAsFileTime()) &&
-                written.Flush() == FileResult::Done;
-    Settled undone = Settled::Whole;
-    if (!isWritten) {
-        undone = UndoTool(job.note, left, session.Folder());
-        result = undone == Settled::LeftAlone ? RewriteResult::Changed : RewriteResult::Failed;
-        if (undone == Settled::Waits) session.Leave(job.note);
-    }
-    session.Finish(RewriteJournal::Clearing::Flushed);
-    if (undone != Settled::Waits) files::RemoveFile(copy);
-    LogResult(path, result);
-    return result;
-}
-
 int SettleRewrites(const std::string& tempFolder) {
     if (!files::IsFolder(tempFolder)) return 0;
     TempSession session(tempFolder);

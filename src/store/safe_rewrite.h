@@ -46,7 +46,7 @@ enum class RewriteResult {
     NoSpace,   // on its disk or on that of the Temp folder
     InUse,     // another program has it locked, or the Temp folder's lock
     Changed,   // another program wrote or replaced it meanwhile
-    Failed     // the disk or an outside program failed; the file is as it was
+    Failed     // the disk failed; the file is as it was
 };
 
 // "written", "unchanged" and so on: for results, logs and messages.
@@ -88,25 +88,12 @@ using PlanChange = std::function<RewriteResult(FileChange& change)>;
 
 RewriteResult SafeRewrite(const std::string& path, const PlanChange& plan);
 
-// What an outside program has left of a file.
-enum class ToolWork {
-    Good,
-    Other,  // whole, but not what was to be made
-    Broken
-};
-
 // Many files, in groups that share their flushes: with the same safety for each, many times faster than one
 // by one. `plan` is called with the place of the path in the list, once for each, in order. A path that
 // stands twice in the list is changed twice.
 std::vector<RewriteResult> SafeRewriteAll(
     std::span<const std::string> paths,
     const std::function<RewriteResult(std::size_t index, FileChange& change)>& plan);
-
-// For an outside program that writes the file: `run` gets the path of a copy, to read, and writes the file at
-// its path; `look` says what stands there then. Unless both are content the file is put back, and the result
-// is Failed. The caller's own reasons for that go to the log.
-RewriteResult RewriteByTool(const std::string& path, const std::function<bool(const std::string& copy)>& run,
-                            const std::function<ToolWork()>& look);
 
 // Makes whole what an earlier run left behind. The program calls it at start before it sweeps the Temp
 // folder; every rewrite does the same by itself. While another program or thread is writing, which has done

@@ -328,68 +328,6 @@ TEST_F(SafeRewriteTest, TwoThreadsWriteOneAfterTheOther) {
     EXPECT_EQ(ContentOf(path), std::to_string(2 * kTurns));
 }
 
-// ---- outside programs
-TEST_F(SafeRewriteTest, OutsideProgramReadsTheCopyAndWritesTheFile) {
-    const std::string path = Put("a.bin", "old words");
-    std::string copied;
-    const RewriteResult result = RewriteByTool(
-        path,
-        [&](const std::string& copy) {
-            copied = ContentOf(copy);
-            EXPECT_EQ(copy, At("Temp/$a.bin"));
-            Put("a.bin", "the program's");
-            return true;
-        },
-        [] { return ToolWork::Good; });
-    EXPECT_EQ(result, RewriteResult::Written);
-    EXPECT_EQ(copied, "old words");
-    EXPECT_EQ(ContentOf(path), "the program's");
-    EXPECT_THAT(InTemp(), ElementsAre("rewrite.journal", "rewrite.lock"));
-}
-
-TEST_F(SafeRewriteTest, WhatAnOutsideProgramSpoiltIsPutBack) {
-    OpenLog(At("log"));
-    const std::string path = Put("a.bin", "old words");
-    const FileTime written = files::GetStatus(path)->written;
-    for (const auto& [content, says, left] : {std::tuple{"broken", true, ToolWork::Broken},
-                                              {"other", true, ToolWork::Other},
-                                              {"good", false, ToolWork::Good},
-                                              {"", true, ToolWork::Broken},
-                                              {"gone", false, ToolWork::Broken}}) {
-        const RewriteResult result = RewriteByTool(
-            path,
-            [&](const std::string&) {
-                if (std::string_view(content) == "gone")
-                    std::filesystem::remove(path);
-                else
-                    Put("a.bin", content);
-                return says;
-            },
-            [&] { return left; });
-        EXPECT_EQ(result, RewriteResult::Failed) << content;
-        EXPECT_EQ(ContentOf(path), "old words") << content;
-        EXPECT_EQ(files::GetStatus(path)->written, written) << content;
-        EXPECT_THAT(InTemp(), ElementsAre("rewrite.journal", "rewrite.lock")) << content;
-    }
-    EXPECT_THAT(Log(), testing::HasSubstr("Error: Create File (0byte) " + path));
-}
-
-TEST_F(SafeRewriteTest, FileThatSomebodyPutThereMeanwhileStays) {
-    const std::string path = Put("a.bin", "old words");
-    const RewriteResult result = RewriteByTool(
-        path,
-        [&](const std::string&) {
-            Put("b.bin", "somebody else's");
-            std::filesystem::rename(At("b.bin"), path);
-            return false;
-        },
-        [] { return ToolWork::Other; });
-    EXPECT_EQ(result, RewriteResult::Changed);
-    EXPECT_EQ(ContentOf(path), "somebody else's");
-    EXPECT_THAT(InTemp(), ElementsAre("kept-a.bin", "rewrite.journal", "rewrite.lock"));
-    EXPECT_EQ(ContentOf(At("Temp/kept-a.bin")), "old words");
-}
-
 // ---- what an earlier run left
 TEST_F(CutOffTest, TornFileIsMended) {
     const std::string path = Put("a.bin", "old words");
@@ -413,6 +351,20 @@ TEST_F(CutOffTest, FileIsMendedFromItsCopy) {
         EXPECT_EQ(ContentOf(path), std::string_view(torn) == "newer words" ? "newer words" : "old words")
             << torn;
         EXPECT_THAT(InTemp(), ElementsAre("rewrite.journal", "rewrite.lock")) << torn;
+    }
+}
+
+TEST_F(CutOffTest, FileThatAnEarlierVersionLeftToAProgramIsMended) {
+    for (const char* left : {"old words", "old wo", "the program's", ""}) {
+        const std::string path = Put("a.bin", "old words");
+        RewriteNote note = NoteOf(path, RewriteNote::Road::Tool);
+        note.copyName = "$a.bin";
+        Put("Temp/$a.bin", "old words");
+        Leave({note});
+        std::ofstream(path, std::ios::binary) << left;
+        SettleRewrites(At("Temp"));
+        EXPECT_EQ(ContentOf(path), "old words") << left;
+        EXPECT_THAT(InTemp(), ElementsAre("rewrite.journal", "rewrite.lock")) << left;
     }
 }
 
