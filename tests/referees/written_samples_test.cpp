@@ -197,7 +197,20 @@ bool MayDiffer(const std::string& key, const Write& write, bool hadExif) {
         return true;
     if (key == "File:Comment") return false;  // a segment of its own
     return write.tags.contains(name) || write.tags.contains(key) || (!hadExif && ours.contains(name)) ||
-           name == "ExifTag";  // where the Exif directory stands
+           name == "ExifTag" || name == "InteroperabilityTag";  // where a directory stands
+}
+
+// A directory said to stand behind the block can be broken inside a block that has grown: the reader finds
+// other words for the same fault.
+std::string FaultOf(const std::string& warning) {
+    if (const auto end = warning.find(" SubDirectory start"); end != std::string::npos)
+        return warning.substr(0, end);
+    return warning.substr(0, warning.find(" directory"));
+}
+
+bool HoldsFault(const std::multiset<std::string>& warnings, const std::string& fault) {
+    return std::any_of(warnings.begin(), warnings.end(),
+                       [&](const std::string& warning) { return FaultOf(warning) == fault; });
 }
 
 class WrittenSamplesTest : public testing::Test {
@@ -277,7 +290,7 @@ TEST_F(WrittenSamplesTest, SayToOtherReadersWhatTheySaid) {
             for (const std::string& warning : newWarnings[name]) {
                 // The form of the date in a PNG is the format's own.
                 if (warning.find("Non standard PNG date/time format") != std::string::npos) continue;
-                EXPECT_TRUE(warnings[name].contains(warning)) << warning;
+                EXPECT_TRUE(HoldsFault(warnings[name], FaultOf(warning))) << warning;
             }
             const std::string& before = contents[name];
             const std::string after = ContentOf(PathOf(name));

@@ -188,8 +188,20 @@ TEST_F(SafeRewriteTest, EachResultHasAName) {
     std::vector<std::string> names;
     for (int i = 0; i <= static_cast<int>(RewriteResult::Failed); ++i)
         names.emplace_back(NameOf(static_cast<RewriteResult>(i)));
-    EXPECT_THAT(names, ElementsAre("written", "unchanged", "unreadable", "unsupported", "too large", "denied",
-                                   "no space", "in use", "changed meanwhile", "failed"));
+    EXPECT_THAT(names,
+                ElementsAre("written", "unchanged", "unreadable", "unsupported", "unsupported", "unsupported",
+                            "unsupported", "unsupported", "unsupported", "too large", "too large", "denied",
+                            "no space", "in use", "changed meanwhile", "failed"));
+}
+
+TEST_F(SafeRewriteTest, WhatCannotBeChangedWithoutGuessingHasAReasonOfItsOwn) {
+    std::set<std::string> reasons;
+    for (int i = 0; i <= static_cast<int>(RewriteResult::Failed); ++i)
+        if (const char* reason = ReasonOf(static_cast<RewriteResult>(i))) reasons.insert(reason);
+    EXPECT_THAT(reasons, testing::SizeIs(6));
+    EXPECT_STREQ(ReasonOf(RewriteResult::NoteUnclear), "its maker note could not be followed");
+    EXPECT_EQ(ReasonOf(RewriteResult::TooLarge), nullptr);
+    EXPECT_EQ(ReasonOf(RewriteResult::Denied), nullptr);
 }
 
 TEST_F(SafeRewriteTest, FileThatCannotBeWrittenIsLeft) {
