@@ -15,12 +15,6 @@ using testing::IsEmpty;
 
 using ImportArrivalsTest = ImportTest;
 
-std::string CommentOf(const std::string& path) {
-    CPhoto photo(path);
-    const std::string* comment = photo.GetComment();
-    return comment ? *comment : "";
-}
-
 TEST(ArrivalRecords, AreReadUpToTheFirstThatDoesNotAddUp) {
     const std::string one = MakeWordsRecord({"/d/a.jpg", "words\r\nof two lines", 12, {34}});
     const std::string other = MakeWordsRecord({"/d/\xE9.jpg", "w", 0, {0}});

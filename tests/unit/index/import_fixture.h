@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "media/photo.h"
 #include "store/import.h"
 #include "store/import_source.h"
 #include "unit/index/index_fixture.h"
@@ -43,6 +44,11 @@ protected:
     }
     static bool SetLastWrite(const std::string& path, const SystemTime& local) {
         return files::SetTimes(path, ToFileTime(local), ToFileTime(local));
+    }
+    static std::string CommentOf(const std::string& path) {
+        CPhoto photo(path);
+        const std::string* comment = photo.GetComment();
+        return comment ? *comment : "";
     }
     ImportSummary Import() {
         told.clear();
