@@ -1,3 +1,4 @@
+// The whole program in one executable, as the sanitizers want it.
 #include "cli/command_line.h"
 #include "platform/clock.h"
 

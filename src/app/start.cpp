@@ -153,14 +153,21 @@ void PlayFirstMusic() {
     if (State().SoundMode && !music.empty()) Hooks().PlayMusic(music);
 }
 
-}  // namespace
-
-void TellOnScreen(const std::string& words) {
+// Gives the exit code.
+int Refuse(const Obstacle& obstacle) {
+    std::fprintf(stderr, "kalmora: %s\n", obstacle.words.c_str());
+    if (obstacle.kind == Obstacle::Kind::Option) return 1;
+    // Who starts it from a menu does not see standard error.
     const auto application = Application::Create("Kalmora", Application::Display::Desktop);
-    if (application) ShowMessage(nullptr, "Kalmora", words, MessageButtons::Ok);
+    if (application) ShowMessage(nullptr, "Kalmora", obstacle.words, MessageButtons::Ok);
+    return 1;
 }
 
+}  // namespace
+
 int RunDesktop(const StartOptions& options) {
+    const Obstacle obstacle = FindObstacle(options);
+    if (obstacle.kind != Obstacle::Kind::None) return Refuse(obstacle);
     const auto end = std::make_shared<ProgramEnd>(ProgramEnd::Steps{SaveAll, [] { std::_Exit(0); }});
     const std::unique_ptr<Application> application = StartPlatform(options);
     if (!application) {

@@ -62,12 +62,9 @@ int AfterPrinting(int status) {
 constexpr char kSummary[] =
     "Kalmora, a life-log calendar over an ordinary folder tree. Without a verb it opens its window.";
 
-// Says why the program does not run, and gives the exit status.
+// Says why the verb does not run, and gives the exit status.
 int Refuse(const CLI::App& app, const Obstacle& obstacle) {
     std::fprintf(stderr, "kalmora: %s\n", obstacle.words.c_str());
-    const bool isWindow = app.get_subcommands().empty();
-    // Who starts it from a menu does not see standard error.
-    if (isWindow && obstacle.kind == Obstacle::Kind::File) TellOnScreen(obstacle.words);
     // The 1 of a search says that nothing was found.
     return app.got_subcommand("search") ? kWrongUse : kFailed;
 }
@@ -85,13 +82,14 @@ std::string CommandLineManual() {
 int RunCommandLine(int argc, char** argv) {
     CLI::App app(kSummary, "kalmora");
     StartOptions options;
-    VerbRun run = RunDesktop;
+    VerbRun run;
     Describe(app, options, run);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return AfterPrinting(app.exit(error) == 0 ? 0 : kWrongUse);
     }
+    if (!run) return AfterPrinting(RunDesktop(options));
     const Obstacle obstacle = FindObstacle(options);
     return obstacle.kind == Obstacle::Kind::None ? AfterPrinting(run(options)) : Refuse(app, obstacle);
 }

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "app/app_state.h"
-#include "app/import_dialog.h"
+#include "app/day_end.h"
 #include "cli/iso_date.h"
 #include "cli/photo_verb.h"
 #include "cli/progress_bar.h"

@@ -1,23 +1,15 @@
-// kalmora rotate: a JPEG turned without loss.
-#include <CLI/CLI.hpp>
-#include <memory>
+#include "cli/rotate.h"
+
 #include <nlohmann/json.hpp>
 
 #include "app/app_state.h"
 #include "cli/photo_verb.h"
-#include "cli/verbs.h"
 #include "media/rotation.h"
 #include "platform/files.h"
 
 namespace kalmora {
 
 namespace {
-
-struct RotateOptions {
-    std::string file;
-    int degrees = 0;
-    bool json = false;
-};
 
 std::string WordsFor(RotateResult result) {
     switch (result) {
@@ -45,6 +37,8 @@ std::string WordsFor(RotateResult result) {
     return "failed";
 }
 
+}  // namespace
+
 int RunRotate(const StartOptions& start, const RotateOptions& options) {
     PrepareToWrite(start);
     const std::string path = AbsoluteFilePath(options.file);
@@ -59,21 +53,6 @@ int RunRotate(const StartOptions& start, const RotateOptions& options) {
     else
         report.Failed(options.file, WordsFor(result));
     return report.Finish();
-}
-
-}  // namespace
-
-void AddRotateVerb(CLI::App& app, VerbRun& run) {
-    auto options = std::make_shared<RotateOptions>();
-    CLI::App* verb = app.add_subcommand("rotate", "Turn a JPEG clockwise without loss");
-    verb->add_flag("--json", options->json, "Print an array with one object");
-    verb->add_option("FILE", options->file, "The photo")->required();
-    verb->add_option("DEGREES", options->degrees, "90, 180 or 270")
-        ->required()
-        ->check(CLI::IsMember({90, 180, 270}));
-    verb->callback([options, &run] {
-        run = [options](const StartOptions& start) { return RunRotate(start, *options); };
-    });
 }
 
 }  // namespace kalmora

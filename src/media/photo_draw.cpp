@@ -1,8 +1,8 @@
 // CPhoto's painting. Sizes are whole-number divisions throughout, as the views' placement counts on them.
 #include <algorithm>
-#include <limits>
 
 #include "app/app_state.h"
+#include "media/mul_div.h"
 #include "media/photo.h"
 #include "media/text_card.h"
 #include "platform/files.h"
@@ -19,12 +19,6 @@ constexpr int kSmallHeight = 120;
 constexpr int kLayoutScale = 2000;                   // what a layout fraction counts to
 constexpr int kSmallestEstimated = 40;               // the longer side where scale and setting leave none
 constexpr int kCardWidth = 1024, kCardHeight = 768;  // the shape of a text card
-
-// value * by / divisor without overflow; divisor is not 0.
-std::int32_t MulDiv(std::int64_t value, std::int64_t by, std::int64_t divisor) {
-    constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
-    return static_cast<std::int32_t>(std::clamp(value * by / divisor, -kMost, kMost));
-}
 
 // The device pixels that the decoder has to give so that the picture covers the area, whatever its shape; no
 // more than it has.
@@ -55,32 +49,6 @@ Mark LoadMovieMark(double scale) {
 }
 
 }  // namespace
-
-void CPhoto::EnsureImageSize(const std::string& picture) {
-    if (imageWidth >= 0 && imageHeight >= 0) return;
-    const Size size = images::Measure(picture);
-    imageWidth = size.width;
-    imageHeight = size.height;
-}
-
-void CPhoto::FitLongerSide(int longerSide) {
-    if (imageHeight < imageWidth) {
-        displayWidth = longerSide;
-        displayHeight = MulDiv(longerSide, imageHeight, imageWidth);
-    } else {
-        displayWidth = MulDiv(imageWidth, longerSide, imageHeight);
-        displayHeight = longerSide;
-    }
-}
-
-void CPhoto::MeasureImage() {
-    if (kind != kKindImage) return;
-    EnsureImageSize(path);
-    if (imageWidth <= 0 || imageHeight <= 0)
-        displayWidth = displayHeight = 0;
-    else
-        FitLongerSide(State().ThumbnailMaxSize);
-}
 
 std::string CPhoto::PreparePicture() {
     std::string picture = kind == kKindMovie ? MovieFrame(path) : path;

@@ -25,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::span<const std::uint8_t> bytes(data, size);
     const qt::MemorySource source(bytes);
     qt::MeasureJpeg(source);
-    qt::MeasureByHead(source);
+    qt::ReadPictureHead(source);
     images::EmbeddedPreview embedded;
     embedded.orientation = size == 0 ? 1 : data[size - 1] % 10;
     Check(qt::DecodePicture(source, Size{}, images::Preview::Never, embedded));

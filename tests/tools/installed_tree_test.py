@@ -49,6 +49,12 @@ class InstalledTree(unittest.TestCase):
         missing = [name for name in FILES if not os.path.exists(os.path.join(self.root, name))]
         self.assertEqual(missing, [])
 
+    def test_the_window_is_found_from_the_installed_program(self):
+        shot = subprocess.run([os.path.join(self.root, "bin/kalmora"), "--home", os.path.join(self.root, "home"), "shot",
+                               "--size", "1x", "--out", "x.png"], capture_output=True, text=True, check=False)
+        self.assertEqual(shot.returncode, 2, shot.stderr)
+        self.assertIn("WIDTHxHEIGHT", shot.stderr)
+
     def test_the_menu_entry_starts_the_installed_program(self):
         entry = self.read("share/applications/org.kalmora.Kalmora.desktop")
         started = re.search(r'^Exec="([^"]+)"', entry, re.MULTILINE).group(1)

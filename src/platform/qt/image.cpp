@@ -1,6 +1,5 @@
 #include "platform/image.h"
 
-#include <atomic>
 #include <cstdlib>
 #include <optional>
 
@@ -8,6 +7,7 @@
 #include "platform/qt/decoding_gate.h"
 #include "platform/qt/encode.h"
 #include "platform/qt/image_cache.h"
+#include "platform/qt/measure.h"
 #include "platform/qt/picture_decoder.h"
 #include "platform/qt/pixels.h"
 #include "platform/qt/prefetch.h"
@@ -17,8 +17,6 @@ namespace kalmora {
 namespace images {
 
 namespace {
-
-std::atomic<PreviewReader> previewReader = nullptr;
 
 // Never destroyed: threads that load pictures may outlive main.
 qt::ImageCache& Cache() {
@@ -47,13 +45,11 @@ std::optional<qt::ImageKey> KeyOf(const std::string& path, Size wanted, Preview 
 
 }  // namespace
 
-Size Measure(const std::string& path) { return qt::MeasurePicture(path, previewReader.load()); }
-
 Image Load(const std::string& path, Size wanted, Preview preview) {
     const std::optional<qt::ImageKey> key = KeyOf(path, wanted, preview);
     if (!key) return Image();
     return Cache().Get(*key, [&] {
-        qt::DecodedPicture decoded = qt::DecodePictureFile(path, wanted, preview, previewReader.load());
+        qt::DecodedPicture decoded = qt::DecodePictureFile(path, wanted, preview, qt::ThePreviewReader());
         return qt::ImageCache::Decoded{decoded.image, decoded.outcome != qt::DecodeOutcome::Unreadable};
     });
 }
@@ -78,8 +74,6 @@ CacheStatistics GetCacheStatistics() { return Cache().Statistics(); }
 void SetCacheLimit(std::size_t bytes) { Cache().SetLimit(bytes); }
 
 void ClearCache() { Cache().Clear(); }
-
-void SetPreviewReader(PreviewReader reader) { previewReader.store(reader); }
 
 bool SavePng(const Image& image, const std::string& path) {
     return !image.IsEmpty() && qt::WritePng(image.Get()->Get(), path);

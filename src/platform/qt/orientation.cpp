@@ -20,10 +20,6 @@ constexpr Turn kTurns[8] = {{false, 0},  {true, 0},   {false, 180}, {true, 180},
 
 bool SwapsSides(int orientation) { return orientation >= 5 && orientation <= 8; }
 
-Size UprightSize(Size stored, int orientation) {
-    return SwapsSides(orientation) ? Size{stored.height, stored.width} : stored;
-}
-
 QImage Upright(QImage stored, int orientation) {
     if (orientation < 2 || orientation > 8 || stored.isNull()) return stored;
     const Turn turn = kTurns[orientation - 1];

@@ -3,14 +3,11 @@
 
 #include <QImage>
 
-#include "base/geometry.h"
-
 namespace kalmora::qt {
 
 // True when the upright picture is as wide as the stored one is high. False for a value that is none of
 // the 8.
 bool SwapsSides(int orientation);
-Size UprightSize(Size stored, int orientation);
 // The stored picture turned and mirrored so that it stands upright; as it is for a value that is none of
 // the 8.
 QImage Upright(QImage stored, int orientation);

@@ -4,7 +4,6 @@
 #include "platform/qt/decoding_gate.h"
 #include "platform/qt/jpeg_decoder.h"
 #include "platform/qt/orientation.h"
-#include "platform/qt/picture_heads.h"
 #include "platform/qt/pixels.h"
 #include "platform/qt/thumbnail.h"
 #include "platform/qt/toolkit_decoder.h"
@@ -59,16 +58,6 @@ QImage DecodePicture(const ByteSource& source, Size wanted, Preview preview,
         return Upright(DecodeStored(source, wanted, preview, embedded), embedded.orientation);
     const QImage image = DecodeOther(source, wanted);
     return WithoutExcess(image, NeededSize(Size{image.width(), image.height()}, wanted));
-}
-
-Size MeasurePicture(const std::string& path, PreviewReader readPreview) {
-    const DecodingPass pass;
-    FileSource source;
-    if (!pass || !source.Open(path)) return Size{};
-    if (!LooksLikeJpeg(source)) return MeasureByHead(source);
-    const Size stored = MeasureJpeg(source);
-    if (stored.IsEmpty() || readPreview == nullptr) return stored;
-    return UprightSize(stored, readPreview(path, false).orientation);
 }
 
 DecodedPicture DecodePictureFile(const std::string& path, Size wanted, Preview preview,

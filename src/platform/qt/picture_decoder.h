@@ -9,8 +9,6 @@
 
 namespace kalmora::qt {
 
-Size MeasurePicture(const std::string& path, images::PreviewReader readPreview);
-
 enum class DecodeOutcome {
     Decoded,
     NoPicture,  // the file was read and holds no picture that can be decoded: it will not until it changes

@@ -1,5 +1,6 @@
 #include "platform/qt/picture_heads.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
@@ -187,15 +188,91 @@ Size MeasureTiff(std::span<const std::uint8_t> head, const ByteSource& source) {
     return ReadTiffDirectory(directory.Sub(layout.countLength), count.value_or(0), layout);
 }
 
-}  // namespace
+// ---- JPEG: its frame stands behind segments of any length
 
-Size MeasureByHead(const ByteSource& source) {
-    std::array<std::uint8_t, kHeadLength> buffer;
-    const std::span<const std::uint8_t> head(buffer.data(), source.ReadAt(0, buffer));
+// Those that the codec decodes: baseline, extended and progressive, with either coding.
+bool IsFrame(std::uint8_t marker) {
+    return marker == 0xC0 || marker == 0xC1 || marker == 0xC2 || marker == 0xC9 || marker == 0xCA;
+}
+
+// A frame of another kind, a second beginning, or the end: no picture comes behind.
+bool EndsHead(std::uint8_t marker) {
+    constexpr std::array<std::uint8_t, 10> kMarkers{0xC3, 0xC5, 0xC6, 0xC7, 0xCB,
+                                                    0xCD, 0xCE, 0xCF, 0xD8, 0xD9};
+    return std::find(kMarkers.begin(), kMarkers.end(), marker) != kMarkers.end();
+}
+
+bool StandsAlone(std::uint8_t marker) { return marker == 0x01 || (marker >= 0xD0 && marker <= 0xD7); }
+
+// The first marker from `at` on, and `at` set behind it. Bytes that belong to nothing may stand in front of
+// it, as the codec passes over them too.
+std::optional<std::uint8_t> NextMarker(const ByteSource& source, std::uint64_t& at) {
+    constexpr std::uint64_t kMostStray = 1 << 20;
+    const std::uint64_t last = at + kMostStray;
+    bool isFilled = false;
+    while (at < last) {
+        std::array<std::uint8_t, 64> buffer;
+        const std::size_t count = source.ReadAt(at, buffer);
+        if (count == 0) break;
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::uint8_t byte = buffer[i];
+            if (isFilled && byte != 0 && byte != 0xFF) {
+                at += i + 1;
+                return byte;
+            }
+            isFilled = byte == 0xFF;
+        }
+        at += count;
+    }
+    return std::nullopt;
+}
+
+// From behind a frame's marker. Unset when the codec would refuse it.
+Size ReadFrame(const ByteReader& frame) {
+    constexpr int kPrecision = 8, kLongestSide = 65500;
+    const Size size = SizeOf(frame.U16(5), frame.U16(3));
+    const bool isRead =
+        frame.U8(2) == kPrecision && size.width <= kLongestSide && size.height <= kLongestSide;
+    return isRead ? size : Size{};
+}
+
+// The frame's size, once the first scan shows that a picture follows.
+Size MeasureJpegFrame(const ByteSource& source) {
+    constexpr int kMostSegments = 4096;
+    constexpr std::uint8_t kFirstScan = 0xDA;
+    Size size;
+    std::uint64_t at = 2;
+    for (int i = 0; i < kMostSegments; ++i) {
+        const auto marker = NextMarker(source, at);
+        if (!marker || EndsHead(*marker)) break;
+        if (*marker == kFirstScan) return size;
+        if (StandsAlone(*marker)) continue;
+        std::array<std::uint8_t, 7> buffer;
+        const ByteReader bytes({buffer.data(), source.ReadAt(at, buffer)}, ByteOrder::Big);
+        const auto length = bytes.U16(0);
+        if (!length || *length < 2) break;
+        if (IsFrame(*marker)) size = ReadFrame(bytes);
+        at += *length;
+    }
+    return Size{};
+}
+
+Size MeasureOther(std::span<const std::uint8_t> head, const ByteSource& source) {
     for (const auto measure : {&MeasurePng, &MeasureGif, &MeasureBmp, &MeasureWebp, &MeasurePortableMap})
         if (const Size size = measure(head); !size.IsEmpty()) return size;
     if (const Size size = MeasureTiff(head, source); !size.IsEmpty()) return size;
     return MeasureIcon(head, source.Size());
+}
+
+}  // namespace
+
+PictureHead ReadPictureHead(const ByteSource& source) {
+    using Format = PictureHead::Format;
+    std::array<std::uint8_t, kHeadLength> buffer;
+    const std::span<const std::uint8_t> head(buffer.data(), source.ReadAt(0, buffer));
+    if (LittleEndian(head).StartsWith(0, "\xFF\xD8")) return {Format::Jpeg, MeasureJpegFrame(source)};
+    const Size size = MeasureOther(head, source);
+    return {size.IsEmpty() ? Format::None : Format::Other, size};
 }
 
 }  // namespace kalmora::qt

@@ -44,7 +44,7 @@ TEST_F(DecodingGateTest, PicturesAreEmptyWhileItIsClosedAndThereAgainAfterwards)
     EXPECT_TRUE(EndDecoding());
     for (const std::string& path : {photo, drawing}) {
         EXPECT_TRUE(images::Load(path, Size{}).IsEmpty());
-        EXPECT_TRUE(images::Measure(path).IsEmpty());
+        EXPECT_EQ(images::Measure(path), (Size{64, 48})) << "only the head is read";
     }
     images::Prefetch(photo, Size{});
     images::WaitForPrefetch();

@@ -16,8 +16,9 @@ using namespace std::string_literals;
 using namespace test;
 
 Size Measure(std::string_view bytes) {
-    return qt::MeasureByHead(
-        qt::MemorySource({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}));
+    return qt::ReadPictureHead(
+               qt::MemorySource({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}))
+        .size;
 }
 
 std::string Encoded(const QImage& image, const char* format) {
@@ -29,7 +30,7 @@ std::string Encoded(const QImage& image, const char* format) {
 
 TEST(PictureHeads, AgreeWithTheFilesThatTheToolkitWrites) {
     const auto known = QImageWriter::supportedImageFormats();
-    for (const char* format : {"png", "bmp", "ppm", "pgm", "pbm", "tiff", "webp", "ico"})
+    for (const char* format : {"jpg", "png", "bmp", "ppm", "pgm", "pbm", "tiff", "webp", "ico"})
         if (known.contains(format)) {
             EXPECT_EQ(Measure(Encoded(Quarters(60, 40), format)), (Size{60, 40})) << format;
         }
@@ -108,6 +109,37 @@ TEST(PictureHeads, IconWhoseFirstPictureLiesOutsideIsNone) {
     EXPECT_EQ(Measure(icon), (Size{256, 40}));
     EXPECT_EQ(Measure(std::string_view(icon).substr(0, icon.size() - 1)), kNone);
     EXPECT_EQ(Measure("\0\0\1\0\0\0"s), kNone);
+}
+
+constexpr char kScan[] = "\xFF\xDA\0\6";
+
+std::string Jpeg(const std::string& segments) { return "\xFF\xD8" + segments + std::string(kScan, 4); }
+
+std::string Frame(char kind, char precision = 8) {
+    return "\xFF"s + kind + "\0\x0B"s + precision + "\0\x28\0\x3C\1\1\x11\0"s;
+}
+
+TEST(PictureHeads, JpegFrameBehindOtherSegments) {
+    for (const char kind : {'\xC0', '\xC1', '\xC2', '\xC9', '\xCA'})
+        EXPECT_EQ(Measure(Jpeg(Frame(kind))), (Size{60, 40}));
+    const std::string frame = Frame('\xC2');
+    EXPECT_EQ(Measure(Jpeg("\xFF\xE1\0\6....\xFF\xFF\xC4\0\2"s + frame + "\xFF\xDB\0\2"s)), (Size{60, 40}));
+    EXPECT_EQ(Measure(Jpeg("\xFF\xE1\0\6...."s + std::string(100, '.') + "\xFF\0"s + frame)), (Size{60, 40}))
+        << "stray bytes, which the codec passes over too";
+    EXPECT_EQ(Measure(Jpeg("\xFF\xD0\xFF\1"s + frame)), (Size{60, 40})) << "markers without a length";
+}
+
+TEST(PictureHeads, JpegThatTheCodecRefusesIsNone) {
+    const std::string frame = Frame('\xC0');
+    EXPECT_EQ(Measure("\xFF\xD8" + frame), kNone) << "no scan";
+    EXPECT_EQ(Measure(Jpeg(std::string(kScan, 4) + "...." + frame)), kNone) << "behind the scan";
+    EXPECT_EQ(Measure(Jpeg("\xFF\xD9" + frame)), kNone) << "behind the end";
+    EXPECT_EQ(Measure(Jpeg(Frame('\xC3'))), kNone) << "lossless";
+    EXPECT_EQ(Measure(Jpeg(Frame('\xC1', 12))), kNone);
+    EXPECT_EQ(Measure(Jpeg("\xFF\xE1\0\1"s + frame)), kNone) << "shorter than its length";
+    EXPECT_EQ(Measure(Jpeg("\xFF\xE1\xFF\xFF"s + frame)), kNone);
+    EXPECT_EQ(Measure(Jpeg(frame).substr(0, 10)), kNone);
+    EXPECT_EQ(Measure("\xFF\xD8" + std::string(100, '\xFF')), kNone);
 }
 
 TEST(PictureHeads, OtherFilesAreNone) {

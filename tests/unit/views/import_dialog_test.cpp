@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "app/day_end.h"
 #include "unit/views/entered_dialog.h"
 #include "unit/views/view_fixture.h"
 
