@@ -1,5 +1,7 @@
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -135,6 +137,9 @@ protected:
         if (!there || here->volume == there->volume || above->volume == there->volume ||
             !files::IsFolderWritable("/dev/shm"))
             GTEST_SKIP() << "no second volume that this user can write to";
+        // The trash of a volume is one for all programs, so two of these tests at once would meet in it.
+        lock_ = open("/dev/shm", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        ASSERT_EQ(flock(lock_, LOCK_EX), 0);
         top_ = "/dev/shm/.Trash-" + std::to_string(geteuid());
         if (files::Exists(top_) || files::Exists("/dev/shm/.Trash"))
             GTEST_SKIP() << "somebody uses the trash there";
@@ -142,10 +147,13 @@ protected:
         there_ = files::MakeTemporaryFolder();
     }
     void TearDown() override {
-        if (there_.empty()) return;
-        files::RemoveFolderTree(there_);
-        files::RemoveFolderTree(top_);
+        if (!there_.empty()) {
+            files::RemoveFolderTree(there_);
+            files::RemoveFolderTree(top_);
+        }
+        if (lock_ >= 0) close(lock_);
     }
+    int lock_ = -1;
     std::string there_, top_;
 };
 
