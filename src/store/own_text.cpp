@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <optional>
+#include <utility>
 
 #include "platform/text.h"
 #include "store/encoding.h"
@@ -80,26 +81,40 @@ bool IsNameThere(const std::string& path) {
     return std::any_of(entries.begin(), entries.end(), [&](const auto& entry) { return entry.name == name; });
 }
 
+struct Content {
+    FileRead result = FileRead::Missing;
+    std::string bytes;  // of a file that was read
+};
+
+Content ReadContent(const std::string& path, std::size_t limit) {
+    auto bytes = files::ReadWholeFile(path, limit);
+    if (!bytes && !IsNameThere(path)) return {};
+    // Another program can make the file between the two looks, as two first starts at once do.
+    if (!bytes) bytes = files::ReadWholeFile(path, limit);
+    if (!bytes) return {FileRead::Unreadable, {}};
+    return {FileRead::Read, std::move(*bytes)};
+}
+
 }  // namespace
 
 OwnText ReadOwnText(const std::string& path, std::size_t limit) {
-    const auto content = files::ReadWholeFile(path, limit);
-    if (!content) return {IsNameThere(path) ? FileRead::Unreadable : FileRead::Missing, {}};
-    const std::string_view bytes = *content;
+    Content content = ReadContent(path, limit);
+    if (content.result != FileRead::Read) return {content.result, {}};
+    const std::string_view bytes = content.bytes;
     switch (FormOf(bytes)) {
         case Form::MarkedUtf8:
             return {FileRead::Read, FromUtf8Form(bytes.substr(kMark.size()))};
         case Form::Utf8:
             return {FileRead::Read, FromUtf8Form(bytes)};
         default:
-            return {FileRead::Read, *content};
+            return {FileRead::Read, std::move(content.bytes)};
     }
 }
 
 files::FileResult ReplaceOwnText(const std::string& path, std::string_view bytes) {
-    const auto before = files::ReadWholeFile(path, kLookedAt);
-    if (!before && IsNameThere(path)) return files::FileResult::Denied;
-    const Form form = before ? FormOf(*before) : Form::CodePage932;
+    const Content before = ReadContent(path, kLookedAt);
+    if (before.result == FileRead::Unreadable) return files::FileResult::Denied;
+    const Form form = before.result == FileRead::Read ? FormOf(before.bytes) : Form::CodePage932;
     if (form == Form::CodePage932) return files::WriteWholeFile(path, bytes);
     const std::string utf8 = ToUtf8Form(bytes);
     // Without a mark a text that is all ASCII, or no UTF-8, would be taken for the other encoding: then it is

@@ -179,6 +179,17 @@ TEST_F(WriteVerbsTest, TwoCommentsAddedAtTheSameTimeBothStand) {
             EXPECT_THAT(words, HasSubstr(side + std::to_string(i) + ".")) << i;
 }
 
+// The one that finds no extension.dat, and then the other's, once took it for one that cannot be read.
+TEST_F(WriteVerbsTest, TwoFirstStartsAtOnceBothKnowTheKindsOfFiles) {
+    const std::string rate = "'" KALMORA_PROGRAM "' --home '" + Path("new") + "$i' rate a.jpg like";
+    const std::string command = "cd '" + folder_ + "' && for i in $(seq 30); do " + rate +
+                                " >/dev/null 2>>told & " + rate + " >/dev/null 2>>told; wait; done";
+    std::system(command.c_str());  // NOLINT(bugprone-command-processor): a script does this
+    const std::string told = Content("told");
+    EXPECT_EQ(told.find("unsupported"), std::string::npos) << told;
+    EXPECT_EQ(told.find("cannot be read"), std::string::npos) << told;
+}
+
 TEST_F(WriteVerbsTest, RunsAtTheSameTimeDoNotLoseAJudgement) {
     const std::string program = "'" KALMORA_PROGRAM "' --home '" + Path("home") + "'";
     std::string command = "cd '" + folder_ + "' && for i in 1 2 3 4; do " + program +
