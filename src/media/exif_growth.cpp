@@ -198,6 +198,25 @@ private:
     std::vector<Range> noted_;
 };
 
+// True when raising the number would change something else too: in a broken block one value can lie across
+// another, or across a directory.
+bool IsSharedWithAnother(const BlockMap& map, const MovedNumber& moved) {
+    constexpr std::uint16_t kMakerNote = 0x927C;
+    const Range number{moved.at, moved.at + kFieldLength};
+    const auto isInDirectory = [&](const Directory& directory) {
+        std::uint64_t field = directory.offset + 2 + kEntryLength - kFieldLength;
+        for (const Entry& entry : directory.entries) {
+            const bool isItsOwn = number.begin == field;
+            if (!isItsOwn && number.Overlaps({field + kFieldLength - kEntryLength, field + kFieldLength}))
+                return true;
+            if (entry.IsFar() && entry.tag != kMakerNote && number.Overlaps(map.ValueOf(entry))) return true;
+            field += kEntryLength;
+        }
+        return false;
+    };
+    return isInDirectory(map.main) || (map.exif && isInDirectory(*map.exif));
+}
+
 }  // namespace
 
 BlockGrowth PlanBlockGrowth(ByteWindow& file, std::string_view block, std::uint64_t blockStart) {
@@ -211,6 +230,9 @@ BlockGrowth PlanBlockGrowth(ByteWindow& file, std::string_view block, std::uint6
     PicturesBehind(file, block, blockStart, map.note).Find(growth);
     Places places(map, blockStart, size, growth);
     for (const Outside& outside : map.outside) places.Settle(outside);
+    if (std::any_of(growth.moved.begin(), growth.moved.end(),
+                    [&](const MovedNumber& moved) { return IsSharedWithAnother(map, moved); }))
+        growth.refusal = GrowthRefusal::Block;
     return growth;
 }
 
