@@ -10,6 +10,7 @@
 #include "media/exif_reader.h"
 #include "media/jpeg_segments.h"
 #include "media/multi_picture_index.h"
+#include "media/photo_metadata.h"
 #include "platform/text.h"
 
 namespace kalmora {
@@ -21,11 +22,12 @@ using exif::EditResult;
 using exif::Home;
 
 constexpr std::uint16_t kByte = 1, kAscii = 2, kShort = 3, kLong = 4, kRational = 5, kUndefined = 7;
-constexpr std::uint16_t kXResolution = 0x011A, kYResolution = 0x011B, kResolutionUnit = 0x0128,
-                        kDateTime = 0x0132, kYCbCrPositioning = 0x0213, kExifVersion = 0x9000,
-                        kDateTimeOriginal = 0x9003, kDateTimeDigitized = 0x9004, kComponents = 0x9101,
-                        kUserComment = 0x9286, kXpComment = 0x9C9C, kFlashpixVersion = 0xA000,
-                        kColorSpace = 0xA001, kPixelWidth = 0xA002, kPixelHeight = 0xA003;
+constexpr std::uint16_t kMake = 0x010F, kXResolution = 0x011A, kYResolution = 0x011B,
+                        kResolutionUnit = 0x0128, kDateTime = 0x0132, kYCbCrPositioning = 0x0213,
+                        kExifVersion = 0x9000, kDateTimeOriginal = 0x9003, kDateTimeDigitized = 0x9004,
+                        kComponents = 0x9101, kUserComment = 0x9286, kXpComment = 0x9C9C,
+                        kFlashpixVersion = 0xA000, kColorSpace = 0xA001, kPixelWidth = 0xA002,
+                        kPixelHeight = 0xA003;
 
 constexpr std::uint8_t kApp0 = 0xE0, kApp1 = 0xE1, kApp2 = 0xE2;
 constexpr std::uint32_t kMostPayload = 65533;
@@ -276,6 +278,36 @@ private:
     const std::uint64_t place_, behind_;  // of what is replaced in the file
 };
 
+// The last check of a plan: the values that no edit touches read as they did. In a broken block they can lie
+// across what an edit changes.
+bool ReadsAsBefore(ByteWindow& file, std::span<const Edit> edits, const FileChange& change) {
+    constexpr std::uint64_t kLooked = 256u << 10;  // behind the change; what lies further moves as a whole
+    constexpr int kMostAdded = 20;                 // properties; past the most, no value is read at all
+    const std::uint64_t length = std::min(file.Size(), change.offset + change.oldLength + kLooked);
+    const auto old = file.Copy(0, length, length);
+    if (!old) return false;
+    std::string edited = *old;
+    edited.replace(static_cast<std::size_t>(change.offset), static_cast<std::size_t>(change.oldLength),
+                   change.content);
+    const auto read = [](const std::string& bytes) {
+        ByteWindow window({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+        PhotoMetadata metadata;
+        ReadPhotoMetadata(window, "planned change", metadata, StoredSize::Read);
+        return metadata;
+    };
+    const auto isEdited = [&](std::uint16_t tag) {
+        return std::any_of(edits.begin(), edits.end(), [tag](const Edit& edit) { return edit.tag == tag; });
+    };
+    const PhotoMetadata before = read(*old), after = read(edited);
+    if (before.orientation != after.orientation || before.storedSize != after.storedSize) return false;
+    if (!isEdited(kMake) && before.make != after.make) return false;
+    if (!isEdited(kDateTime) && before.dateTime.Text() != after.dateTime.Text()) return false;
+    if (!isEdited(kDateTimeOriginal) && before.dateTimeOriginal.Text() != after.dateTimeOriginal.Text())
+        return false;
+    if (!isEdited(kXpComment) && before.xpComment != after.xpComment) return false;
+    return before.propertyCount + kMostAdded >= kMostProperties || before.camera == after.camera;
+}
+
 }  // namespace
 
 Edit UserCommentEdit(std::string_view bytes) {
@@ -312,7 +344,10 @@ RewriteResult PlanExifChange(ByteWindow& file, std::span<const Edit> edits, File
         if (!stored) return RewriteResult::Unreadable;
         payload = std::move(*stored);
     }
-    return Plan(file, layout, std::move(payload)).Run(edits, change);
+    const RewriteResult result = Plan(file, layout, std::move(payload)).Run(edits, change);
+    if (result == RewriteResult::Written && !ReadsAsBefore(file, edits, change))
+        return RewriteResult::ExifUnclear;
+    return result;
 }
 
 RewriteResult WriteExif(const std::string& path, std::span<const Edit> edits) {
