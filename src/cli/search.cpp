@@ -10,6 +10,7 @@
 #include "cli/iso_date.h"
 #include "cli/period_option.h"
 #include "cli/progress_bar.h"
+#include "cli/shown_name.h"
 #include "cli/verbs.h"
 #include "platform/files.h"
 #include "search/search_tree.h"
@@ -70,7 +71,7 @@ private:
             if (count_ > 0) out_ += ",\n ";
             out_ += RecordOf(entry).dump(-1, ' ', false, Json::error_handler_t::replace);
         } else {
-            out_ += entry.path;
+            out_ += ShownOnOutput(entry.path);
             out_ += '\n';
         }
         ++count_;

@@ -213,6 +213,15 @@ TEST_F(ImportVerbTest, NamesAreEscapedOnATerminalAlone) {
     EXPECT_THAT(out_, HasSubstr("new\\nline \\x1b[31m\\xc2\\x9b.txt: same file"));
 }
 
+TEST_F(ImportVerbTest, FoundNamesAreEscapedOnATerminalAlone) {
+    Write("card/red \x1B[31m.txt", "[2008/11/14 09:00] a note");
+    ASSERT_EQ(Run("import card"), 0) << Errors();
+    ASSERT_EQ(Run("search red"), 0) << Errors();
+    EXPECT_THAT(out_, HasSubstr("red \x1B[31m.txt\n"));
+    ASSERT_EQ(RunShell("script -qec \"" + Program() + "search red\" /dev/null"), 0);
+    EXPECT_THAT(out_, HasSubstr("red \\x1b[31m.txt"));
+}
+
 TEST_F(ImportVerbTest, KilledImportIsFinishedByTheNextWithItsWordsAndItsIndex) {
     constexpr int kFiles = 200;
     const std::string photo = Photo("2008:11:13 10:15:30");
