@@ -44,7 +44,7 @@ public:
     // zero byte is left out, and so is what makes a keyword longer than 79 bytes.
     void SetText(std::string_view keyword, std::string_view text);
 
-    // Writes the texts into the file, on the road of safe_rewrite: all of them where the first text chunk
+    // Writes the texts into the file, by SafeRewrite: all of them where the first text chunk
     // stood, in the order of their keywords, or else in front of the picture's data. From the first other
     // chunk behind a text on everything is left as it stands, texts too: such an old text stays beside the
     // new one (meant, and held by PngRewrite.TextBehindAnotherChunkStays). A chunk that is no whole text is

@@ -1,6 +1,6 @@
 // Turning a JPEG without loss, by an outside program: PathOfJpegTran (jpeg_turner.h). The program reads the
-// photo and writes its work into the Temp folder; what becomes of the photo is one change on the road of
-// safe_rewrite (turned_photo.h).
+// photo and writes its work into the Temp folder; the photo itself is then changed once, by SafeRewrite
+// (turned_photo.h).
 #pragma once
 
 #include <functional>

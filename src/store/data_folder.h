@@ -50,9 +50,9 @@ bool MakeDirectories(std::string_view path);
 bool HasBackgroundName(std::string_view path);
 
 // Removes the files in the folder whose names begin with "$" (scratch files carry such names); other files
-// and all folders stay. How many went. While a rewrite uses the folder, of this program or of another, it
-// waits hardly and leaves the folder to the next sweep; a copy from which a file has still to be mended
-// stays.
+// and all folders stay. Returns how many went. While a rewrite of this or another program holds the lock,
+// waits at most 200 ms, then leaves the folder to the next sweep. A copy from which a file has still to be
+// mended stays.
 int SweepTempFolder(const std::string& folder);
 // The same for the holder of the folder's lock (rewrite_journal.h).
 int SweepScratchFiles(const std::string& folder);

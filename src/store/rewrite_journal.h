@@ -31,11 +31,11 @@ struct RewriteNote {
 
     Road road = Road::InPlace;
     std::string path;
-    std::uint64_t oldSize = 0, newSize = 0;  // of the file; newSize is unknown on the road of a tool
+    std::uint64_t oldSize = 0, newSize = 0;  // of the file; newSize is unknown where a tool wrote it
     std::uint64_t offset = 0;                // of the stretch that changes
     std::uint64_t oldLength = 0;             // of that stretch
     std::string oldBytes;                    // it itself; not on the roads with a copy
-    std::string newBytes;                    // what it becomes; not on the road of a tool
+    std::string newBytes;                    // what it becomes; empty where a tool wrote it
     std::string copyName;                    // in the Temp folder, on the roads with a copy
     FileTime accessed, written;              // the file's times before
     std::uint64_t volume = 0, identity = 0;  // of the file

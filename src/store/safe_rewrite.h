@@ -96,8 +96,8 @@ std::vector<RewriteResult> SafeRewriteAll(
     const std::function<RewriteResult(std::size_t index, FileChange& change)>& plan);
 
 // Makes whole what an earlier run left behind. The program calls it at start before it sweeps the Temp
-// folder; every rewrite does the same by itself. While another program or thread is writing, which has done
-// it by then, it waits hardly and leaves the folder alone. How many files it had to mend.
+// folder; every rewrite does the same by itself. If another program or thread holds the lock, waits at most
+// 200 ms, then leaves the folder to that one. Returns how many files it had to mend.
 int SettleRewrites(const std::string& tempFolder);
 
 // The same for a program that is about to read photos; where nothing is to be done it costs one look at the
