@@ -19,15 +19,15 @@
 #include <string>
 #include <vector>
 
-#include "app/app_state.h"
+#include "base/dates.h"
 #include "baseline.h"
+#include "index/index_manager.h"
+#include "index/index_text.h"
+#include "index/index_tree.h"
 #include "platform/files.h"
+#include "state/app_state.h"
 #include "store/data_folder.h"
-#include "store/dates.h"
 #include "store/extension_table.h"
-#include "store/index_manager.h"
-#include "store/index_text.h"
-#include "store/index_tree.h"
 
 namespace {
 
@@ -180,7 +180,7 @@ int main(int argc, char** argv) {
     const std::string job = argc > 2 ? argv[1] : "";
     const std::string root = argc > 2 ? std::filesystem::absolute(argv[2]).string() : "";
     const int number = argc > 3 ? std::max(1, std::atoi(argv[argc - 1])) : 7;
-    State().ThumbnailMaxSize = 240;
+    State().settings.ThumbnailMaxSize = 240;
     if (argc > 2) LoadExtensionTable(root + ".extension.dat");
     if (job == "make-records" && argc == 4)
         MakeRecords(root, number);

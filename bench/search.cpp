@@ -17,9 +17,9 @@
 #include <vector>
 
 #include "baseline.h"
+#include "index/index_tree.h"
+#include "index/month_index.h"
 #include "search/meta_search.h"
-#include "store/index_tree.h"
-#include "store/month_index.h"
 
 namespace {
 

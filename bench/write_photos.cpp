@@ -16,9 +16,9 @@
 #include <string>
 #include <vector>
 
-#include "app/app_state.h"
 #include "baseline.h"
 #include "media/photo.h"
+#include "state/app_state.h"
 #include "store/extension_table.h"
 
 namespace {
@@ -94,7 +94,7 @@ int main(int argc, char** argv) {
     const std::string photo = argv[1], folder = std::string(argv[2]) + "/kalmora-bench-write";
     const int count = argc > 3 ? std::atoi(argv[3]) : 500, rounds = argc > 4 ? std::atoi(argv[4]) : 3;
     fs::create_directories(folder + "/Temp");
-    State().TempFolder = folder + "/Temp";
+    State().settings.TempFolder = folder + "/Temp";
     LoadExtensionTable(folder + "/extension.dat");
     const std::vector<Job> jobs{
         {"lower bound: copy, flush, rename", true,

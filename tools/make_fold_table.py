@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes the two tables that platform/text.h stands on, from the measured table of code page 932.
 
-    make_fold_table.py cp932_fold.tsv src/platform/posix
+    make_fold_table.py cp932_fold.tsv src/text
 
 cp932_table.inc   the double-byte characters, one string of 188 a lead byte; a blank is "no character".
 fold_table.inc    what the search fold changes: character, first and second character that it becomes.

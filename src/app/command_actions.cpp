@@ -1,18 +1,18 @@
 #include "app/command_actions.h"
 
 #include "app/app_hooks.h"
-#include "app/app_state.h"
 #include "app/tray_menu.h"
 #include "base/log.h"
 #include "platform/files.h"
 #include "platform/shell.h"
+#include "state/app_state.h"
 #include "store/data_folder.h"
-#include "views/button_bar.h"
-#include "views/calendar_store.h"
+#include "views/bar/button_bar.h"
+#include "views/control/navigation.h"
 #include "views/hooks.h"
-#include "views/navigation.h"
-#include "views/object_loader.h"
-#include "views/paint_view.h"
+#include "views/load/object_loader.h"
+#include "views/model/calendar_store.h"
+#include "views/paint/paint_view.h"
 
 namespace kalmora {
 
@@ -27,7 +27,7 @@ void RedrawButtons() {
 
 void PlayCurrentMusic() {
     const std::string path = Calendar().backgrounds.CurrentMusic();
-    if (State().SoundMode && !path.empty() && files::Exists(path)) Hooks().PlayMusic(path);
+    if (State().settings.SoundMode && !path.empty() && files::Exists(path)) Hooks().PlayMusic(path);
 }
 
 }  // namespace
@@ -35,7 +35,7 @@ void PlayCurrentMusic() {
 void ShowMainWindow(Window& window) {
     window.Show();
     window.Activate();
-    State().MainWindowVisible = 1;
+    State().run.MainWindowVisible = 1;
 }
 
 void HideMainWindow(Window& window) {
@@ -46,21 +46,21 @@ void HideMainWindow(Window& window) {
         return;
     }
     window.Hide();
-    State().MainWindowVisible = 0;
+    State().run.MainWindowVisible = 0;
 }
 
 void ExitProgram(Window& window) {
     StopCurrentLoad();
     window.Close();
-    State().MainWindowVisible = 0;
+    State().run.MainWindowVisible = 0;
 }
 
 void ToggleSound() {
-    if (State().SoundMode) {
-        State().SoundMode = 0;
+    if (State().settings.SoundMode) {
+        State().settings.SoundMode = 0;
         Hooks().StopMusic();
     } else {
-        State().SoundMode = 1;
+        State().settings.SoundMode = 1;
         StepMusic(+1);
     }
     RedrawButtons();
@@ -84,31 +84,33 @@ void ShowSearch() {
     UpdateObjects();
 }
 
-void UpdateMonthInView() { Shell().UpdateMonthInBackground(State().TargetYear * 100 + State().TargetMonth); }
+void UpdateMonthInView() {
+    Shell().UpdateMonthInBackground(State().view.TargetYear * 100 + State().view.TargetMonth);
+}
 
 // A library of another platform does it there. It cannot be loaded here, and the log says so.
 void SearchGoogleCalendar() {
-    const std::string& library = State().PathOfOrbinLib;
+    const std::string& library = State().settings.PathOfOrbinLib;
     Log("[Calendar] error: cannot load library %s", library.empty() ? "OrbinLib.dll" : library.c_str());
 }
 
 void OpenPeriodFolder() {
     const AppState& state = State();
-    const int view = state.ViewType;
-    shell::Open(MakeDayFolderPath(MainRoot(), state.TargetYear,
-                                  view == kYearly ? 0 : state.TargetMonth.load(),
-                                  view == kYearly || view == kMonthly ? 0 : state.TargetDay.load()));
+    const int view = state.view.ViewType;
+    shell::Open(MakeDayFolderPath(MainRoot(), state.view.TargetYear,
+                                  view == kYearly ? 0 : state.view.TargetMonth.load(),
+                                  view == kYearly || view == kMonthly ? 0 : state.view.TargetDay.load()));
 }
 
 void OpenSlideShowByCommand() {
     Shell().OpenSlideShow();
-    State().SlideOpenedByCommand = 1;
+    State().run.SlideOpenedByCommand = 1;
 }
 
 void CloseSlideShowAndNeighbor() {
     if (Hooks().IsSlideShowOpen()) {
         Shell().CloseSlideShow();
-        State().SlideOpenedByCommand = 0;
+        State().run.SlideOpenedByCommand = 0;
     }
     if (Shell().IsNeighborShown()) Shell().HideNeighbor();
 }
@@ -134,9 +136,9 @@ void RateObject(int estimateType) {
 
 void ResizeThumbnails(int pixels) {
     AppState& state = State();
-    if (!state.AllViewMode || Hooks().IsSlideShowOpen()) return;
-    if (pixels < 0 && state.ThumbnailMaxSize <= kSmallestThumbnail) return;
-    state.ThumbnailMaxSize = state.ThumbnailMaxSize + pixels;
+    if (!state.view.AllViewMode || Hooks().IsSlideShowOpen()) return;
+    if (pixels < 0 && state.settings.ThumbnailMaxSize <= kSmallestThumbnail) return;
+    state.settings.ThumbnailMaxSize = state.settings.ThumbnailMaxSize + pixels;
 }
 
 }  // namespace kalmora

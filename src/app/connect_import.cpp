@@ -1,18 +1,18 @@
 #include "app/connect_import.h"
 
 #include "app/app_hooks.h"
-#include "app/app_state.h"
 #include "app/drop_files.h"
 #include "app/import_dialog.h"
 #include "app/import_run.h"
-#include "views/calendar_store.h"
+#include "state/app_state.h"
+#include "views/model/calendar_store.h"
 
 namespace kalmora {
 
 namespace {
 
 void StartImport() {
-    if (State().ImportRunning) return SayImportRuns();
+    if (State().run.ImportRunning) return SayImportRuns();
     if (ShowImportDialog(MainWindow())) StartImportOf(ImportOptionsOfSettings());
 }
 

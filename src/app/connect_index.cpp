@@ -1,14 +1,14 @@
 #include "app/connect_index.h"
 
 #include "app/app_hooks.h"
+#include "index/index_manager.h"
+#include "index/index_progress.h"
+#include "index/update.h"
 #include "store/date_tree.h"
-#include "store/index_manager.h"
-#include "store/index_progress.h"
-#include "store/update.h"
-#include "views/button_bar.h"
-#include "views/calendar_store.h"
+#include "views/bar/button_bar.h"
 #include "views/hooks.h"
-#include "views/progress_stripe.h"
+#include "views/model/calendar_store.h"
+#include "views/paint/progress_stripe.h"
 
 namespace kalmora {
 

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "app/app_hooks.h"
-#include "app/app_state.h"
 #include "app/tray_menu.h"
 #include "base/log.h"
 #include "input/accelerators.h"
@@ -12,8 +11,9 @@
 #include "input/navigation_log.h"
 #include "platform/hot_keys.h"
 #include "platform/window.h"
-#include "views/calendar_store.h"
+#include "state/app_state.h"
 #include "views/hooks.h"
+#include "views/model/calendar_store.h"
 
 namespace kalmora {
 
@@ -21,14 +21,14 @@ namespace {
 
 struct KeyFile {
     KeyContext context;
-    std::string AppState::*path;
+    std::string Settings::*path;
 };
 
 // In the order in which they are read and written.
 constexpr KeyFile kKeyFiles[] = {
-    {KeyContext::Main, &AppState::KeyConfigPath},
-    {KeyContext::SlideShow, &AppState::KeyConfigSlideShowPath},
-    {KeyContext::Editor, &AppState::KeyConfigEditorPath},
+    {KeyContext::Main, &Settings::KeyConfigPath},
+    {KeyContext::SlideShow, &Settings::KeyConfigSlideShowPath},
+    {KeyContext::Editor, &Settings::KeyConfigEditorPath},
 };
 
 // For the tip of the tray icon, which is the place where the user may wonder.
@@ -67,7 +67,7 @@ bool Register(const HotKey& hotKey) {
 void TellUnreadable(const std::string& path) {
     const std::string words =
         path + "\n" +
-        (State().UseJapanese
+        (State().settings.UseJapanese
              ? "このファイルを読み込めないため，既定のキーを使います．ファイルは変更しません．"
              : "This file cannot be read. The default keys are in force, and it stays as it is.");
     if (Application* const application = TheApplication())
@@ -77,8 +77,8 @@ void TellUnreadable(const std::string& path) {
 void LoadKeys() {
     KeyConfig& keys = Keys();
     for (const KeyFile& file : kKeyFiles)
-        if (keys.LoadKeyConfig(State().*file.path, file.context) == FileRead::Unreadable)
-            TellUnreadable(State().*file.path);
+        if (keys.LoadKeyConfig(State().settings.*file.path, file.context) == FileRead::Unreadable)
+            TellUnreadable(State().settings.*file.path);
     MissingHotKeys().clear();
     keys.RegisterHotKeys();
     SetTrayTip(MissingHotKeys());
@@ -86,7 +86,7 @@ void LoadKeys() {
 }
 
 void SaveKeys() {
-    for (const KeyFile& file : kKeyFiles) Keys().SaveKeyConfig(State().*file.path, file.context);
+    for (const KeyFile& file : kKeyFiles) Keys().SaveKeyConfig(State().settings.*file.path, file.context);
 }
 
 }  // namespace

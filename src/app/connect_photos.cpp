@@ -4,13 +4,13 @@
 #include <memory>
 
 #include "app/app_hooks.h"
-#include "app/app_state.h"
 #include "app/run_beside.h"
+#include "base/commands.h"
 #include "media/rotation.h"
-#include "views/calendar_store.h"
-#include "views/commands.h"
+#include "state/app_state.h"
 #include "views/hooks.h"
-#include "views/view_photos.h"
+#include "views/load/view_photos.h"
+#include "views/model/calendar_store.h"
 
 namespace kalmora {
 
@@ -24,7 +24,7 @@ RotationStage SlideShowStage() {
     stage.path = [] { return Shell().SlidePath(); };
     stage.say = [](const std::string& words, bool isLast) {
         const int ticks = isLast ? kTicksWhenTurned : kTicksWhileTurning;
-        Shell().SayInSlideShow(words, State().TimingOfChangeSlide * ticks);
+        Shell().SayInSlideShow(words, State().settings.TimingOfChangeSlide * ticks);
     };
     stage.reload = [] {
         ForgetInViews(Shell().SlidePath());

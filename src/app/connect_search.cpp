@@ -1,16 +1,16 @@
 #include "app/connect_search.h"
 
 #include "app/app_hooks.h"
-#include "app/app_state.h"
 #include "app/search_dialog.h"
 #include "search/search_run.h"
-#include "views/calendar_store.h"
+#include "state/app_state.h"
+#include "views/model/calendar_store.h"
 
 namespace kalmora {
 
 void ConnectSearch() {
     ResetSearch();
-    State().SearchResultMode = State().SearchAllLoaded = 0;
+    State().view.SearchResultMode = State().view.SearchAllLoaded = 0;
     Shell().ShowSearchDialog = [] { return ShowSearchDialog(MainWindow()); };
 }
 

@@ -4,15 +4,15 @@
 #include <array>
 
 #include "app/app_hooks.h"
-#include "app/app_state.h"
 #include "app/command_actions.h"
 #include "app/jump_dialog.h"
 #include "base/log.h"
 #include "input/accelerators.h"
 #include "platform/clock.h"
+#include "state/app_state.h"
+#include "views/control/navigation.h"
 #include "views/hooks.h"
-#include "views/navigation.h"
-#include "views/object_loader.h"
+#include "views/load/object_loader.h"
 
 namespace kalmora {
 
@@ -96,7 +96,7 @@ static_assert(InOrder(), "the table is searched by halves");
 }  // namespace
 
 void DispatchCommand(Window& window, int id) {
-    State().LastActivity = UptimeMs();
+    State().run.LastActivity = UptimeMs();
     const int number = id & 0xFFFF;
     Log("[Command] %d", number);
     const auto row = std::lower_bound(kCommands.begin(), kCommands.end(), number,
@@ -105,7 +105,7 @@ void DispatchCommand(Window& window, int id) {
 }
 
 bool RouteCommand(Window& window, int id) {
-    State().LastActivity = UptimeMs();
+    State().run.LastActivity = UptimeMs();
     if (IsKeyCommand(id)) {
         id = Shell().TranslateKey(id);
         if (id == 0) return false;

@@ -5,28 +5,28 @@
 #include <set>
 #include <utility>
 
-#include "app/app_state.h"
 #include "app/drop_target.h"
 #include "app/import_run.h"
 #include "app/run_beside.h"
 #include "base/log.h"
+#include "import/import.h"
+#include "index/index_manager.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/transfer.h"
+#include "state/app_state.h"
 #include "store/data_folder.h"
 #include "store/extension_table.h"
 #include "store/file_helpers.h"
-#include "store/import.h"
-#include "store/index_manager.h"
-#include "views/arrivals.h"
-#include "views/calendar_store.h"
+#include "views/load/arrivals.h"
+#include "views/model/calendar_store.h"
 
 namespace kalmora {
 
 namespace {
 
 DropTarget Today() {
-    const SystemTime day = ApplyDayEnd(LocalTime(), State().DayEndTimeForScrap);
+    const SystemTime day = ApplyDayEnd(LocalTime(), State().settings.DayEndTimeForScrap);
     return {{day.year, day.month, day.day}, false};
 }
 
@@ -72,7 +72,7 @@ std::optional<Taken> TakeFile(const std::string& path, const CalendarDate& day, 
 
 std::optional<std::string> TakeBackground(const std::string& path, const CalendarDate& day) {
     if (ClassifyFile(path) != ObjectKind::Image) return std::nullopt;
-    auto target = SetBackgroundFile(path, MainRoot(), State().ViewType, day.year, day.month, day.day);
+    auto target = SetBackgroundFile(path, MainRoot(), State().view.ViewType, day.year, day.month, day.day);
     if (target) Calendar().backgrounds.AddImage(*target);
     return target;
 }

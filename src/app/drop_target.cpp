@@ -1,8 +1,8 @@
 #include "app/drop_target.h"
 
-#include "app/app_state.h"
-#include "views/calendar_geometry.h"
-#include "views/calendar_store.h"
+#include "state/app_state.h"
+#include "views/model/calendar_geometry.h"
+#include "views/model/calendar_store.h"
 
 namespace kalmora {
 
@@ -20,8 +20,8 @@ bool IsOnAMonth(Point point, int clientWidth) {
 
 DropTarget TargetInDay(Point point, Size client, const CalendarDate& view) {
     const AppState& state = State();
-    const DayLines lines =
-        MakeDayLines(client.height, state.DayNumberOfLine, state.DayDuration, state.DayStartTime);
+    const DayLines lines = MakeDayLines(client.height, state.settings.DayNumberOfLine,
+                                        state.settings.DayDuration, state.settings.DayStartTime);
     return {view, point.x < kDayLeftMargin || point.y >= lines.LineTop(lines.lines)};
 }
 
@@ -33,7 +33,7 @@ std::optional<DropTarget> TargetInMonth(Point point, Size client, CalendarDate v
 
 std::optional<DropTarget> TargetInYear(Point point, Size client, const CalendarDate& view) {
     if (!IsOnAMonth(point, client.width)) return DropTarget{{view.year, 0, 0}, true};
-    if (State().CalendarMode == 0) return std::nullopt;
+    if (State().settings.CalendarMode == 0) return std::nullopt;
     if (const YearHit hit = YearHitTest(view.year, client.width, true, point); hit.day >= 1)
         return DropTarget{{view.year, hit.month, hit.day}, false};
     // Beside the days of a month: its background, as far as the year view can set one.
@@ -46,12 +46,12 @@ std::optional<DropTarget> TargetInYear(Point point, Size client, const CalendarD
 std::optional<DropTarget> FindDropTarget(Point point) {
     const AppState& state = State();
     const Size client = ClientSize();
-    const CalendarDate view{state.TargetYear, state.TargetMonth, state.TargetDay};
-    if (state.ViewType == kDaily) return TargetInDay(point, client, view);
-    if (state.AllViewMode) return DropTarget{view, false};
+    const CalendarDate view{state.view.TargetYear, state.view.TargetMonth, state.view.TargetDay};
+    if (state.view.ViewType == kDaily) return TargetInDay(point, client, view);
+    if (state.view.AllViewMode) return DropTarget{view, false};
     if (!IsInWindow(point, client)) return std::nullopt;
-    return state.ViewType == kMonthly ? TargetInMonth(point, client, view)
-                                      : TargetInYear(point, client, view);
+    return state.view.ViewType == kMonthly ? TargetInMonth(point, client, view)
+                                           : TargetInYear(point, client, view);
 }
 
 }  // namespace kalmora

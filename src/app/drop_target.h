@@ -3,8 +3,8 @@
 
 #include <optional>
 
+#include "base/dates.h"
 #include "base/geometry.h"
-#include "store/dates.h"
 
 namespace kalmora {
 

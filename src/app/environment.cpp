@@ -3,17 +3,17 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "app/app_state.h"
+#include "base/dates.h"
 #include "base/log.h"
 #include "media/preview_reader.h"
 #include "platform/files.h"
 #include "platform/image.h"
-#include "platform/text.h"
+#include "state/app_state.h"
 #include "store/data_folder.h"
-#include "store/dates.h"
 #include "store/extension_table.h"
 #include "store/own_text.h"
-#include "store/settings.h"
+#include "store/settings_file.h"
+#include "text/text.h"
 
 namespace kalmora {
 
@@ -60,12 +60,14 @@ bool NamesDataFolder(const std::string& settingsPath) {
 // A settings file can name any period and size; the views know only those that make sense.
 void BringIntoRange() {
     AppState& state = State();
-    state.TargetYear = std::clamp(state.TargetYear.load(), 1, 9999);
-    state.TargetMonth = std::clamp(state.TargetMonth.load(), 1, 12);
-    state.TargetDay = std::clamp(state.TargetDay.load(), 1, DaysInMonth(state.TargetYear, state.TargetMonth));
-    state.ThumbnailMaxSize = std::clamp(state.ThumbnailMaxSize.load(), 0, kLargestThumbnail);
-    if (state.ViewType != kYearly && state.ViewType != kMonthly && state.ViewType != kDaily)
-        state.ViewType = kMonthly;
+    state.view.TargetYear = std::clamp(state.view.TargetYear.load(), 1, 9999);
+    state.view.TargetMonth = std::clamp(state.view.TargetMonth.load(), 1, 12);
+    state.view.TargetDay = std::clamp(state.view.TargetDay.load(), 1,
+                                      DaysInMonth(state.view.TargetYear, state.view.TargetMonth));
+    state.settings.ThumbnailMaxSize =
+        std::clamp(state.settings.ThumbnailMaxSize.load(), 0, kLargestThumbnail);
+    if (state.view.ViewType != kYearly && state.view.ViewType != kMonthly && state.view.ViewType != kDaily)
+        state.view.ViewType = kMonthly;
 }
 
 }  // namespace
@@ -99,32 +101,32 @@ void PrepareFolders(const StartOptions& options) {
     AppState& state = State();
     const std::string log = options.log.empty() ? files::Environment("KALMORA_LOG") : options.log;
     if (!log.empty()) OpenLog(log);
-    state.ProgramFolder = HomeFolder(options);
-    state.InstallFolder = InstalledFolder();
-    MakeDirectories(state.ProgramFolder);
-    const auto inHome = [&](const char* name) { return files::Join(state.ProgramFolder, name); };
-    state.SettingsPath = inHome(kSettingsName);
-    state.ExtensionListPath = inHome(kExtensionsName);
-    state.KeyConfigPath = inHome("KeyConfig.dat");
-    state.KeyConfigSlideShowPath = inHome("KeyConfig4SS.dat");
-    state.KeyConfigEditorPath = inHome("KeyConfig4Editor.dat");
-    state.TempFolder = inHome("Temp");
-    state.LogDataPath = inHome("log.dat");
+    state.settings.ProgramFolder = HomeFolder(options);
+    state.settings.InstallFolder = InstalledFolder();
+    MakeDirectories(state.settings.ProgramFolder);
+    const auto inHome = [&](const char* name) { return files::Join(state.settings.ProgramFolder, name); };
+    state.settings.SettingsPath = inHome(kSettingsName);
+    state.settings.ExtensionListPath = inHome(kExtensionsName);
+    state.settings.KeyConfigPath = inHome("KeyConfig.dat");
+    state.settings.KeyConfigSlideShowPath = inHome("KeyConfig4SS.dat");
+    state.settings.KeyConfigEditorPath = inHome("KeyConfig4Editor.dat");
+    state.settings.TempFolder = inHome("Temp");
+    state.settings.LogDataPath = inHome("log.dat");
 }
 
 bool LoadEnvironment(const StartOptions& options) {
     AppState& state = State();
-    if (!options.data.empty()) state.RunDataDirectory = Absolute(options.data);
-    const bool hadDataFolder = files::IsFolder(files::Join(state.ProgramFolder, "files"));
-    const bool existed = LoadSettings(state.SettingsPath) != FileRead::Missing;
-    if (existed && !hadDataFolder && options.data.empty() && !NamesDataFolder(state.SettingsPath))
+    if (!options.data.empty()) state.settings.RunDataDirectory = Absolute(options.data);
+    const bool hadDataFolder = files::IsFolder(files::Join(state.settings.ProgramFolder, "files"));
+    const bool existed = LoadSettings(state.settings.SettingsPath) != FileRead::Missing;
+    if (existed && !hadDataFolder && options.data.empty() && !NamesDataFolder(state.settings.SettingsPath))
         MakeDirectories(MainRoot());
     if (!existed && !hadDataFolder && files::IsFolder(MainRoot()) && options.data.empty())
         std::fprintf(stderr, "kalmora: first start; the data folder is %s\n", MainRoot().c_str());
     BringIntoRange();
-    state.DataDirectoryText = MainRoot();
-    if (state.UseOtherFolder) state.OtherDirectoryText = state.OtherDirectory;
-    LoadExtensionTable(state.ExtensionListPath);
+    state.settings.DataDirectoryText = MainRoot();
+    if (state.settings.UseOtherFolder) state.settings.OtherDirectoryText = state.settings.OtherDirectory;
+    LoadExtensionTable(state.settings.ExtensionListPath);
     return existed;
 }
 

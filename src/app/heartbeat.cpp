@@ -5,19 +5,19 @@
 #include <utility>
 
 #include "app/app_hooks.h"
-#include "app/app_state.h"
 #include "app/startup_threads.h"
 #include "base/log.h"
 #include "platform/clock.h"
 #include "platform/thread.h"
 #include "platform/window.h"
+#include "state/app_state.h"
 #include "store/date_tree.h"
-#include "views/calendar_store.h"
-#include "views/heartbeat_redraw.h"
+#include "views/control/navigation.h"
 #include "views/hooks.h"
-#include "views/missing_folder.h"
-#include "views/navigation.h"
-#include "views/object_loader.h"
+#include "views/load/object_loader.h"
+#include "views/model/calendar_store.h"
+#include "views/paint/heartbeat_redraw.h"
+#include "views/paint/missing_folder.h"
 
 namespace kalmora {
 
@@ -44,10 +44,10 @@ Thread& LastBeat() {
 void NoteCursor() {
     AppState& state = State();
     const Point cursor = CursorPosition();
-    if (cursor.x == state.LastCursorX && cursor.y == state.LastCursorY) return;
-    state.LastActivity = UptimeMs();
-    state.LastCursorX = cursor.x;
-    state.LastCursorY = cursor.y;
+    if (cursor.x == state.run.LastCursorX && cursor.y == state.run.LastCursorY) return;
+    state.run.LastActivity = UptimeMs();
+    state.run.LastCursorX = cursor.x;
+    state.run.LastCursorY = cursor.y;
 }
 
 // True when the data folder has gone or come back since the last look: what is on the screen is not what is
@@ -61,13 +61,13 @@ void ShowOtherDataFolder() {
     UpdateObjects();
     // Its dates were not there to be counted at the start.
     const AppState& state = State();
-    const bool canScan = !state.FirstStartPending && !state.InitialScanRunning;
+    const bool canScan = !state.run.FirstStartPending && !state.run.InitialScanRunning;
     if (canScan && LastSeenDataFolder() == DataFolder::There) StartInitialScan();
 }
 
 class BusyMark {
 public:
-    ~BusyMark() { State().HeartbeatBusy = 0; }
+    ~BusyMark() { State().run.HeartbeatBusy = 0; }
 };
 
 BeatEnd Beat() {
@@ -77,28 +77,28 @@ BeatEnd Beat() {
         Shell().HideEstimate();
         return BeatEnd::EstimateHidden;
     }
-    if (state.ObjectGate.IsHeld()) return BeatEnd::GateHeld;
+    if (state.run.ObjectGate.IsHeld()) return BeatEnd::GateHeld;
     if (HasDataFolderChanged()) {
         ShowOtherDataFolder();
         return BeatEnd::Reloaded;
     }
-    if (state.FirstStartPending && state.FirstLoadDone) {
-        state.FirstStartPending = 0;
+    if (state.run.FirstStartPending && state.run.FirstLoadDone) {
+        state.run.FirstStartPending = 0;
         StartInitialScan();
-        if (state.LoadIndexInitially) StartIndexPreload();
+        if (state.settings.LoadIndexInitially) StartIndexPreload();
     }
-    if (Hooks().IsSlideShowOpen() && !state.SlideShowAutoNavigate) return BeatEnd::SlideShowStands;
-    if (state.AutoNavigate == 1 && !state.InitialScanRunning && !state.ObjectGate.IsHeld() &&
-        state.TicksInView > 0 && RandomNavigate())
+    if (Hooks().IsSlideShowOpen() && !state.settings.SlideShowAutoNavigate) return BeatEnd::SlideShowStands;
+    if (state.settings.AutoNavigate == 1 && !state.run.InitialScanRunning && !state.run.ObjectGate.IsHeld() &&
+        state.run.TicksInView > 0 && RandomNavigate())
         return BeatEnd::Navigated;
     if (Hooks().IsSlideShowOpen()) return BeatEnd::SlideShowOpen;
-    const int ticks = state.TicksInView = state.TicksInView + 1;
+    const int ticks = state.run.TicksInView = state.run.TicksInView + 1;
     if (!IsViewReady()) {
         UpdateObjects();
         return BeatEnd::Reloaded;
     }
     HeartbeatRedraw(ticks);
-    if (state.TicksInView > kMostTicks) state.TicksInView = 0;
+    if (state.run.TicksInView > kMostTicks) state.run.TicksInView = 0;
     return BeatEnd::Redrawn;
 }
 
@@ -108,22 +108,22 @@ BeatEnd HeartbeatTick() {
     AppState& state = State();
     if (Shell().IsNeighborShown()) return BeatEnd::NeighborShown;
     const double now = UptimeMs();
-    if (now - state.LastTickClock < state.TimingOfPopup * kShortestBeat) return BeatEnd::TooSoon;
-    state.LastTickClock = now;
-    if (!state.MainWindowVisible) return BeatEnd::Hidden;
-    if (state.Paused) return BeatEnd::PausedByUser;
-    if (state.HeartbeatBusy) return BeatEnd::Busy;
+    if (now - state.run.LastTickClock < state.settings.TimingOfPopup * kShortestBeat) return BeatEnd::TooSoon;
+    state.run.LastTickClock = now;
+    if (!state.run.MainWindowVisible) return BeatEnd::Hidden;
+    if (state.run.Paused) return BeatEnd::PausedByUser;
+    if (state.run.HeartbeatBusy) return BeatEnd::Busy;
     if (Calendar().IsObjectLoaderRunning() || Calendar().IsPaintThreadRunning())
         return BeatEnd::WorkersRunning;
     NoteCursor();
-    if (state.HeartbeatBusy.exchange(1)) return BeatEnd::Busy;
+    if (state.run.HeartbeatBusy.exchange(1)) return BeatEnd::Busy;
     const BusyMark busy;
     return Beat();
 }
 
 void StartHeartbeat() {
     Timer() = std::make_unique<PeriodicTimer>();
-    const int seconds = std::min(State().TimingOfPopup, kLongestPeriod);
+    const int seconds = std::min(State().settings.TimingOfPopup, kLongestPeriod);
     Timer()->Start(seconds * 1000, [] { HeartbeatTick(); });
 }
 
@@ -139,11 +139,11 @@ bool IsLastBeatRunning() { return LastBeat().IsRunning(); }
 
 void IdleRefresh() {
     const AppState& state = State();
-    if (state.BackgroundUpdateRunning || state.InitialScanRunning || state.DateScanRunning ||
-        state.IndexPreloadRunning || state.IndexingEnabled != 1)
+    if (state.run.BackgroundUpdateRunning || state.run.InitialScanRunning || state.run.DateScanRunning ||
+        state.run.IndexPreloadRunning || state.run.IndexingEnabled != 1)
         return;
-    const int minutes = static_cast<int>((UptimeMs() - state.LastActivity) / 60000.0);
-    if (minutes <= state.MinutesToSleep) return;
+    const int minutes = static_cast<int>((UptimeMs() - state.run.LastActivity) / 60000.0);
+    if (minutes <= state.settings.MinutesToSleep) return;
     for (int attempt = 0; attempt < 3; ++attempt) {
         const auto month = TheDateTree().Pick(kMonthLevel);
         if (!month) return;  // nothing is listed

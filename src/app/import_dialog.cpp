@@ -2,10 +2,10 @@
 
 #include <string>
 
-#include "app/app_state.h"
 #include "app/day_end.h"
 #include "app/translated_form.h"
 #include "platform/files.h"
+#include "state/app_state.h"
 
 namespace kalmora {
 
@@ -67,18 +67,18 @@ constexpr auto kEnglish = Translated(kJapanese, kEnglishTexts);
 
 void Open(Dialog& dialog) {
     const AppState& state = State();
-    dialog.SetText(kFolder, state.ImportDirectory);
-    dialog.SetText(kDayEnd, std::to_string(state.DayEndTimeForScrap));
-    dialog.SetChecked(kRemove, state.RemoveImportFiles);
-    dialog.SetChecked(kAsShortcut, state.ImportAsShortcutFile);
-    dialog.SetChecked(kFolderName, state.InsertOriginalPathToExif);
-    dialog.SetChecked(kWithComment, state.ImportCommentOn == 1);
-    dialog.SetText(kComment, state.ImportComment);
+    dialog.SetText(kFolder, state.settings.ImportDirectory);
+    dialog.SetText(kDayEnd, std::to_string(state.settings.DayEndTimeForScrap));
+    dialog.SetChecked(kRemove, state.settings.RemoveImportFiles);
+    dialog.SetChecked(kAsShortcut, state.settings.ImportAsShortcutFile);
+    dialog.SetChecked(kFolderName, state.settings.InsertOriginalPathToExif);
+    dialog.SetChecked(kWithComment, state.run.ImportCommentOn == 1);
+    dialog.SetText(kComment, state.run.ImportComment);
     dialog.SetFocus(kFolder);
 }
 
 void Browse(Dialog& dialog, Window* owner) {
-    const bool japanese = State().UseJapanese;
+    const bool japanese = State().settings.UseJapanese;
     if (const auto folder = ChooseFolder(owner, japanese ? kTitle : kEnglishTitle, dialog.Text(kFolder)))
         dialog.SetText(kFolder, *folder);
 }
@@ -87,19 +87,19 @@ void Store(const Dialog& dialog) {
     AppState& state = State();
     std::string folder = dialog.Text(kFolder);
     while (folder.size() > 1 && folder.back() == files::kSeparator) folder.pop_back();
-    state.ImportDirectory = folder;
-    state.DayEndTimeForScrap = ParseDayEnd(dialog.Text(kDayEnd), state.DayEndTimeForScrap);
-    state.RemoveImportFiles = dialog.IsChecked(kRemove);
-    state.ImportAsShortcutFile = dialog.IsChecked(kAsShortcut);
-    state.InsertOriginalPathToExif = dialog.IsChecked(kFolderName);
-    state.ImportCommentOn = dialog.IsChecked(kWithComment) ? 1 : 0;
-    state.ImportComment = dialog.Text(kComment);
+    state.settings.ImportDirectory = folder;
+    state.settings.DayEndTimeForScrap = ParseDayEnd(dialog.Text(kDayEnd), state.settings.DayEndTimeForScrap);
+    state.settings.RemoveImportFiles = dialog.IsChecked(kRemove);
+    state.settings.ImportAsShortcutFile = dialog.IsChecked(kAsShortcut);
+    state.settings.InsertOriginalPathToExif = dialog.IsChecked(kFolderName);
+    state.run.ImportCommentOn = dialog.IsChecked(kWithComment) ? 1 : 0;
+    state.run.ImportComment = dialog.Text(kComment);
 }
 
 }  // namespace
 
 DialogForm MakeImportForm(Window* owner) {
-    const bool japanese = State().UseJapanese;
+    const bool japanese = State().settings.UseJapanese;
     DialogForm form;
     form.title = japanese ? kTitle : kEnglishTitle;
     form.controls = japanese ? std::span<const Control>(kJapanese) : std::span<const Control>(kEnglish);

@@ -4,16 +4,16 @@
 #include <utility>
 
 #include "app/app_hooks.h"
-#include "app/app_state.h"
 #include "app/import_words.h"
+#include "index/update.h"
 #include "platform/clock.h"
-#include "platform/text.h"
 #include "platform/thread.h"
 #include "platform/window.h"
-#include "store/update.h"
-#include "views/arrivals.h"
-#include "views/calendar_store.h"
-#include "views/missing_folder.h"
+#include "state/app_state.h"
+#include "text/text.h"
+#include "views/load/arrivals.h"
+#include "views/model/calendar_store.h"
+#include "views/paint/missing_folder.h"
 
 namespace kalmora {
 
@@ -38,7 +38,7 @@ void ShowInTitle(const std::string& text) {
 }
 
 WordsLanguage LanguageOfTheUser() {
-    return State().UseJapanese ? WordsLanguage::Japanese : WordsLanguage::English;
+    return State().settings.UseJapanese ? WordsLanguage::Japanese : WordsLanguage::English;
 }
 
 void ShowArrived(const ImportedFile& file) {
@@ -66,31 +66,31 @@ ImportSummary ImportAndTell(ImportOptions& options) {
 }  // namespace
 
 void SayImportRuns() {
-    Say(State().UseJapanese ? "取り込み中のため新たな取り込みを行えません"
-                            : "An import is running; another one has to wait for its end");
+    Say(State().settings.UseJapanese ? "取り込み中のため新たな取り込みを行えません"
+                                     : "An import is running; another one has to wait for its end");
 }
 
 bool StartImportOf(ImportOptions options) {
     AppState& state = State();
-    if (state.ImportRunning) {
+    if (state.run.ImportRunning) {
         SayImportRuns();
         return false;
     }
     if (LookForDataFolder() == DataFolder::Away) {
-        Say((state.UseJapanese ? "データフォルダが見つからないため取り込めません\n"
-                               : "The data folder is not there: nothing can be imported\n") +
+        Say((state.settings.UseJapanese ? "データフォルダが見つからないため取り込めません\n"
+                                        : "The data folder is not there: nothing can be imported\n") +
             options.root);
         return false;
     }
     options.index = ImportOptions::Index::UpToDate;
     Thread thread;
-    state.ImportRunning = 1;
+    state.run.ImportRunning = 1;
     const bool started = thread.StartSuspended("Import", [options = std::move(options)]() mutable {
         ImportAndTell(options);
-        State().ImportRunning = 0;
+        State().run.ImportRunning = 0;
     });
     if (!started) {
-        state.ImportRunning = 0;
+        state.run.ImportRunning = 0;
         return false;
     }
     thread.SetPriority(Thread::Priority::Highest);
@@ -99,13 +99,13 @@ bool StartImportOf(ImportOptions options) {
 }
 
 std::optional<ImportSummary> ImportHere(ImportOptions options) {
-    if (State().ImportRunning.exchange(1)) {
+    if (State().run.ImportRunning.exchange(1)) {
         if (Application* const application = TheApplication()) application->Post(SayImportRuns);
         return std::nullopt;
     }
     options.index = ImportOptions::Index::UpToDate;
     const ImportSummary summary = ImportAndTell(options);
-    State().ImportRunning = 0;
+    State().run.ImportRunning = 0;
     return summary;
 }
 

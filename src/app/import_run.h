@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "store/import.h"
+#include "import/import.h"
 
 namespace kalmora {
 

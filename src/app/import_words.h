@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "store/import.h"
+#include "import/import.h"
 
 namespace kalmora {
 

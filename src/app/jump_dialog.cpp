@@ -3,11 +3,11 @@
 #include <array>
 #include <string>
 
-#include "app/app_state.h"
 #include "app/translated_form.h"
 #include "base/take_number.h"
 #include "platform/dialog.h"
-#include "views/navigation.h"
+#include "state/app_state.h"
+#include "views/control/navigation.h"
 
 namespace kalmora {
 
@@ -78,7 +78,7 @@ std::optional<CalendarDate> ParseJumpText(std::string_view text) {
 }
 
 void ShowJumpDialog(Window& owner) {
-    const bool japanese = State().UseJapanese;
+    const bool japanese = State().settings.UseJapanese;
     std::optional<CalendarDate> date;
     DialogForm form;
     form.title = japanese ? "日付へ移動" : "Jump To";

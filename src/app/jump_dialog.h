@@ -4,8 +4,8 @@
 #include <optional>
 #include <string_view>
 
+#include "base/dates.h"
 #include "platform/window.h"
-#include "store/dates.h"
 
 namespace kalmora {
 

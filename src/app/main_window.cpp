@@ -2,12 +2,12 @@
 
 #include <utility>
 
-#include "app/app_state.h"
 #include "app/dispatch.h"
 #include "app/heartbeat.h"
 #include "app/main_window_events.h"
 #include "app/window_place.h"
 #include "platform/screens.h"
+#include "state/app_state.h"
 #include "store/resources.h"
 
 namespace kalmora {
@@ -15,7 +15,7 @@ namespace kalmora {
 std::unique_ptr<Window> CreateMainWindow(WindowProcedure procedure) {
     WindowOptions options;
     options.title = "Kalmora";
-    options.frame = UsableFrame(State().WindowRect, ScreenAreas());
+    options.frame = UsableFrame(State().settings.WindowRect, ScreenAreas());
     options.acceptDrops = true;
     options.iconPath = FindResource("Res/kalmora.png");
     return Window::Create(options, std::move(procedure));

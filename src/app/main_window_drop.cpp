@@ -2,10 +2,10 @@
 // the petal of the rosette on which it is let go says which. What another program drags is never one,
 // wherever it is let go.
 #include "app/app_hooks.h"
-#include "app/app_state.h"
 #include "app/main_window_events.h"
 #include "platform/clock.h"
 #include "platform/drop_event.h"
+#include "state/app_state.h"
 #include "views/hooks.h"
 
 namespace kalmora {
@@ -26,7 +26,7 @@ void RateNeighborAt(Point screen) {
 }
 
 void RateDragged(Window& window, Point screen) {
-    if (const int type = TakeRating(screen); type > 0) Shell().RateFile(State().DragPath, type);
+    if (const int type = TakeRating(screen); type > 0) Shell().RateFile(State().press.DragPath, type);
     window.Invalidate();
 }
 
@@ -34,7 +34,7 @@ void RateDragged(Window& window, Point screen) {
 
 bool OnDrop(Window& window, const Event& event) {
     AppState& state = State();
-    state.LastActivity = UptimeMs();
+    state.run.LastActivity = UptimeMs();
     const bool isOwnDrag = AsDrop(event).isOwnDrag;
     const Point screen = window.ToScreen(event.point);
     if (isOwnDrag && Hooks().IsSlideShowOpen() && Shell().IsOnSlidePicture(screen)) {
@@ -43,8 +43,9 @@ bool OnDrop(Window& window, const Event& event) {
     }
     const bool neighborShown = Shell().IsNeighborShown();
     // The large view notes its area in the main window's own coordinates, the calendar on the screen.
-    const bool cameBack = isOwnDrag && state.DragRect.ContainsInclusive(neighborShown ? event.point : screen);
-    if ((!neighborShown && state.DragPath.empty()) || !cameBack) {
+    const bool cameBack =
+        isOwnDrag && state.press.DragRect.ContainsInclusive(neighborShown ? event.point : screen);
+    if ((!neighborShown && state.press.DragPath.empty()) || !cameBack) {
         if (Shell().ImportDropped(event)) window.Invalidate();
         return false;
     }

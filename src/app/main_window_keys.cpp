@@ -2,11 +2,11 @@
 
 #include "app/connect_input.h"
 #include "app/main_window_events.h"
+#include "base/commands.h"
 #include "input/hot_key_list.h"
 #include "input/key_config.h"
 #include "platform/keys.h"
-#include "views/button_bar.h"
-#include "views/commands.h"
+#include "views/bar/button_bar.h"
 
 namespace kalmora {
 

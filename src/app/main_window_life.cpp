@@ -1,15 +1,15 @@
 #include "app/app_hooks.h"
-#include "app/app_state.h"
 #include "app/dispatch.h"
 #include "app/heartbeat.h"
 #include "app/main_window.h"
 #include "app/main_window_events.h"
 #include "app/main_window_keys.h"
 #include "app/tray_menu.h"
-#include "views/calendar_store.h"
+#include "state/app_state.h"
+#include "views/control/navigation.h"
 #include "views/hooks.h"
-#include "views/navigation.h"
-#include "views/paint_view.h"
+#include "views/model/calendar_store.h"
+#include "views/paint/paint_view.h"
 
 namespace kalmora {
 
@@ -29,12 +29,12 @@ bool OnDestroy(Window& window) {
     // The rectangle that the window has when it is neither minimised nor maximised is what the next start
     // uses. Then the window goes before anything is waited for.
     const Rect frame = window.NormalFrame();
-    State().WindowRect = {frame.Left(), frame.Top(), frame.Right(), frame.Bottom()};
-    State().MainWindowVisible = 0;
+    State().settings.WindowRect = {frame.Left(), frame.Top(), frame.Right(), frame.Bottom()};
+    State().run.MainWindowVisible = 0;
     window.Hide();
     StopCurrentLoad();
     // Also a beat that is filling a scatter at this moment leaves at its next file.
-    State().ObjectGate.RequestStop();
+    State().run.ObjectGate.RequestStop();
     StopHeartbeat();
     SetMainWindow(nullptr);
     Shell().CloseWindows();
@@ -45,14 +45,14 @@ bool OnDestroy(Window& window) {
 bool OnMinimize(Window& window) {
     if (Hooks().IsSlideShowOpen()) Shell().FitSlideShow();
     Shell().HideFilterWindow();
-    State().MainWindowVisible = 0;
+    State().run.MainWindowVisible = 0;
     if (!HasTray()) return false;  // it stays in the desktop's bar, where it can be called back from
     window.Hide();
     return true;
 }
 
 bool OnRestore() {
-    State().MainWindowVisible = 1;
+    State().run.MainWindowVisible = 1;
     return true;
 }
 
@@ -68,7 +68,7 @@ bool OnResize() {
 
 bool OnClipboardChange(Window& window) {
     window.StopTimer(kTimerClipboardGuard);
-    if (State().MonitorClipboard) Shell().KeepClipboard();
+    if (State().settings.MonitorClipboard) Shell().KeepClipboard();
     return true;
 }
 
@@ -79,10 +79,10 @@ bool OnTimer(Window& window, int timer) {
         case kTimerLongPress:
             // A press that has lasted for two seconds on a cell opens its day.
             window.StopTimer(kTimerLongPress);
-            if (State().PressActive) ChangeToDaily(0);
+            if (State().press.PressActive) ChangeToDaily(0);
             return true;
         case kTimerClipboardGuard:
-            State().MonitorClipboard = 0;
+            State().settings.MonitorClipboard = 0;
             window.StopTimer(kTimerClipboardGuard);
             return true;
         default:

@@ -3,19 +3,19 @@
 #include <string>
 
 #include "app/app_hooks.h"
-#include "app/app_state.h"
 #include "app/main_window.h"
 #include "app/main_window_events.h"
+#include "base/commands.h"
 #include "platform/clock.h"
 #include "platform/shell.h"
-#include "views/button_bar.h"
-#include "views/calendar_geometry.h"
-#include "views/calendar_store.h"
-#include "views/commands.h"
+#include "state/app_state.h"
+#include "views/bar/button_bar.h"
+#include "views/control/navigation.h"
 #include "views/hooks.h"
-#include "views/navigation.h"
-#include "views/paint_cell.h"
-#include "views/paint_view.h"
+#include "views/model/calendar_geometry.h"
+#include "views/model/calendar_store.h"
+#include "views/paint/paint_cell.h"
+#include "views/paint/paint_view.h"
 
 namespace kalmora {
 
@@ -25,7 +25,7 @@ constexpr int kLongPressMs = 2000;
 constexpr double kClickRadius = 2.0;             // pixels; a longer way is a drag
 constexpr int kNumberFrom = 10, kNumberTo = 30;  // the day number's square in a cell
 
-void NoteActivity() { State().LastActivity = UptimeMs(); }
+void NoteActivity() { State().run.LastActivity = UptimeMs(); }
 
 Rect ToScreen(const Window& window, const Rect& client) {
     const Point corner = window.ToScreen({client.x, client.y});
@@ -39,7 +39,8 @@ bool IsOnDayNumber(const Rect& cell, Point point) {
 
 MonthGrid MonthInView(const Window& window) {
     const Size client = window.ClientSize();
-    return MakeMonthGrid(State().TargetYear, State().TargetMonth, {0, 0, client.width, client.height}, false);
+    return MakeMonthGrid(State().view.TargetYear, State().view.TargetMonth,
+                         {0, 0, client.width, client.height}, false);
 }
 
 std::string PathOfCell(int year, int month, int day) {
@@ -57,10 +58,10 @@ std::string PathOfMonth(int year, int month) {
 // Something lies under the press: it may be dragged out, and a drop on `area` rates it.
 bool HoldObject(const Window& window, const Rect& area, const std::string& path) {
     AppState& state = State();
-    state.PressActive = 1;
-    state.DragRect = ToScreen(window, area);
-    state.DragPath = path;
-    if (!path.empty()) state.ObjectHit = 1;
+    state.press.PressActive = 1;
+    state.press.DragRect = ToScreen(window, area);
+    state.press.DragPath = path;
+    if (!path.empty()) state.press.ObjectHit = 1;
     return true;
 }
 
@@ -77,12 +78,15 @@ bool PressInYear(const Window& window, Point point) {
         ChangeToMonthly(month);
         return true;
     }
-    const YearHit hit = YearHitTest(state.TargetYear, width, state.CalendarMode != 0, point);
+    const YearHit hit = YearHitTest(state.view.TargetYear, width, state.settings.CalendarMode != 0, point);
     if (hit.month < 1) return false;
-    if (!state.CalendarMode)
-        return HoldObject(window, YearMonthRect(width, hit.month), PathOfMonth(state.TargetYear, hit.month));
-    const MonthGrid grid = MakeMonthGrid(state.TargetYear, hit.month, YearMonthRect(width, hit.month), true);
-    return HoldObject(window, MonthCellRect(grid, hit.day), PathOfCell(state.TargetYear, hit.month, hit.day));
+    if (!state.settings.CalendarMode)
+        return HoldObject(window, YearMonthRect(width, hit.month),
+                          PathOfMonth(state.view.TargetYear, hit.month));
+    const MonthGrid grid =
+        MakeMonthGrid(state.view.TargetYear, hit.month, YearMonthRect(width, hit.month), true);
+    return HoldObject(window, MonthCellRect(grid, hit.day),
+                      PathOfCell(state.view.TargetYear, hit.month, hit.day));
 }
 
 bool PressInMonth(const Window& window, Point point) {
@@ -95,14 +99,14 @@ bool PressInMonth(const Window& window, Point point) {
         ChangeToDaily(day);
         return true;
     }
-    HoldObject(window, cell, PathOfCell(state.TargetYear, state.TargetMonth, day));
-    State().TargetDay = day;
-    State().ObjectHit = 1;  // here also for an empty cell
+    HoldObject(window, cell, PathOfCell(state.view.TargetYear, state.view.TargetMonth, day));
+    State().view.TargetDay = day;
+    State().press.ObjectHit = 1;  // here also for an empty cell
     return true;
 }
 
 void OpenText(const std::string& path) {
-    if (!path.empty()) shell::OpenWithEditor(State().TextEditor, path);
+    if (!path.empty()) shell::OpenWithEditor(State().settings.TextEditor, path);
 }
 
 void OpenObject(const std::string& path, ObjectKind kind) {
@@ -114,7 +118,7 @@ void OpenObject(const std::string& path, ObjectKind kind) {
 
 void MakeAndOpenText(int day, const std::string& content) {
     const AppState& state = State();
-    OpenText(Shell().MakeText(state.TargetYear, state.TargetMonth, day, content));
+    OpenText(Shell().MakeText(state.view.TargetYear, state.view.TargetMonth, day, content));
 }
 
 bool OpenHit(const ObjectList& list, Point point) {
@@ -126,15 +130,15 @@ bool OpenHit(const ObjectList& list, Point point) {
 
 bool OpenHourNote(const Window& window, Point point) {
     const AppState& state = State();
-    const DayLines lines = MakeDayLines(window.ClientSize().height, state.DayNumberOfLine, state.DayDuration,
-                                        state.DayStartTime);
+    const DayLines lines = MakeDayLines(window.ClientSize().height, state.settings.DayNumberOfLine,
+                                        state.settings.DayDuration, state.settings.DayStartTime);
     for (int line = lines.lines - 1; line >= 0; --line) {
         if (!lines.HourPictureRect(line).ContainsInclusive(point)) continue;
         char content[64];
         std::snprintf(content, sizeof content, "[Schedule]\n[%04d/%02d/%02d %02d:00]\n",
-                      state.TargetYear.load(), state.TargetMonth.load(), state.TargetDay.load(),
-                      lines.HourOfLine(line));
-        MakeAndOpenText(state.TargetDay, content);
+                      state.view.TargetYear.load(), state.view.TargetMonth.load(),
+                      state.view.TargetDay.load(), lines.HourOfLine(line));
+        MakeAndOpenText(state.view.TargetDay, content);
         return true;
     }
     return false;
@@ -142,12 +146,12 @@ bool OpenHourNote(const Window& window, Point point) {
 
 void DoubleClickInDay(const Window& window, Point point) {
     const AppState& state = State();
-    if (state.AllViewMode) {
+    if (state.view.AllViewMode) {
         if (OpenHit(Calendar().CurrentAllViewer().objects, point)) return;
     } else if (OpenHourNote(window, point) || OpenHit(Calendar().CurrentDayViewer().objects, point)) {
         return;
     }
-    MakeAndOpenText(state.TargetDay, "");
+    MakeAndOpenText(state.view.TargetDay, "");
 }
 
 void DoubleClickInMonth(const Window& window, Point point) {
@@ -156,17 +160,18 @@ void DoubleClickInMonth(const Window& window, Point point) {
     const int day = MonthHitTest(grid, point);
     if (day < 1) return;
     if (IsOnDayNumber(MonthCellRect(grid, day), point)) return MakeAndOpenText(day, "");
-    const CellContent content = ContentOfCell(state.TargetYear, state.TargetMonth, day);
+    const CellContent content = ContentOfCell(state.view.TargetYear, state.view.TargetMonth, day);
     if (content.count > 0) OpenObject(content.entry.path, content.entry.kind);
 }
 
 void DoubleClickInYear(const Window& window, Point point) {
     const AppState& state = State();
-    const YearHit hit =
-        YearHitTest(state.TargetYear, window.ClientSize().width, state.CalendarMode != 0, point);
+    const YearHit hit = YearHitTest(state.view.TargetYear, window.ClientSize().width,
+                                    state.settings.CalendarMode != 0, point);
     if (hit.month < 1) return;
-    const std::string path = state.CalendarMode ? PathOfCell(state.TargetYear, hit.month, hit.day)
-                                                : PathOfMonth(state.TargetYear, hit.month);
+    const std::string path = state.settings.CalendarMode
+                                 ? PathOfCell(state.view.TargetYear, hit.month, hit.day)
+                                 : PathOfMonth(state.view.TargetYear, hit.month);
     OpenObject(path, ClassifyFile(path));
 }
 
@@ -174,18 +179,19 @@ void DoubleClickInYear(const Window& window, Point point) {
 std::string PathUnder(const Window& window, Point point) {
     const AppState& state = State();
     ObjectList::Hit hit;
-    if (state.AllViewMode) return Calendar().CurrentAllViewer().objects.HitTest(point, &hit) ? hit.path : "";
-    if (state.ViewType == kDaily)
+    if (state.view.AllViewMode)
+        return Calendar().CurrentAllViewer().objects.HitTest(point, &hit) ? hit.path : "";
+    if (state.view.ViewType == kDaily)
         return Calendar().CurrentDayViewer().objects.HitTest(point, &hit) ? hit.path : "";
-    if (state.ViewType == kMonthly) {
+    if (state.view.ViewType == kMonthly) {
         const int day = MonthHitTest(MonthInView(window), point);
-        return day > 0 ? PathOfCell(state.TargetYear, state.TargetMonth, day) : "";
+        return day > 0 ? PathOfCell(state.view.TargetYear, state.view.TargetMonth, day) : "";
     }
-    const YearHit year =
-        YearHitTest(state.TargetYear, window.ClientSize().width, state.CalendarMode != 0, point);
+    const YearHit year = YearHitTest(state.view.TargetYear, window.ClientSize().width,
+                                     state.settings.CalendarMode != 0, point);
     if (year.month < 1) return {};
-    return state.CalendarMode ? PathOfCell(state.TargetYear, year.month, year.day)
-                              : PathOfMonth(state.TargetYear, year.month);
+    return state.settings.CalendarMode ? PathOfCell(state.view.TargetYear, year.month, year.day)
+                                       : PathOfMonth(state.view.TargetYear, year.month);
 }
 
 }  // namespace
@@ -197,14 +203,14 @@ bool HandleLeftPress(Window& window, Point point) {
             window.StopTimer(kTimerLongPress);
             return true;
         case ButtonPress::NoAction:
-            state.ObjectHit = 0;
+            state.press.ObjectHit = 0;
             return false;
         case ButtonPress::None:
             break;
     }
-    state.DragPath.clear();
-    if (state.AllViewMode) return PressInList(window, Calendar().CurrentAllViewer().objects, point);
-    switch (state.ViewType) {
+    state.press.DragPath.clear();
+    if (state.view.AllViewMode) return PressInList(window, Calendar().CurrentAllViewer().objects, point);
+    switch (state.view.ViewType) {
         case kYearly:
             return PressInYear(window, point);
         case kMonthly:
@@ -217,12 +223,13 @@ bool HandleLeftPress(Window& window, Point point) {
 bool OnLeftDown(Window& window, const Event& event) {
     AppState& state = State();
     NoteActivity();
-    state.DragPath.clear();
-    state.SlideOpenedByCommand = 0;
+    state.press.DragPath.clear();
+    state.run.SlideOpenedByCommand = 0;
     Shell().CloseSlideShow();
     Shell().HideNeighbor();
     Shell().HideEstimate();
-    const bool dayGrid = state.ViewType == kMonthly || (state.ViewType == kYearly && state.CalendarMode);
+    const bool dayGrid =
+        state.view.ViewType == kMonthly || (state.view.ViewType == kYearly && state.settings.CalendarMode);
     if (event.ctrl && dayGrid) {
         window.StopTimer(kTimerLongPress);
         ChangeToDaily(0);
@@ -234,8 +241,8 @@ bool OnLeftDown(Window& window, const Event& event) {
     SetPressedButton(event.point, true);
     const bool used = HandleLeftPress(window, event.point);
     // On a button too; but a button's work has stopped the timer, so that holding it opens no day.
-    state.PressActive = 1;
-    state.PressPoint = event.point;
+    state.press.PressActive = 1;
+    state.press.PressPoint = event.point;
     // A button may have opened a dialog, which then saw the release.
     if (!IsLeftButtonDown()) SetPressedButton(event.point, false);
     return used;
@@ -243,7 +250,7 @@ bool OnLeftDown(Window& window, const Event& event) {
 
 bool OnLeftUp(Window& window, const Event& event) {
     NoteActivity();
-    State().PressActive = 0;
+    State().press.PressActive = 0;
     SetPressedButton(event.point, false);
     window.StopTimer(kTimerLongPress);
     return true;
@@ -252,24 +259,25 @@ bool OnLeftUp(Window& window, const Event& event) {
 bool OnMouseMove(Window& window, const Event& event) {
     AppState& state = State();
     NoteActivity();
-    const double way = std::hypot(event.point.x - state.PressPoint.x, event.point.y - state.PressPoint.y);
+    const double way =
+        std::hypot(event.point.x - state.press.PressPoint.x, event.point.y - state.press.PressPoint.y);
     if (!event.leftButton || way <= kClickRadius) return true;
-    state.PressActive = 0;
-    return state.DragPath.empty() || Shell().StartDragOut(window, state.DragPath);
+    state.press.PressActive = 0;
+    return state.press.DragPath.empty() || Shell().StartDragOut(window, state.press.DragPath);
 }
 
 bool OnLeftDoubleClick(Window& window, const Event& event) {
     AppState& state = State();
     NoteActivity();
-    state.ObjectHit = 0;
-    state.DragPath.clear();
+    state.press.ObjectHit = 0;
+    state.press.DragPath.clear();
     if (FindButton(event.point, nullptr))
         return OnLeftDown(window, event);  // two quick presses are two presses
-    if (state.ViewType == kDaily)
+    if (state.view.ViewType == kDaily)
         DoubleClickInDay(window, event.point);
-    else if (state.AllViewMode)
+    else if (state.view.AllViewMode)
         OpenHit(Calendar().CurrentAllViewer().objects, event.point);
-    else if (state.ViewType == kMonthly)
+    else if (state.view.ViewType == kMonthly)
         DoubleClickInMonth(window, event.point);
     else
         DoubleClickInYear(window, event.point);

@@ -5,7 +5,7 @@
 
 #include "platform/thread.h"
 #include "platform/window.h"
-#include "views/calendar_store.h"
+#include "views/model/calendar_store.h"
 
 namespace kalmora {
 

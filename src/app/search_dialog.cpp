@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "app/app_state.h"
 #include "app/translated_form.h"
+#include "index/index_manager.h"
 #include "platform/dialog.h"
 #include "search/compose_query.h"
 #include "search/search_run.h"
-#include "store/index_manager.h"
-#include "views/search_view.h"
+#include "state/app_state.h"
+#include "views/load/search_view.h"
 
 namespace kalmora {
 
@@ -107,7 +107,7 @@ SearchEntry Read(const Dialog& dialog) {
 }  // namespace
 
 DialogForm MakeSearchForm(SearchAnswer& answer) {
-    const bool japanese = State().UseJapanese;
+    const bool japanese = State().settings.UseJapanese;
     DialogForm form;
     form.title = japanese ? kTitle : kEnglishTitle;
     form.controls = japanese ? std::span<const Control>(kJapanese) : std::span<const Control>(kEnglish);
@@ -118,7 +118,7 @@ DialogForm MakeSearchForm(SearchAnswer& answer) {
         answer = {true, ComposeQuery(Read(dialog))};
         // It is never cleared here: a search of everything stays one until the program ends. Meant, and held
         // by SearchDialog.AllLoadedStaysForLaterSearches.
-        if (dialog.IsChecked(kAllLoaded)) State().SearchAllLoaded = 1;
+        if (dialog.IsChecked(kAllLoaded)) State().view.SearchAllLoaded = 1;
         dialog.Close(answer.query.empty() ? kDialogCancel : kDialogOk);
     };
     return form;
@@ -134,7 +134,7 @@ bool ShowSearchDialog(Window* owner) {
         return true;
     }
     SetSearchText({});
-    if (State().SearchResultMode) EndSearch();
+    if (State().view.SearchResultMode) EndSearch();
     return false;
 }
 

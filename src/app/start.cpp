@@ -5,7 +5,6 @@
 #include <memory>
 
 #include "app/app_hooks.h"
-#include "app/app_state.h"
 #include "app/connect_import.h"
 #include "app/connect_index.h"
 #include "app/connect_input.h"
@@ -18,24 +17,26 @@
 #include "app/program_end.h"
 #include "app/run_beside.h"
 #include "app/tray_menu.h"
+#include "base/commands.h"
 #include "base/log.h"
+#include "index/index_stop.h"
+#include "index/update.h"
 #include "platform/clock.h"
 #include "platform/end_signals.h"
 #include "platform/window.h"
+#include "rewrite/safe_rewrite.h"
+#include "rewrite/temp_folder.h"
+#include "state/app_state.h"
 #include "store/data_folder.h"
 #include "store/date_tree.h"
 #include "store/extension_table.h"
-#include "store/index_stop.h"
-#include "store/safe_rewrite.h"
-#include "store/settings.h"
-#include "store/update.h"
-#include "views/button_bar.h"
-#include "views/calendar_store.h"
-#include "views/commands.h"
+#include "store/settings_file.h"
+#include "views/bar/button_bar.h"
 #include "views/hooks.h"
-#include "views/object_loader.h"
-#include "views/paint_cell.h"
-#include "views/paint_view.h"
+#include "views/load/object_loader.h"
+#include "views/model/calendar_store.h"
+#include "views/paint/paint_cell.h"
+#include "views/paint/paint_view.h"
 
 namespace kalmora {
 
@@ -52,15 +53,15 @@ std::unique_ptr<Application> StartPlatform(const StartOptions& options) {
     if (!application) return nullptr;
     ConnectRooms();
     // A rewrite that was cut off is settled while its copy still lies in the folder that is swept next.
-    SettleRewrites(State().TempFolder);
-    PrepareTempFolder(State().TempFolder);
+    SettleRewrites(State().settings.TempFolder);
+    PrepareTempFolder(State().settings.TempFolder);
     return application;
 }
 
 void ConnectViews(Window& window) {
     Hooks().RunCommand = [&window](int id) { DispatchCommand(window, id); };
     Hooks().OnWholeView = [] {
-        Log("[View] whole, %.1f ms after the last input", UptimeMs() - State().LastActivity);
+        Log("[View] whole, %.1f ms after the last input", UptimeMs() - State().run.LastActivity);
     };
 }
 
@@ -80,16 +81,16 @@ void FreeObjects() {
 
 void SaveAll() {
     const AppState& state = State();
-    SaveExtensionTable(state.ExtensionListPath);
+    SaveExtensionTable(state.settings.ExtensionListPath);
     Shell().SaveKeys();
-    SaveSettings(state.SettingsPath);
+    SaveSettings(state.settings.SettingsPath);
 }
 
 bool AreWorkersRunning() {
     const AppState& state = State();
-    const bool scans = !state.FirstStartPending && state.InitialScanRunning;
+    const bool scans = !state.run.FirstStartPending && state.run.InitialScanRunning;
     return scans || Calendar().IsObjectLoaderRunning() || Calendar().IsPaintThreadRunning() ||
-           state.IndexPreloadRunning || state.ImportRunning || CountBackgroundUpdates() > 0 ||
+           state.run.IndexPreloadRunning || state.run.ImportRunning || CountBackgroundUpdates() > 0 ||
            !AreCellRedrawsDone() || IsLastBeatRunning() || IsWorkBesideRunning();
 }
 
@@ -103,7 +104,7 @@ void AskWorkersToLeave() {
 // that they use may go before.
 bool WaitForWorkers(const ProgramEnd& end) {
     constexpr int kLookMs = 10, kForTheRest = 100;
-    State().ObjectGate.Acquire("Last");
+    State().run.ObjectGate.Acquire("Last");
     ++Calendar().loadNumber;
     while (AreWorkersRunning()) {
         if (end.MsLeft() < kForTheRest) return false;
@@ -126,8 +127,8 @@ bool Stop(ProgramEnd& end) {
     FreeObjects();
     DestroyButtons();
     Shell().ReleaseHotKeys();
-    SettleRewrites(state.TempFolder);
-    SweepTempFolder(state.TempFolder);
+    SettleRewrites(state.settings.TempFolder);
+    SweepTempFolder(state.settings.TempFolder);
     return true;
 }
 
@@ -150,7 +151,7 @@ bool MakeWindows(Window& window) {
 
 void PlayFirstMusic() {
     const std::string music = Calendar().backgrounds.CurrentMusic();
-    if (State().SoundMode && !music.empty()) Hooks().PlayMusic(music);
+    if (State().settings.SoundMode && !music.empty()) Hooks().PlayMusic(music);
 }
 
 // Gives the exit code.
@@ -189,7 +190,7 @@ int RunDesktop(const StartOptions& options) {
     });
     if (!window) return 0;
     AppState& state = State();
-    state.MainWindowVisible = 1;
+    state.run.MainWindowVisible = 1;
     ConnectViews(*window);
     ConnectInput();
     ConnectPhotos();

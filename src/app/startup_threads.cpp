@@ -4,11 +4,11 @@
 #include <utility>
 
 #include "app/app_hooks.h"
-#include "app/app_state.h"
 #include "platform/thread.h"
+#include "state/app_state.h"
 #include "store/data_folder.h"
 #include "store/date_tree.h"
-#include "views/calendar_store.h"
+#include "views/model/calendar_store.h"
 
 namespace kalmora {
 
@@ -31,7 +31,7 @@ void StartLowest(const char* name, SharedFlag& running, std::function<void()> bo
 }  // namespace
 
 void StartInitialScan() {
-    StartLowest("InitialScan", State().InitialScanRunning, [] {
+    StartLowest("InitialScan", State().run.InitialScanRunning, [] {
         TheDateTree().ScanAll(MainRoot());
         // The gauge that told how far it is goes with the next painting.
         if (Window* window = MainWindow()) window->Invalidate();
@@ -39,7 +39,7 @@ void StartInitialScan() {
 }
 
 void StartIndexPreload() {
-    StartLowest("IndexPreload", State().IndexPreloadRunning, [] { Shell().PreloadIndexes(); });
+    StartLowest("IndexPreload", State().run.IndexPreloadRunning, [] { Shell().PreloadIndexes(); });
 }
 
 }  // namespace kalmora

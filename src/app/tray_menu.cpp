@@ -2,10 +2,10 @@
 
 #include <memory>
 
-#include "app/app_state.h"
+#include "base/commands.h"
 #include "base/log.h"
+#include "state/app_state.h"
 #include "store/resources.h"
-#include "views/commands.h"
 
 namespace kalmora {
 
@@ -37,7 +37,7 @@ std::span<const TrayMenuItem> TrayMenu() {
 bool AddTrayIcon(Window& window) {
     TrayOptions options;
     options.iconPath = FindResource("Res/kalmora.png");
-    options.tip = TrayTip({}, State().UseJapanese);
+    options.tip = TrayTip({}, State().settings.UseJapanese);
     options.menu.assign(TrayMenu().begin(), TrayMenu().end());
     options.onPress = [&window] { window.SendCommand(kCommandShow); };
     options.onChosen = [&window](int command) { window.SendCommand(command); };
@@ -51,7 +51,7 @@ void RemoveTrayIcon() { Icon().reset(); }
 bool HasTray() { return Icon() && Icon()->IsShown(); }
 
 void SetTrayTip(std::span<const std::string> missingHotKeys) {
-    if (Icon()) Icon()->SetTip(TrayTip(missingHotKeys, State().UseJapanese));
+    if (Icon()) Icon()->SetTip(TrayTip(missingHotKeys, State().settings.UseJapanese));
 }
 
 std::string TrayTip(std::span<const std::string> missingHotKeys, bool japanese) {

@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "app/app_state.h"
 #include "base/geometry.h"
+#include "state/app_state.h"
 
 namespace kalmora {
 

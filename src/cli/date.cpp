@@ -5,12 +5,12 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "base/dates.h"
 #include "cli/iso_date.h"
 #include "cli/photo_verb.h"
 #include "cli/verbs.h"
 #include "media/photo.h"
 #include "platform/clock.h"
-#include "store/dates.h"
 
 namespace kalmora {
 

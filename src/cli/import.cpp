@@ -1,5 +1,5 @@
 // kalmora import: files and folders into the days that they belong to.
-#include "store/import.h"
+#include "import/import.h"
 
 #include <CLI/CLI.hpp>
 #include <csignal>
@@ -9,17 +9,17 @@
 #include <string>
 #include <vector>
 
-#include "app/app_state.h"
 #include "app/day_end.h"
 #include "cli/iso_date.h"
 #include "cli/photo_verb.h"
 #include "cli/progress_bar.h"
 #include "cli/shown_name.h"
 #include "cli/verbs.h"
+#include "index/index_progress.h"
+#include "index/index_stop.h"
 #include "platform/files.h"
+#include "state/app_state.h"
 #include "store/data_folder.h"
-#include "store/index_progress.h"
-#include "store/index_stop.h"
 
 namespace kalmora {
 
@@ -185,7 +185,7 @@ int RunImportVerb(const StartOptions& start, const ImportVerb& verb) {
     options.addComment = verb.noteOption->count() > 0;
     options.comment = verb.note;
     options.dayEnd = verb.dayEndOption->count() > 0 ? ParseDayEnd(std::to_string(verb.dayEnd), 0)
-                                                    : State().DayEndTimeForScrap;
+                                                    : State().settings.DayEndTimeForScrap;
     if (!files::IsFolder(options.root)) {
         std::fprintf(stderr, "kalmora import: %s: no such folder; nothing was done\n", options.root.c_str());
         return 1;

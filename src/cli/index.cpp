@@ -11,12 +11,12 @@
 #include "cli/period_option.h"
 #include "cli/progress_bar.h"
 #include "cli/verbs.h"
+#include "index/index_progress.h"
+#include "index/index_stop.h"
+#include "index/index_tree.h"
+#include "index/month_index.h"
 #include "platform/files.h"
 #include "store/data_folder.h"
-#include "store/index_progress.h"
-#include "store/index_stop.h"
-#include "store/index_tree.h"
-#include "store/month_index.h"
 
 namespace kalmora {
 

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "store/dates.h"
+#include "base/dates.h"
 
 namespace kalmora {
 

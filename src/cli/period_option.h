@@ -1,7 +1,7 @@
 // The options --year, --month and --day of a verb: which part of the tree it works on.
 #pragma once
 
-#include "store/dates.h"
+#include "base/dates.h"
 
 namespace CLI {
 class App;

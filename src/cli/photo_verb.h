@@ -6,7 +6,7 @@
 #include <string>
 
 #include "app/start_options.h"
-#include "store/safe_rewrite.h"
+#include "rewrite/safe_rewrite.h"
 
 namespace kalmora {
 

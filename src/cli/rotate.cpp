@@ -2,10 +2,10 @@
 
 #include <nlohmann/json.hpp>
 
-#include "app/app_state.h"
 #include "cli/photo_verb.h"
 #include "media/rotation.h"
 #include "platform/files.h"
+#include "state/app_state.h"
 
 namespace kalmora {
 
@@ -16,7 +16,7 @@ std::string WordsFor(RotateResult result) {
         case RotateResult::Turned:
             return "turned";
         case RotateResult::NoTool:
-            return "no jpegtran: " + State().PathOfJpegTran;
+            return "no jpegtran: " + State().settings.PathOfJpegTran;
         case RotateResult::NotJpeg:
             return "not a JPEG";
         case RotateResult::Denied:

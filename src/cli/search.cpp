@@ -12,11 +12,11 @@
 #include "cli/progress_bar.h"
 #include "cli/shown_name.h"
 #include "cli/verbs.h"
+#include "index/index_stop.h"
+#include "index/index_tree.h"
 #include "platform/files.h"
 #include "search/search_tree.h"
 #include "store/data_folder.h"
-#include "store/index_stop.h"
-#include "store/index_tree.h"
 
 namespace kalmora {
 

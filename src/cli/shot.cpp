@@ -6,18 +6,18 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
-#include "app/app_state.h"
 #include "app/environment.h"
+#include "base/dates.h"
 #include "cli/before_reading.h"
 #include "platform/clock.h"
 #include "platform/window.h"
-#include "store/dates.h"
-#include "views/button_bar.h"
-#include "views/calendar_store.h"
+#include "state/app_state.h"
+#include "views/bar/button_bar.h"
 #include "views/hooks.h"
-#include "views/object_loader.h"
-#include "views/paint_cell.h"
-#include "views/paint_view.h"
+#include "views/load/object_loader.h"
+#include "views/model/calendar_store.h"
+#include "views/paint/paint_cell.h"
+#include "views/paint/paint_view.h"
 
 namespace kalmora {
 
@@ -60,17 +60,17 @@ std::optional<CalendarDate> ParseDate(const std::string& text) {
 
 void SetView(const ShotOptions& options, const CalendarDate& date) {
     AppState& state = State();
-    if (options.view == "year") state.ViewType = kYearly;
-    if (options.view == "month") state.ViewType = kMonthly;
-    if (options.view == "day") state.ViewType = kDaily;
-    state.AllViewMode = options.all ? 1 : 0;
-    state.TargetYear = date.year;
-    state.TargetMonth = date.month;
-    state.TargetDay = date.day;
-    state.SoundMode = 0;
-    state.OutputNavigationLog = false;
+    if (options.view == "year") state.view.ViewType = kYearly;
+    if (options.view == "month") state.view.ViewType = kMonthly;
+    if (options.view == "day") state.view.ViewType = kDaily;
+    state.view.AllViewMode = options.all ? 1 : 0;
+    state.view.TargetYear = date.year;
+    state.view.TargetMonth = date.month;
+    state.view.TargetDay = date.day;
+    state.settings.SoundMode = 0;
+    state.settings.OutputNavigationLog = false;
     // Nobody watches the pictures arrive one by one.
-    state.TimingOfChangeImage = 0;
+    state.settings.TimingOfChangeImage = 0;
 }
 
 bool WaitForWholeView(Application& application, const Times& times) {

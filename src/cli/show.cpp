@@ -8,7 +8,6 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "app/app_state.h"
 #include "app/environment.h"
 #include "cli/before_reading.h"
 #include "cli/iso_date.h"
@@ -16,6 +15,7 @@
 #include "cli/verbs.h"
 #include "media/photo.h"
 #include "platform/files.h"
+#include "state/app_state.h"
 
 namespace kalmora {
 

@@ -5,7 +5,7 @@
 
 #include "base/log.h"
 #include "input/accelerators.h"
-#include "platform/text.h"
+#include "text/text.h"
 
 namespace kalmora {
 

@@ -9,12 +9,12 @@
 #include <string>
 #include <string_view>
 
-#include "app/app_state.h"
 #include "platform/clock.h"
 #include "platform/files.h"
-#include "platform/text.h"
+#include "state/app_state.h"
 #include "store/data_folder.h"
 #include "store/date_folder.h"
+#include "text/text.h"
 
 namespace kalmora {
 
@@ -102,7 +102,7 @@ bool WriteLine(const std::string& root, const Line& line) {
 }  // namespace
 
 bool NavigationLog(const char* format, ...) {
-    if (!State().OutputNavigationLog) return false;
+    if (!State().settings.OutputNavigationLog) return false;
     if (!format) return true;
     va_list arguments;
     va_start(arguments, format);

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/dates.h"
 #include "media/estimation.h"
-#include "store/dates.h"
 
 namespace kalmora {
 

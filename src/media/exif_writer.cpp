@@ -11,7 +11,7 @@
 #include "media/jpeg_segments.h"
 #include "media/multi_picture_index.h"
 #include "media/photo_metadata.h"
-#include "platform/text.h"
+#include "text/text.h"
 
 namespace kalmora {
 

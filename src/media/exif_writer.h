@@ -24,7 +24,7 @@
 #include "media/byte_window.h"
 #include "media/exif_block.h"
 #include "media/photo_metadata.h"
-#include "store/safe_rewrite.h"
+#include "rewrite/safe_rewrite.h"
 
 namespace kalmora {
 

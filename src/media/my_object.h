@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "media/draw_context.h"
+#include "pictures/draw_context.h"
 #include "store/extension_table.h"
 
 namespace kalmora {

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
-#include "app/app_state.h"
 #include "media/date_text.h"
 #include "platform/files.h"
 #include "platform/image.h"
-#include "platform/text.h"
+#include "state/app_state.h"
 #include "store/extension_table.h"
 #include "store/file_helpers.h"
+#include "text/text.h"
 
 namespace kalmora {
 
@@ -219,19 +219,21 @@ std::int32_t CPhoto::GetEstimate(int type) {
 
 bool CPhoto::IsVisibleUnderEstimate() {
     const AppState& state = State();
-    const bool hidden = (state.GoodMode == 1 && GetEstimate(static_cast<int>(EstimateType::Good)) < 0) ||
-                        (state.PublicMode == 1 && GetEstimate(static_cast<int>(EstimateType::Public)) < 0);
+    const bool hidden =
+        (state.settings.GoodMode == 1 && GetEstimate(static_cast<int>(EstimateType::Good)) < 0) ||
+        (state.settings.PublicMode == 1 && GetEstimate(static_cast<int>(EstimateType::Public)) < 0);
     if (hidden) visible = 0;
     return !hidden;
 }
 
 bool CPhoto::SkipIfSmall() {
     const AppState& state = State();
-    if (!state.SkipSmallImage) return true;
+    if (!state.settings.SkipSmallImage) return true;
     if (imageWidth < 0 || imageHeight < 0) MeasureImage();
     // Only an image has a size that tells something; what could not be measured at all is left as it is.
     if (kind != kKindImage) return true;
-    if (imageWidth >= state.SizeOfSmallImage || imageHeight >= state.SizeOfSmallImage) return true;
+    if (imageWidth >= state.settings.SizeOfSmallImage || imageHeight >= state.settings.SizeOfSmallImage)
+        return true;
     visible = 0;
     return false;
 }

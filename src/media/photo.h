@@ -16,7 +16,7 @@
 #include "media/my_object.h"
 #include "media/photo_metadata.h"
 #include "media/png_text_file.h"
-#include "store/safe_rewrite.h"
+#include "rewrite/safe_rewrite.h"
 
 namespace kalmora {
 

@@ -1,12 +1,12 @@
 // CPhoto's painting. Sizes are whole-number divisions throughout, as the views' placement counts on them.
 #include <algorithm>
 
-#include "app/app_state.h"
-#include "media/mul_div.h"
+#include "base/mul_div.h"
 #include "media/photo.h"
-#include "media/text_card.h"
+#include "pictures/text_card.h"
 #include "platform/files.h"
 #include "platform/image.h"
+#include "state/app_state.h"
 #include "store/resources.h"
 
 namespace kalmora {
@@ -63,7 +63,7 @@ void CPhoto::PaintPicture(const DrawContext& context, const std::string& picture
     if (area.IsEmpty()) return;
     const bool small = area.width < kSmallWidth && area.height < kSmallHeight;
     const auto preview =
-        State().UseExifThumbnail && small ? images::Preview::Always : images::Preview::IfEnough;
+        State().settings.UseExifThumbnail && small ? images::Preview::Always : images::Preview::IfEnough;
     const double scale = context.Scale();
     const Image image = images::Load(picture, WantedPixels(area, {imageWidth, imageHeight}, scale), preview);
     if (image.IsEmpty()) {
@@ -176,7 +176,7 @@ void CPhoto::DrawFitted(const DrawContext& context, int boxWidth, int boxHeight)
 
 void CPhoto::DrawInArea(const DrawContext& context, int areaWidth, int areaHeight) {
     if (visible == 0) return;
-    const int longerSide = State().ThumbnailMaxSize;
+    const int longerSide = State().settings.ThumbnailMaxSize;
     std::string picture;
     if (!IsPicture()) {
         displayWidth = longerSide;
@@ -185,7 +185,7 @@ void CPhoto::DrawInArea(const DrawContext& context, int areaWidth, int areaHeigh
         picture = PreparePicture();
         if (picture.empty()) return;
         // A movie has no estimation of its own: it keeps the plain size.
-        if (kind == kKindImage && State().UseEstimation) {
+        if (kind == kKindImage && State().settings.UseEstimation) {
             const double factor = EstimateScale(GetEstimate(static_cast<int>(EstimateType::Like)));
             const int scaled = static_cast<int>(factor * longerSide);
             FitLongerSide(scaled > 0 ? scaled : kSmallestEstimated);

@@ -1,9 +1,9 @@
 // How large a photo is and is shown. Apart from the painting, so that a program which only measures does not
 // need it.
-#include "app/app_state.h"
-#include "media/mul_div.h"
+#include "base/mul_div.h"
 #include "media/photo.h"
 #include "platform/image.h"
+#include "state/app_state.h"
 
 namespace kalmora {
 
@@ -30,7 +30,7 @@ void CPhoto::MeasureImage() {
     if (imageWidth <= 0 || imageHeight <= 0)
         displayWidth = displayHeight = 0;
     else
-        FitLongerSide(State().ThumbnailMaxSize);
+        FitLongerSide(State().settings.ThumbnailMaxSize);
 }
 
 }  // namespace kalmora

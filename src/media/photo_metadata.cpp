@@ -8,7 +8,7 @@
 #include "media/exif_reader.h"
 #include "media/jpeg_segments.h"
 #include "media/maker_note.h"
-#include "platform/text.h"
+#include "text/text.h"
 
 namespace kalmora {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "media/byte_window.h"
-#include "store/safe_rewrite.h"
+#include "rewrite/safe_rewrite.h"
 
 namespace kalmora {
 

@@ -7,8 +7,8 @@
 #include "base/crc32.h"
 #include "media/png_text_file.h"
 #include "platform/clock.h"
-#include "platform/text.h"
-#include "store/encoding.h"
+#include "text/encoding.h"
+#include "text/text.h"
 
 namespace kalmora {
 

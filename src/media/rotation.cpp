@@ -1,12 +1,12 @@
 #include "media/rotation.h"
 
-#include "app/app_state.h"
 #include "base/log.h"
 #include "media/turned_photo.h"
 #include "platform/files.h"
-#include "platform/text.h"
+#include "rewrite/safe_rewrite.h"
+#include "state/app_state.h"
 #include "store/file_helpers.h"
-#include "store/safe_rewrite.h"
+#include "text/text.h"
 
 namespace kalmora {
 
@@ -51,7 +51,7 @@ RotateResult ResultOf(RewriteResult result) {
 }  // namespace
 
 RotateResult RotateJpeg(const std::string& path, int degrees) {
-    const std::string tool = State().PathOfJpegTran;
+    const std::string tool = State().settings.PathOfJpegTran;
     if (!files::Exists(tool)) {
         if (OnRotationToolMissing) OnRotationToolMissing(tool);
         return RotateResult::NoTool;
@@ -61,7 +61,7 @@ RotateResult RotateJpeg(const std::string& path, int degrees) {
     if (!files::Exists(path)) return RotateResult::Failed;
     TurnPlan plan = TurnPlan::Ready;
     const RewriteResult written = SafeRewrite(path, [&](FileChange& change) {
-        plan = PlanTurn(path, degrees, tool, State().TempFolder, change);
+        plan = PlanTurn(path, degrees, tool, State().settings.TempFolder, change);
         return plan == TurnPlan::Ready ? RewriteResult::Written : RewriteResult::Unsupported;
     });
     return plan == TurnPlan::Ready ? ResultOf(written) : ResultOf(plan);

@@ -10,7 +10,7 @@
 
 #include <string>
 
-#include "store/safe_rewrite.h"
+#include "rewrite/safe_rewrite.h"
 
 namespace kalmora {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "media/exif_reader.h"
-#include "platform/text.h"
+#include "text/text.h"
 
 namespace kalmora {
 

@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "base/take_number.h"
-#include "platform/text.h"
+#include "text/text.h"
 
 namespace kalmora {
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "base/soon_read.h"
-#include "platform/text.h"
+#include "text/text.h"
 
 namespace kalmora {
 

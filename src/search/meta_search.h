@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "index/day_index.h"
 #include "search/query.h"
 #include "search/word_finder.h"
-#include "store/day_index.h"
 
 namespace kalmora {
 

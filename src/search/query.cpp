@@ -4,9 +4,9 @@
 #include <iterator>
 #include <utility>
 
-#include "app/app_state.h"
 #include "base/take_number.h"
-#include "platform/text.h"
+#include "state/app_state.h"
+#include "text/text.h"
 
 namespace kalmora {
 
@@ -201,9 +201,10 @@ Query ParseQuery(const QueryTokens& split) {
 
 void ApplyModes(const Query& query) {
     AppState& state = State();
-    if (query.setsGoodMode) state.GoodMode = *query.setsGoodMode ? 1 : 0;
-    if (query.publicModeChange == Query::PublicModeChange::Off) state.PublicMode = 0;
-    if (query.publicModeChange == Query::PublicModeChange::OneIfSet && state.PublicMode) state.PublicMode = 1;
+    if (query.setsGoodMode) state.settings.GoodMode = *query.setsGoodMode ? 1 : 0;
+    if (query.publicModeChange == Query::PublicModeChange::Off) state.settings.PublicMode = 0;
+    if (query.publicModeChange == Query::PublicModeChange::OneIfSet && state.settings.PublicMode)
+        state.settings.PublicMode = 1;
 }
 
 }  // namespace kalmora

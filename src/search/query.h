@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "store/index_entry.h"
+#include "index/index_entry.h"
 
 namespace kalmora {
 

@@ -1,8 +1,8 @@
 #include "search/search_range.h"
 
-#include "app/app_state.h"
-#include "store/index_progress.h"
-#include "store/index_stop.h"
+#include "index/index_progress.h"
+#include "index/index_stop.h"
+#include "state/app_state.h"
 
 namespace kalmora {
 
@@ -24,7 +24,7 @@ private:
 // True when the manager loads something that neither the view nor this search wants.
 bool WorksOnSomethingElse(const IndexManager& manager, const CalendarDate& range) {
     if (!manager.IsBusy() || range.year == 0) return false;
-    if (range.year == State().TargetYear && range.month == State().TargetMonth) return false;
+    if (range.year == State().view.TargetYear && range.month == State().view.TargetMonth) return false;
     const CalendarDate current = manager.CurrentTarget();
     return current.year != range.year || (range.month != 0 && current.month != range.month);
 }

@@ -3,10 +3,10 @@
 
 #include <functional>
 
+#include "base/dates.h"
+#include "index/index_manager.h"
+#include "index/month_index.h"
 #include "search/meta_search.h"
-#include "store/dates.h"
-#include "store/index_manager.h"
-#include "store/month_index.h"
 
 namespace kalmora {
 

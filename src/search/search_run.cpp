@@ -3,8 +3,8 @@
 #include <mutex>
 #include <utility>
 
-#include "app/app_state.h"
 #include "base/log.h"
+#include "state/app_state.h"
 
 namespace kalmora {
 
@@ -99,7 +99,7 @@ SearchResult Search(const std::string& query, SearchScope scope, const SearchVie
     }
     const QueryMatcher matcher(ParseQuery(query));
     ApplyModes(matcher.TheQuery());
-    if (scope == SearchScope::AllLoaded) State().AllViewMode = 1;
+    if (scope == SearchScope::AllLoaded) State().view.AllViewMode = 1;
     auto found = std::make_shared<FoundDays>();
     const bool whole = SearchBothRoots(matcher, RangeOf(scope, view), stopped, *found);
     if (stopped()) return found;

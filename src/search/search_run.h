@@ -1,7 +1,7 @@
 // The search that is in force: its query, and what it found for the view.
 //
-// While State().SearchResultMode is set the views show the result instead of their folders. Any thread: loads
-// run on several, and each has the result that it asked for.
+// While State().view.SearchResultMode is set the views show the result instead of their folders. Any thread:
+// loads run on several, and each has the result that it asked for.
 #pragma once
 
 #include <memory>

@@ -5,9 +5,9 @@
 #include <optional>
 #include <utility>
 
-#include "store/index_batch.h"
-#include "store/index_tree.h"
-#include "store/month_index.h"
+#include "index/index_batch.h"
+#include "index/index_tree.h"
+#include "index/month_index.h"
 
 namespace kalmora {
 

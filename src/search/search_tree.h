@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "base/dates.h"
 #include "search/meta_search.h"
-#include "store/dates.h"
 
 namespace kalmora {
 

@@ -5,10 +5,9 @@
 #include <limits>
 #include <mutex>
 
-#include "app/app_state.h"
 #include "platform/files.h"
-#include "platform/text.h"
-#include "store/rewrite_journal.h"
+#include "state/app_state.h"
+#include "text/text.h"
 
 namespace kalmora {
 
@@ -101,49 +100,52 @@ std::string MakeDayFolderPath(std::string_view root, int year, int month, int da
 
 std::optional<CalendarDate> ParsePathDate(std::string_view path) {
     if (const auto date = ParseBelow(path, MainRoot())) return date;
-    return ParseBelow(path, State().OtherDirectory);
+    return ParseBelow(path, State().settings.OtherDirectory);
 }
 
 std::string MainRoot() {
     std::lock_guard lock(rootMutex);
-    return State().RunDataDirectory.empty() ? State().DataDirectory : State().RunDataDirectory;
+    return State().settings.RunDataDirectory.empty() ? State().settings.DataDirectory
+                                                     : State().settings.RunDataDirectory;
 }
 
 void ClearDataFolders() {
     std::lock_guard lock(rootMutex);
-    State().DataDirectories.clear();
+    State().settings.DataDirectories.clear();
 }
 
 void SetMainRoot(const std::string& root) {
     std::lock_guard lock(rootMutex);
-    State().DataDirectory = root;
+    State().settings.DataDirectory = root;
 }
 
 std::string OtherRoot() {
     const AppState& state = State();
-    return state.UseOtherFolder && files::IsFolder(state.OtherDirectory) ? state.OtherDirectory
-                                                                         : std::string();
+    return state.settings.UseOtherFolder && files::IsFolder(state.settings.OtherDirectory)
+               ? state.settings.OtherDirectory
+               : std::string();
 }
 
 std::string CurrentDataRoot() {
     AppState& state = State();
-    if (!state.AllowMultiDataDirectory || !state.RunDataDirectory.empty()) return MainRoot();
+    if (!state.settings.AllowMultiDataDirectory || !state.settings.RunDataDirectory.empty())
+        return MainRoot();
 
     std::vector<std::string> listed;
     {
         std::lock_guard lock(rootMutex);
-        listed = state.DataDirectories;
+        listed = state.settings.DataDirectories;
     }
     for (const std::string& root : listed)
         if (files::IsFolder(root)) return root;
 
     if (!listed.empty()) return listed.front();
 
-    std::string fallback = files::Join(state.ProgramFolder, "files");
+    std::string fallback = files::Join(state.settings.ProgramFolder, "files");
     const bool made = !files::IsFolder(fallback) && MakeDirectories(fallback);
     std::lock_guard lock(rootMutex);
-    state.DataDirectory = fallback;
-    auto& folders = state.DataDirectories;
+    state.settings.DataDirectory = fallback;
+    auto& folders = state.settings.DataDirectories;
     // Another thread may have come to the same end at the same time.
     if (made && std::find(folders.begin(), folders.end(), fallback) == folders.end())
         folders.push_back(fallback);
@@ -164,38 +166,6 @@ bool MakeDirectories(std::string_view path) {
         const files::FileResult result = files::MakeFolder(prefix);
         if (result != files::FileResult::Done && !files::IsFolder(prefix)) return false;
     }
-    return true;
-}
-
-bool HasBackgroundName(std::string_view path) {
-    const std::size_t separator = path.rfind(files::kSeparator);
-    return text::StartsWithNoCase(separator == std::string_view::npos ? path : path.substr(separator + 1),
-                                  "back");
-}
-
-int SweepScratchFiles(const std::string& folder) {
-    int removed = 0;
-    std::optional<std::vector<std::string>> needed;
-    for (const files::FolderEntry& entry : files::ListFolder(folder)) {
-        if (entry.isFolder || !entry.name.starts_with('$')) continue;
-        if (!needed) needed = NotedCopies(folder);
-        if (std::find(needed->begin(), needed->end(), entry.name) != needed->end()) continue;
-        if (files::RemoveFile(files::Join(folder, entry.name)) == files::FileResult::Done) ++removed;
-    }
-    return removed;
-}
-
-int SweepTempFolder(const std::string& folder) {
-    constexpr int kPatienceMs = 200;
-    if (!files::IsFolder(folder)) return 0;
-    files::FileLock lock;
-    if (LockTempFolder(folder, lock, kPatienceMs) != files::FileResult::Done) return 0;
-    return SweepScratchFiles(folder);
-}
-
-bool PrepareTempFolder(const std::string& folder) {
-    if (!files::IsFolder(folder)) return MakeDirectories(folder);
-    SweepTempFolder(folder);
     return true;
 }
 

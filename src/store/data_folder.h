@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "store/dates.h"
+#include "base/dates.h"
 
 namespace kalmora {
 
@@ -44,19 +44,5 @@ void ClearDataFolders();
 // Makes every missing folder of the path. False for an empty path, when a file stands in the way, or when a
 // folder cannot be made; the folders made until then stay. Any thread; two callers may make the same path.
 bool MakeDirectories(std::string_view path);
-
-// True for "back.jpg", "Back2.png" and the like: pictures of such a name in a month or day folder are its
-// background and not entries. Looks at the last component's first four letters only, case ignored.
-bool HasBackgroundName(std::string_view path);
-
-// Removes the files in the folder whose names begin with "$" (scratch files carry such names); other files
-// and all folders stay. Returns how many went. While a rewrite of this or another program holds the lock,
-// waits at most 200 ms, then leaves the folder to the next sweep. A copy from which a file has still to be
-// mended stays.
-int SweepTempFolder(const std::string& folder);
-// The same for the holder of the folder's lock (rewrite_journal.h).
-int SweepScratchFiles(const std::string& folder);
-// Makes the folder when it is missing, sweeps it otherwise. False when it cannot be made.
-bool PrepareTempFolder(const std::string& folder);
 
 }  // namespace kalmora

@@ -5,10 +5,10 @@
 #include <limits>
 #include <set>
 
-#include "app/app_state.h"
 #include "base/random.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "state/app_state.h"
 #include "store/data_folder.h"
 #include "store/extension_table.h"
 
@@ -50,12 +50,12 @@ bool IsShown(const std::string& name) {
 }  // namespace
 
 bool DateTree::ScanAll(const std::string& root) {
-    const FlagWhile running(State().DateScanRunning);
+    const FlagWhile running(State().run.DateScanRunning);
     return Scan(root, true) && Scan(root, false);
 }
 
 bool DateTree::Scan(const std::string& root, bool countOnly) {
-    const FlagWhile running(State().DateScanRunning);
+    const FlagWhile running(State().run.DateScanRunning);
     if (countOnly) {
         dayFolders_ = 0;
     } else {
@@ -134,7 +134,7 @@ void DateTree::Add(const DateNode& node) {
 }
 
 void DateTree::RefreshToday() {
-    if (State().DateScanRunning) return;  // the scan will find today itself, and would list it twice
+    if (State().run.DateScanRunning) return;  // the scan will find today itself, and would list it twice
     const auto has = [](const std::vector<DateNode>& list, const CalendarDate& date) {
         return std::find_if(list.begin(), list.end(),
                             [&](const DateNode& node) { return node.date == date; });

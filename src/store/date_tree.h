@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "store/dates.h"
+#include "base/dates.h"
 
 namespace kalmora {
 
@@ -28,8 +28,8 @@ struct DateNode {
 // is in the lists as soon as it has been counted. No lock is held while the disk is read or a hook is called.
 class DateTree {
 public:
-    // Walks the whole root twice, first to know how far there is to go. State().DateScanRunning is set all
-    // the while. False when stopped. One scan at a time.
+    // Walks the whole root twice, first to know how far there is to go. State().run.DateScanRunning is set
+    // all the while. False when stopped. One scan at a time.
     bool ScanAll(const std::string& root);
     // One walk. With countOnly only the day folders are counted; otherwise the lists are made anew. Rests 100
     // ms after each month that holds something. Links to folders inside a day are not followed.

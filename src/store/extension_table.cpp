@@ -8,7 +8,7 @@
 
 #include "base/log.h"
 #include "platform/files.h"
-#include "platform/text.h"
+#include "text/text.h"
 
 namespace kalmora {
 

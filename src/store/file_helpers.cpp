@@ -5,7 +5,7 @@
 #include "base/log.h"
 #include "platform/clock.h"
 #include "platform/files.h"
-#include "platform/text.h"
+#include "text/text.h"
 
 namespace kalmora {
 

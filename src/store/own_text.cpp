@@ -5,8 +5,8 @@
 #include <optional>
 #include <utility>
 
-#include "platform/text.h"
-#include "store/encoding.h"
+#include "text/encoding.h"
+#include "text/text.h"
 
 namespace kalmora {
 

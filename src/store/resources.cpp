@@ -1,12 +1,12 @@
 #include "store/resources.h"
 
-#include "app/app_state.h"
 #include "platform/files.h"
+#include "state/app_state.h"
 
 namespace kalmora {
 
 std::string FindResource(std::string_view name) {
-    const std::string& home = State().ProgramFolder;
+    const std::string& home = State().settings.ProgramFolder;
     std::string relative(name);
     if (files::IsAbsolute(name)) {
         const std::string head = home + files::kSeparator;
@@ -16,8 +16,8 @@ std::string FindResource(std::string_view name) {
     relative = files::WithPlatformSeparators(relative);
     std::string inHome = files::Join(home, relative);
     if (files::Exists(inHome)) return inHome;
-    std::string installed = files::Join(State().InstallFolder, relative);
-    return !State().InstallFolder.empty() && files::Exists(installed) ? installed : inHome;
+    std::string installed = files::Join(State().settings.InstallFolder, relative);
+    return !State().settings.InstallFolder.empty() && files::Exists(installed) ? installed : inHome;
 }
 
 }  // namespace kalmora

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <variant>
 
-#include "app/app_state.h"
+#include "state/app_state.h"
 
 namespace kalmora::settings {
 
@@ -14,10 +14,10 @@ struct TextColorField {
     Color TextColors::*part;
 };
 
-// Where a value lives in AppState; its type says how it is read and written.
-using Field =
-    std::variant<bool AppState::*, SharedFlag AppState::*, int AppState::*, SharedInt AppState::*,
-                 std::string AppState::*, Color AppState::*, TextColorField, WindowRectValue AppState::*>;
+// Where a value lives in the record; its type says how it is read and written.
+using Field = std::variant<bool Settings::*, SharedFlag Settings::*, int Settings::*, SharedInt Settings::*,
+                           std::string Settings::*, Color Settings::*, TextColorField,
+                           WindowRectValue Settings::*, SharedInt ViewState::*, SharedFlag ViewState::*>;
 
 enum class Reading {
     Value,        // as the field's type has it
@@ -50,11 +50,11 @@ struct WriterRow {
 };
 
 struct FaceDefault {
-    std::string AppState::*field;
+    std::string Settings::*field;
     std::string_view face;
 };
 struct PathDefault {
-    std::string AppState::*field;
+    std::string Settings::*field;
     std::string_view name;  // in the program folder
 };
 

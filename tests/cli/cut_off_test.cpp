@@ -6,7 +6,7 @@
 
 #include "base/crc32.h"
 #include "program_fixture.h"
-#include "store/rewrite_journal.h"
+#include "rewrite/rewrite_journal.h"
 
 namespace kalmora {
 namespace {

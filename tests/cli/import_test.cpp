@@ -9,7 +9,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "../unit/media/exif_builder.h"
+#include "media/exif_builder.h"
 #include "platform/files.h"
 
 namespace kalmora {

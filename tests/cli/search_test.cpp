@@ -5,8 +5,8 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
-#include "platform/text.h"
 #include "program_fixture.h"
+#include "text/text.h"
 
 namespace kalmora {
 namespace {

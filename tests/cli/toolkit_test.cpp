@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "../unit/media/picture_files.h"
-#include "../unit/media/png_builder.h"
+#include "media/picture_files.h"
+#include "media/png_builder.h"
 #include "program_fixture.h"
 
 namespace kalmora {

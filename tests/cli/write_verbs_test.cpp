@@ -6,8 +6,8 @@
 #include <nlohmann/json.hpp>
 #include <tuple>
 
-#include "../unit/media/picture_files.h"
-#include "../unit/media/png_builder.h"
+#include "media/picture_files.h"
+#include "media/png_builder.h"
 #include "program_fixture.h"
 
 namespace kalmora {

@@ -10,17 +10,17 @@
 #include <map>
 #include <sstream>
 
-#include "../unit/media/exif_builder.h"
-#include "app/app_state.h"
+#include "import/import.h"
+#include "index/day_index.h"
+#include "index/index_manager.h"
+#include "media/exif_builder.h"
 #include "media/photo.h"
 #include "platform/abandoned_files.h"
 #include "platform/clock.h"
+#include "rewrite/safe_rewrite.h"
 #include "rewrite_syscalls.h"
-#include "store/day_index.h"
+#include "state/app_state.h"
 #include "store/extension_table.h"
-#include "store/import.h"
-#include "store/index_manager.h"
-#include "store/safe_rewrite.h"
 
 namespace kalmora {
 namespace {
@@ -73,13 +73,13 @@ class ImportFaultTest : public testing::Test {
 protected:
     ImportFaultTest() : here_(MakeFolderIn("/dev/shm")), there_(MakeFolderIn("/tmp")) {
         LoadExtensionTable(here_ + "/extension.dat");
-        State().TempFolder = here_ + "/Temp";
+        State().settings.TempFolder = here_ + "/Temp";
         setenv("XDG_DATA_HOME", here_.c_str(), 1);
     }
     ~ImportFaultTest() override {
         test::SetFaultPlan({});
         ClearExtensionTable();
-        State().TempFolder.clear();
+        State().settings.TempFolder.clear();
         unsetenv("XDG_DATA_HOME");
         ResetIndexes();
         fs::remove_all(here_);
@@ -113,7 +113,7 @@ protected:
         return options;
     }
     static void Run(const ImportOptions& options) {
-        State().DataDirectory = options.root;
+        State().settings.DataDirectory = options.root;
         ResetIndexes();
         RunImport(options);
     }
@@ -187,7 +187,7 @@ protected:
                 EXPECT_NE(end, ChildEnd::Broken);
                 kills += end == ChildEnd::Killed;
                 test::SetFaultPlan({.withoutNoReplace = withoutNoReplace});
-                SettleRewrites(State().TempFolder);
+                SettleRewrites(State().settings.TempFolder);
                 ExpectNothingIsLost(volumes, withNotes);
                 Run(options);
                 ExpectEveryFileOnce(volumes, source);
@@ -242,7 +242,7 @@ TEST_F(ImportFaultTest, ErrorAtAnyCallIsToldAndLosesNothing) {
                     SCOPED_TRACE("call " + std::to_string(call) + " of " + std::to_string(calls) +
                                  ", error " + std::to_string(error));
                     Begin(volumes);
-                    State().DataDirectory = options.root;
+                    State().settings.DataDirectory = options.root;
                     test::SetFaultPlan(
                         {.fault = Fault::Fail, .atCall = call, .error = error, .lasting = true});
                     const ImportSummary summary = RunImport(options);

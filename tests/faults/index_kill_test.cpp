@@ -10,13 +10,13 @@
 #include <map>
 #include <sstream>
 
-#include "../unit/media/exif_builder.h"
-#include "../unit/media/media_files.h"
+#include "index/day_index.h"
+#include "index/index_batch.h"
+#include "index/month_index.h"
+#include "media/exif_builder.h"
+#include "media/media_files.h"
 #include "rewrite_syscalls.h"
-#include "store/day_index.h"
 #include "store/extension_table.h"
-#include "store/index_batch.h"
-#include "store/month_index.h"
 
 namespace kalmora {
 namespace {

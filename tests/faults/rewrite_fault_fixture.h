@@ -13,13 +13,13 @@
 #include <string_view>
 #include <vector>
 
-#include "../unit/media/exif_builder.h"
-#include "../unit/media/png_builder.h"
-#include "app/app_state.h"
+#include "media/exif_builder.h"
 #include "media/photo.h"
+#include "media/png_builder.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "rewrite_syscalls.h"
+#include "state/app_state.h"
 #include "store/extension_table.h"
 
 namespace kalmora::test {
@@ -74,14 +74,14 @@ protected:
         SetClock(&clock_);
         EmulateInsertion(isInMemory_);
         LoadExtensionTable(files::Join(folder_, "extension.dat"));
-        State().TempFolder = files::Join(folder_, "Temp");
-        std::filesystem::create_directory(State().TempFolder);
+        State().settings.TempFolder = files::Join(folder_, "Temp");
+        std::filesystem::create_directory(State().settings.TempFolder);
     }
     ~RewriteFaultTest() override {
         SetFaultPlan({});
         EmulateInsertion(false);
         ClearExtensionTable();
-        State().TempFolder.clear();
+        State().settings.TempFolder.clear();
         SetClock(nullptr);
         files::RemoveFolderTree(folder_);
     }
@@ -119,7 +119,7 @@ protected:
     }
 
     std::string Put(const Photo& photo) const {
-        for (const auto& entry : std::filesystem::directory_iterator(State().TempFolder))
+        for (const auto& entry : std::filesystem::directory_iterator(State().settings.TempFolder))
             std::filesystem::remove(entry.path());
         const std::string path = files::Join(folder_, photo.name);
         Write(path, photo.content);
@@ -161,7 +161,7 @@ protected:
 };
 
 inline bool HasScratch() {
-    for (const auto& entry : std::filesystem::directory_iterator(State().TempFolder))
+    for (const auto& entry : std::filesystem::directory_iterator(State().settings.TempFolder))
         if (entry.path().filename().string().starts_with('$')) return true;
     return false;
 }

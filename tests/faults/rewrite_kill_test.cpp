@@ -6,8 +6,8 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "rewrite/safe_rewrite.h"
 #include "rewrite_fault_fixture.h"
-#include "store/safe_rewrite.h"
 
 namespace kalmora {
 namespace {
@@ -58,7 +58,7 @@ private:
         ASSERT_EQ(end, ChildEnd::Killed);
         ++tally.kills;
         if (const std::string left = Read(path); left != course.before && left != course.after) ++tally.torn;
-        SettleRewrites(State().TempFolder);
+        SettleRewrites(State().settings.TempFolder);
         const std::string found = Read(path);
         ++(found == course.after ? tally.fresh : tally.old);
         ASSERT_TRUE(found == course.before || found == course.after);
@@ -108,11 +108,12 @@ TEST_F(RewriteKillTest, WhileMendingThePhotoIsMendedByTheNextStart) {
                             CPhoto object(path);
                             work.write(object);
                         });
-                    const ChildEnd end = test::RunInChild({.fault = Fault::KillHalf, .atCall = mendingCall},
-                                                          [] { SettleRewrites(State().TempFolder); });
+                    const ChildEnd end =
+                        test::RunInChild({.fault = Fault::KillHalf, .atCall = mendingCall},
+                                         [] { SettleRewrites(State().settings.TempFolder); });
                     if (end == ChildEnd::Finished) break;
                     ++kills;
-                    SettleRewrites(State().TempFolder);
+                    SettleRewrites(State().settings.TempFolder);
                     const std::string found = Read(path);
                     ASSERT_TRUE(found == course.before || found == course.after)
                         << photo.name << ", " << work.name << ", call " << call << ", mending call "
@@ -148,7 +149,7 @@ TEST_F(RewriteKillTest, AmongManyEachPhotoIsTheOldOrTheNewOne) {
     for (int call = 1; call <= calls; ++call) {
         putAll();
         ASSERT_EQ(test::RunInChild({.fault = Fault::KillHalf, .atCall = call}, rateAll), ChildEnd::Killed);
-        SettleRewrites(State().TempFolder);
+        SettleRewrites(State().settings.TempFolder);
         for (std::size_t i = 0; i < paths.size(); ++i) {
             const std::string found = Read(paths[i]);
             ASSERT_TRUE(found == old[i] || found == fresh[i]) << photos[i].name << ", call " << call;
@@ -188,7 +189,7 @@ TEST_F(RewriteFaultTest, AnErrorAtAnyCallIsToldAndLeavesThePhotoWhole) {
                             }
                         }
                         if (!IsDone(result)) ++told;
-                        SettleRewrites(State().TempFolder);
+                        SettleRewrites(State().settings.TempFolder);
                         const std::string found = Read(path);
                         ASSERT_TRUE(found == course.before || found == course.after) << at();
                         if (result == RewriteResult::Written) {
@@ -225,7 +226,7 @@ TEST_F(RewriteFaultTest, WhatAnotherProgramPutsInItsPlaceAtAnyCallStands) {
                 ++(result == RewriteResult::Written ? late : refused);
                 ASSERT_EQ(Read(path), other) << photo.name << ", " << work.name << ", call " << call;
                 ASSERT_FALSE(HasScratch());
-                SettleRewrites(State().TempFolder);
+                SettleRewrites(State().settings.TempFolder);
                 ASSERT_EQ(Read(path), other) << photo.name << ", " << work.name << ", call " << call;
             }
         }

@@ -4,10 +4,10 @@
 
 #include <cstdio>
 
-#include "../unit/media/picture_files.h"
+#include "media/picture_files.h"
 #include "media/rotation.h"
+#include "rewrite/safe_rewrite.h"
 #include "rewrite_fault_fixture.h"
-#include "store/safe_rewrite.h"
 
 namespace kalmora {
 namespace {
@@ -20,10 +20,10 @@ using test::Write;
 
 class RotationFaultTest : public test::RewriteFaultTest {
 protected:
-    RotationFaultTest() { State().PathOfJpegTran = KALMORA_BIN_DIR "/jpegtran"; }
+    RotationFaultTest() { State().settings.PathOfJpegTran = KALMORA_BIN_DIR "/jpegtran"; }
     ~RotationFaultTest() override {
         test::SetFaultPlan({});
-        State().PathOfJpegTran.clear();
+        State().settings.PathOfJpegTran.clear();
     }
 
     std::string PutPicture() const { return Put({"turn.jpg", test::DecodableJpeg(64, 48)}); }
@@ -32,7 +32,7 @@ protected:
         const std::string path = files::Join(folder_, "tool");
         Write(path, "#!/bin/sh\nfor target; do :; done\nsource=$5\n" + script + "\n");
         chmod(path.c_str(), 0755);
-        State().PathOfJpegTran = path;
+        State().settings.PathOfJpegTran = path;
     }
 };
 
@@ -51,7 +51,7 @@ TEST_F(RotationFaultTest, KilledAtAnyCallThePictureIsTheOldOrTheTurnedOne) {
             ASSERT_EQ(test::RunInChild({.fault = fault, .atCall = call}, [&] { RotateJpeg(path, 90); }),
                       ChildEnd::Killed)
                 << call;
-            SettleRewrites(State().TempFolder);
+            SettleRewrites(State().settings.TempFolder);
             const std::string found = Read(path);
             ASSERT_TRUE(found == before || found == after) << "call " << call << " of " << calls;
             ASSERT_FALSE(HasScratch());
@@ -77,7 +77,7 @@ TEST_F(RotationFaultTest, KilledAtAnyCallWhatFollowsThePictureIsWhole) {
             for (int call = 1; call <= calls; ++call) {
                 path = Put({"turn.jpg", before});
                 test::RunInChild({.fault = fault, .atCall = call}, [&] { RotateJpeg(path, 90); });
-                SettleRewrites(State().TempFolder);
+                SettleRewrites(State().settings.TempFolder);
                 const std::string found = Read(path);
                 ASSERT_TRUE(found == before || found == after) << "call " << call << " of " << calls;
                 ASSERT_FALSE(HasScratch());
@@ -110,7 +110,7 @@ TEST_F(RotationFaultTest, KilledWhileTheToolWritesThePictureIsPutBack) {
     for (int call = 1; call <= calls; ++call) {
         path = PutPicture();
         test::RunInChild({.fault = Fault::KillBefore, .atCall = call}, [&] { RotateJpeg(path, 90); });
-        SettleRewrites(State().TempFolder);
+        SettleRewrites(State().settings.TempFolder);
         ASSERT_EQ(Read(path), before) << call;
     }
 }
@@ -136,7 +136,7 @@ TEST_F(RotationFaultTest, WhatAnotherProgramPutsInItsPlaceAtAnyCallStands) {
         test::SetFaultPlan(plan);
         const RotateResult result = RotateJpeg(path, 90);
         test::SetFaultPlan({});
-        SettleRewrites(State().TempFolder);
+        SettleRewrites(State().settings.TempFolder);
         turned += result == RotateResult::Turned ? 1 : 0;
         ASSERT_EQ(Read(path), other) << call << " of " << calls;
         ASSERT_FALSE(HasScratch()) << call;

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "store/index_text.h"
+#include "index/index_text.h"
 
 namespace {
 

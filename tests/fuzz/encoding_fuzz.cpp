@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "platform/text.h"
-#include "store/encoding.h"
 #include "store/file_helpers.h"
+#include "text/encoding.h"
+#include "text/text.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t length) {
     using namespace kalmora;

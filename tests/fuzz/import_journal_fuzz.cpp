@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "store/import_journal.h"
+#include "import/import_journal.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);

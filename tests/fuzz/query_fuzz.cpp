@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/text.h"
 #include "search/meta_search.h"
+#include "text/text.h"
 
 namespace {
 

@@ -4,12 +4,12 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "app/app_state.h"
-#include "store/settings.h"
+#include "state/app_state.h"
+#include "store/settings_file.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t length) {
     using namespace kalmora;
-    State().ProgramFolder = "/nowhere/home";
+    State().settings.ProgramFolder = "/nowhere/home";
     ResetSettingsToDefaults();
     ReadSettingsText({reinterpret_cast<const char*>(bytes), length});
     const std::string first = MakeSettingsText();

@@ -17,10 +17,10 @@
 #include <string_view>
 #include <vector>
 
-#include "../unit/media/multi_picture_builder.h"
-#include "app/app_state.h"
+#include "media/multi_picture_builder.h"
 #include "media/rotation.h"
 #include "platform/files.h"
+#include "state/app_state.h"
 
 namespace kalmora {
 namespace {
@@ -151,8 +151,8 @@ double Difference(const Grey& a, const Grey& b) {
 class TurnedSamplesTest : public testing::Test {
 protected:
     TurnedSamplesTest() : folder_(files::MakeTemporaryFolder()), photos_(files::Join(folder_, "photos")) {
-        State().TempFolder = files::Join(folder_, "Temp");
-        State().PathOfJpegTran = KALMORA_BIN_DIR "/jpegtran";
+        State().settings.TempFolder = files::Join(folder_, "Temp");
+        State().settings.PathOfJpegTran = KALMORA_BIN_DIR "/jpegtran";
         fs::create_directory(photos_);
         std::error_code missing;
         for (const char* kind : {"camera", "behind"})
@@ -163,8 +163,8 @@ protected:
             }
     }
     ~TurnedSamplesTest() override {
-        State().TempFolder.clear();
-        State().PathOfJpegTran.clear();
+        State().settings.TempFolder.clear();
+        State().settings.PathOfJpegTran.clear();
         files::RemoveFolderTree(folder_);
     }
 

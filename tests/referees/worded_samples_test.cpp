@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
-#include "app/app_state.h"
 #include "embedded_pictures.h"
 #include "media/photo.h"
 #include "platform/files.h"
+#include "state/app_state.h"
 #include "store/extension_table.h"
 
 namespace kalmora {
@@ -25,7 +25,7 @@ class WordedSamplesTest : public testing::Test {
 protected:
     WordedSamplesTest() : folder_(files::MakeTemporaryFolder()), photos_(files::Join(folder_, "photos")) {
         LoadExtensionTable(files::Join(folder_, "extension.dat"));
-        State().TempFolder = files::Join(folder_, "Temp");
+        State().settings.TempFolder = files::Join(folder_, "Temp");
         fs::create_directory(photos_);
         std::error_code missing;
         for (const char* kind : {"camera", "behind"})
@@ -35,7 +35,7 @@ protected:
     }
     ~WordedSamplesTest() override {
         ClearExtensionTable();
-        State().TempFolder.clear();
+        State().settings.TempFolder.clear();
         files::RemoveFolderTree(folder_);
     }
 

@@ -19,10 +19,10 @@
 #include <string_view>
 #include <vector>
 
-#include "app/app_state.h"
 #include "media/exif_reader.h"
 #include "media/photo.h"
 #include "platform/files.h"
+#include "state/app_state.h"
 #include "store/extension_table.h"
 
 namespace kalmora {
@@ -217,7 +217,7 @@ class WrittenSamplesTest : public testing::Test {
 protected:
     WrittenSamplesTest() : folder_(files::MakeTemporaryFolder()), photos_(files::Join(folder_, "photos")) {
         LoadExtensionTable(files::Join(folder_, "extension.dat"));
-        State().TempFolder = files::Join(folder_, "Temp");
+        State().settings.TempFolder = files::Join(folder_, "Temp");
         fs::create_directory(photos_);
         std::error_code missing;
         for (const char* kind : {"camera", "odd", "png"})
@@ -232,7 +232,7 @@ protected:
     }
     ~WrittenSamplesTest() override {
         ClearExtensionTable();
-        State().TempFolder.clear();
+        State().settings.TempFolder.clear();
         files::RemoveFolderTree(folder_);
     }
 

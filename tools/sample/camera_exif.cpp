@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "platform/text.h"
 #include "random.h"
+#include "text/text.h"
 
 namespace sample {
 

@@ -12,9 +12,9 @@
 #include "life.h"
 #include "photo.h"
 #include "platform/shell.h"
-#include "platform/text.h"
 #include "riff.h"
 #include "sample_folder.h"
+#include "text/text.h"
 
 namespace sample {
 

@@ -8,7 +8,7 @@
 #include "platform/posix/shortcut.h"
 #include "platform/posix/wide_names.h"
 #include "platform/shell.h"
-#include "platform/text.h"
+#include "text/text.h"
 
 namespace kalmora::shell {
 

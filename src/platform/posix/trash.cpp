@@ -15,7 +15,7 @@
 #include "platform/posix/descriptor.h"
 #include "platform/posix/path_names.h"
 #include "platform/shell.h"
-#include "platform/text.h"
+#include "text/text.h"
 
 namespace kalmora::shell {
 

@@ -1,7 +1,7 @@
 #include "platform/posix/wide_names.h"
 
 #include "base/byte_reader.h"
-#include "platform/text.h"
+#include "text/text.h"
 
 namespace kalmora::shell {
 

@@ -6,7 +6,7 @@
 #include <array>
 #include <optional>
 
-#include "platform/text.h"
+#include "text/text.h"
 
 namespace kalmora::qt {
 

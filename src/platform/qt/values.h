@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "base/geometry.h"
-#include "platform/text.h"
+#include "text/text.h"
 
 namespace kalmora::qt {
 

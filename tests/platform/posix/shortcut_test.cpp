@@ -8,8 +8,8 @@
 #include "platform/posix/path_names.h"
 #include "platform/posix/wide_names.h"
 #include "platform/shell.h"
-#include "platform/text.h"
 #include "temporary_folder.h"
+#include "text/text.h"
 
 namespace kalmora::shell {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "../../unit/media/picture_files.h"
+#include "media/picture_files.h"
 #include "platform/qt/jpeg_decoder.h"
 
 namespace kalmora::jpeg {

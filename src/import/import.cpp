@@ -1,0 +1,486 @@
+#include "import/import.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+#include <vector>
+
+#include "base/log.h"
+#include "import/import_arrivals.h"
+#include "import/import_batch.h"
+#include "import/import_companions.h"
+#include "import/import_room.h"
+#include "import/import_source.h"
+#include "import/import_walk.h"
+#include "index/day_index.h"
+#include "index/index_manager.h"
+#include "index/index_progress.h"
+#include "index/index_stop.h"
+#include "index/index_tree.h"
+#include "index/month_index.h"
+#include "media/photo.h"
+#include "platform/abandoned_files.h"
+#include "platform/files.h"
+#include "platform/shell.h"
+#include "platform/transfer.h"
+#include "state/app_state.h"
+#include "store/data_folder.h"
+#include "store/file_helpers.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr std::size_t kMostForIndex = 4096;  // paths: each day's index is read and written once for them
+
+std::string FolderOf(const std::string& path) {
+    return path.substr(0, path.size() - GetFileName(path).size() - 1);
+}
+
+// Nobody comes by later to do it on the command line, as the window's idle refresh does. Months that stand in
+// the memory of this program learn of it, too. False when it was stopped, or when an index file could not be
+// written.
+bool UpdateMonths(const std::set<MonthToCome>& toIndex) {
+    std::map<std::string, std::vector<CalendarDate>> months;  // by data folder
+    for (const MonthToCome& one : toIndex) months[one.root].push_back({one.year, one.month, 0});
+    bool areWritten = true;
+    for (const auto& [root, dates] : months) {
+        if (!files::IsFolder(root)) continue;
+        areWritten &= RunOverMonths(dates, [&root = root](const CalendarDate& date, IndexBatch& batch) {
+            if (root == MainIndex().dataRoot)
+                if (const MonthPointer known = MainIndex().FindMonth(date.year, date.month);
+                    known && known->IsLoaded(0))
+                    return known->Update(0, batch);
+            MonthIndex month(date.year, date.month, root);
+            return month.Load(0, batch) && month.Update(0, batch);
+        });
+    }
+    return areWritten;
+}
+
+// Also when this import is then refused: a move that was killed may have taken its source away already.
+void FinishFormerImport() {
+    ArrivalJournal former;
+    if (!former.Open(State().settings.TempFolder)) return;
+    // Whether an original may go is told by the bytes of its copy, which the words change.
+    if (ImportJournal moves; former.HasWords() && moves.Open(State().settings.TempFolder)) moves.Settle();
+    if (UpdateMonths(former.Settle())) former.ClearMonths();
+}
+
+// ---- the import itself
+
+class Importer final : public WalkListener {
+public:
+    Importer(const ImportOptions& options, ImportSummary& summary)
+        : options_(options),
+          summary_(summary),
+          links_(options.naming, TargetNames::Form::Shortcut, options.sameBy),
+          rehearsed_(options.naming,
+                     options.source == ImportOptions::Source::GetsShortcut ? TargetNames::Form::Shortcut
+                                                                           : TargetNames::Form::File,
+                     options.sameBy, TargetNames::OnReserved::CompareSources),
+          batch_(TargetNames(options.naming, TargetNames::Form::File, options.sameBy),
+                 [this](std::span<ImportedFile> files) { OnSettled(files); }) {
+        if (IsRehearsal()) return;
+        if (arrivals_.Open(State().settings.TempFolder)) batch_.UseArrivals(&arrivals_);
+        toIndex_ = arrivals_.Months();
+        if (options.source == ImportOptions::Source::Goes && journal_.Open(State().settings.TempFolder)) {
+            journal_.Settle();
+            batch_.UseJournal(&journal_);
+        }
+    }
+
+    void OnFile(const SourceFile& file, const std::vector<std::string>& siblings) override;
+    void OnNews(const std::string& folder, FolderNews news) override;
+    void OnLeft(const std::string& folder) override;
+    void Finish();
+
+private:
+    // A file that is on its way, and what goes with it.
+    struct Group {
+        ImportedFile file;
+        std::vector<ImportBatch::Companion> companions;
+    };
+    bool IsRehearsal() const { return options_.run == ImportOptions::Run::Rehearsal; }
+    // False when nothing is to be done with the file; its result says why.
+    bool Describe(const std::string& path, ImportedFile& file) const;
+    std::optional<SystemTime> DateOf(const ImportedFile& file);
+    void AddCompanions(const std::string& folder, Group& group);
+    void Take(Group group, bool isBehindLink);
+    void Rehearse(Group group, const std::string& dayFolder, bool goes);
+    void MakeLinks(Group group, const std::string& dayFolder);
+    void MakeLink(ImportedFile file, const TargetNames::Choice& choice);
+    std::string FolderOfDay(const ImportedFile& file) const {
+        return MakeDayFolderPath(options_.root, file.day.year, file.day.month, file.day.day);
+    }
+    CalendarDate DayOf(const SystemTime& taken) const {
+        const SystemTime day = ApplyDayEnd(taken, options_.dayEnd);
+        return {day.year, day.month, day.day};
+    }
+    std::string WordsFor(const ImportedFile& file) const;
+    void WriteWords(std::span<ImportedFile> files);
+    void OnSettled(std::span<ImportedFile> files);
+    void Tell(const ImportedFile& file);
+    void AddToIndex(const std::string& path);
+    void UpdateIndex();
+    void RemoveEmptyFolders();
+    void SweepOnce(const std::string& dayFolder);
+
+    const ImportOptions& options_;
+    ImportSummary& summary_;
+    ImportJournal journal_;
+    ArrivalJournal arrivals_;
+    TargetNames links_, rehearsed_;
+    ImportBatch batch_;
+    std::string companionFolder_;  // of companions_
+    FolderCompanions companions_;
+    std::vector<std::string> forIndex_;
+    std::vector<std::string> leftFolders_;        // walked, and to be removed when they are empty
+    std::set<std::string> arrivedIn_;             // day folders
+    std::set<MonthToCome> toIndex_;               // where something stands that an index may lack
+    std::map<std::string, SystemTime> unsigned_;  // phone pictures whose source could not be written
+};
+
+void Importer::OnNews(const std::string& folder, FolderNews news) {
+    ImportedFile told;
+    told.source = folder;
+    told.isFolder = true;
+    switch (news) {
+        case FolderNews::Followed:
+            told.result = ImportResult::Followed;
+            break;
+        case FolderNews::VisitedOnce:
+            told.result = ImportResult::VisitedOnce;
+            break;
+        case FolderNews::Junk:
+            told.result = ImportResult::PassedOver;
+            break;
+        case FolderNews::Unreadable:
+            told.result = ImportResult::Unreadable;
+            if (std::ranges::find(options_.sources, folder) != options_.sources.end()) {
+                summary_.end = ImportEnd::Unreadable;
+                summary_.refused = folder;
+            }
+            break;
+        case FolderNews::MeetsTarget:
+            told.result = ImportResult::MeetsTarget;
+            break;
+    }
+    batch_.AddSettled(std::move(told));
+}
+
+void Importer::OnLeft(const std::string& folder) {
+    // Whatever is to become of the sources, also of the import folder itself: meant, and held by
+    // ImportFolderTest.EmptyFoldersGoAlsoWhenFilesAreCopied.
+    leftFolders_.push_back(folder);
+    RemoveEmptyFolders();
+}
+
+void Importer::RemoveEmptyFolders() {
+    if (IsRehearsal() || !batch_.IsEmpty()) return;  // not empty yet
+    for (const std::string& folder : leftFolders_) files::RemoveEmptyFolder(folder);
+    leftFolders_.clear();
+}
+
+bool Importer::Describe(const std::string& path, ImportedFile& file) const {
+    file.source = path;
+    file.kind = static_cast<std::int32_t>(ClassifyFile(path));
+    const auto status = files::GetStatus(path);
+    if (!status || !status->isRegular || IsLeftAlone(GetFileName(path))) {
+        file.result = status ? ImportResult::PassedOver : ImportResult::Gone;
+        return false;
+    }
+    file.bytes = status->size;
+    file.isProtected = IsReadOnly(path);  // tells the log, too
+    file.words = WordsFor(file);
+    return true;
+}
+
+std::optional<SystemTime> Importer::DateOf(const ImportedFile& file) {
+    const auto phone = PhoneNameDate(GetFileName(file.source));
+    if (!phone) return DateOfSource(file.source);
+    Log("[ades] %d/%02d/%02d %02d:%02d:%02d", phone->year, phone->month, phone->day, phone->hour,
+        phone->minute, phone->second);
+    if (IsRehearsal()) return phone;
+    const RewriteResult result = WritePhoneDate(file.source, *phone);
+    if (!IsDone(result) && file.kind == kKindImage) unsigned_[file.source] = *phone;
+    return phone;
+}
+
+void Importer::OnFile(const SourceFile& source, const std::vector<std::string>& siblings) {
+    const std::string folder = FolderOf(source.path), name = GetFileName(source.path);
+    if (folder != companionFolder_ || siblings.size() == 1) {
+        companionFolder_ = folder;
+        companions_ = FolderCompanions(siblings);
+    }
+    if (companions_.IsCompanion(name)) return;  // it comes with its photo
+    Group group;
+    if (!Describe(source.path, group.file)) {
+        batch_.AddSettled(std::move(group.file));
+    } else if (const auto taken = DateOf(group.file)) {
+        group.file.taken = *taken;
+        group.file.day = DayOf(*taken);
+        AddCompanions(folder, group);
+        return Take(std::move(group), source.isBehindLink);
+    } else {
+        group.file.result = files::Exists(source.path) ? ImportResult::Failed : ImportResult::Gone;
+        batch_.AddSettled(std::move(group.file));
+    }
+    // Without their photo they are files like others.
+    const std::vector<CompanionName> alone = companions_.Of(name);
+    for (const CompanionName& one : alone) {
+        OnFile({files::Join(folder, one.name), source.isBehindLink}, {one.name});
+        companionFolder_.clear();
+    }
+}
+
+void Importer::AddCompanions(const std::string& folder, Group& group) {
+    for (const CompanionName& one : companions_.Of(GetFileName(group.file.source))) {
+        ImportedFile file;
+        if (!Describe(files::Join(folder, one.name), file)) {
+            batch_.AddSettled(std::move(file));
+            continue;
+        }
+        file.taken = group.file.taken;
+        file.day = group.file.day;
+        group.companions.push_back({std::move(file), one.stemLength});
+    }
+}
+
+void Importer::Take(Group group, bool isBehindLink) {
+    const std::string dayFolder = FolderOfDay(group.file);
+    const bool wantsToGo = options_.source == ImportOptions::Source::Goes;
+    const bool goes = wantsToGo && !isBehindLink;
+    group.file.sourceStays = wantsToGo && !goes;
+    for (ImportBatch::Companion& one : group.companions) one.file.sourceStays = wantsToGo && !goes;
+    if (IsRehearsal()) return Rehearse(std::move(group), dayFolder, goes);
+    SweepOnce(dayFolder);
+    arrivals_.AddMonth({options_.root, group.file.day.year, group.file.day.month});
+    if (options_.source == ImportOptions::Source::GetsShortcut) return MakeLinks(std::move(group), dayFolder);
+    batch_.Add(std::move(group.file), dayFolder,
+               goes ? ImportBatch::Source::Goes : ImportBatch::Source::Stays, std::move(group.companions));
+}
+
+std::vector<TargetNames::Companion> NamesOf(std::span<const ImportBatch::Companion> companions) {
+    std::vector<TargetNames::Companion> names;
+    for (const ImportBatch::Companion& one : companions)
+        names.push_back({{one.file.source, one.file.words}, one.stemLength});
+    return names;
+}
+
+void Importer::Rehearse(Group group, const std::string& dayFolder, bool goes) {
+    const auto settle = [&](ImportedFile& file, const TargetNames::Choice& choice) {
+        file.standing = choice.standing;
+        file.target = choice.path;
+        if (choice.path.empty())
+            file.result = choice.why;
+        else if (options_.source == ImportOptions::Source::GetsShortcut)
+            file.result = ImportResult::Linked, file.target += ".lnk";
+        else
+            file.result = goes && !file.isProtected ? ImportResult::Moved : ImportResult::Copied;
+        if (goes && file.isProtected && HasArrived(file.result)) file.sourceStays = true;
+        if (!choice.path.empty()) rehearsed_.Reserve(choice.path, file.source);
+        batch_.AddSettled(std::move(file));
+    };
+    const std::vector<TargetNames::Companion> beside = NamesOf(group.companions);
+    const auto choice = rehearsed_.Look({group.file.source, group.file.words}, dayFolder, beside);
+    for (std::size_t i = 0; i < beside.size(); ++i)
+        settle(group.companions[i].file, rehearsed_.LookBeside(beside[i], dayFolder, choice.number));
+    settle(group.file, choice);
+}
+
+// On first access to a day, removes scratch files that a killed import left there.
+void Importer::SweepOnce(const std::string& dayFolder) {
+    if (!arrivedIn_.insert(dayFolder).second) return;
+    for (const files::FolderEntry& entry : files::ListFolder(dayFolder))
+        if (!entry.isFolder && files::HasScratchName(entry.name))
+            files::RemoveAbandoned(dayFolder, entry.name);
+}
+
+void Importer::MakeLinks(Group group, const std::string& dayFolder) {
+    const std::vector<TargetNames::Companion> beside = NamesOf(group.companions);
+    const auto choice = links_.Choose({group.file.source}, dayFolder, beside);
+    for (std::size_t i = 0; i < beside.size(); ++i)
+        MakeLink(std::move(group.companions[i].file),
+                 links_.ChooseBeside(beside[i], dayFolder, choice.number));
+    MakeLink(std::move(group.file), choice);
+}
+
+void Importer::MakeLink(ImportedFile file, const TargetNames::Choice& choice) {
+    file.standing = choice.standing;
+    file.result = choice.path.empty() ? choice.why : ImportResult::Linked;
+    file.bytes = 0;
+    if (!choice.path.empty()) {
+        // The index gets the path without ".lnk", at which nothing stands, until an update drops it: meant,
+        // and held by ImportShortcutTest.IndexHasThePathBesideTheLink.
+        AddToIndex(choice.path);
+        file.target = choice.path + ".lnk";
+        if (!shell::CreateShortcut(file.target, file.source)) {
+            file.result = ImportResult::Denied;
+            file.target.clear();
+        }
+    }
+    batch_.AddSettled(std::move(file));
+}
+
+// A shortcut takes no words: the file that it leads to stays as it is.
+std::string Importer::WordsFor(const ImportedFile& file) const {
+    if (file.kind != kKindImage || options_.source == ImportOptions::Source::GetsShortcut) return {};
+    std::string words;
+    if (options_.addComment && !options_.comment.empty()) words = options_.comment + "\r\n";
+    if (options_.addFolderName) words += GetFileName(FolderOf(file.source));
+    return words;
+}
+
+void Importer::WriteWords(std::span<ImportedFile> files) {
+    std::vector<CPhoto> photos;
+    std::vector<std::string> words;
+    std::vector<ImportedFile*> owners;
+    for (ImportedFile& file : files) {
+        if (!HasArrived(file.result) || file.kind != kKindImage || file.result == ImportResult::Linked)
+            continue;
+        if (const auto signedLate = unsigned_.extract(file.source))
+            WritePhoneDate(file.target, signedLate.mapped());
+        if (file.words.empty()) continue;
+        photos.emplace_back(file.target);
+        words.push_back(file.words);
+        owners.push_back(&file);
+    }
+    if (photos.empty()) return;
+    const std::vector<RewriteResult> results = AppendCommentAll(photos, words);
+    for (std::size_t i = 0; i < owners.size(); ++i) owners[i]->note = results[i];
+}
+
+void Importer::OnSettled(std::span<ImportedFile> files) {
+    if (!IsRehearsal()) {
+        WriteWords(files);
+        arrivals_.ClearWords();
+    }
+    for (const ImportedFile& file : files) {
+        const bool isInIndex = file.result == ImportResult::Linked || IsRehearsal();
+        if (HasArrived(file.result) && !isInIndex && (options_.addFolderName || options_.addComment))
+            AddToIndex(file.target);
+        Tell(file);
+    }
+}
+
+void Importer::Tell(const ImportedFile& file) {
+    ++summary_.counts[file.result];
+    // A picture of a kind that takes no words has come in all the same.
+    const bool lacksWords = file.note && !IsDone(*file.note) && !IsUnsupported(*file.note);
+    if (IsFailure(file.result) || lacksWords) ++summary_.failures;
+    if (HasArrived(file.result)) {
+        ++summary_.taken;
+        summary_.bytes += file.bytes;
+        summary_.months.insert({file.day.year, file.day.month});
+    } else if (file.result == ImportResult::Differs) {
+        ++summary_.differing;
+    } else if (!IsFailure(file.result)) {
+        ++summary_.passedOver;
+    }
+    // A file that stands there may be one that a killed import has left outside the index.
+    if (file.day.day > 0 && !IsFailure(file.result))
+        toIndex_.insert({options_.root, file.day.year, file.day.month});
+    if (options_.onFile) options_.onFile(file);
+    if (file.isFolder) return;
+    const int done = ++State().run.ImportDone, total = std::max<int>(State().run.ImportTotal, done);
+    const double ratio = static_cast<double>(done) / total;
+    TellProgress(ratio, "%d/%d = %.2lf%% (%s)", done, total, ratio * 100, FolderOf(file.source).c_str());
+}
+
+void Importer::AddToIndex(const std::string& path) {
+    forIndex_.push_back(path);
+    if (forIndex_.size() >= kMostForIndex) AddFilesToIndex(std::exchange(forIndex_, {}));
+}
+
+void Importer::UpdateIndex() {
+    if (options_.index == ImportOptions::Index::UpToDate) summary_.isIndexed = UpdateMonths(toIndex_);
+    if (summary_.isIndexed) arrivals_.ClearMonths();
+}
+
+void Importer::Finish() {
+    batch_.Settle();
+    if (IsRehearsal()) return;
+    RemoveEmptyFolders();
+    AddFilesToIndex(std::exchange(forIndex_, {}));
+    // The card may be wiped as soon as the import says that it is done.
+    std::vector<std::string> folders;
+    for (const std::string& folder : arrivedIn_)
+        if (files::IsFolder(folder)) folders.push_back(folder);
+    files::FlushFolders(folders);
+    if (summary_.end != ImportEnd::Interrupted) UpdateIndex();
+}
+
+}  // namespace
+
+ImportOptions ImportOptionsOfSettings() {
+    const AppState& state = State();
+    ImportOptions options;
+    options.sources = {state.settings.ImportDirectory};
+    options.root = MainRoot();
+    // Shortcuts come first: with both flags set nothing is removed.
+    options.source = state.settings.ImportAsShortcutFile ? ImportOptions::Source::GetsShortcut
+                     : state.settings.RemoveImportFiles  ? ImportOptions::Source::Goes
+                                                         : ImportOptions::Source::Stays;
+    options.naming = state.settings.RenameFileWhenMove ? Naming::Number : Naming::Keep;
+    options.addFolderName = state.settings.InsertOriginalPathToExif;
+    options.addComment = state.run.ImportCommentOn == 1;
+    options.comment = state.run.ImportComment;
+    options.dayEnd = state.settings.DayEndTimeForScrap;
+    return options;
+}
+
+namespace {
+
+// False when nothing may be imported; the summary says why.
+bool AreSourcesGood(const ImportOptions& options, ImportSummary& summary) {
+    const auto refuse = [&summary](ImportEnd why, const std::string& what) {
+        summary.end = why;
+        summary.refused = what;
+        Log("import refused (%d): %s", static_cast<int>(why), what.c_str());
+        return false;
+    };
+    if (options.sources.empty()) return refuse(ImportEnd::NoSource, "");
+    for (const std::string& source : options.sources)
+        if (!files::IsAbsolute(source) || !(files::Exists(source) || files::IsLink(source)))
+            return refuse(ImportEnd::NoSource, source);
+    for (const std::string& source : options.sources)
+        if (files::LiesIn(source, options.root) || files::LiesIn(options.root, source))
+            return refuse(ImportEnd::MeetsTarget, source);
+    return true;
+}
+
+}  // namespace
+
+ImportSummary RunImport(const ImportOptions& given) {
+    AppState& state = State();
+    ImportOptions options = given;
+    for (std::string& source : options.sources)
+        while (source.size() > 1 && source.back() == files::kSeparator) source.pop_back();
+    ImportSummary summary;
+    state.run.ImportTotal = 0;
+    state.run.ImportDone = 0;
+    if (options.run == ImportOptions::Run::ForReal) FinishFormerImport();
+    if (!AreSourcesGood(options, summary)) return summary;
+    const SourceCount count = CountSources(options);
+    if (!count.meetsTarget.empty()) {
+        summary.end = ImportEnd::MeetsTarget;
+        summary.refused = count.meetsTarget;
+        return summary;
+    }
+    summary.total = count.files;
+    state.run.ImportTotal = count.files;
+    if (!HasRoom(options, count, summary)) {
+        Log("import needs %llu bytes, free are %llu", static_cast<unsigned long long>(summary.neededBytes),
+            static_cast<unsigned long long>(summary.freeBytes));
+        summary.end = ImportEnd::NoSpace;
+        return summary;
+    }
+    Importer importer(options, summary);
+    if (!SourceWalk(importer, options.root).Walk(options.sources)) summary.end = ImportEnd::Interrupted;
+    importer.Finish();
+    summary.done = state.run.ImportDone;
+    return summary;
+}
+
+}  // namespace kalmora

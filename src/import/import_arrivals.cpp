@@ -1,0 +1,199 @@
+#include "import/import_arrivals.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <optional>
+#include <utility>
+
+#include "base/crc32.h"
+#include "base/log.h"
+#include "media/photo.h"
+#include "platform/files.h"
+#include "rewrite/safe_rewrite.h"
+#include "store/data_folder.h"
+
+namespace kalmora {
+
+namespace {
+
+using files::FileResult;
+
+constexpr std::size_t kHeadLength = 20;
+constexpr std::uint64_t kLongestFile = 64u << 20;
+
+template <typename Number>
+std::optional<Number> NumberOf(std::string_view text, int base = 10) {
+    Number number{};
+    const auto end = std::from_chars(text.data(), text.data() + text.size(), number, base);
+    if (text.empty() || end.ec != std::errc() || end.ptr != text.data() + text.size()) return std::nullopt;
+    return number;
+}
+
+std::string RecordOf(const std::string& body) {
+    char head[kHeadLength + 1];
+    std::snprintf(head, sizeof head, "%08x %010zu\n", Crc32(body), body.size());
+    return head + body;
+}
+
+// The body of the first record, which is taken from `rest`; nothing when it does not add up.
+std::optional<std::string_view> TakeRecord(std::string_view& rest) {
+    if (rest.size() < kHeadLength || rest[kHeadLength - 1] != '\n' || rest[8] != ' ') return std::nullopt;
+    const auto sum = NumberOf<std::uint32_t>(rest.substr(0, 8), 16);
+    const auto length = NumberOf<std::uint64_t>(rest.substr(9, 10));
+    if (!sum || !length || *length > rest.size() - kHeadLength) return std::nullopt;
+    const std::string_view body = rest.substr(kHeadLength, static_cast<std::size_t>(*length));
+    if (Crc32(body) != *sum) return std::nullopt;
+    rest.remove_prefix(kHeadLength + body.size());
+    return body;
+}
+
+// What stands before the end mark, which is taken too; empty, and the rest gone, when there is none.
+std::string_view TakeUpTo(char end, std::string_view& rest) {
+    const std::size_t at = rest.find(end);
+    const std::string_view text = rest.substr(0, at == std::string_view::npos ? 0 : at);
+    rest.remove_prefix(at == std::string_view::npos ? rest.size() : at + 1);
+    return text;
+}
+
+std::string ReadAll(const files::EditFile& file) {
+    const auto status = file.Status();
+    std::string bytes(static_cast<std::size_t>(std::min(status ? status->size : 0, kLongestFile)), '\0');
+    bytes.resize(file.ReadAt(0, {reinterpret_cast<std::uint8_t*>(bytes.data()), bytes.size()}));
+    return bytes;
+}
+
+// True when the file has not got its words yet. The write that gives them changes the time of the last one.
+bool LacksWords(const WordsToCome& one) {
+    const auto status = files::GetStatus(one.path);
+    if (!status || !status->isRegular) return false;
+    if (status->size == one.size && status->written == one.written) return true;
+    CPhoto photo(one.path);
+    const std::string* const comment = photo.GetComment();
+    return !comment || !comment->ends_with(one.words);
+}
+
+}  // namespace
+
+std::string MakeWordsRecord(const WordsToCome& words) {
+    return RecordOf(std::to_string(words.size) + ' ' + std::to_string(words.written.ticks) + '\0' +
+                    words.path + '\0' + words.words + '\0');
+}
+
+std::string MakeMonthRecord(const MonthToCome& month) {
+    return RecordOf(std::to_string(month.year) + ' ' + std::to_string(month.month) + '\0' + month.root +
+                    '\0');
+}
+
+std::vector<WordsToCome> ParseWordsRecords(std::string_view bytes) {
+    std::vector<WordsToCome> all;
+    while (auto body = TakeRecord(bytes)) {
+        const auto size = NumberOf<std::uint64_t>(TakeUpTo(' ', *body));
+        const auto written = NumberOf<std::uint64_t>(TakeUpTo('\0', *body));
+        WordsToCome one;
+        one.path = TakeUpTo('\0', *body);
+        one.words = TakeUpTo('\0', *body);
+        if (!size || !written || !files::IsAbsolute(one.path) || one.words.empty()) break;
+        one.size = *size;
+        one.written = {*written};
+        all.push_back(std::move(one));
+    }
+    return all;
+}
+
+std::vector<MonthToCome> ParseMonthRecords(std::string_view bytes) {
+    std::vector<MonthToCome> all;
+    while (auto body = TakeRecord(bytes)) {
+        const auto year = NumberOf<int>(TakeUpTo(' ', *body)), month = NumberOf<int>(TakeUpTo('\0', *body));
+        std::string root(TakeUpTo('\0', *body));
+        if (!year || !month || *month < 1 || *month > 12 || !files::IsAbsolute(root)) break;
+        all.push_back({std::move(root), *year, *month});
+    }
+    return all;
+}
+
+void ArrivalJournal::Records::Add(const std::string& record) {
+    if (!file.IsOpen() || file.WriteAt(end, record) != FileResult::Done) return;
+    end += record.size();
+    isFlushed = false;
+}
+
+void ArrivalJournal::Records::Clear() {
+    if (file.IsOpen() && end > 0) file.Resize(0);
+    end = 0;
+}
+
+void ArrivalJournal::Records::Flush() {
+    if (!std::exchange(isFlushed, true)) file.FlushContent();
+}
+
+bool ArrivalJournal::Open(const std::string& tempFolder) {
+    tempFolder_ = tempFolder;
+    if (tempFolder.empty() || (!files::IsFolder(tempFolder) && !MakeDirectories(tempFolder))) return false;
+    if (months_.file.OpenOrMake(files::Join(tempFolder, "import.months")) == FileResult::Done &&
+        months_.file.TryLock() == files::EditFile::Lock::Taken &&
+        words_.file.OpenOrMake(files::Join(tempFolder, "import.words")) == FileResult::Done) {
+        ReadMonths();
+        return true;
+    }
+    months_.file.Close();
+    words_.file.Close();
+    return false;
+}
+
+bool ArrivalJournal::HasWords() const {
+    const auto status = words_.file.Status();
+    return status && status->size > 0;
+}
+
+std::set<MonthToCome> ArrivalJournal::Settle() {
+    if (!months_.file.IsOpen()) return {};
+    // A photo whose words were being written is whole before it is asked for them.
+    const std::vector<WordsToCome> toCome = ParseWordsRecords(ReadAll(words_.file));
+    if (!toCome.empty()) SettleRewrites(tempFolder_);
+    std::vector<CPhoto> photos;
+    std::vector<std::string> words;
+    std::set<std::string> seen;  // noted once for a move by name and once for a copy
+    for (const WordsToCome& one : toCome) {
+        if (!seen.insert(one.path).second || !LacksWords(one)) continue;
+        photos.emplace_back(one.path);
+        words.push_back(one.words);
+    }
+    if (!photos.empty()) {
+        Log("words of an import that was cut off: %zu files", photos.size());
+        AppendCommentAll(photos, words);
+    }
+    words_.end = 1;  // whatever stands there
+    ClearWords();
+    return known_;
+}
+
+void ArrivalJournal::ReadMonths() {
+    const std::string months = ReadAll(months_.file);
+    for (const MonthToCome& month : ParseMonthRecords(months)) {
+        months_.end += MakeMonthRecord(month).size();
+        known_.insert(month);
+    }
+    // What is behind the last whole record goes.
+    if (months_.end < months.size()) months_.file.Resize(months_.end);
+}
+
+void ArrivalJournal::AddMonth(const MonthToCome& month) {
+    if (known_.insert(month).second) months_.Add(MakeMonthRecord(month));
+}
+
+void ArrivalJournal::AddWords(const WordsToCome& words) { words_.Add(MakeWordsRecord(words)); }
+
+void ArrivalJournal::Flush() {
+    months_.Flush();
+    words_.Flush();
+}
+
+void ArrivalJournal::ClearWords() { words_.Clear(); }
+
+void ArrivalJournal::ClearMonths() {
+    months_.Clear();
+    known_.clear();
+}
+
+}  // namespace kalmora

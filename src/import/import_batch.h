@@ -1,0 +1,82 @@
+// ImportBatch: files on their way into their days, many at once.
+//
+// Making a file safe on the disk costs milliseconds; a batch waits once for all of its copies. Each copy
+// stands under a scratch name until it is whole and flushed, then it gets its name, and nothing is replaced.
+// A source that is to go stays until its copy has been read back and compared; inside one volume it gets
+// another name instead and is never copied.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "import/import_arrivals.h"
+#include "import/import_journal.h"
+#include "import/import_names.h"
+#include "platform/transfer.h"
+
+namespace kalmora {
+
+// One thread.
+class ImportBatch {
+public:
+    enum class Source { Stays, Goes };
+    // Gets the files of a batch, in the order in which they came, once what became of them is settled.
+    using OnSettled = std::function<void(std::span<ImportedFile> files)>;
+
+    ImportBatch(TargetNames names, OnSettled onSettled)
+        : names_(std::move(names)), onSettled_(std::move(onSettled)) {}
+
+    struct Companion {
+        ImportedFile file;
+        std::size_t stemLength = 0;  // see TargetNames::Companion
+    };
+    // Takes a file (`source` and whatever the caller wants to keep with it) into the folder of its day, and
+    // before it what goes with it: when a move is cut off, the photo that tells the others' day is still
+    // there. Settles the batch when it has become large.
+    void Add(ImportedFile file, const std::string& dayFolder, Source source,
+             std::vector<Companion> companions = {});
+    // A file of which nothing is left to be done but to tell.
+    void AddSettled(ImportedFile file);
+    void Settle();
+    bool IsEmpty() const { return files_.empty(); }
+
+    // Notes moves between volumes there; see import_journal.h. Not owned; may be null.
+    void UseJournal(ImportJournal* journal) { journal_ = journal; }
+    // Notes there which words a file is to get, before it appears. Not owned; may be null.
+    void UseArrivals(ArrivalJournal* arrivals) { arrivals_ = arrivals; }
+
+private:
+    struct Waiting {
+        std::size_t index = 0;  // in files_
+        files::NewCopy copy;
+        std::string folder;
+        bool goes = false;  // its source goes
+        bool appeared = false;
+    };
+    using Choose = std::function<TargetNames::Choice()>;
+    void Place(ImportedFile file, const std::string& dayFolder, Source source, const Choose& choose);
+    ImportResult TryPlaces(ImportedFile& file, const std::string& dayFolder, Source source,
+                           const Choose& choose);
+    std::optional<ImportResult> MoveByName(ImportedFile& file, const TargetNames::Choice& choice) const;
+    ImportResult StartCopy(ImportedFile& file, const std::string& dayFolder, Source source,
+                           const TargetNames::Choice& choice);
+    void CheckCopies();
+    void NoteMoves();
+    void NoteWords(const Waiting& one);
+    void LetAppear(Waiting& waiting);
+    void RemoveSources();
+
+    TargetNames names_;
+    const OnSettled onSettled_;
+    ImportJournal* journal_ = nullptr;
+    ArrivalJournal* arrivals_ = nullptr;
+    std::vector<ImportedFile> files_;
+    std::vector<Waiting> waiting_;
+    std::uint64_t bytes_ = 0;  // of what waits
+};
+
+}  // namespace kalmora

@@ -1,0 +1,68 @@
+// Files that come in one by one.
+#include "import/import.h"
+#include "import/import_batch.h"
+#include "platform/files.h"
+#include "platform/transfer.h"
+#include "state/app_state.h"
+#include "store/data_folder.h"
+#include "store/date_folder.h"
+#include "store/file_helpers.h"
+
+namespace kalmora {
+
+namespace {
+
+std::optional<std::string> TakeToDay(const std::string& source, const std::string& dayFolder,
+                                     ImportBatch::Source fate) {
+    const auto status = files::GetStatus(source);
+    if (!status || !status->isRegular) return std::nullopt;
+    std::optional<std::string> path;
+    ImportBatch batch(TargetNames(State().settings.RenameFileWhenMove ? Naming::Number : Naming::Keep),
+                      [&path](std::span<ImportedFile> settled) {
+                          for (ImportedFile& file : settled)
+                              if (HasArrived(file.result)) path = std::move(file.target);
+                      });
+    ImportedFile file;
+    file.source = source;
+    file.isProtected = status->isReadOnly;
+    batch.Add(std::move(file), dayFolder, fate);
+    batch.Settle();
+    return path;
+}
+
+}  // namespace
+
+std::optional<std::string> CopyToDay(const std::string& source, const std::string& root, int year, int month,
+                                     int day) {
+    return TakeToDay(source, MakeDayFolderPath(root, year, month, day), ImportBatch::Source::Stays);
+}
+
+std::optional<std::string> MoveToDay(const std::string& source, const std::string& root, int year, int month,
+                                     int day) {
+    return TakeToDay(source, MakeDayFolderPath(root, year, month, day), ImportBatch::Source::Goes);
+}
+
+std::optional<std::string> SetBackgroundFile(const std::string& source, const std::string& root, int scope,
+                                             int year, int month, int day) {
+    if (scope != kMonthly && scope != kDaily) return std::nullopt;
+    const std::string folder = MakeDayFolderPath(root, year, month, scope == kDaily ? day : 0);
+    const std::string name = GetFileName(source);
+    if (name.empty() || !MakeDateFolder(folder)) return std::nullopt;
+    files::NewCopy copy;
+    if (copy.Make(source, folder) != files::FileResult::Done) return std::nullopt;
+    files::NewCopy* const all[] = {&copy};
+    if (files::FlushCopies(all).front() != files::FileResult::Done) return std::nullopt;
+    constexpr int kMostNamesakes = 100'000;
+    const std::string wanted = "back_" + name;
+    std::string target = files::Join(folder, wanted);
+    for (int number = 1; number < kMostNamesakes; ++number) {
+        const files::FileResult result = copy.Appear(target);
+        if (result == files::FileResult::Done) return target;
+        if (result != files::FileResult::Exists || CompareImportFiles(target, source) == 0)
+            return std::nullopt;
+        target = files::Join(folder, NumberedName(wanted, target, number));
+    }
+    return std::nullopt;
+}
+
+}  // namespace kalmora

@@ -1,0 +1,162 @@
+#include "index/month_index.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/dates.h"
+#include "base/log.h"
+#include "index/index_batch.h"
+#include "index/index_progress.h"
+#include "index/index_stop.h"
+#include "platform/clock.h"
+
+namespace kalmora {
+
+namespace {
+
+bool IsSlot(int day) { return day >= 1 && day <= MonthIndex::kDays; }
+std::size_t SlotOf(int day) { return static_cast<std::size_t>(day - 1); }
+
+}  // namespace
+
+MonthIndex::DayAtWork::DayAtWork(MonthIndex& owner, DayIndex& records) : owner_(owner), records_(records) {
+    std::lock_guard lock(owner_.mutex_);
+    owner_.atWork_.push_back(&records_);
+}
+
+MonthIndex::DayAtWork::~DayAtWork() {
+    std::lock_guard lock(owner_.mutex_);
+    std::erase(owner_.atWork_, &records_);
+}
+
+MonthIndex::MonthIndex(int monthYear, int monthNumber, std::string root)
+    : year(monthYear), month(monthNumber), dataRoot(std::move(root)) {}
+
+MonthIndex::MonthIndex(const MonthIndex& other)
+    : year(other.year),
+      month(other.month),
+      dataRoot(other.dataRoot),
+      busy(other.busy.load()),
+      searching(other.searching.load()),
+      lastUpdateSeconds(other.lastUpdateSeconds.load()) {
+    std::lock_guard lock(other.mutex_);
+    days_ = other.days_;
+    dayLoaded_ = other.dayLoaded_;
+}
+
+std::shared_ptr<const DayIndex> MonthIndex::Day(int day) const {
+    static const std::shared_ptr<const DayIndex> empty = std::make_shared<DayIndex>();
+    if (!IsSlot(day)) return empty;
+    std::lock_guard lock(mutex_);
+    const auto& records = days_[SlotOf(day)];
+    return records ? records : empty;
+}
+
+bool MonthIndex::IsLoaded(int day) const {
+    std::lock_guard lock(mutex_);
+    if (day > 0) return IsSlot(day) && dayLoaded_[SlotOf(day)];
+    const auto days = dayLoaded_.begin();
+    return std::all_of(days, days + DaysInMonth(year, month), [](bool loaded) { return loaded; });
+}
+
+void MonthIndex::SetLoaded(int day, bool loaded) {
+    std::lock_guard lock(mutex_);
+    dayLoaded_[SlotOf(day)] = loaded;
+}
+
+void MonthIndex::Publish(int day, const std::shared_ptr<DayIndex>& records) {
+    // Most days of a long life hold nothing, and nothing is what they shall cost.
+    const bool isEmpty = records->folder.empty();
+    std::lock_guard lock(mutex_);
+    days_[SlotOf(day)] = isEmpty ? nullptr : records;
+    dayLoaded_[SlotOf(day)] = true;
+}
+
+bool MonthIndex::LoadDay(int day, IndexBatch& batch) {
+    if (!IsSlot(day)) return false;
+    if (IsLoaded(day)) return true;
+    const auto records = std::make_shared<DayIndex>();
+    records->dataRoot = dataRoot;
+    {
+        const DayAtWork atWork(*this, *records);
+        if (!records->LoadUnwritten(year, month, day)) return false;
+    }
+    Publish(day, records);
+    batch.Add(records);
+    return true;
+}
+
+bool MonthIndex::LoadOne(int day, IndexBatch& batch) {
+    const bool loaded = LoadDay(day, batch);
+    TellProgress(1, loaded ? "Loaded. (%04d/%02d/%02d)" : "Canceled. (%04d/%02d/%02d)", year, month, day);
+    return loaded;
+}
+
+bool MonthIndex::LoadAll(IndexBatch& batch, const Work& work) {
+    const int days = DaysInMonth(year, month);
+    for (int day = 1; day <= days; ++day) {
+        TellProgress(static_cast<double>(day - 1) / days, "Loading (%04d/%02d)", year, month);
+        if (work.IsStopped() || IsIndexingInterrupted()) {
+            TellProgress(1, "Canceled. (%04d/%02d/%02d)", year, month, 0);
+            return false;
+        }
+        if (!LoadDay(day, batch)) {
+            TellProgress(1, "Canceled. (%04d/%02d)", year, month);
+            return false;
+        }
+    }
+    TellProgress(1, "Loaded. (%04d/%02d)", year, month);
+    return true;
+}
+
+bool MonthIndex::LoadIn(int day, IndexBatch& batch, Writing writing, const Work& work) {
+    if (!gate_.Acquire("[Month]Load")) return false;
+    busy = true;
+    const bool loaded = day > 0 ? LoadOne(day, batch) : LoadAll(batch, work);
+    if (writing == Writing::Now) batch.Finish();
+    gate_.Release();
+    busy = false;
+    return loaded;
+}
+
+bool MonthIndex::Load(int day) { return Load(day, Work(*this)); }
+
+bool MonthIndex::Load(int day, const Work& work) {
+    IndexBatch batch;
+    return LoadIn(day, batch, Writing::Now, work);
+}
+
+bool MonthIndex::Load(int day, IndexBatch& batch) { return LoadIn(day, batch, Writing::Later, Work(*this)); }
+
+bool MonthIndex::EnsureDay(int day) {
+    IndexBatch batch;
+    const bool loaded = LoadDay(day, batch);
+    batch.Finish();
+    return loaded;
+}
+
+void MonthIndex::ReplaceEntry(int day, const EntryPointer& entry) {
+    if (!entry || !IsSlot(day)) return;
+    const auto old = Day(day);
+    if (!old->Find(entry->path)) return;
+    const auto records = std::make_shared<DayIndex>(*old);
+    for (EntryPointer& one : records->entries)
+        if (one->path == entry->path) one = entry;
+    std::lock_guard lock(mutex_);
+    // Whoever has published the day in the meantime has seen the file itself.
+    if (days_[SlotOf(day)] == old) days_[SlotOf(day)] = records;
+}
+
+void MonthIndex::RequestStop() {
+    gate_.RequestStop();
+    ++stops_;
+    Log("[Month] Stop indexing (%d/%d)", year, month);
+    std::lock_guard lock(mutex_);
+    for (DayIndex* records : atWork_) {
+        if (!records->loading) continue;
+        Log("[Day] Stop indexing (%d/%d/%d)", records->year, records->month, records->day);
+        records->stopRequest = true;
+    }
+}
+
+}  // namespace kalmora

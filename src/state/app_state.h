@@ -1,0 +1,22 @@
+// AppState: the one process-wide record, in four parts with a rule each: who writes, who reads, when. Plain
+// data, no behaviour.
+#pragma once
+
+#include "state/press_state.h"
+#include "state/run_flags.h"
+#include "state/settings.h"
+#include "state/view_state.h"
+
+namespace kalmora {
+
+struct AppState {
+    Settings settings;
+    ViewState view;
+    RunFlags run;
+    PressState press;
+};
+
+// The record. Made on first use, never destroyed: threads may outlive main.
+AppState& State();
+
+}  // namespace kalmora

@@ -1,0 +1,89 @@
+#include "views/bar/button.h"
+
+#include <utility>
+
+#include "pictures/res_pictures.h"
+
+namespace kalmora {
+
+namespace {
+constexpr Color kBlackPen{0, 0, 0};
+constexpr Color kRedPen = ColorFromBgr(0x0000FF);
+constexpr Color kPressedVeil{43, 53, 73, 70};
+constexpr Color kRingOutside{255, 255, 255};
+constexpr Color kRingInside{30, 90, 200};
+
+void PaintRing(Canvas& canvas, const Rect& area, Color color) {
+    const int right = area.Right() - 1, bottom = area.Bottom() - 1;
+    canvas.Line({area.x, area.y}, {right, area.y}, color);
+    canvas.Line({area.x, bottom}, {right, bottom}, color);
+    canvas.Line({area.x, area.y}, {area.x, bottom}, color);
+    canvas.Line({right, area.y}, {right, bottom}, color);
+}
+
+}  // namespace
+
+CButton::CButton(std::string caption, Font labelFont, Color normal, Color highlighted)
+    : text(std::move(caption)), font(std::move(labelFont)), brush(normal), highlightBrush(highlighted) {
+    height = kTextHeight;
+    MeasureText();
+}
+
+CButton::CButton(const std::string& resource) : kind(Kind::Image) { SetImage(resource); }
+
+bool CButton::HitTest(int px, int py) const {
+    return px >= x && px <= x + width && py >= y && py <= y + height;
+}
+
+void CButton::Draw(const DrawContext& context) {
+    context.With([this](Canvas& canvas) { Paint(canvas); });
+}
+
+void CButton::Paint(Canvas& canvas) const {
+    if (state == State::Hidden) return;
+    if (kind == Kind::Image) {
+        canvas.DrawImage(Area(), LoadResPicture(image, {width, height}, canvas.Scale()));
+    } else {
+        const bool highlighted = state == State::Highlighted;
+        canvas.Rectangle(Area(), highlighted ? highlightBrush : brush, highlighted ? kRedPen : kBlackPen);
+        canvas.Text({x + font.height / 2, y + font.height / 4}, text, font, textColor);
+    }
+    if (pressed) canvas.FillRect(Area(), kPressedVeil);
+}
+
+void CButton::PaintFocus(Canvas& canvas) const {
+    // Dark inside light, so that it is seen on any background.
+    PaintRing(canvas, {x - 3, y - 3, width + 6, height + 6}, kRingOutside);
+    PaintRing(canvas, {x - 2, y - 2, width + 4, height + 4}, kRingInside);
+    PaintRing(canvas, {x - 1, y - 1, width + 2, height + 2}, kRingInside);
+}
+
+int CButton::Move(int fromX, int fromY, int toX, int toY) {
+    x += toX - fromX;
+    y += toY - fromY;
+    return toX - fromX;
+}
+
+void CButton::SetText(const std::string& caption) {
+    if (text == caption) return;
+    text = caption;
+    MeasureText();
+}
+
+void CButton::SetFont(const Font& labelFont) {
+    if (font == labelFont) return;
+    font = labelFont;
+    MeasureText();
+}
+
+void CButton::SetImage(const std::string& resource) {
+    if (image == resource && width > 0) return;
+    image = resource;
+    const Size size = MeasureResPicture(resource);
+    width = size.width;
+    height = size.height;
+}
+
+void CButton::MeasureText() { width = kalmora::MeasureText(text, font).width + font.height; }
+
+}  // namespace kalmora

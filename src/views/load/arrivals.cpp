@@ -1,0 +1,71 @@
+#include "views/load/arrivals.h"
+
+#include <memory>
+#include <mutex>
+#include <utility>
+
+#include "media/my_object.h"
+#include "media/photo.h"
+#include "state/app_state.h"
+#include "store/extension_table.h"
+#include "store/file_helpers.h"
+#include "views/hooks.h"
+#include "views/model/calendar_store.h"
+#include "views/paint/paint_cell.h"
+
+namespace kalmora {
+
+namespace {
+
+bool IsInView(const CalendarDate& day) {
+    const AppState& state = State();
+    if (state.view.TargetYear != day.year) return false;
+    switch (state.view.ViewType) {
+        case kYearly:
+            return true;
+        case kMonthly:
+            return state.view.TargetMonth == day.month;
+        case kDaily:
+            return state.view.TargetMonth == day.month && state.view.TargetDay == day.day;
+        default:
+            return false;
+    }
+}
+
+void AddToCell(const std::string& path, ObjectKind kind, const CalendarDate& day) {
+    YearView& slot = Calendar().SlotOf(day.year);
+    {
+        std::lock_guard lock(slot.mutex);
+        MonthView& month = Calendar().MonthOf(day.year, day.month);
+        DayCell& cell = month.days[static_cast<std::size_t>(day.day - 1)];
+        // A day that is not loaded yet will find the file in its folder.
+        if (slot.year != day.year || !cell.active || cell.month != day.month) return;
+        cell.objects.push_back({path, kind});
+    }
+    RequestCellRedraw(day.year, day.month, day.day);
+}
+
+}  // namespace
+
+bool AddToView(const std::string& path, const CalendarDate& day) {
+    const AppState& state = State();
+    if (state.view.SearchResultMode || day.month < 1 || day.day < 1 ||
+        day.day > DaysInMonth(day.year, day.month) || !IsInView(day))
+        return false;
+    const ObjectKind kind = ClassifyFile(path);
+    if (kind == ObjectKind::Image && GetFileName(path).starts_with("back")) {
+        Calendar().backgrounds.AddImage(path);
+        return true;
+    }
+    if (kind != ObjectKind::Image && kind != ObjectKind::Text && kind != ObjectKind::Movie) return false;
+    Hooks().AddSlide(path);
+    if (state.view.AllViewMode)
+        Calendar().CurrentAllViewer().objects.Add(std::make_unique<CPhoto>(path));
+    else if (state.view.ViewType == kDaily)
+        Calendar().CurrentDayViewer().objects.Add(std::make_unique<CPhoto>(path));
+    else
+        AddToCell(path, kind, day);
+    return true;
+}
+
+}  // namespace kalmora

@@ -1,0 +1,194 @@
+#include "views/load/month_loader.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "base/dates.h"
+#include "base/random.h"
+#include "media/my_object.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "platform/image.h"
+#include "state/app_state.h"
+#include "store/data_folder.h"
+#include "views/load/day_folder_scan.h"
+#include "views/model/calendar_geometry.h"
+#include "views/model/calendar_store.h"
+#include "views/paint/cell_picture.h"
+#include "views/paint/paint_cell.h"
+#include "views/paint/progress_stripe.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr int kPauseStepMs = 500;
+constexpr int kSleepStepMs = 50;
+
+// The logical size of a day cell's picture in the window as it is now; empty without a window.
+Size CurrentCellSize(int viewType, int year, int month) {
+    const Size client = ClientSize();
+    if (client.IsEmpty()) return {};
+    if (viewType == kYearly && !State().settings.CalendarMode) {
+        const Rect rect = YearMonthRect(client.width, month);
+        return {rect.width, rect.height};
+    }
+    const Rect area =
+        viewType == kYearly ? YearMonthRect(client.width, month) : Rect{0, 0, client.width, client.height};
+    const MonthGrid grid = MakeMonthGrid(year, month, area, viewType == kYearly);
+    return {grid.cellWidth, grid.cellHeight};
+}
+
+// Lets the seam begin to decode the picture of a cell, so that it is there when the cell's turn comes.
+void BeginCellPicture(int viewType, int year, int month, int day) {
+    const Size size = CurrentCellSize(viewType, year, month);
+    if (size.IsEmpty()) return;
+    const CellContent content = ContentOfCell(year, month, day);
+    const std::string picture = content.count > 0 ? CellPicturePath(content.entry) : std::string();
+    if (!picture.empty()) images::Prefetch(picture, CellPicturePixels(size, ClientScale()));
+}
+
+// Starts at a random entry and skips on to one that may be shown; the start when none may.
+std::size_t PickRepresentative(const std::vector<DayEntry>& objects) {
+    const std::size_t count = objects.size();
+    if (count == 0) return 0;
+    const std::size_t start = static_cast<std::size_t>(Random()) % count;
+    if (!State().settings.GoodMode && !State().settings.PublicMode) return start;
+    for (std::size_t step = 0; step < count; ++step)
+        if (IsEntryShown(objects[(start + step) % count])) return (start + step) % count;
+    return start;
+}
+
+// Draws loaded days in their order, but never waits for a picture while days are left to be read.
+class LaggingDrawer {
+public:
+    LaggingDrawer(int year, int month, const StopTest& stopped)
+        : year_(year), month_(month), stopped_(stopped) {}
+
+    void DrawThrough(int day, bool wait) {
+        for (; next_ <= day && !stopped_(); ++next_) {
+            if (!wait && !IsCellPictureCached(year_, month_, next_)) return;
+            DrawCellOnWindow(year_, month_, next_);
+        }
+    }
+
+private:
+    int year_, month_;
+    const StopTest& stopped_;
+    int next_ = 1;
+};
+
+bool LoadMonthDays(const std::string& root, int year, int month, const StopTest& stopped,
+                   LoadDrawing drawing) {
+    MonthView& view = Calendar().MonthOf(year, month);
+    const auto ended = [&] { return stopped() || view.stop; };
+    const int days = DaysInMonth(year, month);
+    LaggingDrawer drawer(year, month, stopped);
+    for (int day = 1; day <= days; ++day) {
+        if (ended() || (drawing.waitsWhilePaused && !WaitWhilePaused(ended))) return false;
+        if (!LoadDayCell(root, year, month, day, stopped)) return false;
+        BeginCellPicture(drawing.viewType, year, month, day);
+        if (!drawing.whileLoading) continue;
+        if (drawing.viewType == kMonthly) {
+            ProgressStripe(static_cast<double>(day) / days);
+            drawer.DrawThrough(day, false);
+        } else {
+            ProgressStripe((day - 30 + month * 30) / 365.0);
+        }
+    }
+    if (drawing.whileLoading && drawing.viewType == kMonthly) drawer.DrawThrough(days, true);
+    return !ended();
+}
+
+}  // namespace
+
+bool WaitWhilePaused(const StopTest& stopped) {
+    while (State().run.Paused)
+        if (!SleepUnless(stopped, kPauseStepMs)) return false;
+    return true;
+}
+
+bool SleepUnless(const StopTest& stopped, int milliseconds) {
+    for (; milliseconds > 0; milliseconds -= kSleepStepMs) {
+        if (stopped()) return false;
+        SleepMs(std::min(milliseconds, kSleepStepMs));
+    }
+    return !stopped();
+}
+
+bool LoadDayCell(const std::string& root, int year, int month, int day, const StopTest& stopped) {
+    YearView& slot = Calendar().SlotOf(year);
+    DayCell& cell = Calendar().MonthOf(year, month).days[static_cast<std::size_t>(day - 1)];
+    const auto ended = [&] { return stopped() || cell.stop; };
+    if (ended()) return false;
+    const std::string folder = MakeDayFolderPath(root, year, month, day);
+
+    std::vector<DayEntry> found;
+    ScanDayFolder(folder, ended, [&](DayEntry entry) { found.push_back(std::move(entry)); });
+    if (ended()) return false;
+
+    std::vector<DayEntry> all;
+    {
+        std::lock_guard lock(slot.mutex);
+        // Asked again under the lock: a newer load empties the slot under it.
+        if (ended()) return false;
+        cell.folder = folder;
+        cell.year = year;
+        cell.month = month;
+        cell.day = day;
+        cell.active = true;
+        cell.objects.insert(cell.objects.end(), found.begin(), found.end());
+        all = cell.objects;
+    }
+    const std::size_t representative = PickRepresentative(all);
+    std::lock_guard lock(slot.mutex);
+    cell.PhotoIndex = representative < cell.objects.size() ? representative : 0;
+    return true;
+}
+
+bool LoadMonth(const std::string& root, int year, int month, const StopTest& stopped, LoadDrawing drawing) {
+    if (month < 1 || month > 12) return false;  // a jump may name any; its folder would be the year's
+    YearView& slot = Calendar().SlotOf(year);
+    MonthView& view = Calendar().MonthOf(year, month);
+    {
+        std::lock_guard lock(slot.mutex);
+        slot.year = year;
+        view.year = year;
+        view.month = month;
+    }
+    view.ready = false;
+    view.loading = true;
+    view.active = true;
+    if (drawing.viewType == kMonthly || month == 1) ProgressStripe(0);
+
+    const bool whole = LoadMonthDays(root, year, month, stopped, drawing);
+    if (whole) {
+        if (drawing.viewType == kMonthly || month == 12) ProgressStripe(kStripeFinished);
+        std::lock_guard lock(slot.mutex);
+        view.DayCursor = Random() % DaysInMonth(year, month) + 1;
+        const int count = view.ObjectCount();
+        view.PhotoCursor = count > 0 ? Random() % count : 0;
+        view.ready = true;
+    }
+    if (!stopped()) view.loading = false;
+    return whole;
+}
+
+bool LoadYear(const std::string& root, int year, const StopTest& stopped, LoadDrawing drawing) {
+    YearView& slot = Calendar().SlotOf(year);
+    slot.loading = true;
+    slot.active = true;
+    const auto ended = [&] { return stopped() || slot.stop; };
+    bool whole = true;
+    for (int month = 1; month <= 12 && whole; ++month) {
+        whole = !ended() && LoadMonth(root, year, month, ended, drawing);
+        // One month behind the reading, so that the pictures of this one are decoded meanwhile.
+        if (whole && drawing.months && month > 1) DrawMonthOnWindow(year, month - 1);
+    }
+    if (whole && drawing.months) DrawMonthOnWindow(year, 12);
+    if (whole) slot.ready = true;
+    if (!stopped()) slot.loading = false;
+    return whole;
+}
+
+}  // namespace kalmora

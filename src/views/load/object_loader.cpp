@@ -1,0 +1,290 @@
+#include "views/load/object_loader.h"
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "base/dates.h"
+#include "base/format.h"
+#include "base/log.h"
+#include "platform/files.h"
+#include "platform/image.h"
+#include "state/app_state.h"
+#include "store/data_folder.h"
+#include "views/bar/button_bar.h"
+#include "views/hooks.h"
+#include "views/load/day_folder_scan.h"
+#include "views/load/month_loader.h"
+#include "views/load/search_view.h"
+#include "views/model/calendar_store.h"
+#include "views/paint/missing_folder.h"
+#include "views/paint/paint_view.h"
+#include "views/paint/progress_stripe.h"
+
+namespace kalmora {
+
+namespace {
+
+std::string UpdateName() {
+    const ViewState& view = State().view;
+    if (view.ViewType == kYearly) return Format("UpdateObjects: [%d]", view.TargetYear.load());
+    if (view.ViewType == kMonthly)
+        return Format("UpdateObjects: [%d/%02d]", view.TargetYear.load(), view.TargetMonth.load());
+    return "UpdateObjects";
+}
+
+std::string NavigationLine() {
+    const ViewState& view = State().view;
+    const int year = view.TargetYear, month = view.TargetMonth, day = view.TargetDay;
+    if (view.ViewType == kYearly) return Format("(Year)\t%04d", year);
+    if (view.ViewType == kMonthly) return Format("(Month)\t%04d/%02d", year, month);
+    return Format("(Day)\t%04d/%02d/%02d", year, month, day);
+}
+
+StopTest StopTestOf(std::uint32_t number) {
+    return [number] { return State().run.ObjectGate.IsStopRequested() || Calendar().loadNumber != number; };
+}
+
+void ClearGrid(int viewType, int year, int month) {
+    YearView& slot = Calendar().SlotOf(year);
+    bool otherYear;
+    {
+        std::lock_guard lock(slot.mutex);
+        otherYear = slot.year != year;
+        slot.year = year;
+    }
+    if (viewType != kMonthly || otherYear) {
+        slot.Clear();
+        return;
+    }
+    slot.stop = false;
+    slot.ready = false;  // one of its months is about to change
+    std::lock_guard lock(slot.mutex);
+    Calendar().MonthOf(year, month).Clear();
+}
+
+void StartGridLoad(const LoadRequest& request) {
+    AppState& state = State();
+    ClearGrid(request.ViewType, request.year, request.month);
+    state.run.TicksInView = 0;
+    images::CancelPrefetch();
+    const TicketLock::Ticket ticket = state.run.LoaderQueue.Lock(10, 100);
+    if (ticket == TicketLock::kRefused) return state.run.ObjectGate.Release();
+    // The gate goes over to the worker without being opened in between: a command that comes now finds it
+    // held and asks the worker to leave, instead of slipping in ahead of it.
+    const bool started = Calendar().StartObjectLoader([request, ticket] {
+        ObjectLoader(request);
+        State().run.LoaderQueue.Unlock(ticket);
+    });
+    if (started) return;
+    state.run.LoaderQueue.Unlock(ticket);
+    state.run.ObjectGate.Release();
+}
+
+void FillDay(const std::string& root, int year, int month, int day, const StopTest& stopped,
+             ObjectList& list) {
+    if (month < 1 || day < 1) return;  // a jump may name any; the folder would be a month's or a year's
+    ScanDayFolder(MakeDayFolderPath(root, year, month, day), stopped,
+                  [&](DayEntry entry) { list.Add(std::make_unique<CPhoto>(entry.path)); });
+}
+
+void FillMonth(const std::string& root, int year, int month, const StopTest& stopped, ObjectList& list) {
+    for (int day = 1; day <= DaysInMonth(year, month) && !stopped(); ++day)
+        FillDay(root, year, month, day, stopped, list);
+}
+
+// A viewer of the ring that nobody draws in any more, emptied. One that a redraw does not let go is passed
+// over.
+template <typename Viewer>
+Viewer& FreshViewer(Viewer& (CalendarStore::*current)(), void (CalendarStore::*advance)()) {
+    CalendarStore& calendar = Calendar();
+    for (int attempt = 0; attempt < kRingSize; ++attempt) {
+        Viewer& viewer = (calendar.*current)();
+        if (TicketGuard guard(viewer.queue, 5, 100); guard) {
+            viewer.Clear();
+            return viewer;
+        }
+        viewer.stop = true;
+        (calendar.*advance)();
+    }
+    return (calendar.*current)();
+}
+
+void LoadDayViewer(const LoadRequest& request, const StopTest& loadStopped) {
+    DayViewer& viewer = FreshViewer(&CalendarStore::CurrentDayViewer, &CalendarStore::AdvanceDayRing);
+    const StopTest stopped = [&] { return loadStopped() || viewer.stop; };
+    viewer.year = request.year;
+    viewer.month = request.month;
+    viewer.day = request.day;
+    FillDay(MainRoot(), request.year, request.month, request.day, stopped, viewer.objects);
+    if (const std::string other = OtherRoot(); !other.empty())
+        FillDay(other, request.year, request.month, request.day, stopped, viewer.objects);
+    if (TicketGuard guard(viewer.queue, 1, 100); guard) viewer.objects.RotateRandomly();
+}
+
+void LoadAllViewer(const LoadRequest& request, const StopTest& loadStopped) {
+    AllViewer& viewer = FreshViewer(&CalendarStore::CurrentAllViewer, &CalendarStore::AdvanceAllRing);
+    const StopTest stopped = [&] { return loadStopped() || viewer.stop; };
+    const auto fill = [&](const std::string& root) {
+        if (request.ViewType == kDaily)
+            FillDay(root, request.year, request.month, request.day, stopped, viewer.objects);
+        if (request.ViewType == kMonthly)
+            FillMonth(root, request.year, request.month, stopped, viewer.objects);
+        if (request.ViewType != kYearly) return;
+        for (int month = 1; month <= 12 && !stopped(); ++month) {
+            ProgressStripe(month / 12.0);  // a sign of life: a year may be a hundred thousand files
+            FillMonth(root, request.year, month, stopped, viewer.objects);
+        }
+        ProgressStripe(kStripeFinished);
+    };
+    if (State().view.SearchResultMode && State().view.SearchAllLoaded) {
+        // Whatever was found, whenever it is from.
+        ScanFoundFiles({}, stopped,
+                       [&](DayEntry entry) { viewer.objects.Add(std::make_unique<CPhoto>(entry.path)); });
+    } else {
+        fill(MainRoot());
+        // The second root has no part in a whole year's scatter; meant as it stands.
+        if (const std::string other = OtherRoot(); !other.empty() && request.ViewType != kYearly) fill(other);
+    }
+    viewer.objects.RotateRandomly();
+    if (viewer.objects.IsEmpty()) viewer.loaded = true;
+}
+
+}  // namespace
+
+void CheckMusic(OldMusic oldMusic) {
+    ViewHooks& hooks = Hooks();
+    BackgroundSet& backgrounds = Calendar().backgrounds;
+    if (backgrounds.HasMusic(hooks.CurrentMusic())) return;
+    backgrounds.PickRandomMusic();
+    if (oldMusic == OldMusic::Pause)
+        hooks.PauseMusic();
+    else
+        hooks.StopMusic();
+    const std::string next = backgrounds.CurrentMusic();
+    if (State().settings.SoundMode && !next.empty()) hooks.PlayMusic(next);
+}
+
+void UpdateObjects() {
+    AppState& state = State();
+    ViewHooks& hooks = Hooks();
+    if (!state.settings.SlideShowAutoNavigate) hooks.HideSlideShow();
+    SetButtonStates();
+    hooks.LogNavigation(NavigationLine());
+    if (state.view.ViewType == kDaily) state.run.TicksInView = 0;
+
+    LookForDataFolder();
+
+    const std::string name = UpdateName();
+    if (!state.run.ObjectGate.Acquire(name.c_str())) return;
+    LoadRequest request{state.view.ViewType,  state.view.TargetYear,       state.view.TargetMonth,
+                        state.view.TargetDay, state.view.AllViewMode != 0, ++Calendar().loadNumber};
+    const StopTest stopped = StopTestOf(request.number);
+    const auto leave = [&] {
+        state.run.ObjectGate.Release();
+        return;
+    };
+    if (stopped()) return leave();
+    // A search of all that is loaded is shown as a scatter, so it comes before the choice of the view.
+    if (request.AllViewMode || request.ViewType == kDaily || state.view.SearchAllLoaded) {
+        RunSearch(request, stopped);
+        request.AllViewMode = state.view.AllViewMode != 0;
+    }
+    if (stopped()) return leave();
+    Calendar().backgrounds.Clear();
+    if (stopped()) return leave();
+    hooks.ClearSlides();
+    if (stopped()) return leave();
+
+    if (!request.AllViewMode && request.ViewType != kDaily) return StartGridLoad(request);
+
+    if (request.AllViewMode)
+        LoadAllViewer(request, stopped);
+    else
+        LoadDayViewer(request, stopped);
+    if (stopped()) return leave();
+    if (request.AllViewMode) state.run.TicksInView = 0;
+    CheckMusic(OldMusic::Stop);
+    SetCaption();
+    state.run.ObjectGate.Release();
+    PaintView();
+}
+
+void ObjectLoader(const LoadRequest& request) {
+    AppState& state = State();
+    CalendarStore& calendar = Calendar();
+    const StopTest stopped = StopTestOf(request.number);
+    const auto run = [&] {
+        if (stopped()) return false;
+        calendar.backgrounds.Clear();
+        if (stopped()) return false;
+        Hooks().ClearSlides();
+        SetCaption();
+        const std::string root = MainRoot();
+        ScanBackgrounds(root, request.year, request.ViewType == kMonthly ? request.month : 0, stopped);
+        for (int month = 1; request.ViewType == kYearly && month <= 12 && !stopped(); ++month)
+            ScanBackgrounds(root, request.year, month, stopped);
+        if (stopped()) return false;
+        CheckMusic(request.ViewType == kMonthly ? OldMusic::Pause : OldMusic::Stop);
+        PaintView();
+        RunSearch(request, stopped);
+        if (stopped()) return false;
+
+        const auto load = [&](const std::string& folder, bool whileLoading) {
+            // Without drawing while loading, each month of a year still appears when it is complete.
+            const LoadDrawing drawing{request.ViewType, whileLoading,
+                                      whileLoading || !State().settings.DrawWhileLoading};
+            return request.ViewType == kMonthly
+                       ? LoadMonth(folder, request.year, request.month, stopped, drawing)
+                       : LoadYear(folder, request.year, stopped, drawing);
+        };
+        if (!load(root, state.settings.DrawWhileLoading)) return false;
+        state.run.FirstLoadDone = 1;
+        if (const std::string other = OtherRoot(); !other.empty() && !load(other, false)) return false;
+        if (state.settings.SlideShowAutoNavigate && Hooks().IsSlideShowOpen()) Hooks().TakeNewSlides();
+        // The grid once more, whole and off the screen: what a resize or the second root changed meanwhile.
+        PaintView();
+        return true;
+    };
+    const bool whole = run();
+    // A newer load that waited in vain has gone on with a gate of its own: that one is not ours to open.
+    if (calendar.loadNumber == request.number) state.run.ObjectGate.Release();
+    if (whole) Hooks().OnWholeView();
+}
+
+void ReloadView() {
+    AppState& state = State();
+    if (state.view.AllViewMode || !state.run.ObjectGate.Acquire("Reload")) return;
+    const int year = state.view.TargetYear, month = state.view.TargetMonth, day = state.view.TargetDay;
+    const StopTest stopped = StopTestOf(++Calendar().loadNumber);
+    const LoadDrawing quiet{state.view.ViewType, false, false, false};
+    RunSearch({state.view.ViewType, year, month, day, false, Calendar().loadNumber}, stopped);
+    switch (state.view.ViewType) {
+        case kYearly:
+            ClearGrid(kYearly, year, month);
+            LoadYear(MainRoot(), year, stopped, quiet);
+            break;
+        case kMonthly:
+            Log("Reload (%d/%d)", year, month);
+            ClearGrid(kMonthly, year, month);
+            LoadMonth(MainRoot(), year, month, stopped, quiet);
+            break;
+        case kDaily: {
+            // Reads the day's cell of the grid, not the viewer that is shown; meant as it stands.
+            Log("Reload (%d/%d/%d)", year, month, day);
+            if (day < 1 || day > 31) break;
+            {
+                std::lock_guard lock(Calendar().SlotOf(year).mutex);
+                Calendar().MonthOf(year, month).days[static_cast<std::size_t>(day - 1)].Clear();
+            }
+            LoadDayCell(MainRoot(), year, month, day, stopped);
+            break;
+        }
+        default:
+            break;
+    }
+    state.run.ObjectGate.Release();
+    if (Window* window = MainWindow()) window->Invalidate();
+}
+
+}  // namespace kalmora

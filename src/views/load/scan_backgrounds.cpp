@@ -1,0 +1,81 @@
+#include <cstddef>
+#include <string_view>
+
+#include "media/my_object.h"
+#include "platform/files.h"
+#include "platform/shell.h"
+#include "store/data_folder.h"
+#include "store/extension_table.h"
+#include "text/encoding.h"
+#include "text/text.h"
+#include "views/load/month_loader.h"
+#include "views/model/calendar_store.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr std::size_t kLongestListLine = 260;  // bytes; the rest of a longer line counts as a line of its own
+constexpr std::size_t kLongestList = 4u << 20;
+
+// A relative name in a list lies beside the list.
+std::string ListedPath(std::string_view line, const std::string& listFolder) {
+    const std::string name = files::WithPlatformSeparators(line);
+    return files::IsAbsolute(name) ? name : files::Join(listFolder, name);
+}
+
+void ReadMusicList(const std::string& listPath, const std::string& folder, const StopTest& stopped) {
+    const auto content = files::ReadWholeFile(listPath, kLongestList);
+    if (!content) return;
+    const std::string text = DecodeText(*content);
+    std::string_view rest = text;
+    while (!rest.empty() && !stopped()) {
+        const std::size_t lineEnd = rest.find('\n');
+        std::size_t length = lineEnd == std::string_view::npos ? rest.size() : lineEnd + 1;
+        if (length > kLongestListLine) length = text::CutAtCharacter(rest, kLongestListLine).size();
+        std::string_view line = rest.substr(0, length);
+        rest.remove_prefix(length);
+        if (line.empty() || line[0] == '\r' || line[0] == '\n' || line[0] == '#' || line[0] == ' ') continue;
+        while (!line.empty() && (line.back() == '\r' || line.back() == '\n')) line.remove_suffix(1);
+        const std::string path = ListedPath(line, folder);
+        if (files::Exists(path)) Calendar().backgrounds.AddMusic(path, true);
+    }
+}
+
+void ScanFolder(const std::string& folder, const StopTest& stopped) {
+    BackgroundSet& backgrounds = Calendar().backgrounds;
+    for (const files::FolderEntry& entry : files::ListFolder(folder)) {
+        if (stopped()) return;
+        if (entry.isFolder) continue;
+        const std::string path = files::Join(folder, entry.name);
+        switch (ClassifyFile(path)) {
+            case ObjectKind::Image:
+                if (entry.name.starts_with("back")) backgrounds.AddImage(path);
+                break;
+            case ObjectKind::Shortcut:
+                if (const auto target = shell::ResolveShortcut(path);
+                    target && ClassifyFile(*target) == ObjectKind::Music && files::Exists(*target))
+                    backgrounds.AddMusic(*target, true);
+                break;
+            case ObjectKind::Music:
+                backgrounds.AddMusic(path, true);
+                break;
+            case ObjectKind::MusicList:
+                ReadMusicList(path, folder, stopped);
+                break;
+            default:
+                break;
+        }
+    }
+}
+
+}  // namespace
+
+void ScanBackgrounds(const std::string& root, int year, int month, const StopTest& stopped) {
+    if (month > 0) ScanFolder(MakeMonthFolderPath(root, year, month), stopped);
+    // A year's pictures and music also serve its months.
+    if (!stopped()) ScanFolder(MakeYearFolderPath(root, year), stopped);
+    Calendar().backgrounds.SetValid();
+}
+
+}  // namespace kalmora

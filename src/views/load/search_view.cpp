@@ -1,0 +1,61 @@
+#include "views/load/search_view.h"
+
+#include "base/log.h"
+#include "platform/files.h"
+#include "search/search_run.h"
+#include "state/app_state.h"
+#include "text/text.h"
+#include "views/bar/button_bar.h"
+#include "views/control/navigation.h"
+
+namespace kalmora {
+
+namespace {
+
+// The view no longer holds what it should; whoever still fills it leaves.
+void MarkViewStale(const char* reason) {
+    Log("stale: %s", reason);
+    StopCurrentLoad();
+}
+
+bool LiesBelow(const std::string& dayFolder, const std::string& folder) {
+    if (!text::StartsWithNoCase(dayFolder, folder)) return false;
+    return dayFolder.size() == folder.size() || dayFolder[folder.size()] == files::kSeparator;
+}
+
+}  // namespace
+
+void BeginSearch(const std::string& query) {
+    MarkViewStale("search!!");
+    Log("search: %s", query.c_str());
+    SetSearchText(query);
+    State().view.SearchResultMode = 1;
+}
+
+void EndSearch() {
+    MarkViewStale("search result");
+    State().view.SearchResultMode = 0;
+    SetButtonStates();
+    DrawButtonsOnWindow();
+    UpdateObjects();
+}
+
+void RunSearch(const LoadRequest& request, const std::function<bool()>& stopped) {
+    if (!State().view.SearchResultMode) return;
+    Search(SearchText(), State().view.SearchAllLoaded ? SearchScope::AllLoaded : SearchScope::View,
+           {request.ViewType, request.year, request.month, request.day}, stopped);
+}
+
+void ForEachFound(const std::string& folder, const std::function<bool()>& stopped,
+                  const std::function<void(const std::string& path)>& found) {
+    const SearchResult result = StandingSearchResult();
+    for (const FoundDay& day : *result) {
+        if (!LiesBelow(day.day->folder, folder)) continue;
+        for (std::size_t i = 0; i < day.positions.size(); ++i) {
+            if (stopped()) return;
+            found(day.Entry(i).path);
+        }
+    }
+}
+
+}  // namespace kalmora

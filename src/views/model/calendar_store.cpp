@@ -1,0 +1,106 @@
+#include "views/model/calendar_store.h"
+
+#include <utility>
+
+#include "state/app_state.h"
+
+namespace kalmora {
+
+namespace {
+
+std::atomic<Window*> mainWindow{nullptr};
+
+bool Start(Thread& slot, const char* name, std::function<void()> body) {
+    Thread thread;
+    if (!thread.StartSuspended(name, std::move(body))) return false;
+    thread.SetPriority(Thread::Priority::Highest);
+    slot = std::move(thread);
+    slot.Resume();
+    return true;
+}
+
+std::size_t Index(int number) {
+    return static_cast<std::size_t>(((number % kRingSize) + kRingSize) % kRingSize);
+}
+
+}  // namespace
+
+CalendarStore& Calendar() {
+    static CalendarStore* const store = new CalendarStore;
+    return *store;
+}
+
+Window* MainWindow() { return mainWindow; }
+
+void SetMainWindow(Window* window) { mainWindow = window; }
+
+Size ClientSize() {
+    const Window* window = mainWindow;
+    return window ? window->ClientSize() : Size{};
+}
+
+double ClientScale() {
+    const Window* window = mainWindow;
+    return window ? window->Scale() : 1.0;
+}
+
+YearView& CalendarStore::SlotOf(int year) { return years[Index(year)]; }
+
+MonthView& CalendarStore::MonthOf(int year, int month) {
+    // A settings file can name any month.
+    return SlotOf(year).months[static_cast<std::size_t>((month % 12 + 23) % 12)];
+}
+
+DayViewer& CalendarStore::CurrentDayViewer() { return dayViewers[Index(State().run.DayRing)]; }
+
+AllViewer& CalendarStore::CurrentAllViewer() { return allViewers[Index(State().run.AllRing)]; }
+
+void CalendarStore::AdvanceDayRing() { State().run.DayRing = (State().run.DayRing + 1) % kRingSize; }
+
+void CalendarStore::AdvanceAllRing() { State().run.AllRing = (State().run.AllRing + 1) % kRingSize; }
+
+bool CalendarStore::StartObjectLoader(std::function<void()> body) {
+    std::lock_guard lock(threadsMutex_);
+    return Start(objectLoader_, "ObjectLoader", std::move(body));
+}
+
+bool CalendarStore::StartPaintThread(std::function<void()> body) {
+    std::lock_guard lock(threadsMutex_);
+    paintIsLeft_ = false;
+    paintRunGoes_ = Start(paintThread_, "PaintThread", std::move(body));
+    return paintRunGoes_;
+}
+
+bool CalendarStore::LeavePaintToRun() {
+    std::lock_guard lock(threadsMutex_);
+    if (paintRunGoes_) paintIsLeft_ = true;
+    return paintRunGoes_;
+}
+
+bool CalendarStore::IsPaintLeftToRun() const {
+    std::lock_guard lock(threadsMutex_);
+    return paintIsLeft_;
+}
+
+bool CalendarStore::TakePaintLeftToRun() {
+    std::lock_guard lock(threadsMutex_);
+    return std::exchange(paintIsLeft_, false);
+}
+
+bool CalendarStore::EndPaintRun() {
+    std::lock_guard lock(threadsMutex_);
+    paintRunGoes_ = false;
+    return std::exchange(paintIsLeft_, false);
+}
+
+bool CalendarStore::IsObjectLoaderRunning() const {
+    std::lock_guard lock(threadsMutex_);
+    return objectLoader_.IsRunning();
+}
+
+bool CalendarStore::IsPaintThreadRunning() const {
+    std::lock_guard lock(threadsMutex_);
+    return paintThread_.IsRunning();
+}
+
+}  // namespace kalmora

@@ -1,0 +1,67 @@
+// CalendarStore: all objects that the views hold, sized by design: 13 years, 13 days, 13 scatters, one set of
+// backgrounds, and the two workers that fill and draw them.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+
+#include "platform/thread.h"
+#include "platform/window.h"
+#include "views/model/background_set.h"
+#include "views/model/viewers.h"
+#include "views/model/year_view.h"
+
+namespace kalmora {
+
+struct CalendarStore {
+    std::array<YearView, kRingSize> years;
+    std::array<DayViewer, kRingSize> dayViewers;
+    std::array<AllViewer, kRingSize> allViewers;
+    BackgroundSet backgrounds;
+
+    // Each load has a number. A worker whose number is no longer the newest leaves at its next test, whatever
+    // became of the gate meanwhile.
+    std::atomic<std::uint32_t> loadNumber{0};
+    // Pictures drawn since the last start of a view: for `shot` and tests.
+    std::atomic<int> objectsDrawn{0};
+
+    YearView& SlotOf(int year);
+    MonthView& MonthOf(int year, int month);  // of the slot of that year, whatever the slot holds
+    DayViewer& CurrentDayViewer();
+    AllViewer& CurrentAllViewer();
+    void AdvanceDayRing();
+    void AdvanceAllRing();
+
+    // Starts the worker anew; an old one that still runs is let go. Any thread.
+    bool StartObjectLoader(std::function<void()> body);
+    bool StartPaintThread(std::function<void()> body);
+    // A paint run goes from StartPaintThread until EndPaintRun. A full paint that comes meanwhile is left to
+    // it: true when it was, false when no run is going and the caller is to paint.
+    bool LeavePaintToRun();
+    bool IsPaintLeftToRun() const;
+    bool TakePaintLeftToRun();  // true once for all paints left until then
+    bool EndPaintRun();         // true when a paint was left that the run did not take
+    bool IsObjectLoaderRunning() const;
+    bool IsPaintThreadRunning() const;
+
+private:
+    mutable std::mutex threadsMutex_;
+    Thread objectLoader_;        // guarded by threadsMutex_
+    Thread paintThread_;         // guarded by threadsMutex_
+    bool paintRunGoes_ = false;  // guarded by threadsMutex_
+    bool paintIsLeft_ = false;   // guarded by threadsMutex_
+};
+
+// Made on first use, never destroyed: workers may outlive main.
+CalendarStore& Calendar();
+
+// The main window; null until all windows exist, and again once it is destroyed. Any thread.
+Window* MainWindow();
+void SetMainWindow(Window* window);
+Size ClientSize();  // of the main window; empty without one
+double ClientScale();
+
+}  // namespace kalmora

@@ -1,0 +1,121 @@
+#include "views/paint/heartbeat_redraw.h"
+
+#include <vector>
+
+#include "state/app_state.h"
+#include "views/hooks.h"
+#include "views/model/calendar_geometry.h"
+#include "views/model/calendar_store.h"
+#include "views/paint/event_paint.h"
+#include "views/paint/paint_cell.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr int kMaxRetries = 10;
+constexpr std::size_t kMaxEntriesWalked = 300;
+
+void RedrawYear(int year) {
+    // One phase for the whole process; it starts before 0, so that the first beat draws phase 0.
+    static std::atomic<int> phase{-1};
+    const int current = phase = (phase + 1) % 3;
+    for (int month = 1; month <= 12; ++month) {
+        if (((month - 1) / 4 + (month - 1) % 4) % 3 != current) continue;
+        if (State().settings.CalendarMode)
+            DrawMonthStep(year, month);
+        else
+            StepMonthPicture(year, month);
+    }
+}
+
+// Draws the first object and moves it to the tail; when nothing could be drawn, the next, at most ten more.
+template <typename Viewer, typename DrawOne>
+void CycleFront(Viewer& viewer, DrawOne draw) {
+    for (int attempt = 0; attempt <= kMaxRetries; ++attempt) {
+        const PlacedObjectPtr front = viewer.objects.Front();
+        if (!front) return;
+        TicketGuard guard(viewer.queue, 1, 100);
+        if (!guard) return;
+        const bool drawn = draw(front);
+        viewer.objects.MoveToTail(front);
+        if (drawn) return;
+    }
+}
+
+void RedrawDayLines(DayViewer& viewer) {
+    TicketGuard guard(State().run.ObjectQueue, 1, 100);
+    if (!guard) return;
+    TicketGuard places(viewer.queue, 1, 100);
+    if (!places) return;
+    const std::vector<PlacedObjectPtr> objects = viewer.objects.Snapshot();
+    for (int line = 0; line < viewer.lines.lines; ++line) {
+        if (viewer.PerLineCount[static_cast<std::size_t>(line)] == 0) continue;
+        for (std::size_t i = 0; i < objects.size() && i < kMaxEntriesWalked; ++i) {
+            if (!objects[i]->placed || objects[i]->photo->placementTag != line) continue;
+            DrawDayObject(viewer, objects[i]);
+            viewer.objects.MoveToTail(objects[i]);
+            break;
+        }
+    }
+}
+
+}  // namespace
+
+bool IsViewReady() {
+    const AppState& state = State();
+    if (state.view.AllViewMode) return true;
+    const int year = state.view.TargetYear;
+    if (state.view.ViewType == kYearly) {
+        const YearView& slot = Calendar().SlotOf(year);
+        std::lock_guard lock(slot.mutex);
+        return slot.year == year && (slot.ready || slot.loading);
+    }
+    if (state.view.ViewType == kMonthly) {
+        const YearView& slot = Calendar().SlotOf(year);
+        const MonthView& view = Calendar().MonthOf(year, state.view.TargetMonth);
+        std::lock_guard lock(slot.mutex);
+        return slot.year == year && view.ready;
+    }
+    return true;
+}
+
+void HeartbeatRedraw(int ticks) {
+    AppState& state = State();
+    if (state.settings.TimingOfChangeBgImage > 0 && ticks % state.settings.TimingOfChangeBgImage == 0) {
+        if (!state.view.AllViewMode && state.view.ViewType != kDaily) Hooks().HideSlideShow();
+        Calendar().backgrounds.PickRandomImage();
+        // The beat ends here and nothing is repainted: the new picture shows with the next full paint. Meant,
+        // and held by HeartbeatRedraw.BackgroundBeatChangesNothingOnTheScreen.
+        return;
+    }
+    if (state.view.AllViewMode) {
+        AllViewer& viewer = Calendar().CurrentAllViewer();
+        if (!viewer.loaded || state.run.ObjectGate.IsStopRequested()) return;
+        CycleFront(viewer, [&](const PlacedObjectPtr& object) { return DrawAllObject(viewer, object); });
+        return;
+    }
+    switch (state.view.ViewType) {
+        case kYearly:
+            Hooks().HideSlideShow();
+            RedrawYear(state.view.TargetYear);
+            break;
+        case kMonthly:
+            Hooks().HideSlideShow();
+            DrawMonthStep(state.view.TargetYear, state.view.TargetMonth);
+            break;
+        case kDaily: {
+            DayViewer& viewer = Calendar().CurrentDayViewer();
+            if (state.settings.DayViewSortByTime)
+                RedrawDayLines(viewer);
+            else
+                CycleFront(viewer,
+                           [&](const PlacedObjectPtr& object) { return DrawDayObject(viewer, object); });
+            break;
+        }
+        default:
+            break;
+    }
+}
+
+}  // namespace kalmora

@@ -1,0 +1,189 @@
+// Cells and months drawn straight onto the window: while loading, by the heartbeat, and by the worker that
+// finishes what the GUI thread could only draw coarsely.
+#include <algorithm>
+#include <deque>
+#include <mutex>
+#include <tuple>
+
+#include "platform/thread.h"
+#include "state/app_state.h"
+#include "views/bar/button_bar.h"
+#include "views/model/calendar_store.h"
+#include "views/paint/paint_cell.h"
+#include "views/paint/paint_view.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr int kButtonBarHeight = 50;  // what the buttons may take of the window's lower end
+
+using CellName = std::tuple<int, int, int>;
+
+// The one worker that draws cells later.
+class CellRedraws {
+public:
+    void Add(const CellName& cell) {
+        std::lock_guard lock(mutex_);
+        if (std::find(waiting_.begin(), waiting_.end(), cell) != waiting_.end()) return;
+        waiting_.push_back(cell);
+        StartIfWanted();
+    }
+
+    void Pause() {
+        std::lock_guard lock(mutex_);
+        ++pauses_;
+    }
+
+    void Continue() {
+        std::lock_guard lock(mutex_);
+        --pauses_;
+        StartIfWanted();
+    }
+
+    bool AreDone() {
+        std::lock_guard lock(mutex_);
+        return !running_ && waiting_.empty();
+    }
+
+private:
+    // With the mutex held. A running worker leaves when it finds a pause; the pause's end starts another.
+    void StartIfWanted() {
+        if (running_ || pauses_ > 0 || waiting_.empty()) return;
+        Thread thread;
+        if (!thread.StartSuspended("CellRedraws", [this] { Work(); })) {
+            waiting_.clear();
+            return;
+        }
+        running_ = true;
+        thread.Resume();
+    }
+
+    void Work() {
+        for (;;) {
+            CellName cell;
+            {
+                std::lock_guard lock(mutex_);
+                if (waiting_.empty() || pauses_ > 0) {
+                    running_ = false;
+                    return;
+                }
+                cell = waiting_.front();
+                waiting_.pop_front();
+            }
+            const auto& [year, month, day] = cell;
+            if (State().view.ViewType == kYearly && !State().settings.CalendarMode)
+                DrawMonthPictureOnWindow(year, month);
+            else
+                DrawCellOnWindow(year, month, day);
+        }
+    }
+
+    std::mutex mutex_;
+    std::deque<CellName> waiting_;  // guarded by mutex_
+    bool running_ = false;          // guarded by mutex_
+    int pauses_ = 0;                // guarded by mutex_
+};
+
+CellRedraws& Redraws() {
+    static CellRedraws* const redraws = new CellRedraws;
+    return *redraws;
+}
+
+// Whether this month is part of what the window shows as a grid now.
+bool IsMonthInView(int year, int month) {
+    const AppState& state = State();
+    if (state.view.AllViewMode || state.view.TargetYear != year) return false;
+    return state.view.ViewType == kYearly ||
+           (state.view.ViewType == kMonthly && state.view.TargetMonth == month);
+}
+
+MonthGrid GridInView(const Window& window, int year, int month) {
+    const Size client = window.ClientSize();
+    if (State().view.ViewType == kYearly)
+        return MakeMonthGrid(year, month, YearMonthRect(client.width, month), true);
+    return MakeMonthGrid(year, month, {0, 0, client.width, client.height}, false);
+}
+
+void DrawCell(Window& window, const MonthGrid& grid, int day) {
+    const PreparedObject object = PrepareCellObject(
+        grid.year, grid.month, day, {grid.cellWidth, grid.cellHeight}, window.Scale(), Decode::Now);
+    if (object.look == PreparedObject::Look::Nothing) return;
+    const BackgroundPtr background = PaintedBackground();
+    if (!IsMonthInView(grid.year, grid.month)) return;
+    const auto canvas = window.Draw();
+    if (!canvas || canvas->GetSize() != window.ClientSize()) return;
+    const Rect cell = MonthCellRect(grid, day);
+    // A picture of another shape leaves margins: what stood there before shall not show beside it.
+    RestoreBackground(*canvas, background, {cell.x + 1, cell.y + 1, cell.width, cell.height});
+    DrawDayCell(*canvas, cell, day, grid.ColumnOf(day), State().view.ViewType == kYearly, &object);
+    // A wide window's last rows reach under the buttons, which stay on top.
+    if (cell.Bottom() >= canvas->GetSize().height - kButtonBarHeight) DrawButtons(*canvas);
+}
+
+}  // namespace
+
+void RequestCellRedraw(int year, int month, int day) { Redraws().Add({year, month, day}); }
+
+CellRedrawPause::CellRedrawPause() { Redraws().Pause(); }
+
+CellRedrawPause::~CellRedrawPause() { Redraws().Continue(); }
+
+bool AreCellRedrawsDone() { return Redraws().AreDone(); }
+
+void DrawCellOnWindow(int year, int month, int day) {
+    Window* window = MainWindow();
+    if (window && IsMonthInView(year, month)) DrawCell(*window, GridInView(*window, year, month), day);
+}
+
+void DrawMonthOnWindow(int year, int month) {
+    Window* window = MainWindow();
+    if (!window || !IsMonthInView(year, month)) return;
+    if (!State().settings.CalendarMode) return DrawMonthPictureOnWindow(year, month);
+    const MonthGrid grid = GridInView(*window, year, month);
+    for (int day = 1; day <= grid.days; ++day) {
+        if (Calendar().MonthOf(year, month).stop) return;
+        DrawCell(*window, grid, day);
+    }
+}
+
+void DrawMonthPictureOnWindow(int year, int month) {
+    Window* window = MainWindow();
+    if (!window || !IsMonthInView(year, month) || State().view.ViewType != kYearly) return;
+    const Rect area = YearMonthRect(window->ClientSize().width, month);
+    // Into memory first: decoding must not happen while the window is held.
+    const auto picture = Surface::Create({area.width, area.height}, window->Scale());
+    if (!picture) return;
+    const BackgroundPtr background = PaintedBackground();
+    {
+        const auto canvas = picture->Draw();
+        RestoreBackground(*canvas, background, {0, 0, area.width, area.height}, {area.x, area.y});
+        DrawMonthAsPicture(*canvas, year, month, {0, 0, area.width, area.height}, window->Scale(),
+                           Decode::Now);
+    }
+    if (!IsMonthInView(year, month)) return;
+    if (const auto canvas = window->Draw()) canvas->Blit(area, *picture);
+}
+
+bool DrawMonthStep(int year, int month) {
+    Window* window = MainWindow();
+    if (!window) return false;
+    YearView& slot = Calendar().SlotOf(year);
+    MonthView& view = Calendar().MonthOf(year, month);
+    int phase;
+    {
+        std::lock_guard lock(slot.mutex);
+        if (slot.year != year) return false;
+        phase = view.Phase = (view.Phase + 1) % 3;
+    }
+    const MonthGrid grid = GridInView(*window, year, month);
+    for (int day = 1; day <= grid.days; ++day) {
+        if ((grid.RowOf(day) + grid.ColumnOf(day)) % 3 != phase) continue;
+        if (view.stop) return false;
+        AdvanceCellPhoto(year, month, day);
+        DrawCell(*window, grid, day);
+    }
+    return true;
+}
+
+}  // namespace kalmora

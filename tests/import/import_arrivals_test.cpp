@@ -1,0 +1,99 @@
+// What a killed import has still to do is done by the next.
+#include "import/import_arrivals.h"
+
+#include <gmock/gmock.h>
+
+#include "import/import_fixture.h"
+#include "media/photo.h"
+
+namespace kalmora {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+using ImportArrivalsTest = ImportTest;
+
+TEST(ArrivalRecords, AreReadUpToTheFirstThatDoesNotAddUp) {
+    const std::string one = MakeWordsRecord({"/d/a.jpg", "words\r\nof two lines", 12, {34}});
+    const std::string other = MakeWordsRecord({"/d/\xE9.jpg", "w", 0, {0}});
+    const auto both = ParseWordsRecords(one + other);
+    ASSERT_EQ(both.size(), 2u);
+    EXPECT_EQ(both[0].words, "words\r\nof two lines");
+    EXPECT_EQ(both[0].size, 12u);
+    EXPECT_EQ(both[0].written.ticks, 34u);
+    EXPECT_EQ(both[1].path, "/d/\xE9.jpg");
+    for (std::size_t length = 0; length < other.size(); ++length)
+        EXPECT_EQ(ParseWordsRecords(one + other.substr(0, length)).size(), 1u) << length;
+    std::string spoilt = one + other;
+    spoilt[one.size() - 2] ^= 1;
+    EXPECT_THAT(ParseWordsRecords(spoilt), IsEmpty());
+    EXPECT_THAT(ParseWordsRecords(MakeWordsRecord({"relative", "w", 0, {0}})), IsEmpty());
+    const auto months =
+        ParseMonthRecords(MakeMonthRecord({"/d", 2008, 11}) + MakeMonthRecord({"/d", 2008, 13}));
+    EXPECT_THAT(months, ElementsAre(MonthToCome{"/d", 2008, 11}));
+}
+
+TEST_F(ImportArrivalsTest, NextImportGivesTheWordsAndTheIndex) {
+    const std::string photo = PhotoTaken("2008:11:13 10:15:30");
+    const std::string bare = PutInDay("bare.jpg", photo), written = PutInDay("written.jpg", photo);
+    const auto status = files::GetStatus(bare);
+    CPhoto(written).SetComment("100TEST");
+    {
+        ArrivalJournal killed;
+        ASSERT_TRUE(killed.Open(State().settings.TempFolder));
+        killed.AddMonth({root, 2008, 11});
+        killed.AddWords({bare, "100TEST", status->size, status->written});
+        killed.AddWords({bare, "100TEST", status->size, status->written});  // and once more for a copy
+        killed.AddWords({written, "100TEST", status->size, status->written});
+        killed.AddWords({PathOf("never appeared.jpg"), "100TEST", 1, {}});
+    }
+    Add("note.txt", "[2009/01/02] a note");
+    options.index = ImportOptions::Index::UpToDate;
+    const ImportSummary summary = Import();
+    EXPECT_EQ(CommentOf(bare), "100TEST");
+    EXPECT_EQ(CommentOf(written), "100TEST") << "once";
+    EXPECT_THAT(IndexOf(), HasSubstr("FILE=bare.jpg"));
+    EXPECT_TRUE(summary.isIndexed);
+    EXPECT_EQ(ContentOf(At("Temp/import.words")), "");
+    EXPECT_EQ(ContentOf(At("Temp/import.months")), "");
+}
+
+TEST_F(ImportArrivalsTest, InterruptedImportLeavesItsMonthsToTheNext) {
+    for (int i = 0; i < 10; ++i) Add("f" + std::to_string(i) + ".mov", std::string(1u + i, 'x'));
+    options.index = ImportOptions::Index::UpToDate;
+    options.source = ImportOptions::Source::Goes;
+    options.onFile = [](const ImportedFile&) { InterruptIndexing(); };
+    for (int i = 10; i < 600; ++i) Add("f" + std::to_string(1000 + i) + ".mov", std::string(1u + i, 'x'));
+    EXPECT_EQ(Import().end, ImportEnd::Interrupted);
+    ResumeIndexing();
+    EXPECT_FALSE(HasIndex());
+    files::RemoveFolderTree(card);
+    options.onFile = {};
+    EXPECT_EQ(Import().end, ImportEnd::NoSource);
+    EXPECT_THAT(IndexOf(), HasSubstr("FILE=f0.mov")) << "the card has gone, and the index is whole";
+}
+
+TEST_F(ImportArrivalsTest, IndexLearnsOfAFileThatStoodThereAlready) {
+    Add("a.mov", "film");
+    PutInDay("b.mov", "film");
+    LoadDay();
+    PutInDay("a.mov", "film");
+    options.index = ImportOptions::Index::UpToDate;
+    Import();
+    EXPECT_THAT(Results(), ElementsAre(ImportResult::Same));
+    EXPECT_THAT(IndexOf(), HasSubstr("FILE=a.mov"));
+}
+
+TEST_F(ImportArrivalsTest, TwoImportsDoNotShareIt) {
+    ArrivalJournal first, second;
+    ASSERT_TRUE(first.Open(State().settings.TempFolder));
+    EXPECT_FALSE(second.Open(State().settings.TempFolder));
+    second.AddMonth({root, 2008, 11});
+    EXPECT_THAT(second.Settle(), IsEmpty());
+    EXPECT_FALSE(ArrivalJournal().Open(""));
+}
+
+}  // namespace
+}  // namespace kalmora

@@ -1,0 +1,216 @@
+#include "views/bar/button_bar.h"
+
+#include "base/commands.h"
+#include "pictures/res_pictures.h"
+#include "search/search_run.h"
+#include "views/bar/button_parts.h"
+#include "views/bar/button_rows.h"
+#include "views/hooks.h"
+#include "views/view_fixture.h"
+
+namespace kalmora {
+namespace {
+
+class ButtonBarTest : public ViewTest {
+protected:
+    ButtonBarTest() {
+        ShowMonth(2008, 11);
+        OpenWindow({960, 700});
+        SetButtonStates();
+    }
+    static const ButtonInfo* Find(const std::vector<ButtonInfo>& buttons, const std::string& name) {
+        for (const ButtonInfo& button : buttons)
+            if (button.name == name) return &button;
+        return nullptr;
+    }
+    static bool IsVisible(const std::string& name) { return Find(VisibleButtons(), name) != nullptr; }
+    static Point Middle(const Rect& area) { return {area.x + area.width / 2, area.y + area.height / 2}; }
+};
+
+TEST_F(ButtonBarTest, DateLabelStandsAtTheLowerLeft) {
+    const auto buttons = VisibleButtons();
+    ASSERT_GE(buttons.size(), 2u);
+    EXPECT_EQ(buttons[0].name, "2008年11月");
+    EXPECT_EQ(buttons[0].area.x, 5);
+    EXPECT_EQ(buttons[0].area.Bottom(), 695);
+    EXPECT_EQ(buttons[0].area.height, 38);
+    EXPECT_EQ(buttons[1].area.x, buttons[0].area.Right() + 5);
+}
+
+TEST_F(ButtonBarTest, ImageButtonsRunFromTheRightEdgeToTheLeft) {
+    const auto buttons = VisibleButtons();
+    const ButtonInfo* help = Find(buttons, "Help");
+    const ButtonInfo* filter = Find(buttons, "Filter");
+    ASSERT_TRUE(help && filter);
+    EXPECT_EQ(help->area.Right(), 960 - 5);
+    EXPECT_EQ(filter->area.Right(), help->area.x - 5);
+    EXPECT_EQ(help->area.Bottom(), 695);
+}
+
+TEST_F(ButtonBarTest, HiddenButtonTakesNoRoom) {
+    State().settings.ShowButtonHelp = false;
+    SetButtonStates();
+    const auto buttons = VisibleButtons();
+    EXPECT_FALSE(Find(buttons, "Help"));
+    EXPECT_EQ(Find(buttons, "Filter")->area.Right(), 960 - 5);
+}
+
+TEST_F(ButtonBarTest, ClearNextSettingHidesNextTwoAndLeavesNext) {
+    State().settings.ShowButtonNext = false;
+    SetButtonStates();
+    EXPECT_FALSE(IsVisible("Next 2"));
+    EXPECT_TRUE(IsVisible("Next"));
+}
+
+TEST_F(ButtonBarTest, PrevTwoStandsByTheHeightOfPrev) {
+    TheButtonParts().images[kPrev]->height = 80;
+    SetButtonStates();
+    EXPECT_EQ(Find(VisibleButtons(), "Prev 2")->area.y, 700 - 80 - 5);
+}
+
+TEST_F(ButtonBarTest, WithEverySettingClearTheLabelsAndNextAreLeft) {
+    for (const ButtonRow& row : kButtonRows)
+        if (row.setting) State().settings.*row.setting = false;
+    SetButtonStates();
+    std::vector<std::string> names;
+    for (const ButtonInfo& button : VisibleButtons()) names.push_back(button.name);
+    EXPECT_THAT(names, testing::ElementsAre("2008年11月", "年表示", "Next"));
+    EXPECT_EQ(VisibleButtons().back().area.Right(), 960 - 5);
+}
+
+TEST_F(ButtonBarTest, WithEverySettingOnAllStandInOrder) {
+    for (const ButtonRow& row : kButtonRows)
+        if (row.setting) State().settings.*row.setting = true;
+    window_->SetFrame({0, 0, 1600, 700});
+    ASSERT_TRUE(Settle());
+    SetButtonStates();
+    const auto buttons = VisibleButtons();
+    std::vector<std::string> names;
+    for (const ButtonInfo& button : buttons) names.push_back(button.name);
+    EXPECT_THAT(names,
+                testing::ElementsAre("2008年11月", "年表示", "Help", "Filter", "Import", "Twitter",
+                                     "Google Calendar", "Amazon", "Indexing", "Search", "Slide show", "Sound",
+                                     "All", "Pause", "Next 2", "Next", "Auto", "Prev", "Prev 2"));
+    for (std::size_t i = 3; i < buttons.size(); ++i)
+        EXPECT_EQ(buttons[i].area.Right(), buttons[i - 1].area.x - 5) << buttons[i].name;
+    std::vector<int> commands;
+    Hooks().RunCommand = [&](int id) { commands.push_back(id); };
+    for (const ButtonInfo& button : buttons)
+        if (button.command != 0) PressButton(Middle(button.area));
+    EXPECT_THAT(commands, testing::ElementsAre(1050, 1017, 1200, 1049, 1048, 1046, 1041, 1051, 1026, 1022,
+                                               1027, 1010, 1011, 1023, 1012, 1013));
+}
+
+TEST_F(ButtonBarTest, EachPictureLiesInTheResFolder) {
+    for (const ButtonRow& row : kButtonRows)
+        for (const char* image : {row.image, row.imageOff})
+            EXPECT_TRUE(!image || !MeasureResPicture(image).IsEmpty()) << image;
+}
+
+TEST_F(ButtonBarTest, SwitchesShowTheirStateInTheirPicture) {
+    AppState& state = State();
+    const std::tuple<ImageButton, SharedFlag*, const char*, const char*> switches[] = {
+        {kIndexing, &state.run.IndexingEnabled, "Res/indexing_on.png", "Res/indexing_off.png"},
+        {kSound, &state.settings.SoundMode, "Res/sound_on.png", "Res/sound_off.png"},
+        {kAll, &state.view.AllViewMode, "Res/all_on.png", "Res/all_off.png"},
+        {kPause, &state.run.Paused, "Res/pause_off.png", "Res/pause_on.png"},
+        {kAuto, &state.settings.AutoNavigate, "Res/auto_on.png", "Res/auto_off.png"}};
+    for (const auto& [button, flag, set, clear] : switches) {
+        *flag = 1;
+        SetButtonStates();
+        EXPECT_EQ(TheButtonParts().images[button]->image, set);
+        *flag = 0;
+        SetButtonStates();
+        EXPECT_EQ(TheButtonParts().images[button]->image, clear);
+    }
+}
+
+TEST_F(ButtonBarTest, TipsSpeakTheUsersLanguage) {
+    const auto tip = [](const std::string& name) { return Find(VisibleButtons(), name)->tip; };
+    EXPECT_EQ(tip("Help"), "ヘルプ");
+    State().settings.UseJapanese = false;
+    SetButtonStates();
+    EXPECT_EQ(tip("Help"), "Help");
+    EXPECT_EQ(tip("Nov 2008"), "Open the folder");
+    EXPECT_EQ(tip("Yearly"), "Yearly");
+}
+
+TEST_F(ButtonBarTest, YearHidesTheLevelLabelAndSearchTakesItsPlace) {
+    const Rect level = VisibleButtons()[1].area;
+    ShowYear(2008);
+    State().view.SearchResultMode = 1;
+    SetSearchText("花火");
+    SetButtonStates();
+    const auto buttons = VisibleButtons();
+    EXPECT_EQ(buttons[1].name, "花火");
+    EXPECT_EQ(buttons[1].area.y, level.y);
+    EXPECT_EQ(buttons[1].area.x, buttons[0].area.Right() + 5);
+}
+
+TEST_F(ButtonBarTest, WideningTheWindowMovesTheButtons) {
+    window_->SetFrame({0, 0, 1200, 700});
+    ASSERT_TRUE(Settle());
+    SetButtonStates();
+    EXPECT_EQ(Find(VisibleButtons(), "Help")->area.Right(), 1200 - 5);
+}
+
+TEST_F(ButtonBarTest, PressRunsTheButtonsCommand) {
+    std::vector<int> commands;
+    Hooks().RunCommand = [&](int id) { commands.push_back(id); };
+    const auto buttons = VisibleButtons();
+    EXPECT_EQ(PressButton(Middle(Find(buttons, "Next")->area)), ButtonPress::Done);
+    EXPECT_EQ(PressButton(Middle(Find(buttons, "Prev 2")->area)), ButtonPress::Done);
+    EXPECT_EQ(PressButton(Middle(buttons[0].area)), ButtonPress::Done);
+    EXPECT_EQ(PressButton(Middle(buttons[1].area)), ButtonPress::Done);
+    EXPECT_THAT(commands, testing::ElementsAre(1011, 1013, 1050, 1017));
+    EXPECT_EQ(PressButton({480, 300}), ButtonPress::None);
+}
+
+TEST_F(ButtonBarTest, PressOnTheHiddenPlaceOfAButtonDoesNothing) {
+    const Rect help = Find(VisibleButtons(), "Help")->area;
+    const Rect filter = Find(VisibleButtons(), "Filter")->area;
+    State().settings.ShowButtonHelp = State().settings.ShowButtonFilter = false;
+    SetButtonStates();
+    std::vector<int> commands;
+    Hooks().RunCommand = [&](int id) { commands.push_back(id); };
+    PressButton(Middle(help));
+    PressButton(Middle(filter));
+    EXPECT_THAT(commands, testing::ElementsAre(kCommandImport, kCommandSearch))
+        << "what has moved up is pressed";
+}
+
+TEST_F(ButtonBarTest, IndexingFlipsAndStopsTheRunningRefresh) {
+    State().settings.ShowButtonIndexing = true;
+    State().run.IndexingEnabled = 0;
+    SetButtonStates();
+    int stops = 0;
+    Hooks().StopIndexing = [&](const char*) { ++stops; };
+    const Point place = Middle(Find(VisibleButtons(), "Indexing")->area);
+    PressButton(place);
+    EXPECT_EQ(State().run.IndexingEnabled, 1);
+    EXPECT_EQ(stops, 0);
+    PressButton(place);
+    EXPECT_EQ(State().run.IndexingEnabled, 0);
+    EXPECT_EQ(stops, 1);
+}
+
+TEST_F(ButtonBarTest, TitleFollowsThePeriod) {
+    SetCaption();
+    EXPECT_EQ(window_->Title(), "Kalmora [2008/11] (" + root_ + "/files/2008/200811)");
+}
+
+TEST_F(ButtonBarTest, ProgressGaugeFillsToItsRatio) {
+    ShowProgress(0.5, "Loading");
+    const int y = 700 - 38 - 35 + 2;
+    EXPECT_EQ(PixelAt(960 - 410 + 3, y), ColorFromBgr(0xC86432));
+    EXPECT_EQ(PixelAt(960 - 14, y), ColorFromBgr(0xB4B4B4));
+}
+
+TEST_F(ButtonBarTest, ProgressWithoutATextDrawsNothing) {
+    const Color before = PixelAt(960 - 407, 629);
+    ShowProgress(1.0, "");
+    EXPECT_EQ(PixelAt(960 - 407, 629), before);
+}
+
+}  // namespace
+}  // namespace kalmora

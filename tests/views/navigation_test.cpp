@@ -1,0 +1,352 @@
+#include "views/control/navigation.h"
+
+#include <set>
+
+#include "base/random.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "store/data_folder.h"
+#include "store/date_tree.h"
+#include "views/hooks.h"
+#include "views/load/object_loader.h"
+#include "views/model/calendar_store.h"
+#include "views/view_fixture.h"
+
+namespace kalmora {
+namespace {
+
+class NavigationTest : public ViewTest {
+protected:
+    static std::string Now() {
+        const AppState& state = State();
+        return std::to_string(state.view.ViewType) + ":" + std::to_string(state.view.TargetYear) + "/" +
+               std::to_string(state.view.TargetMonth) + "/" + std::to_string(state.view.TargetDay);
+    }
+};
+
+TEST_F(NavigationTest, StepsInAMonth) {
+    const auto step = [this](Step way) {
+        ShowMonth(2008, 11);
+        State().view.TargetDay = 13;
+        StepPeriod(way);
+        EXPECT_TRUE(Settle());
+        return Now();
+    };
+    EXPECT_EQ(step(Step::OuterNext), "2:2009/11/13");
+    EXPECT_EQ(step(Step::Next), "2:2008/12/13");
+    EXPECT_EQ(step(Step::Previous), "2:2008/10/13");
+    EXPECT_EQ(step(Step::OuterPrevious), "2:2007/11/13");
+}
+
+TEST_F(NavigationTest, StepsInAYear) {
+    const auto step = [this](Step way) {
+        ShowYear(2008);
+        StepPeriod(way);
+        EXPECT_TRUE(Settle());
+        return State().view.TargetYear.load();
+    };
+    EXPECT_EQ(step(Step::OuterNext), 2010);
+    EXPECT_EQ(step(Step::Next), 2009);
+    EXPECT_EQ(step(Step::Previous), 2007);
+    EXPECT_EQ(step(Step::OuterPrevious), 2006);
+}
+
+TEST_F(NavigationTest, StepsInADay) {
+    const auto step = [this](Step way) {
+        ShowDay(2008, 11, 13);
+        StepPeriod(way);
+        EXPECT_TRUE(Settle());
+        return Now();
+    };
+    EXPECT_EQ(step(Step::OuterNext), "4:2008/12/13");
+    EXPECT_EQ(step(Step::Next), "4:2008/11/14");
+    EXPECT_EQ(step(Step::Previous), "4:2008/11/12");
+    EXPECT_EQ(step(Step::OuterPrevious), "4:2008/10/13");
+}
+
+TEST_F(NavigationTest, DayIsClampedToTheNewMonthAndNotRestored) {
+    ShowDay(2007, 1, 31);
+    NextMonth();
+    EXPECT_EQ(Now(), "4:2007/2/28");
+    NextMonth();
+    EXPECT_EQ(Now(), "4:2007/3/28");
+}
+
+TEST_F(NavigationTest, DayIsNotClampedOutsideTheDayView) {
+    ShowMonth(2007, 1);
+    State().view.TargetDay = 31;
+    NextMonth();
+    EXPECT_EQ(Now(), "2:2007/2/31");
+}
+
+TEST_F(NavigationTest, PreviousDayOfNewYearIsTheLastOfDecember) {
+    ShowDay(2008, 1, 1);
+    PrevDay();
+    EXPECT_EQ(Now(), "4:2007/12/31");
+}
+
+TEST_F(NavigationTest, NextDayOfTheLastIsTheFirst) {
+    ShowDay(2008, 2, 29);
+    NextDay();
+    EXPECT_EQ(Now(), "4:2008/3/1");
+    ShowDay(2008, 12, 31);
+    NextDay();
+    EXPECT_EQ(Now(), "4:2009/1/1");
+}
+
+TEST_F(NavigationTest, DayStepsAdvanceTheDayRing) {
+    ShowDay(2008, 11, 13);
+    NextDay();
+    PrevDay();
+    EXPECT_EQ(State().run.DayRing, 2);
+    EXPECT_EQ(State().run.AllRing, 0);
+}
+
+TEST_F(NavigationTest, MonthsEdgeAdvancesTheScatterRingTwice) {
+    ShowDay(2008, 11, 1);
+    State().view.AllViewMode = 1;
+    PrevDay();
+    EXPECT_EQ(State().run.AllRing, 2);
+    EXPECT_EQ(State().run.DayRing, 0);
+}
+
+TEST_F(NavigationTest, RingsWrapAfterThirteen) {
+    ShowDay(2008, 11, 1);
+    for (int i = 0; i < 13; ++i) NextDay();
+    EXPECT_EQ(State().run.DayRing, 0);
+}
+
+TEST_F(NavigationTest, FourteenthDayReusesTheFirstViewerEmptied) {
+    AddText(2008, 11, 1, "a.txt", "first");
+    ShowDay(2008, 11, 1);
+    OpenWindow({960, 700});
+    UpdateObjects();
+    ASSERT_TRUE(Settle());
+    ASSERT_EQ(Calendar().dayViewers[0].objects.Count(), 1u);
+    for (int i = 0; i < 13; ++i) {
+        StepPeriod(Step::Next);
+        ASSERT_TRUE(Settle());
+    }
+    EXPECT_EQ(State().run.DayRing, 0);
+    EXPECT_EQ(Calendar().dayViewers[0].objects.Count(), 0u);
+    EXPECT_EQ(Calendar().dayViewers[0].day, 14);
+}
+
+TEST_F(NavigationTest, LevelUpGoesFromDayToMonthToYearAndNoFurther) {
+    ShowDay(2008, 11, 13);
+    OneLevelUp();
+    EXPECT_EQ(State().view.ViewType, kMonthly);
+    ASSERT_TRUE(Settle());
+    OneLevelUp();
+    EXPECT_EQ(State().view.ViewType, kYearly);
+    ASSERT_TRUE(Settle());
+    OneLevelUp();
+    EXPECT_EQ(State().view.ViewType, kYearly);
+}
+
+TEST_F(NavigationTest, ToYearlyWorksFromAMonthOnly) {
+    ShowDay(2008, 11, 13);
+    ToYearly();
+    EXPECT_EQ(State().view.ViewType, kDaily);
+    ShowMonth(2008, 11);
+    ToYearly();
+    EXPECT_EQ(State().view.ViewType, kYearly);
+}
+
+TEST_F(NavigationTest, RefusedLevelChangeKeepsTheNewViewWithoutLoadingIt) {
+    ShowMonth(2008, 11);
+    UpdateObjects();
+    ASSERT_TRUE(Settle());
+    std::vector<std::string> loads;
+    Hooks().LogNavigation = [&](const std::string& line) { loads.push_back(line); };
+    const auto first = State().run.ObjectQueue.Lock(1, 100);
+    ToYearly();  // waits its 100 ms in vain
+    EXPECT_EQ(State().view.ViewType, kYearly);
+    EXPECT_THAT(loads, testing::IsEmpty());
+    State().run.ObjectQueue.Unlock(first);
+}
+
+TEST_F(NavigationTest, CommandIsDroppedWhileAReloadIsBeingStopped) {
+    ShowMonth(2008, 11);
+    State().run.ObjectGate.Acquire("test");
+    State().run.ObjectGate.RequestStop();
+    StepPeriod(Step::Next);
+    EXPECT_EQ(State().view.TargetMonth, 11);
+    State().run.ObjectGate.Release();
+}
+
+TEST_F(NavigationTest, JumpWithoutAMonthShowsTheYear) {
+    ShowMonth(2008, 11);
+    JumpTo(1999, 0, 0);
+    EXPECT_EQ(Now(), "1:1999/0/0");
+    ASSERT_TRUE(Settle());
+    JumpTo(1999, 5, 0);
+    EXPECT_EQ(Now(), "2:1999/5/0");
+    ASSERT_TRUE(Settle());
+    JumpTo(1999, 5, 7);
+    EXPECT_EQ(Now(), "4:1999/5/7");
+    EXPECT_EQ(State().run.DayRing, 1);
+}
+
+TEST_F(NavigationTest, TodayIsTheLocalDate) {
+    JumpToToday();
+    const SystemTime today = LocalTime();
+    EXPECT_EQ(State().view.TargetYear, today.year);
+    EXPECT_EQ(State().view.TargetMonth, today.month);
+    EXPECT_EQ(State().view.TargetDay, today.day);
+    EXPECT_EQ(State().view.ViewType, kDaily);
+}
+
+TEST_F(NavigationTest, DownFromAYearEndsInAMonthDrawnAtRandom) {
+    MakeDirectories(MakeMonthFolderPath(MainRoot(), 1999, 4));
+    std::set<int> months;
+    for (int i = 0; i < 40; ++i) {
+        ShowYear(1999);
+        OpenTodayLevel();
+        ASSERT_TRUE(Settle());
+        EXPECT_EQ(State().view.ViewType, kMonthly);
+        months.insert(State().view.TargetMonth);
+    }
+    EXPECT_GT(months.size(), 1u) << "the month folder that exists does not decide";
+    EXPECT_GE(*months.begin(), 1);
+    EXPECT_LE(*months.rbegin(), 12);
+}
+
+TEST_F(NavigationTest, DownFromThisYearPutsTodaysMonthIntoTheDay) {
+    const SystemTime today = LocalTime();
+    ShowYear(today.year);
+    State().view.TargetDay = 31;
+    OpenTodayLevel();
+    EXPECT_EQ(State().view.TargetDay, today.month);
+}
+
+TEST_F(NavigationTest, DownFromAMonthShowsItsFirstDayWithAFolder) {
+    MakeDirectories(DayFolder(1999, 4, 9));
+    MakeDirectories(DayFolder(1999, 4, 20));
+    ShowMonth(1999, 4);
+    OpenTodayLevel();
+    EXPECT_EQ(Now(), "4:1999/4/9");
+}
+
+TEST_F(NavigationTest, DownFromAMonthWithoutFoldersShowsTheFifteenth) {
+    ShowMonth(1999, 4);
+    OpenTodayLevel();
+    EXPECT_EQ(Now(), "4:1999/4/15");
+}
+
+TEST_F(NavigationTest, DownFromThisMonthShowsToday) {
+    const SystemTime today = LocalTime();
+    ShowMonth(today.year, today.month);
+    OpenTodayLevel();
+    EXPECT_EQ(State().view.TargetDay, today.day);
+}
+
+TEST_F(NavigationTest, DownFromADayDoesNothing) {
+    ShowDay(1999, 4, 9);
+    OpenTodayLevel();
+    EXPECT_EQ(Now(), "4:1999/4/9");
+}
+
+TEST_F(NavigationTest, ChangeToMonthlyClearsPressAndTicks) {
+    ShowYear(1999);
+    State().press.ObjectHit = State().press.PressActive = 1;
+    State().run.TicksInView = 12;
+    ChangeToMonthly(6);
+    EXPECT_EQ(State().view.ViewType, kMonthly);
+    EXPECT_EQ(State().view.TargetMonth, 6);
+    EXPECT_EQ(State().press.ObjectHit, 0);
+    EXPECT_EQ(State().press.PressActive, 0);
+    EXPECT_EQ(State().run.TicksInView, 0);
+}
+
+TEST_F(NavigationTest, ModesFlipAndReload) {
+    ShowMonth(2008, 11);
+    std::vector<std::string> loads;
+    Hooks().LogNavigation = [&](const std::string& line) { loads.push_back(line); };
+    ToggleGoodMode();
+    ASSERT_TRUE(Settle());
+    TogglePublicMode();
+    ASSERT_TRUE(Settle());
+    ToggleAllView();
+    ASSERT_TRUE(Settle());
+    EXPECT_EQ(State().settings.GoodMode, 1);
+    EXPECT_EQ(State().settings.PublicMode, 1);
+    EXPECT_EQ(State().view.AllViewMode, 1);
+    EXPECT_EQ(loads.size(), 3u);
+    ToggleAutoNavigate();
+    TogglePaused();
+    EXPECT_EQ(State().settings.AutoNavigate, 1);
+    EXPECT_EQ(State().run.Paused, 1);
+    EXPECT_EQ(loads.size(), 3u) << "these two load nothing";
+}
+
+TEST_F(NavigationTest, EachLoadIsToldWithItsPeriod) {
+    std::vector<std::string> loads;
+    Hooks().LogNavigation = [&](const std::string& line) { loads.push_back(line); };
+    ShowYear(2008);
+    UpdateObjects();
+    ASSERT_TRUE(Settle());
+    ShowMonth(2008, 3);
+    UpdateObjects();
+    ASSERT_TRUE(Settle());
+    ShowDay(2008, 3, 4);
+    UpdateObjects();
+    ASSERT_TRUE(Settle());
+    EXPECT_THAT(loads, testing::ElementsAre("(Year)\t2008", "(Month)\t2008/03", "(Day)\t2008/03/04"));
+}
+
+class RandomNavigateTest : public NavigationTest {
+protected:
+    RandomNavigateTest() {
+        AddText(2005, 5, 5, "a.txt", "x");
+        TheDateTree().Scan(MainRoot(), false);
+        State().settings.TimingOfAutoNavigate = 40;
+    }
+};
+
+TEST_F(RandomNavigateTest, UnlistedYearMayMoveOnAtTheFirstTick) {
+    ShowYear(1990);
+    State().run.TicksInView = 1;
+    EXPECT_TRUE(RandomNavigate());
+    EXPECT_EQ(State().view.TargetYear, 2005);
+    EXPECT_EQ(State().run.TicksInView, 0);
+}
+
+TEST_F(RandomNavigateTest, MonthStandsForTenTicksAtLeast) {
+    ShowMonth(1990, 1);
+    State().run.TicksInView = 10;
+    EXPECT_FALSE(RandomNavigate());
+    EXPECT_EQ(State().view.TargetYear, 1990);
+    State().run.TicksInView = 11;
+    EXPECT_TRUE(RandomNavigate());
+    EXPECT_EQ(State().view.TargetYear, 2005);
+    EXPECT_EQ(State().view.TargetMonth, 5);
+}
+
+TEST_F(RandomNavigateTest, TimingOfAutoNavigateEndsALongStand) {
+    State().settings.TimingOfAutoNavigate = 3;
+    ShowMonth(1990, 1);
+    State().run.TicksInView = 3;
+    EXPECT_FALSE(RandomNavigate());
+    State().run.TicksInView = 4;
+    EXPECT_TRUE(RandomNavigate());
+}
+
+TEST_F(RandomNavigateTest, NothingToPickEndsTheBeatWithoutAMove) {
+    TheDateTree().Scan(root_ + "/nothing", false);
+    ShowDay(1990, 1, 1);
+    State().run.TicksInView = 100;
+    EXPECT_TRUE(RandomNavigate());
+    EXPECT_EQ(Now(), "4:1990/1/1");
+}
+
+TEST_F(RandomNavigateTest, DayMoveAdvancesTheDayRing) {
+    ShowDay(1990, 1, 1);
+    State().run.TicksInView = 1;
+    EXPECT_TRUE(RandomNavigate());
+    EXPECT_EQ(Now(), "4:2005/5/5");
+    EXPECT_EQ(State().run.DayRing, 1);
+}
+
+}  // namespace
+}  // namespace kalmora

@@ -1,0 +1,198 @@
+// The views while a query is in force.
+#include "views/load/search_view.h"
+
+#include "index/index_manager.h"
+#include "platform/files.h"
+#include "search/search_run.h"
+#include "views/bar/button_bar.h"
+#include "views/hooks.h"
+#include "views/load/day_folder_scan.h"
+#include "views/model/calendar_store.h"
+#include "views/view_fixture.h"
+
+namespace kalmora {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+class SearchViewTest : public ViewTest {
+protected:
+    SearchViewTest() {
+        AddText(2008, 11, 13, "cat.txt", "a cat");
+        AddText(2008, 11, 13, "dog.txt", "a dog");
+        AddText(2008, 11, 20, "late.txt", "a cat");
+        AddText(2008, 12, 1, "december.txt", "a cat");
+        AddText(2009, 1, 1, "other_year.txt", "a cat");
+        ShowMonth(2008, 11);
+        State().view.TargetDay = 13;
+        OpenWindow({960, 700});
+    }
+    ~SearchViewTest() override { State().view.AllViewMode = 0; }
+
+    static std::string NameOf(const std::string& path) { return path.substr(path.find_last_of('/') + 1); }
+    void Show(const std::string& query) {
+        BeginSearch(query);
+        Reload();
+    }
+    void Reload() {
+        UpdateObjects();
+        ASSERT_TRUE(Settle());
+    }
+    static std::vector<std::string> InCell(int month, int day) {
+        std::lock_guard lock(Calendar().SlotOf(2008).mutex);
+        std::vector<std::string> names;
+        for (const DayEntry& entry :
+             Calendar().MonthOf(2008, month).days[static_cast<std::size_t>(day - 1)].objects)
+            names.push_back(NameOf(entry.path));
+        return names;
+    }
+    static std::vector<std::string> In(const ObjectList& list) {
+        std::vector<std::string> names;
+        for (const PlacedObjectPtr& object : list.Snapshot()) names.push_back(NameOf(object->photo->path));
+        return names;
+    }
+    static std::vector<std::string> InScatter() { return In(Calendar().CurrentAllViewer().objects); }
+};
+
+TEST_F(SearchViewTest, MonthShowsWhatWasFound) {
+    Reload();
+    EXPECT_THAT(InCell(11, 13), ElementsAre("cat.txt", "dog.txt"));
+    Show("cat");
+    EXPECT_THAT(InCell(11, 13), ElementsAre("cat.txt"));
+    EXPECT_THAT(InCell(11, 20), ElementsAre("late.txt"));
+    Show("dog");
+    EXPECT_THAT(InCell(11, 13), ElementsAre("dog.txt"));
+    EXPECT_THAT(InCell(11, 20), IsEmpty());
+}
+
+TEST_F(SearchViewTest, YearShowsWhatWasFound) {
+    ShowYear(2008);
+    Show("cat");
+    EXPECT_THAT(InCell(11, 13), ElementsAre("cat.txt"));
+    EXPECT_THAT(InCell(12, 1), ElementsAre("december.txt"));
+}
+
+TEST_F(SearchViewTest, DayShowsWhatWasFound) {
+    ShowDay(2008, 11, 13);
+    Show("cat");
+    EXPECT_THAT(In(Calendar().CurrentDayViewer().objects), ElementsAre("cat.txt"));
+}
+
+TEST_F(SearchViewTest, ScatterShowsWhatWasFoundInItsPeriod) {
+    State().view.AllViewMode = 1;
+    Show("cat");
+    EXPECT_THAT(InScatter(), UnorderedElementsAre("cat.txt", "late.txt"));
+    ShowYear(2008);
+    Reload();
+    EXPECT_THAT(InScatter(), UnorderedElementsAre("cat.txt", "late.txt", "december.txt"));
+    ShowDay(2008, 11, 20);
+    Reload();
+    EXPECT_THAT(InScatter(), ElementsAre("late.txt"));
+}
+
+TEST_F(SearchViewTest, OtherPeriodIsSearchedWhenItIsShown) {
+    Show("cat");
+    State().view.TargetMonth = 12;
+    Reload();
+    EXPECT_THAT(InCell(12, 1), ElementsAre("december.txt"));
+}
+
+TEST_F(SearchViewTest, EmptyResultIsAnEmptyView) {
+    Show("no such word");
+    for (int day = 1; day <= 30; ++day) EXPECT_THAT(InCell(11, day), IsEmpty());
+}
+
+TEST_F(SearchViewTest, AllLoadedTurnsToAScatterOfEverythingFound) {
+    MainIndex().Load(2009, 1, 0);
+    MainIndex().Load(2008, 12, 0);
+    State().view.SearchAllLoaded = 1;
+    Show("cat");
+    EXPECT_EQ(State().view.AllViewMode, 1);
+    EXPECT_THAT(InScatter(), UnorderedElementsAre("december.txt", "other_year.txt"));
+    State().view.AllViewMode = 0;
+    Reload();
+    EXPECT_EQ(State().view.AllViewMode, 0) << "the result stands, and the user may look at it otherwise";
+    EXPECT_THAT(InCell(11, 13), IsEmpty());
+}
+
+TEST_F(SearchViewTest, EndingItBringsTheFoldersBack) {
+    Show("cat");
+    EndSearch();
+    ASSERT_TRUE(Settle());
+    EXPECT_FALSE(State().view.SearchResultMode);
+    EXPECT_THAT(InCell(11, 13), ElementsAre("cat.txt", "dog.txt"));
+}
+
+TEST_F(SearchViewTest, LabelShowsTheQueryAndEndsTheSearch) {
+    const auto label = [] {
+        for (const ButtonInfo& button : VisibleButtons())
+            if (button.name == "cat") return button.area;
+        return Rect{};
+    };
+    EXPECT_TRUE(label().IsEmpty());
+    Show("cat");
+    const Rect area = label();
+    ASSERT_FALSE(area.IsEmpty());
+    EXPECT_EQ(PressButton({area.x + area.width / 2, area.y + area.height / 2}), ButtonPress::Done);
+    ASSERT_TRUE(Settle());
+    EXPECT_FALSE(State().view.SearchResultMode);
+    EXPECT_TRUE(label().IsEmpty());
+    EXPECT_THAT(InCell(11, 13), ElementsAre("cat.txt", "dog.txt"));
+}
+
+TEST_F(SearchViewTest, ReloadShowsTheResultAgain) {
+    Show("cat");
+    AddText(2008, 11, 13, "cat2.txt", "a cat");
+    ReloadView();
+    EXPECT_THAT(InCell(11, 13), ElementsAre("cat.txt"));
+}
+
+TEST_F(SearchViewTest, FoundFilesCountAsWhatTheyAre) {
+    AddFile(DayFolder(2008, 11, 13), "find me.mp3", "x");
+    AddFile(DayFolder(2008, 11, 13), "find me.doc", "x");
+    AddPicture(2008, 11, 13, "back find me.png", {1, 2, 3});
+    AddPicture(2008, 11, 13, "find me.png", {1, 2, 3});
+    const std::string gone = AddText(2008, 11, 13, "find me gone.txt", "x");
+    MainIndex().Load(2008, 11, 0);
+    files::RemoveFile(gone);
+    std::vector<std::string> slides;
+    Hooks().AddSlide = [&](const std::string& path) { slides.push_back(NameOf(path)); };
+    Show("me.");
+    EXPECT_THAT(InCell(11, 13), ElementsAre("find me.png")) << "as if they lay in the folder";
+    EXPECT_THAT(slides, ElementsAre("find me.png"));
+    EXPECT_TRUE(Calendar().backgrounds.HasMusic(DayFolder(2008, 11, 13) + "/find me.mp3"));
+}
+
+TEST_F(SearchViewTest, FolderIsComparedWithoutCaseAndToItsEnd) {
+    Show("cat");
+    std::vector<std::string> names;
+    const auto found = [&](const std::string& path) { names.push_back(NameOf(path)); };
+    const auto below = [&](const std::string& folder) {
+        names.clear();
+        ForEachFound(
+            folder, [] { return false; }, found);
+        return names;
+    };
+    const std::string day = DayFolder(2008, 11, 13);
+    EXPECT_THAT(below(day), ElementsAre("cat.txt"));
+    std::string other = day;
+    for (char& c : other) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    EXPECT_THAT(below(other), ElementsAre("cat.txt"));
+    EXPECT_THAT(below(day.substr(0, day.size() - 1)), IsEmpty()) << "another folder's name begins like it";
+    EXPECT_THAT(below(DayFolder(2008, 11, 0)), ElementsAre("cat.txt", "late.txt"));
+    EXPECT_THAT(below(""), ElementsAre("cat.txt", "late.txt"));
+}
+
+TEST_F(SearchViewTest, StopEndsTheWalkOverTheResult) {
+    State().view.AllViewMode = 1;
+    Show("cat");
+    int count = 0;
+    ForEachFound(
+        {}, [&] { return count == 1; }, [&](const std::string&) { ++count; });
+    EXPECT_EQ(count, 1);
+}
+
+}  // namespace
+}  // namespace kalmora

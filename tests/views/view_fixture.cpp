@@ -1,0 +1,126 @@
+#include "views/view_fixture.h"
+
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "search/search_run.h"
+#include "store/data_folder.h"
+#include "store/extension_table.h"
+#include "store/settings_file.h"
+#include "views/bar/button_bar.h"
+#include "views/hooks.h"
+#include "views/model/calendar_store.h"
+#include "views/paint/paint_cell.h"
+#include "views/paint/paint_view.h"
+
+namespace kalmora {
+
+void WritePicture(const std::string& path, Color color, Size size) {
+    const auto surface = Surface::Create(size, 1.0);
+    surface->Draw()->FillRect({0, 0, size.width, size.height}, color);
+    ASSERT_TRUE(surface->SavePng(path));
+}
+
+ViewTest::ViewTest() : root_(files::MakeTemporaryFolder()) {
+    AppState& state = State();
+    state.settings.ProgramFolder = root_;
+    state.settings.InstallFolder = files::ExecutableFolder();
+    ResetSettingsToDefaults();
+    LoadExtensionTable(files::Join(root_, "extension.dat"));
+    state.settings.DataDirectory = files::Join(root_, "files");
+    MakeDirectories(state.settings.DataDirectory);
+    state.settings.TimingOfChangeImage = 0;
+    state.view.SearchResultMode = state.view.SearchAllLoaded = state.view.AllViewMode = 0;
+    ResetIndexes();
+    ResetSearch();
+    state.run.Paused = 0;
+    state.run.FirstPaintDone = 0;
+    state.run.FirstLoadDone = 0;
+    state.run.TicksInView = 0;
+    state.run.DayRing = state.run.AllRing = 0;
+    Hooks() = ViewHooks{};
+}
+
+ViewTest::~ViewTest() {
+    Settle();
+    SetMainWindow(nullptr);
+    DestroyButtons();
+    window_.reset();
+    CalendarStore& calendar = Calendar();
+    for (YearView& year : calendar.years) year.Clear();
+    for (DayViewer& day : calendar.dayViewers) day.Clear();
+    for (AllViewer& all : calendar.allViewers) all.Clear();
+    calendar.backgrounds.Clear();
+    files::RemoveFolderTree(root_);
+}
+
+std::string ViewTest::DayFolder(int year, int month, int day) const {
+    return MakeDayFolderPath(MainRoot(), year, month, day);
+}
+
+std::string ViewTest::AddFile(const std::string& folder, const std::string& name, std::string_view content) {
+    EXPECT_TRUE(MakeDirectories(folder));
+    const std::string path = files::Join(folder, name);
+    EXPECT_EQ(files::WriteWholeFile(path, content), files::FileResult::Done);
+    return path;
+}
+
+std::string ViewTest::AddText(int year, int month, int day, const std::string& name,
+                              std::string_view content) {
+    return AddFile(DayFolder(year, month, day), name, content);
+}
+
+std::string ViewTest::AddPicture(int year, int month, int day, const std::string& name, Color color,
+                                 Size size) {
+    const std::string folder = DayFolder(year, month, day);
+    EXPECT_TRUE(MakeDirectories(folder));
+    const std::string path = files::Join(folder, name);
+    WritePicture(path, color, size);
+    return path;
+}
+
+void ViewTest::OpenWindow(Size size) {
+    WindowOptions options;
+    options.title = "Kalmora";
+    options.frame = {0, 0, size.width, size.height};
+    window_ = Window::Create(options, [](Window&, const Event& event) {
+        if (event.type == EventType::Paint) PaintView();
+        return true;
+    });
+    ASSERT_TRUE(window_);
+    SetMainWindow(window_.get());
+    CreateButtons();
+    window_->Show();
+    TheApplication()->ProcessEvents(10);
+}
+
+bool ViewTest::Settle() {
+    const double start = UptimeMs();
+    do {
+        TheApplication()->ProcessEvents(2);
+        if (UptimeMs() - start > 10000) return false;
+    } while (Calendar().IsObjectLoaderRunning() || Calendar().IsPaintThreadRunning() ||
+             !AreCellRedrawsDone());
+    TheApplication()->ProcessEvents(2);
+    return true;
+}
+
+void ViewTest::ShowMonth(int year, int month) {
+    State().view.ViewType = kMonthly;
+    State().view.TargetYear = year;
+    State().view.TargetMonth = month;
+}
+
+void ViewTest::ShowYear(int year) {
+    State().view.ViewType = kYearly;
+    State().view.TargetYear = year;
+}
+
+void ViewTest::ShowDay(int year, int month, int day) {
+    ShowMonth(year, month);
+    State().view.ViewType = kDaily;
+    State().view.TargetDay = day;
+}
+
+Color ViewTest::PixelAt(int x, int y) const { return window_->Snapshot()->PixelAt(x, y); }
+
+}  // namespace kalmora
