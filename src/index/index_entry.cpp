@@ -5,7 +5,6 @@
 #include <optional>
 #include <string_view>
 
-#include "index/index_text.h"
 #include "media/photo.h"
 #include "platform/files.h"
 #include "store/file_helpers.h"

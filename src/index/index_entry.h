@@ -1,6 +1,7 @@
 // IndexEntry: what the index knows of one file; the record that search reads instead of the file.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -8,6 +9,9 @@
 #include "base/system_time.h"
 
 namespace kalmora {
+
+// What is kept of a comment at most, in bytes; no comment that the program makes is longer.
+inline constexpr std::size_t kLongestComment = 4u << 20;
 
 // In a day's lists entries are shared and never changed: a file that is read again gets a new entry. So a
 // list of them can be read without a lock while an update runs.

@@ -13,8 +13,6 @@ namespace kalmora {
 
 // What is read of one index file at most; no day of files comes near it.
 inline constexpr std::size_t kLongestIndex = 128u << 20;
-// What is kept of a comment at most, in bytes; no comment that the program makes is longer.
-inline constexpr std::size_t kLongestComment = 4u << 20;
 
 enum class IndexReading {
     Done,

@@ -27,11 +27,6 @@ bool IsWholeNumber(std::uint16_t type) {
 
 }  // namespace
 
-std::size_t ElementLength(std::uint16_t type) {
-    constexpr std::array<std::uint8_t, 14> lengths{0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8, 4};
-    return type < lengths.size() ? lengths[type] : 0;
-}
-
 Entry* Directory::Find(std::uint16_t tag) {
     const auto found =
         std::find_if(entries.begin(), entries.end(), [tag](const Entry& e) { return e.tag == tag; });

@@ -11,20 +11,11 @@
 #include <vector>
 
 #include "base/byte_reader.h"
+#include "media/exif_layout.h"
 
 namespace kalmora::exif {
 
-inline constexpr std::size_t kHeaderLength = 8, kEntryLength = 12, kFieldLength = 4;
 inline constexpr std::uint16_t kExifPointer = 0x8769;
-
-// Bytes of one element of a TIFF type; 0 for a type that there is not.
-std::size_t ElementLength(std::uint16_t type);
-
-// Places in the block; `end` may pass its end.
-struct Range {
-    std::uint64_t begin = 0, end = 0;
-    bool Overlaps(const Range& other) const { return begin < other.end && other.begin < end; }
-};
 
 // What the block tells of and what does not stand in it whole.
 struct Outside {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/byte_reader.h"
-#include "media/exif_block_map.h"
+#include "media/exif_layout.h"
 
 namespace kalmora::exif {
 
