@@ -1,13 +1,10 @@
 // The form in which texts are compared: small letters, half width, katakana.
-#include <locale.h>
-
 #include <array>
-#include <clocale>
-#include <cwctype>
 #include <memory>
 #include <vector>
 
 #include "text/code_page.h"
+#include "text/lower_case.h"
 #include "text/text.h"
 
 namespace kalmora::text {
@@ -68,13 +65,6 @@ private:
 const FoldTable& Table() {
     static const auto table = std::make_unique<const FoldTable>();
     return *table;
-}
-
-// For letters outside the table. The user's locale has no say: what is found must not depend on it.
-char32_t LowerCase(char32_t character) {
-    static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    if (!locale) return character;
-    return static_cast<char32_t>(towlower_l(static_cast<wint_t>(character), locale));
 }
 
 }  // namespace

@@ -10,11 +10,8 @@
 #include "platform/qt/gui_queue.h"
 #include "platform/qt/pixels.h"
 #include "platform/qt/values.h"
-#include "platform/qt/window_widget.h"
 
-namespace kalmora {
-
-namespace qt {
+namespace kalmora::qt {
 
 namespace {
 
@@ -59,8 +56,10 @@ QWidget* WidgetOf(Window* window) {
     return window == nullptr ? nullptr : static_cast<QtWindow*>(window)->Widget();
 }
 
-QtWindow::QtWindow(const WindowOptions& options, WindowProcedure procedure)
-    : widget_(new WindowWidget(link_)),
+QtWindow::QtWindow(std::shared_ptr<Link> link, QWidget* widget, const WindowOptions& options,
+                   WindowProcedure procedure)
+    : link_(std::move(link)),
+      widget_(widget),
       procedure_(std::make_shared<WindowProcedure>(std::move(procedure))),
       buffer_(std::make_shared<BackBuffer>([link = link_] {
           GuiQueue::Instance().Post([link] {
@@ -72,7 +71,7 @@ QtWindow::QtWindow(const WindowOptions& options, WindowProcedure procedure)
     Windows().push_back(this);
     widget_->setWindowTitle(ToDisplayText(options.title));
     if (!options.iconPath.empty()) widget_->setWindowIcon(QIcon(ToQt(options.iconPath)));
-    if (options.acceptDrops) widget_->AcceptFileDrops();
+    if (options.acceptDrops) widget_->setAcceptDrops(true);
     SetFrame(options.frame);
     FitBuffer();
 }
@@ -84,8 +83,6 @@ QtWindow::~QtWindow() {
     widget_->hide();
     widget_->deleteLater();
 }
-
-QWidget* QtWindow::Widget() const { return widget_; }
 
 void QtWindow::PostToSelf(void (QtWindow::*work)()) {
     GuiQueue::Instance().Post([link = link_, work] {
@@ -332,13 +329,4 @@ void QtWindow::SendCommand(int command) {
     });
 }
 
-}  // namespace qt
-
-std::unique_ptr<Window> Window::Create(const WindowOptions& options, WindowProcedure procedure) {
-    if (qGuiApp == nullptr) return nullptr;
-    auto window = std::make_unique<qt::QtWindow>(options, std::move(procedure));
-    window->Deliver(Event{EventType::Create});
-    return window;
-}
-
-}  // namespace kalmora
+}  // namespace kalmora::qt

@@ -26,7 +26,9 @@ public:
         QtWindow* window = nullptr;
     };
 
-    QtWindow(const WindowOptions& options, WindowProcedure procedure);
+    // The widget hands its events to the window by way of the link, and deletes itself once it is let go.
+    QtWindow(std::shared_ptr<Link> link, QWidget* widget, const WindowOptions& options,
+             WindowProcedure procedure);
     ~QtWindow() override;
 
     std::unique_ptr<Canvas> Draw() override { return buffer_->Draw(); }
@@ -51,7 +53,7 @@ public:
     void StopTimer(int id) override;
     void SendCommand(int command) override;
 
-    QWidget* Widget() const;
+    QWidget* Widget() const { return widget_; }
     const std::shared_ptr<Link>& GetLink() const { return link_; }
     // Hands the event to the procedure; false once the window is closed. The window may be gone afterwards.
     bool Deliver(const Event& event);
@@ -83,8 +85,8 @@ private:
     void SettleFrame();
     QMargins FrameMargins() const;
 
-    const std::shared_ptr<Link> link_ = std::make_shared<Link>();
-    WindowWidget* widget_;  // deletes itself once it handles no event any more; holds link_
+    const std::shared_ptr<Link> link_;
+    QWidget* const widget_;  // deletes itself once it handles no event any more; holds link_
     const std::shared_ptr<WindowProcedure> procedure_;
     std::function<Tip(Point client)> tipAt_;
     const std::shared_ptr<BackBuffer> buffer_;

@@ -12,8 +12,6 @@ class WindowWidget final : public QWidget {
 public:
     explicit WindowWidget(std::shared_ptr<QtWindow::Link> link);
 
-    void AcceptFileDrops() { setAcceptDrops(true); }
-
 protected:
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
