@@ -48,20 +48,34 @@ const char* Reason(HotKeyResult result) {
     }
 }
 
-// The codes of platform/keys.h are the virtual keys.
-bool Register(const HotKey& hotKey) {
-    Window* window = MainWindow();
-    if (!window) return false;
-    const KeyCombination combination{(hotKey.modifiers & HotKey::kControl) != 0,
-                                     (hotKey.modifiers & HotKey::kAlt) != 0,
-                                     (hotKey.modifiers & HotKey::kShift) != 0, hotKey.virtualKey};
-    const HotKeyResult result = RegisterHotKey(*window, hotKey.id, combination);
-    if (result == HotKeyResult::Registered) return true;
-    const KeyCode key = KeyCodeOf(hotKey.virtualKey);
-    MissingHotKeys().push_back(HotKeyText({combination.ctrl, combination.alt, combination.shift, key}));
-    Log("[HotKey] %d: %s", hotKey.id, Reason(result));
-    return false;
-}
+class DesktopWindows : public OpenWindows {
+public:
+    bool IsEditorOpen() const override { return Shell().IsEditorOpen(); }
+    bool IsSlideShowShown() const override { return Hooks().IsSlideShowOpen(); }
+    bool IsNeighborShown() const override { return Shell().IsNeighborShown(); }
+};
+
+class DesktopKeyboard : public Keyboard {
+public:
+    void Send(const KeyStroke& stroke) override {
+        SendKey(stroke.key, stroke.kind == KeyStroke::Kind::Down ? KeyMotion::Down : KeyMotion::Up);
+    }
+    // The codes of platform/keys.h are the virtual keys.
+    bool Register(const HotKey& hotKey) override {
+        Window* window = MainWindow();
+        if (!window) return false;
+        const KeyCombination combination{(hotKey.modifiers & HotKey::kControl) != 0,
+                                         (hotKey.modifiers & HotKey::kAlt) != 0,
+                                         (hotKey.modifiers & HotKey::kShift) != 0, hotKey.virtualKey};
+        const HotKeyResult result = RegisterHotKey(*window, hotKey.id, combination);
+        if (result == HotKeyResult::Registered) return true;
+        const KeyCode key = KeyCodeOf(hotKey.virtualKey);
+        MissingHotKeys().push_back(HotKeyText({combination.ctrl, combination.alt, combination.shift, key}));
+        Log("[HotKey] %d: %s", hotKey.id, Reason(result));
+        return false;
+    }
+    void Unregister(int command) override { UnregisterHotKey(command); }
+};
 
 // Inside the loop, as soon as it runs: the start does not wait for an answer.
 void TellUnreadable(const std::string& path) {
@@ -92,20 +106,13 @@ void SaveKeys() {
 }  // namespace
 
 KeyConfig& Keys() {
-    static KeyConfig* const keys = new KeyConfig;
+    static DesktopWindows windows;
+    static DesktopKeyboard keyboard;
+    static KeyConfig* const keys = new KeyConfig(windows, keyboard);
     return *keys;
 }
 
 void ConnectInput() {
-    KeyHooks& hooks = Keys().hooks;
-    hooks.IsEditorOpen = [] { return Shell().IsEditorOpen(); };
-    hooks.IsSlideShowVisible = [] { return Hooks().IsSlideShowOpen(); };
-    hooks.IsNeighborVisible = [] { return Shell().IsNeighborShown(); };
-    hooks.SendKey = [](const KeyStroke& stroke) {
-        SendKey(stroke.key, stroke.kind == KeyStroke::Kind::Down ? KeyMotion::Down : KeyMotion::Up);
-    };
-    hooks.RegisterHotKey = Register;
-    hooks.UnregisterHotKey = [](int id) { UnregisterHotKey(id); };
     Shell().TranslateKey = [](int id) { return Keys().TranslateKey(id); };
     Shell().LoadKeys = LoadKeys;
     Shell().SaveKeys = SaveKeys;

@@ -1,12 +1,6 @@
 #include "input/hot_key_list.h"
 
-#include <algorithm>
-
 namespace kalmora {
-
-bool HasHotKey(int command) {
-    return std::find(kHotKeyCommands.begin(), kHotKeyCommands.end(), command) != kHotKeyCommands.end();
-}
 
 VirtualKey HotKeyVirtualKey(KeyCode key, VirtualKey standing) {
     // Held by HotKeys.DigitsButZeroAndHomeAndEndTakeTheKeyOfTheEntryBefore.

@@ -1,8 +1,7 @@
-// The commands that have a hot key, which works whichever program has the focus, and what is registered for
-// it.
+// A hot key, which works whichever program has the focus: what is registered for a command of
+// kHotKeyCommands.
 #pragma once
 
-#include <array>
 #include <string>
 
 #include "input/shortcut.h"
@@ -26,11 +25,6 @@ struct HotKey {
     VirtualKey virtualKey = 0;  // 0 is no key: registering it fails
     friend bool operator==(const HotKey&, const HotKey&) = default;
 };
-
-// In the order in which they are unregistered. 2003, 2004, 2006 and 2007 are on no list of commands today.
-inline constexpr std::array<int, 9> kHotKeyCommands = {1001, 2001, 2000, 2002, 2003, 2004, 2005, 2006, 2007};
-
-bool HasHotKey(int command);
 
 // The virtual key that a hot key is registered with. `standing` is that of the hot key before: "1" to "9",
 // HOME and END have none of their own here and take it. That is meant, and differs from VirtualKeyOf.

@@ -35,11 +35,6 @@ std::string_view TakeLine(std::string_view& bytes) {
     return line;
 }
 
-// The screenshots and "Show Window": these work whichever window is up.
-bool WorksEverywhere(int command) { return command == 2000 || command == 2001 || command == 1001; }
-
-bool Ask(const std::function<bool()>& hook) { return hook && hook(); }
-
 }  // namespace
 
 FileRead KeyConfig::LoadKeyConfig(const std::string& path, KeyContext context) {
@@ -147,11 +142,11 @@ int KeyConfig::TranslateKey(int acceleratorId) const {
     const Shortcut press = DecodeAccelerator(acceleratorId);
     const int slot = KeySlots::SlotOf(press);
     int command = slots_.At(KeyContext::Main, slot);
-    if (WorksEverywhere(command)) return command;
-    if (Ask(hooks.IsEditorOpen)) {
+    if (WorksInEveryWindow(command)) return command;
+    if (windows_.IsEditorOpen()) {
         command = slots_.At(KeyContext::Editor, slot);
         if (command == 0) command = slots_.At(KeyContext::SlideShow, slot);
-    } else if (Ask(hooks.IsSlideShowVisible) || Ask(hooks.IsNeighborVisible)) {
+    } else if (windows_.IsSlideShowShown() || windows_.IsNeighborShown()) {
         command = slots_.At(KeyContext::SlideShow, slot);
     }
     if (command == 0 && press.alt) GiveBackToSystem(press.key);
@@ -164,10 +159,6 @@ void KeyConfig::GiveBackToSystem(KeyCode key) const {
     for (const VirtualKey sent : {kVirtualAlt, VirtualKeyOf(key)}) {
         for (const Kind kind : {Kind::Up, Kind::Down, Kind::Up}) Send(sent, kind);
     }
-}
-
-void KeyConfig::Send(VirtualKey key, KeyStroke::Kind kind) const {
-    if (hooks.SendKey) hooks.SendKey({key, kind});
 }
 
 std::vector<HotKey> KeyConfig::HotKeys() {
@@ -183,7 +174,7 @@ std::vector<HotKey> KeyConfig::HotKeys() {
 bool KeyConfig::RegisterHotKeys() {
     bool registered = true;
     for (const HotKey& hotKey : HotKeys()) {
-        registered = hooks.RegisterHotKey && hooks.RegisterHotKey(hotKey);
+        registered = keyboard_.Register(hotKey);
         if (registered) continue;
         const auto& table = Bindings(KeyContext::Main);
         const auto binding = std::find_if(table.begin(), table.end(),
@@ -194,8 +185,7 @@ bool KeyConfig::RegisterHotKeys() {
 }
 
 void KeyConfig::UnregisterHotKeys() {
-    if (!hooks.UnregisterHotKey) return;
-    for (const int id : kHotKeyCommands) hooks.UnregisterHotKey(id);
+    for (const Command command : kHotKeyCommands) keyboard_.Unregister(command);
 }
 
 void KeyConfig::ReleaseBoundKeys(int command) const {

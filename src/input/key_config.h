@@ -6,15 +6,15 @@
 #pragma once
 
 #include <array>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/commands.h"
 #include "input/hot_key_list.h"
-#include "input/key_commands.h"
 #include "input/key_slots.h"
+#include "input/keyboard.h"
 #include "input/shortcut.h"
 #include "platform/files.h"
 #include "store/own_text.h"
@@ -32,22 +32,10 @@ struct KeyBinding {
 
 using KeyTable = std::vector<KeyBinding>;
 
-// What the key configuration asks of the rest of the program. Set once at start, before the first key press;
-// a hook that is not set answers no and does nothing. Called on the GUI thread.
-struct KeyHooks {
-    std::function<bool()> IsEditorOpen;
-    std::function<bool()> IsSlideShowVisible;
-    std::function<bool()> IsNeighborVisible;
-    // Presses or lets go a key as if on the keyboard, for whichever window has the focus.
-    std::function<void(const KeyStroke&)> SendKey;
-    // False when another program has the key.
-    std::function<bool(const HotKey&)> RegisterHotKey;
-    std::function<void(int id)> UnregisterHotKey;
-};
-
 class KeyConfig {
 public:
-    KeyHooks hooks;
+    // Both outlive it.
+    KeyConfig(const OpenWindows& windows, Keyboard& keyboard) : windows_(windows), keyboard_(keyboard) {}
 
     // Makes the list anew from its file and builds its array. Without a file all commands get their default
     // keys. In the main list a command that the file leaves out gets its default; in the two others it stays
@@ -70,18 +58,19 @@ public:
 
     // The command of a key press (its accelerator number), 0 for none. The two screenshots and "Show Window"
     // come first whatever is up; then the list of the editor, the slide show or the main window. A
-    // combination with Alt that finds nothing is typed again without Alt (SendKey), so that it reaches the
-    // focused control.
+    // combination with Alt that finds nothing is typed again without Alt (Keyboard::Send), so that it reaches
+    // the focused control.
     int TranslateKey(int acceleratorId) const;
 
-    // The hot keys of the main list, in list order. Registers each with the hook; gives the hook's last
+    // The hot keys of the main list, in list order. Registers each with the keyboard; gives its last
     // answer (true when there was nothing to register). Failures are logged, nothing is shown.
     bool RegisterHotKeys();
     void UnregisterHotKeys();
     std::vector<HotKey> HotKeys();
 
-    // Lets go (SendKey) the modifiers and the key that the main list binds to the command, which the user
-    // still holds down when a hot key has just fired. Nothing is sent for a command that is not on the list.
+    // Releases (Keyboard::Send) the modifiers and the key that the main list binds to the command, which the
+    // user still holds down when a hot key has just fired. Nothing is sent for a command that is not on the
+    // list.
     void ReleaseBoundKeys(int command) const;
 
     const KeyTable& Bindings(KeyContext context) const { return tables_[Index(context)]; }
@@ -94,8 +83,10 @@ private:
     void ReadLine(std::string_view bytes, KeyTable& table);
     void ApplyDefaults(KeyContext context);
     void GiveBackToSystem(KeyCode key) const;
-    void Send(VirtualKey key, KeyStroke::Kind kind) const;
+    void Send(VirtualKey key, KeyStroke::Kind kind) const { keyboard_.Send({key, kind}); }
 
+    const OpenWindows& windows_;
+    Keyboard& keyboard_;
     std::array<KeyTable, kKeyContextCount> tables_;
     std::array<bool, kKeyContextCount> isUnreadable_{};  // the file of the list, when it was loaded
     KeySlots slots_;

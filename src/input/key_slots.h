@@ -10,7 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "input/key_commands.h"
+#include "base/commands.h"
 #include "input/shortcut.h"
 
 namespace kalmora {

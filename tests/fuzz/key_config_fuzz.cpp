@@ -19,6 +19,18 @@ void Require(bool condition) {
     if (!condition) std::abort();
 }
 
+class Machine : public kalmora::OpenWindows, public kalmora::Keyboard {
+public:
+    bool IsEditorOpen() const override { return (windows & 1) != 0; }
+    bool IsSlideShowShown() const override { return (windows & 2) != 0; }
+    bool IsNeighborShown() const override { return false; }
+    void Send(const kalmora::KeyStroke& stroke) override { Require(stroke.key != 0); }
+    bool Register(const kalmora::HotKey&) override { return true; }
+    void Unregister(int) override {}
+
+    unsigned windows = 0;
+};
+
 void RequireSoundList(const KeyConfig& keys, KeyContext context) {
     const auto commands = kalmora::KeyCommands(context);
     const auto& bindings = keys.Bindings(context);
@@ -31,15 +43,14 @@ void RequireSoundList(const KeyConfig& keys, KeyContext context) {
 
 void RequireSameWhenReadAgain(const KeyConfig& keys, KeyContext context) {
     const std::string saved = keys.KeyText(context);
-    KeyConfig again;
+    Machine machine;
+    KeyConfig again(machine, machine);
     again.LoadKeyText(saved, context);
     Require(again.KeyText(context) == saved);
 }
 
-void PressEveryKey(KeyConfig& keys, unsigned windows) {
-    keys.hooks.IsEditorOpen = [windows] { return (windows & 1) != 0; };
-    keys.hooks.IsSlideShowVisible = [windows] { return (windows & 2) != 0; };
-    keys.hooks.SendKey = [](const kalmora::KeyStroke& stroke) { Require(stroke.key != 0); };
+void PressEveryKey(KeyConfig& keys, Machine& machine, unsigned windows) {
+    machine.windows = windows;
     for (int id = kalmora::kFirstAccelerator; id <= kalmora::kLastAccelerator; ++id) keys.TranslateKey(id);
     keys.ReleaseBoundKeys(2002);
     for (const kalmora::HotKey& hotKey : keys.HotKeys()) Require(kalmora::HasHotKey(hotKey.id));
@@ -51,11 +62,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     if (size == 0) return 0;
     const auto context = static_cast<KeyContext>(bytes[0] % kalmora::kKeyContextCount);
     const std::string_view file(reinterpret_cast<const char*>(bytes) + 1, size - 1);
-    KeyConfig keys;
+    Machine machine;
+    KeyConfig keys(machine, machine);
     keys.LoadKeyText(std::nullopt, KeyContext::Main);
     keys.LoadKeyText(file, context);
     RequireSoundList(keys, context);
     RequireSameWhenReadAgain(keys, context);
-    for (unsigned windows = 0; windows < 4; ++windows) PressEveryKey(keys, windows);
+    for (unsigned windows = 0; windows < 4; ++windows) PressEveryKey(keys, machine, windows);
     return 0;
 }

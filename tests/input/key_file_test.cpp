@@ -54,7 +54,7 @@ TEST_F(KeyFile, MissingFilesGiveTheDefaultsAndAreWrittenWhole) {
 
 TEST_F(KeyFile, WrittenFilesAreReadBackAsTheyWere) {
     LoadDefaults();
-    KeyConfig again;
+    KeyConfig again(*this, *this);
     for (const KeyContext context : {KeyContext::Main, KeyContext::SlideShow, KeyContext::Editor}) {
         again.LoadKeyText(keys.KeyText(context), context);
         EXPECT_EQ(again.KeyText(context), keys.KeyText(context));
@@ -251,7 +251,7 @@ TEST_F(KeyFile, GarbageLeavesTheListsWhole) {
         }
         for (const KeyContext context : {KeyContext::Main, KeyContext::SlideShow, KeyContext::Editor}) {
             keys.LoadKeyText(garbage, context);
-            KeyConfig again;
+            KeyConfig again(*this, *this);
             again.LoadKeyText(keys.KeyText(context), context);
             ASSERT_EQ(again.KeyText(context), keys.KeyText(context));
         }

@@ -35,20 +35,28 @@ inline std::string GoldenText(const std::string& name) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-class KeyTest : public testing::Test {
-protected:
-    KeyTest() {
-        keys.hooks.IsEditorOpen = [this] { return editorOpen; };
-        keys.hooks.IsSlideShowVisible = [this] { return slideShowVisible; };
-        keys.hooks.IsNeighborVisible = [this] { return neighborVisible; };
-        keys.hooks.SendKey = [this](const KeyStroke& stroke) { sent.push_back(stroke); };
-        keys.hooks.RegisterHotKey = [this](const HotKey& hotKey) {
-            registered.push_back(hotKey);
-            return hotKey.id != refusedHotKey;
-        };
-        keys.hooks.UnregisterHotKey = [this](int id) { unregistered.push_back(id); };
+// The program's windows and a machine that records what is sent to it.
+class RecordingKeyboard : public OpenWindows, public Keyboard {
+public:
+    bool IsEditorOpen() const override { return editorOpen; }
+    bool IsSlideShowShown() const override { return slideShowShown; }
+    bool IsNeighborShown() const override { return neighborShown; }
+    void Send(const KeyStroke& stroke) override { sent.push_back(stroke); }
+    bool Register(const HotKey& hotKey) override {
+        registered.push_back(hotKey);
+        return hotKey.id != refusedHotKey;
     }
+    void Unregister(int command) override { unregistered.push_back(command); }
 
+    bool editorOpen = false, slideShowShown = false, neighborShown = false;
+    int refusedHotKey = 0;
+    std::vector<KeyStroke> sent;
+    std::vector<HotKey> registered;
+    std::vector<int> unregistered;
+};
+
+class KeyTest : public testing::Test, public RecordingKeyboard {
+protected:
     // The three lists as a start without key files makes them.
     void LoadDefaults() {
         keys.LoadKeyText(std::nullopt, KeyContext::Main);
@@ -66,12 +74,7 @@ protected:
 
     int Translate(std::string_view spelling) const { return keys.TranslateKey(NumberOf(spelling)); }
 
-    KeyConfig keys;
-    bool editorOpen = false, slideShowVisible = false, neighborVisible = false;
-    int refusedHotKey = 0;
-    std::vector<KeyStroke> sent;
-    std::vector<HotKey> registered;
-    std::vector<int> unregistered;
+    KeyConfig keys{*this, *this};
 };
 
 }  // namespace kalmora
