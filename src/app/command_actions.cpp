@@ -12,6 +12,7 @@
 #include "views/hooks.h"
 #include "views/load/object_loader.h"
 #include "views/model/calendar_store.h"
+#include "views/model/stop_load.h"
 #include "views/paint/paint_view.h"
 
 namespace kalmora {

@@ -7,6 +7,7 @@
 #include "input/key_config.h"
 #include "platform/keys.h"
 #include "views/bar/button_bar.h"
+#include "views/control/press_button.h"
 
 namespace kalmora {
 

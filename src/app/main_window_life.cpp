@@ -9,6 +9,7 @@
 #include "views/control/navigation.h"
 #include "views/hooks.h"
 #include "views/model/calendar_store.h"
+#include "views/model/stop_load.h"
 #include "views/paint/paint_view.h"
 
 namespace kalmora {

@@ -11,10 +11,11 @@
 #include "state/app_state.h"
 #include "views/bar/button_bar.h"
 #include "views/control/navigation.h"
+#include "views/control/press_button.h"
 #include "views/hooks.h"
 #include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
-#include "views/paint/paint_cell.h"
+#include "views/model/cell_content.h"
 #include "views/paint/paint_view.h"
 
 namespace kalmora {
@@ -198,15 +199,9 @@ std::string PathUnder(const Window& window, Point point) {
 
 bool HandleLeftPress(Window& window, Point point) {
     AppState& state = State();
-    switch (PressButton(point)) {
-        case ButtonPress::Done:
-            window.StopTimer(kTimerLongPress);
-            return true;
-        case ButtonPress::NoAction:
-            state.press.ObjectHit = 0;
-            return false;
-        case ButtonPress::None:
-            break;
+    if (PressButton(point) == ButtonPress::Done) {
+        window.StopTimer(kTimerLongPress);
+        return true;
     }
     state.press.DragPath.clear();
     if (state.view.AllViewMode) return PressInList(window, Calendar().CurrentAllViewer().objects, point);

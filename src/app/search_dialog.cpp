@@ -11,7 +11,7 @@
 #include "search/compose_query.h"
 #include "search/search_run.h"
 #include "state/app_state.h"
-#include "views/load/search_view.h"
+#include "views/control/search_mode.h"
 
 namespace kalmora {
 

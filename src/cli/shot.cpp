@@ -16,7 +16,8 @@
 #include "views/hooks.h"
 #include "views/load/object_loader.h"
 #include "views/model/calendar_store.h"
-#include "views/paint/paint_cell.h"
+#include "views/paint/background.h"
+#include "views/paint/paint_on_window.h"
 #include "views/paint/paint_view.h"
 
 namespace kalmora {

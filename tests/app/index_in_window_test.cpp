@@ -17,6 +17,7 @@
 #include "store/data_folder.h"
 #include "store/date_tree.h"
 #include "views/bar/button_bar.h"
+#include "views/control/press_button.h"
 #include "views/hooks.h"
 #include "views/model/calendar_store.h"
 #include "views/view_fixture.h"

@@ -5,6 +5,7 @@
 #include "search/search_run.h"
 #include "views/bar/button_parts.h"
 #include "views/bar/button_rows.h"
+#include "views/control/press_button.h"
 #include "views/hooks.h"
 #include "views/view_fixture.h"
 

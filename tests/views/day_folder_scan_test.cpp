@@ -6,7 +6,7 @@
 #include "platform/shell.h"
 #include "store/data_folder.h"
 #include "views/hooks.h"
-#include "views/load/month_loader.h"
+#include "views/load/scan_backgrounds.h"
 #include "views/model/calendar_store.h"
 #include "views/view_fixture.h"
 

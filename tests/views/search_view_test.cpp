@@ -5,8 +5,11 @@
 #include "platform/files.h"
 #include "search/search_run.h"
 #include "views/bar/button_bar.h"
+#include "views/control/press_button.h"
+#include "views/control/search_mode.h"
 #include "views/hooks.h"
 #include "views/load/day_folder_scan.h"
+#include "views/load/object_loader.h"
 #include "views/model/calendar_store.h"
 #include "views/view_fixture.h"
 

@@ -9,7 +9,7 @@
 #include "views/bar/button_bar.h"
 #include "views/hooks.h"
 #include "views/model/calendar_store.h"
-#include "views/paint/paint_cell.h"
+#include "views/paint/paint_on_window.h"
 #include "views/paint/paint_view.h"
 
 namespace kalmora {

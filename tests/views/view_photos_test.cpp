@@ -11,7 +11,7 @@
 #include "views/hooks.h"
 #include "views/load/object_loader.h"
 #include "views/model/calendar_store.h"
-#include "views/paint/event_paint.h"
+#include "views/paint/draw_objects.h"
 #include "views/paint/paint_view.h"
 #include "views/view_fixture.h"
 

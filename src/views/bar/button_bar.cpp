@@ -7,7 +7,7 @@
 #include "views/bar/button_parts.h"
 #include "views/model/calendar_store.h"
 #include "views/model/caption.h"
-#include "views/paint/paint_view.h"
+#include "views/model/painted_base.h"
 
 namespace kalmora {
 

@@ -23,16 +23,16 @@ void SetCaption();
 void DrawButtons(Canvas& canvas);
 void DrawButtonsOnWindow();  // straight onto the window, over the background where a button stood before
 
-// What a press does. Runs the action of the visible button under the point on the calling (GUI) thread.
-enum class ButtonPress { None, NoAction, Done };
-ButtonPress PressButton(Point point);
+// What a press on a button does.
+enum class ButtonAction { Nothing, Command, Help, Filter, Indexing, EndSearch };
 
-// ---- for pressed looks, tips and tests; any thread
+// ---- for presses, tips and tests; any thread. A value: the bar may be laid out anew meanwhile.
 struct ButtonInfo {
     Rect area;
     std::string name;  // of a picture button; the text of a label
     std::string tip;   // what it does, in the user's language
-    int command = 0;   // 0 when no command stands behind it
+    int command = 0;   // of ButtonAction::Command, else 0
+    ButtonAction action = ButtonAction::Nothing;
 };
 // The visible button under the point.
 bool FindButton(Point point, ButtonInfo* info);
@@ -41,9 +41,9 @@ std::vector<ButtonInfo> VisibleButtons();  // labels first, then pictures from t
 void SetPressedButton(Point point, bool down);
 
 // ---- going through the buttons by keyboard; GUI thread. The one with the focus has a ring around it.
-void MoveButtonFocus(int step);  // +1 to the right, -1 to the left, round and round; begins at that end
-bool PressFocusedButton();       // false when no visible one has the focus
-bool ClearButtonFocus();         // false when none had it
+void MoveButtonFocus(int step);        // +1 to the right, -1 to the left, round and round; begins at that end
+bool FocusedButton(ButtonInfo* info);  // false when no visible one has the focus
+bool ClearButtonFocus();               // false when none had it
 
 // The gauge over the main window: ratio 0 to 1 (or 100 to fill no rest), with its text; an empty text draws
 // nothing. Any thread.

@@ -38,7 +38,7 @@ struct ButtonRow {
     const char* image;        // when on, or at all
     const char* imageOff;     // null: one picture for both states
     bool (*isOn)(const AppState&);
-    int command;  // 0: the press is told in button_press.cpp
+    int command;  // 0: see ButtonAction
 };
 
 constexpr std::array<ButtonRow, kImageButtonCount> kButtonRows{{

@@ -15,6 +15,7 @@
 #include "views/load/object_loader.h"
 #include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
+#include "views/model/stop_load.h"
 #include "views/paint/paint_view.h"
 
 namespace kalmora {
@@ -148,20 +149,6 @@ void ReloadMode(SharedFlag& mode, bool setButtons) {
 }
 
 }  // namespace
-
-void StopCurrentLoad() {
-    const AppState& state = State();
-    CalendarStore& calendar = Calendar();
-    if (state.view.AllViewMode) {
-        calendar.CurrentAllViewer().stop = true;
-    } else if (state.view.ViewType == kDaily) {
-        calendar.CurrentDayViewer().stop = true;
-    } else if (state.view.ViewType == kMonthly) {
-        calendar.MonthOf(state.view.TargetYear, state.view.TargetMonth).RaiseStop();
-    } else {
-        calendar.SlotOf(state.view.TargetYear).RaiseStop();
-    }
-}
 
 void StepPeriod(Step step) {
     const NavigationGuard guard;

@@ -6,9 +6,6 @@
 
 namespace kalmora {
 
-// Raises the stop flag of whatever the current view holds. Each change of the date begins with it.
-void StopCurrentLoad();
-
 // ---- steps, commands 1010 to 1013, with their guard and reload
 enum class Step { OuterNext, Next, Previous, OuterPrevious };
 void StepPeriod(Step step);

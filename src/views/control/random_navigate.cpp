@@ -6,6 +6,7 @@
 #include "views/hooks.h"
 #include "views/load/object_loader.h"
 #include "views/model/calendar_store.h"
+#include "views/model/stop_load.h"
 
 namespace kalmora {
 

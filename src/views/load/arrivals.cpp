@@ -11,7 +11,7 @@
 #include "store/file_helpers.h"
 #include "views/hooks.h"
 #include "views/model/calendar_store.h"
-#include "views/paint/paint_cell.h"
+#include "views/paint/paint_on_window.h"
 
 namespace kalmora {
 

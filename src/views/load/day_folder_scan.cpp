@@ -5,7 +5,6 @@
 
 #include "base/log.h"
 #include "media/my_object.h"
-#include "media/photo.h"
 #include "platform/files.h"
 #include "platform/shell.h"
 #include "state/app_state.h"
@@ -116,13 +115,6 @@ void ScanFoundFiles(const std::string& folder, const std::function<bool()>& stop
                     const std::function<void(DayEntry)>& found) {
     Walk walk(stopped, found);
     ForEachFound(folder, stopped, [&](const std::string& path) { walk.FoundFile(path); });
-}
-
-bool IsEntryShown(const DayEntry& entry) {
-    if (!files::Exists(entry.path)) return false;
-    if (!State().settings.GoodMode && !State().settings.PublicMode) return true;
-    CPhoto photo(entry.path);
-    return photo.IsVisibleUnderEstimate();
 }
 
 }  // namespace kalmora

@@ -20,7 +20,4 @@ void ScanDayFolder(const std::string& folder, const std::function<bool()>& stopp
 void ScanFoundFiles(const std::string& folder, const std::function<bool()>& stopped,
                     const std::function<void(DayEntry)>& found);
 
-// True when the entry may be shown now: the file stands, and the GoodMode and PublicMode filters let it pass.
-bool IsEntryShown(const DayEntry& entry);
-
 }  // namespace kalmora

@@ -1,12 +1,10 @@
 #include "views/load/month_loader.h"
 
-#include <algorithm>
 #include <vector>
 
 #include "base/dates.h"
 #include "base/random.h"
 #include "media/my_object.h"
-#include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/image.h"
 #include "state/app_state.h"
@@ -14,16 +12,15 @@
 #include "views/load/day_folder_scan.h"
 #include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
+#include "views/model/cell_content.h"
 #include "views/paint/cell_picture.h"
 #include "views/paint/paint_cell.h"
+#include "views/paint/paint_on_window.h"
 #include "views/paint/progress_stripe.h"
 
 namespace kalmora {
 
 namespace {
-
-constexpr int kPauseStepMs = 500;
-constexpr int kSleepStepMs = 50;
 
 // The logical size of a day cell's picture in the window as it is now; empty without a window.
 Size CurrentCellSize(int viewType, int year, int month) {
@@ -101,20 +98,6 @@ bool LoadMonthDays(const std::string& root, int year, int month, const StopTest&
 }
 
 }  // namespace
-
-bool WaitWhilePaused(const StopTest& stopped) {
-    while (State().run.Paused)
-        if (!SleepUnless(stopped, kPauseStepMs)) return false;
-    return true;
-}
-
-bool SleepUnless(const StopTest& stopped, int milliseconds) {
-    for (; milliseconds > 0; milliseconds -= kSleepStepMs) {
-        if (stopped()) return false;
-        SleepMs(std::min(milliseconds, kSleepStepMs));
-    }
-    return !stopped();
-}
 
 bool LoadDayCell(const std::string& root, int year, int month, int day, const StopTest& stopped) {
     YearView& slot = Calendar().SlotOf(year);

@@ -4,12 +4,11 @@
 // two slow steps; each function returns false when it left because of it.
 #pragma once
 
-#include <functional>
 #include <string>
 
-namespace kalmora {
+#include "views/model/stoppable_wait.h"
 
-using StopTest = std::function<bool()>;
+namespace kalmora {
 
 // Whether cells appear on the window while they are loaded, and in which of the two grid views.
 struct LoadDrawing {
@@ -22,14 +21,5 @@ struct LoadDrawing {
 bool LoadDayCell(const std::string& root, int year, int month, int day, const StopTest& stopped);
 bool LoadMonth(const std::string& root, int year, int month, const StopTest& stopped, LoadDrawing drawing);
 bool LoadYear(const std::string& root, int year, const StopTest& stopped, LoadDrawing drawing);
-
-// Looks for background pictures and music in the month's folder and then the year's; month 0: the year's
-// only.
-void ScanBackgrounds(const std::string& root, int year, int month, const StopTest& stopped);
-
-// Sleeps while the program is paused; false when stopped meanwhile.
-bool WaitWhilePaused(const StopTest& stopped);
-// Sleeps in short steps, so that a stop is felt soon; false when stopped meanwhile.
-bool SleepUnless(const StopTest& stopped, int milliseconds);
 
 }  // namespace kalmora

@@ -15,6 +15,7 @@
 #include "views/hooks.h"
 #include "views/load/day_folder_scan.h"
 #include "views/load/month_loader.h"
+#include "views/load/scan_backgrounds.h"
 #include "views/load/search_view.h"
 #include "views/model/calendar_store.h"
 #include "views/paint/missing_folder.h"

@@ -2,19 +2,9 @@
 // at once; whatever was being loaded before is stopped first.
 #pragma once
 
-#include <cstdint>
+#include "views/load/load_request.h"
 
 namespace kalmora {
-
-// What a load is for: a copy, so that the worker never reads dates that move on meanwhile.
-struct LoadRequest {
-    int ViewType = 0;
-    int year = 0;
-    int month = 0;
-    int day = 0;
-    bool AllViewMode = false;
-    std::uint32_t number = 0;  // see CalendarStore::loadNumber
-};
 
 // Loads and paints the period in view anew. GUI thread, or the heartbeat's thread. Waits at most 2.2 s for
 // the running worker to leave; refused (nothing happens) when somebody else waits already.

@@ -1,3 +1,5 @@
+#include "views/load/scan_backgrounds.h"
+
 #include <cstddef>
 #include <string_view>
 
@@ -8,7 +10,6 @@
 #include "store/extension_table.h"
 #include "text/encoding.h"
 #include "text/text.h"
-#include "views/load/month_loader.h"
 #include "views/model/calendar_store.h"
 
 namespace kalmora {

@@ -1,22 +1,13 @@
 #include "views/load/search_view.h"
 
-#include "base/log.h"
 #include "platform/files.h"
 #include "search/search_run.h"
 #include "state/app_state.h"
 #include "text/text.h"
-#include "views/bar/button_bar.h"
-#include "views/control/navigation.h"
 
 namespace kalmora {
 
 namespace {
-
-// The view no longer holds what it should; whoever still fills it leaves.
-void MarkViewStale(const char* reason) {
-    Log("stale: %s", reason);
-    StopCurrentLoad();
-}
 
 bool LiesBelow(const std::string& dayFolder, const std::string& folder) {
     if (!text::StartsWithNoCase(dayFolder, folder)) return false;
@@ -24,21 +15,6 @@ bool LiesBelow(const std::string& dayFolder, const std::string& folder) {
 }
 
 }  // namespace
-
-void BeginSearch(const std::string& query) {
-    MarkViewStale("search!!");
-    Log("search: %s", query.c_str());
-    SetSearchText(query);
-    State().view.SearchResultMode = 1;
-}
-
-void EndSearch() {
-    MarkViewStale("search result");
-    State().view.SearchResultMode = 0;
-    SetButtonStates();
-    DrawButtonsOnWindow();
-    UpdateObjects();
-}
 
 void RunSearch(const LoadRequest& request, const std::function<bool()>& stopped) {
     if (!State().view.SearchResultMode) return;

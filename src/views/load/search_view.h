@@ -4,20 +4,15 @@
 #include <functional>
 #include <string>
 
-#include "views/load/object_loader.h"
+#include "views/load/load_request.h"
 
 namespace kalmora {
-
-// Puts a query in force. The caller shows it, by rebuilding the view. GUI thread.
-void BeginSearch(const std::string& query);
-// Takes it away, and shows the folders again. GUI thread.
-void EndSearch();
 
 // Brings the result up to what is being loaded, while a query is in force; does nothing otherwise. On the
 // thread that loads.
 void RunSearch(const LoadRequest& request, const std::function<bool()>& stopped);
 
-// The files of the standing result that lie below the folder (compared without case), in the result's order;
+// The files of the result in force that lie below the folder (compared without case), in the result's order;
 // of an empty folder all of them. `stopped` is asked between any two; true ends it. Any thread.
 void ForEachFound(const std::string& folder, const std::function<bool()>& stopped,
                   const std::function<void(const std::string& path)>& found);

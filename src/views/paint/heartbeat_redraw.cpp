@@ -6,8 +6,8 @@
 #include "views/hooks.h"
 #include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
-#include "views/paint/event_paint.h"
-#include "views/paint/paint_cell.h"
+#include "views/paint/draw_objects.h"
+#include "views/paint/paint_on_window.h"
 
 namespace kalmora {
 

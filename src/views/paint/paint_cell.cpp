@@ -9,8 +9,8 @@
 #include "platform/files.h"
 #include "platform/image.h"
 #include "state/app_state.h"
-#include "views/load/day_folder_scan.h"
 #include "views/model/calendar_store.h"
+#include "views/model/cell_content.h"
 #include "views/paint/cell_picture.h"
 
 namespace kalmora {
@@ -28,28 +28,6 @@ constexpr Color kFrame{43, 53, 73, 150};
 constexpr Color kNumberPlate{255, 255, 255, 205};  // keeps the number legible on dark photos and over texts
 
 Color ColorOfColumn(int column) { return column == 6 ? kSunday : column == 5 ? kSaturday : kBlack; }
-
-DayCell& CellOf(int year, int month, int day) {
-    return Calendar().MonthOf(year, month).days[static_cast<std::size_t>(day - 1)];
-}
-
-// Drops entries whose file has gone until one stands; of a single entry nothing is dropped.
-bool DropVanishedEntries(int year, int month, int day, CellContent* content) {
-    YearView& slot = Calendar().SlotOf(year);
-    while (content->count > 0 && !files::Exists(content->entry.path)) {
-        if (content->count == 1) return false;
-        {
-            std::lock_guard lock(slot.mutex);
-            DayCell& cell = CellOf(year, month, day);
-            if (slot.year != year || cell.PhotoIndex >= cell.objects.size()) return false;
-            if (cell.objects[cell.PhotoIndex].path == content->entry.path)
-                cell.objects.erase(cell.objects.begin() + static_cast<std::ptrdiff_t>(cell.PhotoIndex));
-            if (cell.PhotoIndex >= cell.objects.size()) cell.PhotoIndex = 0;
-        }
-        *content = ContentOfCell(year, month, day);
-    }
-    return content->count > 0;
-}
 
 Image PictureFor(const std::string& path, Size cell, double scale, Decode decode, bool* complete) {
     const Size pixels = CellPicturePixels(cell, scale);
@@ -119,18 +97,6 @@ void DrawTextFrame(Canvas& canvas, const Rect& area, const std::string& text) {
 
 }  // namespace
 
-CellContent ContentOfCell(int year, int month, int day) {
-    YearView& slot = Calendar().SlotOf(year);
-    std::lock_guard lock(slot.mutex);
-    CellContent content;
-    if (slot.year != year) return content;
-    const DayCell& cell = CellOf(year, month, day);
-    content.active = cell.active;
-    content.count = cell.objects.size();
-    if (cell.PhotoIndex < cell.objects.size()) content.entry = cell.objects[cell.PhotoIndex];
-    return content;
-}
-
 bool IsCellPictureCached(int year, int month, int day) {
     const Window* window = MainWindow();
     const CellContent content = ContentOfCell(year, month, day);
@@ -140,29 +106,6 @@ bool IsCellPictureCached(int year, int month, int day) {
     const MonthGrid grid = MakeMonthGrid(year, month, {0, 0, window->ClientSize().width, 0}, false);
     const Size pixels = CellPicturePixels({grid.cellWidth, grid.cellHeight}, window->Scale());
     return !images::LoadCached(picture, pixels, false).IsEmpty();
-}
-
-bool AdvanceCellPhoto(int year, int month, int day) {
-    YearView& slot = Calendar().SlotOf(year);
-    std::vector<DayEntry> objects;
-    std::size_t index;
-    {
-        std::lock_guard lock(slot.mutex);
-        const DayCell& cell = CellOf(year, month, day);
-        if (slot.year != year || !cell.active || cell.objects.empty()) return false;
-        objects = cell.objects;
-        index = cell.PhotoIndex;
-    }
-    for (std::size_t step = 1; step <= objects.size(); ++step) {
-        const std::size_t next = (index + step) % objects.size();
-        if (!IsEntryShown(objects[next])) continue;
-        std::lock_guard lock(slot.mutex);
-        DayCell& cell = CellOf(year, month, day);
-        if (slot.year != year || next >= cell.objects.size()) return false;
-        cell.PhotoIndex = next;
-        return true;
-    }
-    return true;
 }
 
 PreparedObject PrepareCellObject(int year, int month, int day, Size cell, double scale, Decode decode) {
@@ -222,28 +165,6 @@ void DrawDayCell(Canvas& canvas, const Rect& cell, int day, int column, bool yea
     canvas.Line(topRight, bottomRight, kFrame);
     canvas.Line(bottomRight, bottomLeft, kFrame);
     canvas.Line(bottomLeft, topLeft, kFrame);
-}
-
-int DrawMonth(Canvas& canvas, const MonthGrid& grid, bool yearly, double scale, Decode decode) {
-    if (grid.month < 1 || grid.month > 12 || grid.cellWidth < 1) return 0;
-    if (grid.offset > 0) {
-        const Size size = MonthPictureSize(grid.month, grid.cellHeight);
-        canvas.DrawImage({grid.area.x, grid.area.y, size.width, size.height},
-                         LoadResPicture(MonthPictureName(grid.month), size, scale));
-    }
-    for (int column = 0; column < 7; ++column) {
-        const Rect area = WeekdayRect(grid, column);
-        canvas.DrawImage(area, LoadResPicture(WeekdayPictureName(column), {area.width, area.height}, scale));
-    }
-    int drawn = 0;
-    for (int day = 1; day <= grid.days; ++day) {
-        const PreparedObject object =
-            PrepareCellObject(grid.year, grid.month, day, {grid.cellWidth, grid.cellHeight}, scale, decode);
-        DrawDayCell(canvas, MonthCellRect(grid, day), day, grid.ColumnOf(day), yearly, &object);
-        if (object.look != PreparedObject::Look::Nothing) ++drawn;
-        if (!object.complete) RequestCellRedraw(grid.year, grid.month, day);
-    }
-    return drawn;
 }
 
 }  // namespace kalmora

@@ -13,13 +13,8 @@ namespace kalmora {
 // is in memory and has the cell drawn again, properly, by a worker.
 enum class Decode { Now, Later };
 
-// A copy of what a cell shows; not active when the slot holds another year or the day was not loaded.
-CellContent ContentOfCell(int year, int month, int day);
 // True when drawing the cell needs no decoding (it has no picture, or the picture is in memory).
 bool IsCellPictureCached(int year, int month, int day);
-
-// The next entry that can be shown; false when the cell is not loaded or is empty.
-bool AdvanceCellPhoto(int year, int month, int day);
 
 // DrawCellObject, in two steps: what is slow, and the drawing itself.
 struct PreparedObject {
@@ -37,36 +32,5 @@ int DrawCellObject(Canvas& canvas, const Rect& cell, const PreparedObject& objec
 // The cell with its number and frame; `object` may be null for a cell without its photo.
 void DrawDayCell(Canvas& canvas, const Rect& cell, int day, int column, bool yearly,
                  const PreparedObject* object);
-
-// A whole month into a canvas. Counts drawn objects.
-int DrawMonth(Canvas& canvas, const MonthGrid& grid, bool yearly, double scale, Decode decode);
-// The day that stands for a month drawn as one picture: the first with objects from the month's DayCursor on,
-// then from the first of the month; 0 when there is none.
-int RepresentativeDay(int year, int month);
-// One month as one picture, the representative of the month (CalendarMode 0). Counts drawn objects.
-int DrawMonthAsPicture(Canvas& canvas, int year, int month, const Rect& area, double scale, Decode decode);
-
-// ---- straight onto the window, for workers and the heartbeat; nothing when another period is in view
-void DrawCellOnWindow(int year, int month, int day);
-void DrawMonthOnWindow(int year, int month);
-void DrawMonthPictureOnWindow(int year, int month);
-// Has a worker draw the cell soon; repeated wishes for one cell are one. Any thread.
-void RequestCellRedraw(int year, int month, int day);
-// While one of these stands the worker begins no cell: a full paint holds it back until its picture is on the
-// window, which would otherwise cover the worker's newer cell.
-class CellRedrawPause {
-public:
-    CellRedrawPause();
-    ~CellRedrawPause();
-    CellRedrawPause(const CellRedrawPause&) = delete;
-    CellRedrawPause& operator=(const CellRedrawPause&) = delete;
-};
-// True when no cell waits to be drawn by the worker.
-bool AreCellRedrawsDone();
-
-// DrawMonthStep: the next third of the month's cells shows its next photos. False when the month was stopped.
-bool DrawMonthStep(int year, int month);
-// The month-picture step: the next day with objects shows its next photo. -1 when the month has none.
-int StepMonthPicture(int year, int month);
 
 }  // namespace kalmora

@@ -1,16 +1,19 @@
-// Cells and months drawn straight onto the window: while loading, by the heartbeat, and by the worker that
-// finishes what the GUI thread could only draw coarsely.
+#include "views/paint/paint_on_window.h"
+
 #include <algorithm>
 #include <deque>
 #include <mutex>
 #include <tuple>
 
+#include "base/dates.h"
 #include "platform/thread.h"
 #include "state/app_state.h"
 #include "views/bar/button_bar.h"
 #include "views/model/calendar_store.h"
+#include "views/model/cell_content.h"
+#include "views/paint/background.h"
 #include "views/paint/paint_cell.h"
-#include "views/paint/paint_view.h"
+#include "views/paint/paint_month.h"
 
 namespace kalmora {
 
@@ -184,6 +187,23 @@ bool DrawMonthStep(int year, int month) {
         DrawCell(*window, grid, day);
     }
     return true;
+}
+
+int StepMonthPicture(int year, int month) {
+    YearView& slot = Calendar().SlotOf(year);
+    {
+        std::lock_guard lock(slot.mutex);
+        if (slot.year != year) return -1;
+        MonthView& view = Calendar().MonthOf(year, month);
+        const int count = view.ObjectCount();
+        if (++view.PhotoCursor >= count) view.PhotoCursor = 0;
+        if (++view.DayCursor > DaysInMonth(year, month)) view.DayCursor = 1;
+    }
+    const int day = RepresentativeDay(year, month);
+    if (day == 0) return -1;
+    AdvanceCellPhoto(year, month, day);
+    DrawMonthPictureOnWindow(year, month);
+    return 0;
 }
 
 }  // namespace kalmora

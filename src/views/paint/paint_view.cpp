@@ -1,217 +1,133 @@
 #include "views/paint/paint_view.h"
 
-#include <mutex>
-#include <string>
-
-#include "pictures/res_pictures.h"
-#include "platform/files.h"
-#include "platform/image.h"
-#include "platform/window.h"
+#include "platform/clock.h"
 #include "state/app_state.h"
-#include "store/resources.h"
 #include "views/bar/button_bar.h"
 #include "views/hooks.h"
-#include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
-#include "views/paint/event_paint.h"
-#include "views/paint/missing_folder.h"
-#include "views/paint/paint_cell.h"
+#include "views/model/stoppable_wait.h"
+#include "views/paint/draw_objects.h"
+#include "views/paint/paint_base.h"
+#include "views/paint/progress_stripe.h"
 
 namespace kalmora {
 
 namespace {
 
-constexpr Color kPaper = ColorFromBgr(0xE6FFFF);  // the light brush: what is seen where no picture lies
-constexpr int kBackgroundStep = 512;              // device pixels
+constexpr int kSettleMs = 100;
+constexpr int kYieldAboveMs = 10;
+constexpr int kPauseStepMs = 500;
 
-// Sizes of the decoded background go in steps, so that dragging the window's edge does not decode at each
-// pixel.
-Size BackgroundPixels(Size client, double scale) {
-    const auto up = [scale](int length) {
-        const int pixels = static_cast<int>(length * scale);
-        return (pixels + kBackgroundStep - 1) / kBackgroundStep * kBackgroundStep;
-    };
-    return {up(client.width), up(client.height)};
-}
+enum class WalkEnd { Whole, Stopped, Repaint };
 
-std::string BackgroundPath() {
-    const BackgroundSet& backgrounds = Calendar().backgrounds;
-    const std::string own = backgrounds.IsValid() ? backgrounds.CurrentImage() : std::string();
-    if (!own.empty()) return own;
-    const std::string& set = State().settings.BackgroundImage;
-    // The default picture may have been installed elsewhere than in the home folder.
-    if (!set.empty() && !files::Exists(set))
-        return FindResource(set.substr(set.find_last_of(files::kSeparator) + 1));
-    return set;
-}
-
-struct LastBase {
-    std::mutex mutex;
-    SurfacePtr surface;  // guarded by mutex
-};
-
-LastBase& Base() {
-    static LastBase* const base = new LastBase;
-    return *base;
-}
-
-struct BackgroundCache {
-    std::mutex mutex;
-    std::string path;  // guarded by mutex, as is all of this
-    Size size;
-    double scale = 0;
-    std::shared_ptr<const Surface> surface;
-};
-
-BackgroundCache& Cache() {
-    static BackgroundCache* const cache = new BackgroundCache;
-    return *cache;
-}
-
-std::shared_ptr<const Surface> MakeBackground(const std::string& path, Size size, double scale) {
-    std::shared_ptr<Surface> surface = Surface::Create(size, scale);
-    if (!surface) return nullptr;
-    const Image image = images::Load(path, BackgroundPixels(size, scale), images::Preview::Never);
-    const auto canvas = surface->Draw();
-    canvas->FillRect({0, 0, size.width, size.height}, kPaper);
-    canvas->DrawImage({0, 0, size.width, size.height}, image);
-    return surface;
-}
-
-// The background for the picture that is to be shown now.
-BackgroundPtr RenewBackground() {
-    const Size size = ClientSize();
-    const double scale = ClientScale();
-    if (size.IsEmpty()) return nullptr;
-    const std::string path = BackgroundPath();
-    BackgroundCache& cache = Cache();
-    {
-        std::lock_guard lock(cache.mutex);
-        if (cache.surface && cache.path == path && cache.size == size && cache.scale == scale)
-            return cache.surface;
-    }
-    std::shared_ptr<const Surface> surface = MakeBackground(path, size, scale);
-    std::lock_guard lock(cache.mutex);
-    cache.path = path;
-    cache.size = size;
-    cache.scale = scale;
-    cache.surface = surface;
-    return surface;
-}
-
-Decode DecodePolicy() {
-    const Application* application = TheApplication();
-    return application && application->IsGuiThread() ? Decode::Later : Decode::Now;
-}
-
-int DrawYear(Canvas& canvas, int year, Size client, double scale) {
-    int drawn = 0;
-    for (int month = 1; month <= 12; ++month) {
-        const Rect area = YearMonthRect(client.width, month);
-        drawn += State().settings.CalendarMode
-                     ? DrawMonth(canvas, MakeMonthGrid(year, month, area, true), true, scale, DecodePolicy())
-                     : DrawMonthAsPicture(canvas, year, month, area, scale, DecodePolicy());
-    }
-    return drawn;
-}
-
-void DrawHours(Canvas& canvas, Size client, double scale) {
-    const AppState& state = State();
-    const DayLines lines = MakeDayLines(client.height, state.settings.DayNumberOfLine,
-                                        state.settings.DayDuration, state.settings.DayStartTime);
-    for (int line = 0; line < lines.lines; ++line) {
-        const Rect area = lines.HourPictureRect(line);
-        canvas.DrawImage(
-            area, LoadResPicture(HourPictureName(lines.HourOfLine(line)), {area.width, area.height}, scale));
-    }
-}
-
-void DrawPeriod(Canvas& canvas, Size client, double scale) {
-    const AppState& state = State();
+// Waits until no full paint was asked for during the settling time; does those paints.
+void SettlePaints() {
     CalendarStore& calendar = Calendar();
-    if (state.view.AllViewMode) return;
-    switch (state.view.ViewType) {
-        case kYearly:
-            calendar.objectsDrawn = DrawYear(canvas, state.view.TargetYear, client, scale);
-            break;
-        case kMonthly:
-            calendar.objectsDrawn = DrawMonth(canvas,
-                                              MakeMonthGrid(state.view.TargetYear, state.view.TargetMonth,
-                                                            {0, 0, client.width, client.height}, false),
-                                              false, scale, DecodePolicy());
-            break;
-        case kDaily:
-            DrawHours(canvas, client, scale);
-            break;
-        default:
-            break;
+    do {
+        if (calendar.TakePaintLeftToRun()) PaintBase();
+        SleepMs(kSettleMs);
+    } while (calendar.IsPaintLeftToRun() && !State().run.ObjectGate.IsStopRequested());
+}
+
+// The walk over a viewer's objects; `draw` places and draws one.
+template <typename Viewer, typename DrawOne>
+WalkEnd WalkObjects(Viewer& viewer, DrawOne draw) {
+    AppState& state = State();
+    const auto stopped = [&] {
+        return viewer.stop || !viewer.usable || state.run.ObjectGate.IsStopRequested();
+    };
+    const auto restless = [&] { return stopped() || Calendar().IsPaintLeftToRun(); };
+    // A stop that no load followed must not keep the period empty for good.
+    viewer.stop = false;
+    const std::vector<PlacedObjectPtr> objects = viewer.objects.Snapshot();
+    if (objects.empty()) return WalkEnd::Whole;
+    TicketGuard guard(viewer.queue, 5, 100);
+    if (!guard) return WalkEnd::Stopped;
+    for (std::size_t index = 0; index < objects.size(); ++index) {
+        ProgressStripe(static_cast<double>(index) / static_cast<double>(objects.size()));
+        while (state.run.Paused) {
+            if (stopped()) return WalkEnd::Stopped;
+            if (Calendar().IsPaintLeftToRun()) return WalkEnd::Repaint;
+            SleepUnless(restless, kPauseStepMs);
+        }
+        if (stopped()) return WalkEnd::Stopped;
+        if (Calendar().IsPaintLeftToRun()) return WalkEnd::Repaint;
+        if (Hooks().IsSlideShowOpen()) continue;
+        if (draw(objects[index])) ++Calendar().objectsDrawn;
+        if (state.settings.TimingOfChangeImage > kYieldAboveMs)
+            SleepUnless(restless, state.settings.TimingOfChangeImage);
     }
+    viewer.loaded = true;
+    ProgressStripe(kStripeFinished);
+    return WalkEnd::Whole;
+}
+
+WalkEnd WalkDay() {
+    DayViewer& viewer = Calendar().CurrentDayViewer();
+    {
+        TicketGuard guard(viewer.queue, 5, 100);
+        if (!guard) return WalkEnd::Stopped;
+        viewer.objects.ClearVisibleMarks();
+        const AppState& state = State();
+        const Size client = ClientSize();
+        const DayLines lines = MakeDayLines(client.height, state.settings.DayNumberOfLine,
+                                            state.settings.DayDuration, state.settings.DayStartTime);
+        if (viewer.clientWidth != client.width || viewer.lines.lineHeight != lines.lineHeight)
+            viewer.ResetPlaces(lines, client.width);
+    }
+    return WalkObjects(viewer, [&](const PlacedObjectPtr& object) { return DrawDayObject(viewer, object); });
+}
+
+WalkEnd WalkAll() {
+    AllViewer& viewer = Calendar().CurrentAllViewer();
+    viewer.objects.ClearVisibleMarks();
+    viewer.drawing = true;
+    const WalkEnd end =
+        WalkObjects(viewer, [&](const PlacedObjectPtr& object) { return DrawAllObject(viewer, object); });
+    const Size area = ObjectArea();
+    viewer.SetDrawnArea({0, 0, area.width, area.height});
+    viewer.drawing = false;
+    return end;
 }
 
 }  // namespace
-
-SurfacePtr PaintedBase() {
-    std::lock_guard lock(Base().mutex);
-    return Base().surface;
-}
-
-BackgroundPtr PaintedBackground() {
-    BackgroundCache& cache = Cache();
-    {
-        std::lock_guard lock(cache.mutex);
-        if (cache.surface && cache.size == ClientSize() && cache.scale == ClientScale()) return cache.surface;
-    }
-    return RenewBackground();
-}
-
-void RestoreBackground(Canvas& canvas, const BackgroundPtr& background, const Rect& area, Point from) {
-    if (background)
-        canvas.Blit(area, *background, from);
-    else
-        canvas.FillRect(area, kPaper);
-}
-
-void PrefetchBackground() {
-    const WindowRectValue& frame = State().settings.WindowRect;
-    images::Prefetch(BackgroundPath(),
-                     BackgroundPixels({frame.right - frame.left, frame.bottom - frame.top}, 1.0),
-                     images::Preview::Never);
-}
-
-void PaintBase() {
-    Window* window = MainWindow();
-    const AppState& state = State();
-    if (!window) return;
-    SetButtonStates();
-    const Size size = window->ClientSize();
-    const double scale = window->Scale();
-    const std::shared_ptr<Surface> surface = Surface::Create(size, scale);
-    if (!surface) return;
-    const BackgroundPtr background = RenewBackground();
-    const CellRedrawPause pause;
-    const int viewType = state.view.ViewType;
-    const bool known = viewType == kYearly || viewType == kMonthly || viewType == kDaily;
-    {
-        const auto canvas = surface->Draw();
-        RestoreBackground(*canvas, background, {0, 0, size.width, size.height});
-        if (known) DrawPeriod(*canvas, size, scale);
-        if (LastSeenDataFolder() == DataFolder::Away) DrawMissingFolder(*canvas, size);
-    }
-    {
-        std::lock_guard lock(Base().mutex);
-        Base().surface = surface;
-    }
-    if (const auto canvas = window->Draw()) {
-        canvas->Blit({0, 0, size.width, size.height}, *surface);
-        if (known) DrawButtons(*canvas);
-    }
-    if (!State().run.FirstPaintDone.exchange(1)) Hooks().OnFirstPaint();
-}
 
 void PaintView() {
     if (Calendar().LeavePaintToRun()) return;
     PaintBase();
     EventPaint();
+}
+
+void EventPaint() {
+    AppState& state = State();
+    if (state.run.ObjectGate.IsHeld()) return;
+    if (!state.view.AllViewMode && state.view.ViewType != kDaily) return;
+    if (!state.run.ObjectGate.Acquire("EventPaint")) return;
+    Calendar().objectsDrawn = 0;
+    if (!Calendar().StartPaintThread([number = Calendar().loadNumber.load()] { EventPaintThread(number); }))
+        state.run.ObjectGate.Release();
+}
+
+void EventPaintThread(std::uint32_t loadNumber) {
+    AppState& state = State();
+    WalkEnd end;
+    do {
+        SettlePaints();
+        Calendar().objectsDrawn = 0;
+        if (state.run.ObjectGate.IsStopRequested() ||
+            (!state.view.AllViewMode && state.view.ViewType != kDaily))
+            end = WalkEnd::Stopped;
+        else
+            end = state.view.AllViewMode ? WalkAll() : WalkDay();
+    } while (end == WalkEnd::Repaint);
+    SetButtonStates();
+    DrawButtonsOnWindow();
+    // After the bounded wait a newer load has gone on with a gate of its own: that one is not ours to open.
+    if (Calendar().loadNumber == loadNumber) state.run.ObjectGate.Release();
+    state.run.FirstLoadDone = 1;
+    // A paint that came too late for this run is done by whoever is free now.
+    if (Calendar().EndPaintRun()) return PaintView();
+    if (end == WalkEnd::Whole) Hooks().OnWholeView();
 }
 
 }  // namespace kalmora

@@ -1,33 +1,21 @@
-// PaintView: the whole picture of the period in view, drawn off the screen and shown at once; and its
-// background.
+// PaintView: the period in view, painted whole.
 #pragma once
 
-#include <memory>
-
-#include "platform/canvas.h"
+#include <cstdint>
 
 namespace kalmora {
 
-// Background, grid or hour pictures, and buttons; then starts the run that draws a day's or a scatter's
-// objects. Any thread. While such a run is going nothing is drawn, and the run itself begins anew (see
-// event_paint.h).
+// Paints the base (see paint_base.h), then starts the run that draws a day's or a scatter's objects. Any
+// thread. While such a run is going nothing is drawn, and the run itself begins anew.
 void PaintView();
-// The same picture without starting a run, and also while one is going: for the run itself.
-void PaintBase();
 
-// The background as the last full paint drew it, for what is redrawn in parts: a picture that was picked
-// since shows with the next full paint only. Shared, never written once handed out. Null without a window.
-using SurfacePtr = std::shared_ptr<const Surface>;
-using BackgroundPtr = SurfacePtr;
-BackgroundPtr PaintedBackground();
-// What the last full paint drew, but for the buttons. Shared, never written; null before the first.
-SurfacePtr PaintedBase();
-// Puts the background's part back: `area` in the canvas shows what stands at `from` in the window.
-void RestoreBackground(Canvas& canvas, const BackgroundPtr& background, const Rect& area, Point from);
-inline void RestoreBackground(Canvas& canvas, const BackgroundPtr& background, const Rect& area) {
-    RestoreBackground(canvas, background, area, {area.x, area.y});
-}
-// Begins to decode the background picture before there is a window, for a quick first paint.
-void PrefetchBackground();
+// Starts the run that draws a day's objects, or a period's scatter, over the painted window, one by one, on
+// its own thread; nothing in a grid view, while the objects are being loaded, or while a run is going. Any
+// thread; does not wait.
+void EventPaint();
+
+// Body of the run; loadNumber is the one of the load whose objects it draws. Lets a burst of paints come to
+// rest first; a full paint that is asked for meanwhile is done here and the walk begins anew.
+void EventPaintThread(std::uint32_t loadNumber);
 
 }  // namespace kalmora

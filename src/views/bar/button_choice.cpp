@@ -1,21 +1,14 @@
-// What the user does with the buttons: pressing, going through them by keyboard, asking what they are.
+// What the buttons are and which one is meant: by a point, by the keyboard.
 #include <algorithm>
 
-#include "platform/shell.h"
-#include "store/resources.h"
 #include "views/bar/button_bar.h"
 #include "views/bar/button_parts.h"
-#include "views/hooks.h"
-#include "views/load/search_view.h"
-#include "views/model/calendar_store.h"
 
 namespace kalmora {
 
 namespace {
 
-constexpr char kHelpFile[] = "users-guide.md";
-
-// Which button, without holding on to it: the bar may be laid out anew while a press does its work.
+// Which button, without holding on to it.
 enum class Part { None, Date, Level, Search, Image };
 struct Place {
     Part part = Part::None;
@@ -42,6 +35,21 @@ int CommandOf(const Place& place) {
     }
 }
 
+ButtonAction ActionOf(const Place& place) {
+    if (CommandOf(place) != 0) return ButtonAction::Command;
+    if (place.part == Part::Search) return ButtonAction::EndSearch;
+    switch (place.row) {
+        case kHelp:
+            return ButtonAction::Help;
+        case kFilter:
+            return ButtonAction::Filter;
+        case kIndexing:
+            return ButtonAction::Indexing;
+        default:
+            return ButtonAction::Nothing;
+    }
+}
+
 std::string TipOf(const Place& place, const std::string& text) {
     const bool japanese = State().settings.UseJapanese;
     switch (place.part) {
@@ -56,50 +64,22 @@ std::string TipOf(const Place& place, const std::string& text) {
     }
 }
 
-void FlipIndexing() {
-    AppState& state = State();
-    state.run.IndexingEnabled = state.run.IndexingEnabled ? 0 : 1;
-    if (!state.run.IndexingEnabled) Hooks().StopIndexing("stop by user");
-    SetButtonStates();
-    DrawButtonsOnWindow();
-}
-
-void Press(const Place& place) {
-    if (const int command = CommandOf(place); command != 0) return Hooks().RunCommand(command);
-    if (place.part == Part::Search) return EndSearch();
-    switch (place.row) {
-        case kHelp:
-            shell::Open(FindResource(kHelpFile));
-            break;
-        case kFilter:
-            Hooks().ShowFilterWindow();
-            break;
-        case kIndexing:
-            FlipIndexing();
-            break;
-        default:
-            break;
-    }
-}
-
-Place FindPlace(Point point) {
-    Place found;
-    ButtonParts& parts = TheButtonParts();
-    std::lock_guard lock(parts.mutex);
-    ForEachButton(parts, [&](const CButton& button, std::size_t row) {
-        if (found.part == Part::None && button.IsVisible() && button.HitTest(point.x, point.y))
-            found = PlaceOf(parts, button, row);
-    });
-    return found;
+ButtonInfo InfoOf(const ButtonParts& parts, const CButton& button, std::size_t row) {
+    const Place place = PlaceOf(parts, button, row);
+    return {button.Area(), place.part == Part::Image ? kButtonRows[row].name : button.text,
+            TipOf(place, button.text), CommandOf(place), ActionOf(place)};
 }
 
 }  // namespace
 
-ButtonPress PressButton(Point point) {
-    const Place place = FindPlace(point);
-    if (place.part == Part::None) return ButtonPress::None;
-    Press(place);
-    return ButtonPress::Done;
+std::vector<ButtonInfo> VisibleButtons() {
+    std::vector<ButtonInfo> found;
+    ButtonParts& parts = TheButtonParts();
+    std::lock_guard lock(parts.mutex);
+    ForEachButton(parts, [&](const CButton& button, std::size_t row) {
+        if (button.IsVisible()) found.push_back(InfoOf(parts, button, row));
+    });
+    return found;
 }
 
 bool FindButton(Point point, ButtonInfo* info) {
@@ -109,19 +89,6 @@ bool FindButton(Point point, ButtonInfo* info) {
         return true;
     }
     return false;
-}
-
-std::vector<ButtonInfo> VisibleButtons() {
-    std::vector<ButtonInfo> found;
-    ButtonParts& parts = TheButtonParts();
-    std::lock_guard lock(parts.mutex);
-    ForEachButton(parts, [&](const CButton& button, std::size_t row) {
-        if (!button.IsVisible()) return;
-        const Place place = PlaceOf(parts, button, row);
-        found.push_back({button.Area(), place.part == Part::Image ? kButtonRows[row].name : button.text,
-                         TipOf(place, button.text), CommandOf(place)});
-    });
-    return found;
 }
 
 void SetPressedButton(Point point, bool down) {
@@ -158,18 +125,16 @@ void MoveButtonFocus(int step) {
     DrawButtonsOnWindow();
 }
 
-bool PressFocusedButton() {
-    Place place;
-    {
-        ButtonParts& parts = TheButtonParts();
-        std::lock_guard lock(parts.mutex);
-        ForEachButton(parts, [&](const CButton& button, std::size_t row) {
-            if (&button == parts.focused && button.IsVisible()) place = PlaceOf(parts, button, row);
-        });
-    }
-    if (place.part == Part::None) return false;
-    Press(place);
-    return true;
+bool FocusedButton(ButtonInfo* info) {
+    bool found = false;
+    ButtonParts& parts = TheButtonParts();
+    std::lock_guard lock(parts.mutex);
+    ForEachButton(parts, [&](const CButton& button, std::size_t row) {
+        if (&button != parts.focused || !button.IsVisible()) return;
+        *info = InfoOf(parts, button, row);
+        found = true;
+    });
+    return found;
 }
 
 bool ClearButtonFocus() {

@@ -1,0 +1,14 @@
+// What a press on a button of the bar does. GUI thread.
+#pragma once
+
+#include "base/geometry.h"
+
+namespace kalmora {
+
+enum class ButtonPress { None, Done };
+// Runs the action of the visible button under the point.
+ButtonPress PressButton(Point point);
+// The same of the button that has the keyboard's focus; false when no visible one has it.
+bool PressFocusedButton();
+
+}  // namespace kalmora

@@ -1,0 +1,37 @@
+#include "views/control/search_mode.h"
+
+#include "base/log.h"
+#include "search/search_run.h"
+#include "state/app_state.h"
+#include "views/bar/button_bar.h"
+#include "views/load/object_loader.h"
+#include "views/model/stop_load.h"
+
+namespace kalmora {
+
+namespace {
+
+// The view no longer holds what it should; whoever still fills it leaves.
+void MarkViewStale(const char* reason) {
+    Log("stale: %s", reason);
+    StopCurrentLoad();
+}
+
+}  // namespace
+
+void BeginSearch(const std::string& query) {
+    MarkViewStale("search!!");
+    Log("search: %s", query.c_str());
+    SetSearchText(query);
+    State().view.SearchResultMode = 1;
+}
+
+void EndSearch() {
+    MarkViewStale("search result");
+    State().view.SearchResultMode = 0;
+    SetButtonStates();
+    DrawButtonsOnWindow();
+    UpdateObjects();
+}
+
+}  // namespace kalmora

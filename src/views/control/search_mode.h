@@ -1,0 +1,13 @@
+// Into search mode and out of it.
+#pragma once
+
+#include <string>
+
+namespace kalmora {
+
+// Puts a query in force. The caller shows it, by rebuilding the view. GUI thread.
+void BeginSearch(const std::string& query);
+// Takes it away, and shows the folders again. GUI thread.
+void EndSearch();
+
+}  // namespace kalmora

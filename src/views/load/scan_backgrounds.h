@@ -1,0 +1,14 @@
+// The background pictures and the music of a period.
+#pragma once
+
+#include <string>
+
+#include "views/model/stoppable_wait.h"
+
+namespace kalmora {
+
+// Looks for background pictures and music in the month's folder and then the year's; month 0: the year's
+// only.
+void ScanBackgrounds(const std::string& root, int year, int month, const StopTest& stopped);
+
+}  // namespace kalmora

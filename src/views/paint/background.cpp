@@ -1,0 +1,109 @@
+#include "views/paint/background.h"
+
+#include <memory>
+#include <mutex>
+#include <string>
+
+#include "platform/files.h"
+#include "platform/image.h"
+#include "state/app_state.h"
+#include "store/resources.h"
+#include "views/model/calendar_store.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr Color kPaper = ColorFromBgr(0xE6FFFF);  // the light brush: what is seen where no picture lies
+constexpr int kBackgroundStep = 512;              // device pixels
+
+// Sizes of the decoded background go in steps, so that dragging the window's edge does not decode at each
+// pixel.
+Size BackgroundPixels(Size client, double scale) {
+    const auto up = [scale](int length) {
+        const int pixels = static_cast<int>(length * scale);
+        return (pixels + kBackgroundStep - 1) / kBackgroundStep * kBackgroundStep;
+    };
+    return {up(client.width), up(client.height)};
+}
+
+std::string BackgroundPath() {
+    const BackgroundSet& backgrounds = Calendar().backgrounds;
+    const std::string own = backgrounds.IsValid() ? backgrounds.CurrentImage() : std::string();
+    if (!own.empty()) return own;
+    const std::string& set = State().settings.BackgroundImage;
+    // The default picture may have been installed elsewhere than in the home folder.
+    if (!set.empty() && !files::Exists(set))
+        return FindResource(set.substr(set.find_last_of(files::kSeparator) + 1));
+    return set;
+}
+
+struct BackgroundCache {
+    std::mutex mutex;
+    std::string path;  // guarded by mutex, as is all of this
+    Size size;
+    double scale = 0;
+    std::shared_ptr<const Surface> surface;
+};
+
+BackgroundCache& Cache() {
+    static BackgroundCache* const cache = new BackgroundCache;
+    return *cache;
+}
+
+std::shared_ptr<const Surface> MakeBackground(const std::string& path, Size size, double scale) {
+    std::shared_ptr<Surface> surface = Surface::Create(size, scale);
+    if (!surface) return nullptr;
+    const Image image = images::Load(path, BackgroundPixels(size, scale), images::Preview::Never);
+    const auto canvas = surface->Draw();
+    canvas->FillRect({0, 0, size.width, size.height}, kPaper);
+    canvas->DrawImage({0, 0, size.width, size.height}, image);
+    return surface;
+}
+
+}  // namespace
+
+BackgroundPtr RenewBackground() {
+    const Size size = ClientSize();
+    const double scale = ClientScale();
+    if (size.IsEmpty()) return nullptr;
+    const std::string path = BackgroundPath();
+    BackgroundCache& cache = Cache();
+    {
+        std::lock_guard lock(cache.mutex);
+        if (cache.surface && cache.path == path && cache.size == size && cache.scale == scale)
+            return cache.surface;
+    }
+    std::shared_ptr<const Surface> surface = MakeBackground(path, size, scale);
+    std::lock_guard lock(cache.mutex);
+    cache.path = path;
+    cache.size = size;
+    cache.scale = scale;
+    cache.surface = surface;
+    return surface;
+}
+
+BackgroundPtr PaintedBackground() {
+    BackgroundCache& cache = Cache();
+    {
+        std::lock_guard lock(cache.mutex);
+        if (cache.surface && cache.size == ClientSize() && cache.scale == ClientScale()) return cache.surface;
+    }
+    return RenewBackground();
+}
+
+void RestoreBackground(Canvas& canvas, const BackgroundPtr& background, const Rect& area, Point from) {
+    if (background)
+        canvas.Blit(area, *background, from);
+    else
+        canvas.FillRect(area, kPaper);
+}
+
+void PrefetchBackground() {
+    const WindowRectValue& frame = State().settings.WindowRect;
+    images::Prefetch(BackgroundPath(),
+                     BackgroundPixels({frame.right - frame.left, frame.bottom - frame.top}, 1.0),
+                     images::Preview::Never);
+}
+
+}  // namespace kalmora

@@ -1,0 +1,27 @@
+// The background picture of the view.
+#pragma once
+
+#include "platform/canvas.h"
+#include "views/model/painted_base.h"
+
+namespace kalmora {
+
+using BackgroundPtr = SurfacePtr;
+
+// The background for the picture that is to be shown now: for a full paint. Shared, never written once handed
+// out. Null without a window. Any thread; decodes when picture or window size are new.
+BackgroundPtr RenewBackground();
+// The background as the last full paint drew it, for what is redrawn in parts: a picture that was picked
+// since shows with the next full paint only.
+BackgroundPtr PaintedBackground();
+
+// Puts the background's part back: `area` in the canvas shows what stands at `from` in the window.
+void RestoreBackground(Canvas& canvas, const BackgroundPtr& background, const Rect& area, Point from);
+inline void RestoreBackground(Canvas& canvas, const BackgroundPtr& background, const Rect& area) {
+    RestoreBackground(canvas, background, area, {area.x, area.y});
+}
+
+// Begins to decode the background picture before there is a window, for a quick first paint.
+void PrefetchBackground();
+
+}  // namespace kalmora

@@ -1,0 +1,74 @@
+#include "views/paint/draw_objects.h"
+
+#include "media/my_object.h"
+#include "pictures/draw_context.h"
+#include "state/app_state.h"
+#include "views/model/calendar_store.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr int kButtonBarHeight = 50;  // kept free for the buttons
+
+bool PassesFilter(CPhoto& photo) {
+    if (photo.kind != kKindText && photo.kind != kKindImage && photo.kind != kKindMovie) return false;
+    return photo.IsVisibleUnderEstimate();
+}
+
+// Claims the object, draws it when it passes the filter, and remembers where it lies.
+template <typename DrawOne>
+bool DrawClaimed(ObjectList& list, const PlacedObjectPtr& object, DrawOne draw) {
+    if (!list.Claim(object)) return false;
+    CPhoto& photo = *object->photo;
+    photo.visible = 1;
+    Rect drawn;
+    if (PassesFilter(photo)) {
+        draw(photo);
+        drawn = {photo.drawnX, photo.drawnY, photo.displayWidth, photo.displayHeight};
+    }
+    if (drawn.IsEmpty()) drawn = {};
+    list.Settle(object, drawn);
+    return !drawn.IsEmpty();
+}
+
+}  // namespace
+
+Size ObjectArea() {
+    const Size client = ClientSize();
+    return {client.width, client.height - kButtonBarHeight};
+}
+
+bool DrawDayObject(DayViewer& viewer, const PlacedObjectPtr& object) {
+    Window* window = MainWindow();
+    if (!window) return false;
+    const DrawContext context(*window, [&viewer] {
+        return viewer.usable && !viewer.stop && !State().view.AllViewMode &&
+               State().view.ViewType == kDaily && &Calendar().CurrentDayViewer() == &viewer;
+    });
+    return DrawClaimed(viewer.objects, object, [&](CPhoto& photo) {
+        if (!object->placed) viewer.PlaceOnLine(*object);
+        photo.DrawScaledToHeight(context, viewer.lines.ThumbnailHeight());
+    });
+}
+
+bool DrawAllObject(AllViewer& viewer, const PlacedObjectPtr& object) {
+    Window* window = MainWindow();
+    if (!window) return false;
+    const DrawContext context(*window, [&viewer] {
+        return viewer.usable && !viewer.stop && State().view.AllViewMode &&
+               &Calendar().CurrentAllViewer() == &viewer;
+    });
+    const Size area = ObjectArea();
+    return DrawClaimed(viewer.objects, object, [&](CPhoto& photo) {
+        if (!object->placed) {
+            const Point place = viewer.OccupancyGrid.Place();
+            photo.layoutX = place.x;
+            photo.layoutY = place.y;
+            object->placed = true;
+        }
+        photo.DrawInArea(context, area.width, area.height);
+    });
+}
+
+}  // namespace kalmora

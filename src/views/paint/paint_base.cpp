@@ -1,0 +1,108 @@
+#include "views/paint/paint_base.h"
+
+#include <memory>
+
+#include "pictures/res_pictures.h"
+#include "platform/window.h"
+#include "state/app_state.h"
+#include "views/bar/button_bar.h"
+#include "views/hooks.h"
+#include "views/model/calendar_geometry.h"
+#include "views/model/calendar_store.h"
+#include "views/model/painted_base.h"
+#include "views/paint/background.h"
+#include "views/paint/missing_folder.h"
+#include "views/paint/paint_month.h"
+#include "views/paint/paint_on_window.h"
+
+namespace kalmora {
+
+namespace {
+
+Decode DecodePolicy() {
+    const Application* application = TheApplication();
+    return application && application->IsGuiThread() ? Decode::Later : Decode::Now;
+}
+
+// Counts drawn objects; a worker draws the coarse cells again.
+int Finish(const MonthDrawing& drawing) {
+    for (const CalendarDate& cell : drawing.coarse) RequestCellRedraw(cell.year, cell.month, cell.day);
+    return drawing.drawn;
+}
+
+int DrawYear(Canvas& canvas, int year, Size client, double scale) {
+    int drawn = 0;
+    for (int month = 1; month <= 12; ++month) {
+        const Rect area = YearMonthRect(client.width, month);
+        drawn += Finish(
+            State().settings.CalendarMode
+                ? DrawMonth(canvas, MakeMonthGrid(year, month, area, true), true, scale, DecodePolicy())
+                : DrawMonthAsPicture(canvas, year, month, area, scale, DecodePolicy()));
+    }
+    return drawn;
+}
+
+void DrawHours(Canvas& canvas, Size client, double scale) {
+    const AppState& state = State();
+    const DayLines lines = MakeDayLines(client.height, state.settings.DayNumberOfLine,
+                                        state.settings.DayDuration, state.settings.DayStartTime);
+    for (int line = 0; line < lines.lines; ++line) {
+        const Rect area = lines.HourPictureRect(line);
+        canvas.DrawImage(
+            area, LoadResPicture(HourPictureName(lines.HourOfLine(line)), {area.width, area.height}, scale));
+    }
+}
+
+void DrawPeriod(Canvas& canvas, Size client, double scale) {
+    const AppState& state = State();
+    CalendarStore& calendar = Calendar();
+    if (state.view.AllViewMode) return;
+    switch (state.view.ViewType) {
+        case kYearly:
+            calendar.objectsDrawn = DrawYear(canvas, state.view.TargetYear, client, scale);
+            break;
+        case kMonthly:
+            calendar.objectsDrawn =
+                Finish(DrawMonth(canvas,
+                                 MakeMonthGrid(state.view.TargetYear, state.view.TargetMonth,
+                                               {0, 0, client.width, client.height}, false),
+                                 false, scale, DecodePolicy()));
+            break;
+        case kDaily:
+            DrawHours(canvas, client, scale);
+            break;
+        default:
+            break;
+    }
+}
+
+}  // namespace
+
+void PaintBase() {
+    Window* window = MainWindow();
+    const AppState& state = State();
+    if (!window) return;
+    SetButtonStates();
+    const Size size = window->ClientSize();
+    const double scale = window->Scale();
+    const std::shared_ptr<Surface> surface = Surface::Create(size, scale);
+    if (!surface) return;
+    const BackgroundPtr background = RenewBackground();
+    const CellRedrawPause pause;
+    const int viewType = state.view.ViewType;
+    const bool known = viewType == kYearly || viewType == kMonthly || viewType == kDaily;
+    {
+        const auto canvas = surface->Draw();
+        RestoreBackground(*canvas, background, {0, 0, size.width, size.height});
+        if (known) DrawPeriod(*canvas, size, scale);
+        if (LastSeenDataFolder() == DataFolder::Away) DrawMissingFolder(*canvas, size);
+    }
+    SetPaintedBase(surface);
+    if (const auto canvas = window->Draw()) {
+        canvas->Blit({0, 0, size.width, size.height}, *surface);
+        if (known) DrawButtons(*canvas);
+    }
+    if (!State().run.FirstPaintDone.exchange(1)) Hooks().OnFirstPaint();
+}
+
+}  // namespace kalmora

@@ -1,0 +1,10 @@
+// PaintBase: the whole picture of the period in view, drawn off the screen and shown at once.
+#pragma once
+
+namespace kalmora {
+
+// Background, grid or hour pictures, and buttons; without the objects of a day or a scatter. Any thread, also
+// while objects are being drawn.
+void PaintBase();
+
+}  // namespace kalmora

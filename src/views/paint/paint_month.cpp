@@ -1,0 +1,66 @@
+#include "views/paint/paint_month.h"
+
+#include "pictures/res_pictures.h"
+#include "views/model/cell_content.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr Color kFrame{43, 53, 73, 150};
+
+Rect Inner(const Rect& area) { return {area.x + 1, area.y + 1, area.width - 2, area.height - 2}; }
+
+void DrawHeadingAndFrame(Canvas& canvas, int month, const Rect& area) {
+    const Rect heading = MonthPictureRect(area.width * 4, month);
+    canvas.DrawImage(
+        {area.x, area.y, heading.width, heading.height},
+        LoadResPicture(MonthPictureName(month), {heading.width, heading.height}, canvas.Scale()));
+    const Point topLeft{area.x, area.y}, bottomRight{area.Right() - 1, area.Bottom() - 1};
+    canvas.Line(topLeft, {bottomRight.x, topLeft.y}, kFrame);
+    canvas.Line({bottomRight.x, topLeft.y}, bottomRight, kFrame);
+    canvas.Line(bottomRight, {topLeft.x, bottomRight.y}, kFrame);
+    canvas.Line({topLeft.x, bottomRight.y}, topLeft, kFrame);
+}
+
+}  // namespace
+
+MonthDrawing DrawMonth(Canvas& canvas, const MonthGrid& grid, bool yearly, double scale, Decode decode) {
+    if (grid.month < 1 || grid.month > 12 || grid.cellWidth < 1) return {};
+    if (grid.offset > 0) {
+        const Size size = MonthPictureSize(grid.month, grid.cellHeight);
+        canvas.DrawImage({grid.area.x, grid.area.y, size.width, size.height},
+                         LoadResPicture(MonthPictureName(grid.month), size, scale));
+    }
+    for (int column = 0; column < 7; ++column) {
+        const Rect area = WeekdayRect(grid, column);
+        canvas.DrawImage(area, LoadResPicture(WeekdayPictureName(column), {area.width, area.height}, scale));
+    }
+    MonthDrawing drawing;
+    for (int day = 1; day <= grid.days; ++day) {
+        const PreparedObject object =
+            PrepareCellObject(grid.year, grid.month, day, {grid.cellWidth, grid.cellHeight}, scale, decode);
+        DrawDayCell(canvas, MonthCellRect(grid, day), day, grid.ColumnOf(day), yearly, &object);
+        if (object.look != PreparedObject::Look::Nothing) ++drawing.drawn;
+        if (!object.complete) drawing.coarse.push_back({grid.year, grid.month, day});
+    }
+    return drawing;
+}
+
+MonthDrawing DrawMonthAsPicture(Canvas& canvas, int year, int month, const Rect& area, double scale,
+                                Decode decode) {
+    if (month < 1 || month > 12 || area.width < 8) return {};
+    const Rect inner = Inner(area);
+    const int day = RepresentativeDay(year, month);
+    MonthDrawing drawing;
+    if (day > 0) {
+        const PreparedObject object =
+            PrepareCellObject(year, month, day, {inner.width, inner.height}, scale, decode);
+        drawing.drawn = DrawCellObject(canvas, inner, object) == 0 ? 1 : 0;
+        if (!object.complete) drawing.coarse.push_back({year, month, day});
+    }
+    DrawHeadingAndFrame(canvas, month, area);
+    return drawing;
+}
+
+}  // namespace kalmora
