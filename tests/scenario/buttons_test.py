@@ -5,27 +5,17 @@ import stat
 import time
 import unittest
 
-from desktop import Desktop, wait_until
-from program import BUTTONS, LifeLog, Program
+from desktop import wait_until
+from program import BUTTONS
+from scenario import Scenario
 
 
-class Buttons(unittest.TestCase):
+class Buttons(Scenario):
     @classmethod
-    def setUpClass(cls):
-        cls.desktop = Desktop()
-        cls.life = LifeLog().add_month(2008, 11)
+    def fill(cls, life):
+        life.add_month(2008, 11)
         for year, month in ((2007, 11), (2008, 10), (2008, 12), (2009, 11)):
-            cls.life.add(year, month, 5, "p.txt", b"a note")
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.desktop.close()
-        cls.life.remove()
-
-    def program(self, **more):
-        program = Program(self.desktop, self.life, **more)
-        self.addCleanup(program.__exit__)
-        return program.start()
+            life.add(year, month, 5, "p.txt", b"a note")
 
     def test_each_button_runs_its_command(self):
         program = self.program()

@@ -5,25 +5,23 @@ import shutil
 import tempfile
 import unittest
 
-from desktop import Desktop
 from drag import DragSource
-from program import LifeLog, Program, dated_png
+from program import Program, dated_png
+from scenario import Scenario
 
 SATURDAY = 5  # the column of 1 November 2008
 
 
-class Drop(unittest.TestCase):
+class Drop(Scenario):
     @classmethod
-    def setUpClass(cls):
-        cls.desktop = Desktop()
-        cls.life = LifeLog()
-        cls.program = Program(cls.desktop, cls.life).start()
+    def fill(cls, life):
+        pass
 
     @classmethod
-    def tearDownClass(cls):
-        cls.program.__exit__()
-        cls.desktop.close()
-        cls.life.remove()
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.shown = Program(cls.desktop, cls.life).start()
+        cls.addClassCleanup(cls.shown.__exit__)
 
     def setUp(self):
         self.folder = tempfile.mkdtemp(prefix="kalmora-other-")
@@ -39,8 +37,8 @@ class Drop(unittest.TestCase):
     def drag(self, offers, deletes, paths, day):
         """The last answer that the other program gets."""
         source = DragSource(self.desktop, self.folder, offers, deletes, paths)
-        left, top, width, height = self.program.cell(day, SATURDAY)
-        source.drag_to(*self.program.to_screen(left + width // 2, top + height // 2))
+        left, top, width, height = self.shown.cell(day, SATURDAY)
+        source.drag_to(*self.shown.to_screen(left + width // 2, top + height // 2))
         answer = source.answer()
         source.end()
         self.assertNotIn("1 XdndActionMove", source.told("over"), "a promise that many a program takes for the deed")
@@ -99,10 +97,10 @@ class Drop(unittest.TestCase):
 
     def test_where_the_user_pressed_last_makes_no_rating_of_it(self):
         self.life.add(2008, 11, 10, "pressed.png", dated_png("2008:11:10 10:15:00"))
-        self.program.key("F5")
-        cell = self.program.cell(10, SATURDAY)
-        self.program.wait_drawn()
-        self.program.click(cell[0] + cell[2] // 2, cell[1] + cell[3] // 2)
+        self.shown.key("F5")
+        cell = self.shown.cell(10, SATURDAY)
+        self.shown.wait_drawn()
+        self.shown.click(cell[0] + cell[2] // 2, cell[1] + cell[3] // 2)
         path = self.offer("beside.png")
         self.assertEqual(self.drag("both", "moved", [path], 10), "1 XdndActionMove")
         self.assertTrue(self.arrived(10, "beside.png"))

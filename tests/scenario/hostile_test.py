@@ -5,23 +5,14 @@ import random
 import time
 import unittest
 
-from desktop import Desktop, wait_until
-from program import LifeLog, Program
+from desktop import wait_until
+from program import Program
+from scenario import Scenario
 
 KEY_FILES = ("KeyConfig.dat", "KeyConfig4SS.dat", "KeyConfig4Editor.dat")
 
 
-class Hostile(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.desktop = Desktop()
-        cls.life = LifeLog().add_month(2008, 11)
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.desktop.close()
-        cls.life.remove()
-
+class Hostile(Scenario):
     def lives(self, settings=None, keys=None):
         """Starts with these files, and answers a key that no key file of these tests takes away."""
         with Program(self.desktop, self.life, settings, keys) as program:

@@ -3,20 +3,19 @@
 import unittest
 
 from desktop import Desktop, wait_until
-from program import LifeLog, Program
+from scenario import Scenario
 
 
-class HotKeys(unittest.TestCase):
+class HotKeys(Scenario):
+    @classmethod
+    def setUpClass(cls):
+        pass
+
     def setUp(self):
+        # Of each test: what one has registered must not reach the next.
         self.desktop = Desktop()
         self.addCleanup(self.desktop.close)
-        self.life = LifeLog().add_month(2008, 11)
-        self.addCleanup(self.life.remove)
-
-    def program(self, **more):
-        program = Program(self.desktop, self.life, **more)
-        self.addCleanup(program.__exit__)
-        return program.start()
+        self.life = self.new_life(self.addCleanup)
 
     def other_program(self):
         self.desktop.start(["xterm", "-title", "other", "-e", "cat"])
@@ -68,8 +67,7 @@ class HotKeys(unittest.TestCase):
 
     def test_what_another_program_holds_is_told(self):
         first = self.program()
-        second = Program(self.desktop, self.life)
-        self.addCleanup(second.__exit__)
+        second = self.prepare()
         second.start(wait=False)
         wait_until(lambda: "started in" in second.log(), "the second start")
         for name in ("[Ctrl+F1]", "[Ctrl+F2]", "[Ctrl+Shift+T]", "[Ctrl+Alt+T]"):

@@ -5,28 +5,17 @@ import datetime
 import os
 import unittest
 
-from desktop import Desktop, wait_until
-from program import LifeLog, Program
+from desktop import wait_until
+from scenario import ScenarioOfEachTest
 
 
-class Index(unittest.TestCase):
+class Index(ScenarioOfEachTest):
     @classmethod
-    def setUpClass(cls):
-        cls.desktop = Desktop()
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.desktop.close()
-
-    def setUp(self):
-        self.life = LifeLog()
-        self.addCleanup(self.life.remove)
-        self.life.add(2008, 11, 13, "note.txt", b"Hanami")
+    def fill(cls, life):
+        life.add(2008, 11, 13, "note.txt", b"Hanami")
 
     def program(self, **settings):
-        program = Program(self.desktop, self.life, settings=settings)
-        self.addCleanup(program.__exit__)
-        return program.start()
+        return super().program(settings=settings)
 
     def index(self, year, month, day):
         path = os.path.join(self.life.day(year, month, day), "$calendar.cidx")

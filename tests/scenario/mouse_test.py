@@ -3,29 +3,18 @@
 import time
 import unittest
 
-from desktop import Desktop, wait_until
-from program import LifeLog, Program
+from desktop import wait_until
+from program import Program
+from scenario import Scenario
 
 NOVEMBER_2008 = 5  # begins on a Saturday
 LONG_PRESS = 2.0
 
 
-class Mouse(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.desktop = Desktop()
-        cls.life = LifeLog().add_month(2008, 11)
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.desktop.close()
-        cls.life.remove()
-
+class Mouse(Scenario):
     def program(self, **more):
-        program = Program(self.desktop, self.life, **more)
-        self.addCleanup(program.__exit__)
         self.addCleanup(self.desktop.hand, "mouseup", 1)
-        return program.start()
+        return super().program(**more)
 
     def middle(self, program, day):
         x, y, width, height = program.cell(day, NOVEMBER_2008)

@@ -2,28 +2,18 @@
 
 import unittest
 
-from desktop import Desktop, wait_until
-from program import GAP, LifeLog, Program, colour_of_day
+from desktop import wait_until
+from program import GAP, colour_of_day
+from scenario import Scenario
 
 LABEL = (200, 200, 225)  # behind the query on its label
 
 
-class Search(unittest.TestCase):
+class Search(Scenario):
     @classmethod
-    def setUpClass(cls):
-        cls.desktop = Desktop()
-        cls.life = LifeLog().add_month(2008, 11).add_month(2008, 12)
-        cls.life.add(2008, 11, 13, "note.txt", b"hanami")
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.desktop.close()
-        cls.life.remove()
-
-    def program(self, **more):
-        program = Program(self.desktop, self.life, **more)
-        self.addCleanup(program.__exit__)
-        return program.start()
+    def fill(cls, life):
+        life.add_month(2008, 11).add_month(2008, 12)
+        life.add(2008, 11, 13, "note.txt", b"hanami")
 
     def open_dialog(self, program, title="^Search$"):
         program.press_button("Search")

@@ -6,27 +6,17 @@ import time
 import unittest
 
 from desktop import Desktop, end_process, wait_until
-from program import LifeLog, Program
+from program import Program
+from scenario import Scenario
 
 LONGEST_END = 2.5  # seconds
 QUESTION = "^Kalmora$"
 
 
-class StartAndStop(unittest.TestCase):
+class StartAndStop(Scenario):
     @classmethod
-    def setUpClass(cls):
-        cls.desktop = Desktop()
-        cls.life = LifeLog().add_month(2008, 11, pictures_a_day=3, size=(600, 450))
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.desktop.close()
-        cls.life.remove()
-
-    def program(self, **more):
-        program = Program(self.desktop, self.life, **more)
-        self.addCleanup(program.__exit__)
-        return program
+    def fill(cls, life):
+        life.add_month(2008, 11, pictures_a_day=3, size=(600, 450))
 
     def question(self, program):
         """The window that asks; not the main one."""
@@ -35,7 +25,7 @@ class StartAndStop(unittest.TestCase):
         return found[0] if found else None
 
     def test_the_first_start_asks_once(self):
-        program = self.program(settings=False).start()
+        program = self.program(settings=False)
         wait_until(lambda: self.question(program), "the question")
         self.desktop.key("Escape")  # No
         wait_until(lambda: not self.question(program), "its end")
@@ -47,14 +37,14 @@ class StartAndStop(unittest.TestCase):
         self.assertIsNone(self.question(program))
 
     def test_yes_imports(self):
-        program = self.program(settings=False).start()
+        program = self.program(settings=False)
         asked = wait_until(lambda: self.question(program), "the question")
         self.desktop.focus(asked)
         self.desktop.key("alt+y")
         program.wait_command(1200)
 
     def test_the_end_of_the_session_ends_the_question_too(self):
-        program = self.program(settings=False).start()
+        program = self.program(settings=False)
         wait_until(lambda: self.question(program), "the question")
         self.assertEqual(program.end(), 0)
         self.assertIn("ViewType", program.settings())
@@ -67,7 +57,7 @@ class StartAndStop(unittest.TestCase):
         }
         for name, end in ways.items():
             with self.subTest(way=name):
-                program = self.program().start()
+                program = self.program()
                 program.key("Right")
                 program.wait_title("Kalmora [2008/12]")
                 end(program)
@@ -78,7 +68,7 @@ class StartAndStop(unittest.TestCase):
                 self.assertIn("Close\tESCAPE", program.read("KeyConfig4Editor.dat"))
 
     def test_a_second_start_beside_it_does_no_harm(self):
-        first = self.program().start()
+        first = self.program()
         second = Program(self.desktop, self.life, settings=False)
         own_home, second.home = second.home, first.home
         self.addCleanup(lambda: end_process(second.process))
@@ -103,7 +93,7 @@ class StartAndStop(unittest.TestCase):
             self.assertTrue(any(self.seconds_to_end(moment) < LONGEST_END for _ in range(3)), f"{moment} s")
 
     def seconds_to_end(self, moment):
-        with self.program() as program:
+        with self.prepare() as program:
             program.start(wait=False)
             wait_until(lambda: self.desktop.windows(r"^Kalmora \["), "the window")
             time.sleep(moment)
@@ -130,7 +120,7 @@ class StartAndStop(unittest.TestCase):
                     self.assertIn("TargetMonth", program.settings())
 
     def test_without_a_display_it_says_so(self):
-        program = self.program()
+        program = self.prepare()
         display = self.desktop.environment.pop("DISPLAY")
         try:
             program.start(wait=False)

@@ -7,26 +7,22 @@ import tempfile
 import time
 import unittest
 
-from desktop import PATIENCE, Desktop, wait_until
+from desktop import PATIENCE, wait_until
 from drag import DragSource
-from program import LifeLog, Program, dated_png
+from program import dated_png
+from scenario import ScenarioOfEachTest
 
 BAD_DISK = os.environ["KALMORA_BAD_DISK"]
 LONGEST_END = 3.0  # seconds; 2.2 and what a machine with much else to do takes
 
 
-class StopAtWork(unittest.TestCase):
+class StopAtWork(ScenarioOfEachTest):
     @classmethod
-    def setUpClass(cls):
-        cls.desktop = Desktop()
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.desktop.close()
+    def fill(cls, life):
+        pass
 
     def setUp(self):
-        self.life = LifeLog()
-        self.addCleanup(self.life.remove)
+        super().setUp()
         self.card = tempfile.mkdtemp(prefix="kalmora-card-")
         self.addCleanup(shutil.rmtree, self.card, ignore_errors=True)
         self.dead_while = self.life.folder + "-is-dead"
@@ -34,8 +30,7 @@ class StopAtWork(unittest.TestCase):
 
     def start(self, dead, slow_us=0, **settings):
         """The program over a slow life-log. dead: what does not answer any more after `die`."""
-        program = Program(self.desktop, self.life, settings=settings)
-        self.addCleanup(program.__exit__)
+        program = self.prepare(settings=settings)
         before = self.desktop.environment
         self.desktop.environment = {
             **before, "LD_PRELOAD": BAD_DISK, "SLOW_DISK": self.life.folder, "SLOW_DISK_US": str(slow_us),

@@ -5,23 +5,14 @@ import unittest
 
 from desktop import Desktop, wait_until
 from program import LifeLog, Program
+from scenario import Scenario
 
 
-class WithATray(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.desktop = Desktop(tray=True)
-        cls.life = LifeLog().add_month(2008, 11)
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.desktop.close()
-        cls.life.remove()
+class WithATray(Scenario):
+    DESKTOP = {"tray": True}
 
     def setUp(self):
-        self.program = Program(self.desktop, self.life)
-        self.addCleanup(self.program.__exit__)
-        self.program.start()
+        self.shown = self.program()
         self.icon = wait_until(self.find_icon, "the icon in the tray")
 
     def find_icon(self):
@@ -33,42 +24,42 @@ class WithATray(unittest.TestCase):
                 return x + width // 2, y + height // 2
         return None
 
-    def hidden(self):
-        wait_until(lambda: not self.program.is_shown(), "the window's end")
+    def wait_hidden(self):
+        wait_until(lambda: not self.shown.is_shown(), "the window's end")
 
-    def shown(self):
-        wait_until(self.program.is_shown, "the window")
+    def wait_shown(self):
+        wait_until(self.shown.is_shown, "the window")
 
     def test_a_key_hides_it_and_the_icon_brings_it_back(self):
-        where = self.program.geometry()
-        self.program.key("F11")
-        self.hidden()
-        self.assertTrue(self.program.is_running())
+        where = self.shown.geometry()
+        self.shown.key("F11")
+        self.wait_hidden()
+        self.assertTrue(self.shown.is_running())
         self.desktop.click(*self.icon)
-        self.shown()
-        self.program.wait_command(1001)
-        self.assertEqual(self.program.wait_steady(), where)
-        self.program.key("Right")
-        self.program.wait_title("Kalmora [2008/12]")
+        self.wait_shown()
+        self.shown.wait_command(1001)
+        self.assertEqual(self.shown.wait_steady(), where)
+        self.shown.key("Right")
+        self.shown.wait_title("Kalmora [2008/12]")
 
     def test_minimising_hides_it_too(self):
-        self.desktop.hand("windowminimize", self.program.window)
-        self.hidden()
+        self.desktop.hand("windowminimize", self.shown.window)
+        self.wait_hidden()
         self.assertEqual(self.desktop.windows(r"^Kalmora \[", visible=True), [])
         self.desktop.click(*self.icon)
-        self.shown()
+        self.wait_shown()
 
     def test_the_menu_shows_and_ends(self):
-        self.program.key("F11")
-        self.hidden()
+        self.shown.key("F11")
+        self.wait_hidden()
         for keys, times in ((("Down", "Return"), 1), (("Down", "Down", "Return"), 2)):
             self.open_menu(times)
             self.desktop.key(*keys)
-            self.program.wait_command(1001, times)
-            self.shown()
+            self.shown.wait_command(1001, times)
+            self.wait_shown()
         self.open_menu(3)
         self.desktop.key("x")
-        self.assertEqual(self.program.wait_end(), 0)
+        self.assertEqual(self.shown.wait_end(), 0)
 
     def open_menu(self, times):
         # Each press has its own end of the icon: two at one place in a moment would be a double click, which
@@ -81,15 +72,15 @@ class WithATray(unittest.TestCase):
         """A window of the program that is neither the main one nor the icon."""
         for window in self.desktop.windows_of_class("kalmora"):
             place = self.desktop.geometry(window)
-            if window != self.program.window and place and place[2] > 70 and 70 < place[3] < 400:
+            if window != self.shown.window and place and place[2] > 70 and 70 < place[3] < 400:
                 return window
         return None
 
     def test_a_hidden_program_ends_with_its_window_where_it_was(self):
-        self.program.key("F11")
-        self.hidden()
-        self.assertEqual(self.program.end(), 0)
-        self.assertEqual(self.program.settings()["WindowRect"], Program.SETTINGS["WindowRect"])
+        self.shown.key("F11")
+        self.wait_hidden()
+        self.assertEqual(self.shown.end(), 0)
+        self.assertEqual(self.shown.settings()["WindowRect"], Program.SETTINGS["WindowRect"])
 
 
 class WithoutATray(unittest.TestCase):

@@ -3,26 +3,16 @@
 import datetime
 import unittest
 
-from desktop import Desktop, wait_until
-from program import LifeLog, Program, colour_of_day
+from desktop import wait_until
+from program import colour_of_day
+from scenario import Scenario
 
 
-class Walk(unittest.TestCase):
+class Walk(Scenario):
     @classmethod
-    def setUpClass(cls):
-        cls.desktop = Desktop()
-        cls.life = LifeLog().add_month(2008, 11).add_month(2008, 12)
-        cls.life.add(2008, 11, 13, "second.txt", b"lunch")
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.desktop.close()
-        cls.life.remove()
-
-    def program(self, **more):
-        program = Program(self.desktop, self.life, **more)
-        self.addCleanup(program.__exit__)
-        return program.start()
+    def fill(cls, life):
+        life.add_month(2008, 11).add_month(2008, 12)
+        life.add(2008, 11, 13, "second.txt", b"lunch")
 
     def test_year_month_day_and_back(self):
         program = self.program()
