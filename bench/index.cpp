@@ -58,11 +58,11 @@ IndexEntry MadeUp(const std::string& folder, int number, const CalendarDate& dat
     entry.date.day = static_cast<std::uint16_t>(date.day);
     entry.date.hour = static_cast<std::uint16_t>(8 + number % kRecordsOfADay / 2);
     entry.date.minute = static_cast<std::uint16_t>(number * 7 % 60);
-    entry.rating1 = number % 9 == 0 ? 64 : 0;
-    entry.value1 = 100 << number % 5;
-    entry.value2 = 825 + number % 300;
-    entry.value4 = number % 2 * 16;
-    entry.value8 = 280 + number % 100;
+    entry.estimations.like = number % 9 == 0 ? 64 : 0;
+    entry.camera.iso = 100 << number % 5;
+    entry.camera.shutter = 825 + number % 300;
+    entry.camera.flash = number % 2 * 16;
+    entry.camera.aperture = 280 + number % 100;
     if (number % 3 == 0)
         entry.comment =
             std::string(kWords[number % 10]) + " " + kWords[number / 10 % 10] + " " + std::to_string(number);

@@ -44,7 +44,8 @@ std::size_t AskObject(const char* path) {
     kalmora::SystemTime date;
     photo.ReadExifValues();
     const bool dated = photo.ReadShotDate(date);
-    return static_cast<std::size_t>(dated) + static_cast<std::size_t>(photo.iso + photo.GetEstimate(1)) +
+    return static_cast<std::size_t>(dated) +
+           static_cast<std::size_t>(photo.camera.iso + photo.GetEstimate(1)) +
            (photo.GetComment() != nullptr);
 }
 

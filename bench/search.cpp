@@ -58,7 +58,7 @@ void Run(const std::string& root, std::string_view line, int rounds) {
 void PrintTable(const std::string& root) {
     for (const auto& day : ReadTree(root))
         for (const EntryPointer& entry : day->entries)
-            std::printf("%s\t%s\t%d\t%d\n", entry->path.c_str(), entry->comment.c_str(), entry->value1,
+            std::printf("%s\t%s\t%d\t%d\n", entry->path.c_str(), entry->comment.c_str(), entry->camera.iso,
                         entry->date.hour);
 }
 

@@ -53,17 +53,16 @@ int RunRate(const StartOptions& start, RateOptions options) {
     const std::vector<RewriteResult> results = EstimateAll(photos, type->type);
     FileReport report("rate", options.json ? ReportForm::Json : ReportForm::Lines);
     for (std::size_t i = 0; i < photos.size(); ++i) {
-        const CPhoto& photo = photos[i];
         if (!IsDone(results[i])) {
             report.Failed(options.words[i], results[i]);
             continue;
         }
-        const nlohmann::ordered_json values{
-            {"like", photo.like}, {"good", photo.good}, {"privacy", photo.privacy}};
-        const std::string words = options.json ? NameOf(results[i])
-                                               : "like " + std::to_string(photo.like) + ", good " +
-                                                     std::to_string(photo.good) + ", privacy " +
-                                                     std::to_string(photo.privacy);
+        const auto& [like, good, privacy] = photos[i].estimations;
+        const nlohmann::ordered_json values{{"like", like}, {"good", good}, {"privacy", privacy}};
+        const std::string words = options.json
+                                      ? NameOf(results[i])
+                                      : "like " + std::to_string(like) + ", good " + std::to_string(good) +
+                                            ", privacy " + std::to_string(privacy);
         report.Done(options.words[i], words, values);
     }
     return report.Finish();

@@ -37,14 +37,21 @@ struct SearchOptions {
 Json DateOrNull(const SystemTime& date) { return IsRealDate(date) ? Json(IsoDate(date)) : Json(); }
 
 Json RecordOf(const IndexEntry& entry) {
-    return {{"path", entry.path},         {"date", DateOrNull(entry.date)},
-            {"width", entry.width},       {"height", entry.height},
-            {"iso", entry.value1},        {"shutter", entry.value2},
-            {"brightness", entry.value3}, {"flash", entry.value4},
-            {"aperture", entry.value8},   {"mode", entry.mode},
-            {"face", entry.faceCount},    {"comment", entry.comment},
-            {"like", entry.rating1},      {"good", entry.rating3},
-            {"privacy", entry.rating2}};
+    return {{"path", entry.path},
+            {"date", DateOrNull(entry.date)},
+            {"width", entry.width},
+            {"height", entry.height},
+            {"iso", entry.camera.iso},
+            {"shutter", entry.camera.shutter},
+            {"brightness", entry.camera.brightness},
+            {"flash", entry.camera.flash},
+            {"aperture", entry.camera.aperture},
+            {"mode", entry.camera.mode},
+            {"face", entry.camera.face},
+            {"comment", entry.comment},
+            {"like", entry.estimations.like},
+            {"good", entry.estimations.good},
+            {"privacy", entry.estimations.privacy}};
 }
 
 // Prints what is found while the search goes on.

@@ -65,7 +65,7 @@ public:
         const Size size = photo.ImageSize();  // first, so that one look at the file serves everything
         SystemTime date;
         const bool dated = photo.GetDate(date) && IsRealDate(date);
-        photo.ReadExifValues();
+        const CameraValues& camera = photo.Metadata().camera;
         const auto make = photo.ReadMake();
         next_ = 0;
         Put(path);
@@ -77,13 +77,13 @@ public:
         Put(size.width);
         Put(size.height);
         for (const int value :
-             {photo.iso, photo.shutter, photo.brightness, photo.flash, photo.exposureBias, photo.exposureTime,
-              photo.exposureProgram, photo.aperture, photo.mode, photo.face})
+             {camera.iso, camera.shutter, camera.brightness, camera.flash, camera.exposureBias,
+              camera.exposureTime, camera.exposureProgram, camera.aperture, camera.mode, camera.face})
             Put(value);
         Put(TextOrNull(make ? &*make : nullptr));
         Put(TextOrNull(photo.GetComment()));
-        photo.GetEstimate(static_cast<int>(EstimateType::Like));
-        for (const int value : {photo.like, photo.good, photo.privacy}) Put(value);
+        const Estimations& estimations = photo.GetEstimations();
+        for (const int value : {estimations.like, estimations.good, estimations.privacy}) Put(value);
         return record_;
     }
 

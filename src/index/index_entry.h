@@ -7,6 +7,8 @@
 #include <string>
 
 #include "base/system_time.h"
+#include "media/camera_values.h"
+#include "media/estimation.h"
 
 namespace kalmora {
 
@@ -21,22 +23,12 @@ struct IndexEntry {
         comment;  // UTF-8, on one line, folded (text::Fold), so that a folded word is found by its bytes
     std::int32_t width = -1;   // pixels, fitted into ThumbnailMaxSize as the file was read; -1 unknown,
     std::int32_t height = -1;  // 0 a picture without a size
-    std::int32_t rating1 = 0;  // like; see estimation.h for the three
-    std::int32_t rating3 = 0;  // good
-    std::int32_t rating2 = 0;  // privacy
-    std::int32_t faceCount = 0;
+    Estimations estimations;
     SystemTime date;         // when it was taken or written, local; all zero when never read
     FileTime lastWriteTime;  // of the file as it was read
-    // The camera's values as CameraValues has them.
-    std::int32_t mode = 0;
-    std::int32_t value1 = 0;  // ISO
-    std::int32_t value2 = 0;  // shutter
-    std::int32_t value3 = 0;  // brightness
-    std::int32_t value4 = 0;  // flash
-    std::int32_t value5 = 0;  // exposure bias; this and the next two do not reach the index file: 0 after a
-    std::int32_t value6 = 0;  // exposure time    load, so nothing may search by them
-    std::int32_t value7 = 0;  // exposure program
-    std::int32_t value8 = 0;  // aperture
+    // Exposure bias, time and program do not reach the index file: they are 0 after a load, so nothing may
+    // search by them.
+    CameraValues camera;
 
     // True when the file's last-write time is another one than that of the last reading, and when the file
     // cannot be looked at. Neither its size nor its birth counts.

@@ -169,19 +169,19 @@ bool TakeField(std::string_view line, IndexEntry& entry) {
         case Key("EVAL"):
             // The third kind stands before the second: meant, and held by
             // IndexText.RatingsStandInTheOrderOneThreeTwo.
-            scan.Decimal(entry.rating1).Literal(',').Decimal(entry.rating3).Literal(',');
-            scan.Decimal(entry.rating2);
+            scan.Decimal(entry.estimations.like).Literal(',').Decimal(entry.estimations.good).Literal(',');
+            scan.Decimal(entry.estimations.privacy);
             return true;
         case Key("FACE"):
-            scan.Decimal(entry.faceCount);
+            scan.Decimal(entry.camera.face);
             return true;
         case Key("MODE"):
-            scan.Decimal(entry.mode);
+            scan.Decimal(entry.camera.mode);
             return true;
         case Key("VALS"):
-            scan.Decimal(entry.value1).Literal(',').Decimal(entry.value2).Literal(',');
-            scan.Decimal(entry.value3).Literal(',').Decimal(entry.value4).Literal(',');
-            scan.Decimal(entry.value8);
+            scan.Decimal(entry.camera.iso).Literal(',').Decimal(entry.camera.shutter).Literal(',');
+            scan.Decimal(entry.camera.brightness).Literal(',').Decimal(entry.camera.flash).Literal(',');
+            scan.Decimal(entry.camera.aperture);
             return true;
         case Key("COMM"):
             entry.comment = ReadComment(line.substr(kKeyLength));
@@ -352,10 +352,11 @@ void AppendIndexRecord(std::string& out, const IndexEntry& entry, const std::str
         AppendNumber(out, fields[i]);
         out += kBehind[i];
     }
-    AppendNumbers(out, "EVAL=", entry.rating1, entry.rating3, entry.rating2);
-    AppendNumbers(out, "FACE=", entry.faceCount);
-    AppendNumbers(out, "MODE=", entry.mode);
-    AppendNumbers(out, "VALS=", entry.value1, entry.value2, entry.value3, entry.value4, entry.value8);
+    AppendNumbers(out, "EVAL=", entry.estimations.like, entry.estimations.good, entry.estimations.privacy);
+    AppendNumbers(out, "FACE=", entry.camera.face);
+    AppendNumbers(out, "MODE=", entry.camera.mode);
+    AppendNumbers(out, "VALS=", entry.camera.iso, entry.camera.shutter, entry.camera.brightness,
+                  entry.camera.flash, entry.camera.aperture);
     out += "COMM=";
     out += text::ToCp932(text::CutAtCharacter(entry.comment, longestComment), text::Escapes::Resolve);
     out += "\n-\n";

@@ -182,36 +182,26 @@ std::optional<std::string> CPhoto::ReadUserComment() {
 
 std::optional<std::string> CPhoto::ReadMake() { return Metadata().make; }
 
-void CPhoto::ReadExifValues() {
-    const CameraValues& values = Metadata().camera;
-    face = values.face;
-    mode = values.mode;
-    iso = values.iso;
-    shutter = values.shutter;
-    brightness = values.brightness;
-    flash = values.flash;
-    exposureBias = values.exposureBias;
-    exposureTime = values.exposureTime;
-    exposureProgram = values.exposureProgram;
-    aperture = values.aperture;
-}
+void CPhoto::ReadExifValues() { camera = Metadata().camera; }
 
-std::int32_t CPhoto::GetEstimate(int type) {
+const Estimations& CPhoto::GetEstimations() {
     if (!estimationsRead) {
         estimationsRead = true;
         const auto stored = ReadUserComment();
-        const Estimations values = stored ? ParseEstimations(*stored) : Estimations{};
-        like = values.like;
-        good = values.good;
-        privacy = values.privacy;
+        estimations = stored ? ParseEstimations(*stored) : Estimations{};
     }
+    return estimations;
+}
+
+std::int32_t CPhoto::GetEstimate(int type) {
+    const Estimations& values = GetEstimations();
     switch (static_cast<EstimateType>(type)) {
         case EstimateType::Like:
-            return like;
+            return values.like;
         case EstimateType::Public:
-            return privacy;
+            return values.privacy;
         case EstimateType::Good:
-            return good;
+            return values.good;
         default:
             return 0;
     }

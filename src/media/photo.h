@@ -64,10 +64,8 @@ public:
     bool commentRead = false;
     std::optional<std::string> comment;  // UTF-8
     bool estimationsRead = false;
-    std::int32_t like = 0, good = 0, privacy = 0;  // see estimation.h; 0 unrated
-    // The camera values, filled by ReadExifValues: see CameraValues.
-    std::int32_t face = 0, mode = 0, iso = 0, shutter = 0, brightness = 0, flash = 0, exposureBias = 0,
-                 exposureTime = 0, exposureProgram = 0, aperture = 0;
+    Estimations estimations;  // filled by GetEstimations
+    CameraValues camera;      // filled by ReadExifValues
 
     // ---- MyObject
     bool HitTest(int x, int y) const override;  // all four edges of the last paint included
@@ -124,6 +122,7 @@ public:
     RewriteResult WriteTextTag(std::uint16_t tag, std::string_view text);
 
     // ---- rating and filters
+    const Estimations& GetEstimations();
     std::int32_t GetEstimate(int type);  // by EstimateType: 1 like, 2 privacy, 3 good; 0 for any other
     // False, and `visible` 0, when GoodMode or PublicMode hides it; else true and `visible` as it was.
     bool IsVisibleUnderEstimate();

@@ -83,14 +83,11 @@ RewriteResult CPhoto::PlanEstimate(EstimateType type, FileChange& change) {
     const PngTextFile* png = PngTexts();
     const std::string text = png ? ReadUserComment().value_or("") : UserCommentWords(Metadata());
     Log("Estimate[%d]: %s", static_cast<int>(type), path.c_str());
-    GetEstimate(static_cast<int>(EstimateType::Like));
-    Log("Like = %d, Good = %d, Private = %d", like, good, privacy);
+    const Estimations before = GetEstimations();
+    Log("Like = %d, Good = %d, Private = %d", before.like, before.good, before.privacy);
     const SystemTime now = LocalTime();
-    const EstimateStep step =
-        StepEstimate(text, Estimations{like, good, privacy}, type, {now.year, now.month, now.day});
-    like = step.values.like;
-    good = step.values.good;
-    privacy = step.values.privacy;
+    const EstimateStep step = StepEstimate(text, before, type, {now.year, now.month, now.day});
+    estimations = step.values;
     RewriteResult result = RewriteResult::Unsupported;
     if (png) {
         PngTextFile changed = *png;

@@ -82,19 +82,19 @@ QueryMatcher::QueryMatcher(Query query) : query_(std::move(query)) {
 
 bool QueryMatcher::PassesTests(const IndexEntry& entry) const {
     const Query& q = query_;
-    if (q.wantPublic && entry.rating2 <= 0) return false;
-    if (q.wantPrivate && entry.rating2 >= 0) return false;
-    if (q.wantGood && entry.rating3 <= 0) return false;
-    if (q.wantBad && entry.rating3 >= 0) return false;
-    if (q.wantLike && entry.rating1 <= 0) return false;
-    if (q.wantDislike && entry.rating1 >= 0) return false;
-    if (q.wantFace && entry.faceCount <= 0) return false;
-    if (q.modeValue != 0 && entry.mode != q.modeValue) return false;
-    if (q.flashValue != 0 && entry.value4 != q.flashValue) return false;
-    if (q.iso.given && !q.iso.Holds(entry.value1)) return false;
-    if (q.aperture.given && !q.aperture.Holds(entry.value8)) return false;
-    if (q.brightness.given && !q.brightness.Holds(entry.value3)) return false;
-    return !q.shutter.given || q.shutter.Holds(entry.value2);
+    if (q.wantPublic && entry.estimations.privacy <= 0) return false;
+    if (q.wantPrivate && entry.estimations.privacy >= 0) return false;
+    if (q.wantGood && entry.estimations.good <= 0) return false;
+    if (q.wantBad && entry.estimations.good >= 0) return false;
+    if (q.wantLike && entry.estimations.like <= 0) return false;
+    if (q.wantDislike && entry.estimations.like >= 0) return false;
+    if (q.wantFace && entry.camera.face <= 0) return false;
+    if (q.modeValue != 0 && entry.camera.mode != q.modeValue) return false;
+    if (q.flashValue != 0 && entry.camera.flash != q.flashValue) return false;
+    if (q.iso.given && !q.iso.Holds(entry.camera.iso)) return false;
+    if (q.aperture.given && !q.aperture.Holds(entry.camera.aperture)) return false;
+    if (q.brightness.given && !q.brightness.Holds(entry.camera.brightness)) return false;
+    return !q.shutter.given || q.shutter.Holds(entry.camera.shutter);
 }
 
 bool QueryMatcher::LiesInWindow(int hour) const {

@@ -43,7 +43,7 @@ struct Query {
     ValueRange time;                 // hours; a high above 24 reaches into the small hours
     int modeValue = 0;               // 0: not asked for
     int flashValue = 0;              // 0: not asked for
-    ValueRange iso, shutter, brightness, aperture;  // of value1, value2, value3, value8
+    ValueRange iso, shutter, brightness, aperture;  // as CameraValues has them
     bool wantPublic = false, wantPrivate = false, wantGood = false, wantBad = false, wantLike = false,
          wantDislike = false, wantFace = false;
 

@@ -28,8 +28,9 @@ std::shared_ptr<const DayIndex> MakeDay() {
         auto entry = std::make_shared<IndexEntry>();
         entry->path = day->folder + "/" + record.name;
         entry->comment = record.comment;
-        entry->mode = entry->value1 = entry->value2 = entry->value3 = entry->value4 = entry->value8 =
-            entry->rating1 = entry->rating2 = entry->rating3 = record.value;
+        entry->camera.mode = entry->camera.iso = entry->camera.shutter = entry->camera.brightness =
+            entry->camera.flash = entry->camera.aperture = entry->estimations.like =
+                entry->estimations.privacy = entry->estimations.good = record.value;
         entry->date.hour = static_cast<std::uint16_t>(record.hour);
         day->entries.push_back(std::move(entry));
     }

@@ -51,19 +51,19 @@ TEST_F(IndexEntryRefresh, PhotoGivesEverything) {
     EXPECT_EQ(entry.height, 180);
     EXPECT_EQ(entry.date, (SystemTime{2008, 11, entry.date.dayOfWeek, 13, 18, 42, 7, 0}));
     EXPECT_EQ(entry.comment, "fireworks  ｶﾒﾗ abc");
-    EXPECT_EQ(entry.rating1, 192);
-    EXPECT_EQ(entry.rating3, -64);
-    EXPECT_EQ(entry.rating2, 128);
-    EXPECT_EQ(entry.faceCount, 1);
-    EXPECT_EQ(entry.mode, 5);
-    EXPECT_EQ(entry.value1, 100);
-    EXPECT_EQ(entry.value2, 825);
-    EXPECT_EQ(entry.value3, 541);
-    EXPECT_EQ(entry.value4, 16);
-    EXPECT_EQ(entry.value5, 33);
-    EXPECT_EQ(entry.value6, 10);
-    EXPECT_EQ(entry.value7, 2);
-    EXPECT_EQ(entry.value8, 300);
+    EXPECT_EQ(entry.estimations.like, 192);
+    EXPECT_EQ(entry.estimations.good, -64);
+    EXPECT_EQ(entry.estimations.privacy, 128);
+    EXPECT_EQ(entry.camera.face, 1);
+    EXPECT_EQ(entry.camera.mode, 5);
+    EXPECT_EQ(entry.camera.iso, 100);
+    EXPECT_EQ(entry.camera.shutter, 825);
+    EXPECT_EQ(entry.camera.brightness, 541);
+    EXPECT_EQ(entry.camera.flash, 16);
+    EXPECT_EQ(entry.camera.exposureBias, 33);
+    EXPECT_EQ(entry.camera.exposureTime, 10);
+    EXPECT_EQ(entry.camera.exposureProgram, 2);
+    EXPECT_EQ(entry.camera.aperture, 300);
     EXPECT_EQ(entry.lastWriteTime, files::GetStatus(entry.path)->written);
     EXPECT_FALSE(entry.IsStale());
 }
@@ -101,7 +101,7 @@ TEST_F(IndexEntryRefresh, PngGivesItsTexts) {
                                        test::PngText("Creation Time", "2008:11:13 18:42:07") +
                                        test::PngText("Property", kEstimations)));
     EXPECT_EQ(entry.comment, "花火 abc");
-    EXPECT_EQ(entry.rating1, 192);
+    EXPECT_EQ(entry.estimations.like, 192);
     EXPECT_EQ(entry.date.hour, 18);
 }
 

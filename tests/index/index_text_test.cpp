@@ -62,17 +62,18 @@ TEST(IndexText, RecordIsTenLinesInTheirOrder) { EXPECT_EQ(Written(Sample()), kSa
 
 TEST(IndexText, EveryFieldIsWrittenWhereItBelongs) {
     IndexEntry entry = Sample();
-    entry.rating1 = 192;
-    entry.rating3 = -64;
-    entry.rating2 = 64;
-    entry.faceCount = 1;
-    entry.mode = 5;
-    entry.value1 = 100;
-    entry.value2 = 825;
-    entry.value3 = -541;
-    entry.value4 = 16;
-    entry.value5 = entry.value6 = entry.value7 = 777;  // not in the file
-    entry.value8 = 300;
+    entry.estimations.like = 192;
+    entry.estimations.good = -64;
+    entry.estimations.privacy = 64;
+    entry.camera.face = 1;
+    entry.camera.mode = 5;
+    entry.camera.iso = 100;
+    entry.camera.shutter = 825;
+    entry.camera.brightness = -541;
+    entry.camera.flash = 16;
+    entry.camera.exposureBias = entry.camera.exposureTime = entry.camera.exposureProgram =
+        777;  // not in the file
+    entry.camera.aperture = 300;
     entry.comment = "花火 in july";
     EXPECT_EQ(
         Written(entry),
@@ -82,16 +83,16 @@ TEST(IndexText, EveryFieldIsWrittenWhereItBelongs) {
 
 TEST(IndexText, ReadsWhatItWrites) {
     IndexEntry entry = Sample();
-    entry.rating1 = 1;
-    entry.rating3 = 3;
-    entry.rating2 = 2;
-    entry.faceCount = 1;
-    entry.mode = 4;
-    entry.value1 = 11;
-    entry.value2 = 12;
-    entry.value3 = 13;
-    entry.value4 = 14;
-    entry.value8 = 18;
+    entry.estimations.like = 1;
+    entry.estimations.good = 3;
+    entry.estimations.privacy = 2;
+    entry.camera.face = 1;
+    entry.camera.mode = 4;
+    entry.camera.iso = 11;
+    entry.camera.shutter = 12;
+    entry.camera.brightness = 13;
+    entry.camera.flash = 14;
+    entry.camera.aperture = 18;
     entry.comment = "ｶﾒﾗ 写真";
     const auto records = ReadRecords(Written(entry));
     ASSERT_EQ(records.size(), 1u);
@@ -105,9 +106,9 @@ TEST(IndexText, ReadsWhatItWrites) {
 
 TEST(IndexText, RatingsStandInTheOrderOneThreeTwo) {
     const IndexEntry entry = ReadOne("EVAL=10,30,20\n");
-    EXPECT_EQ(entry.rating1, 10);
-    EXPECT_EQ(entry.rating3, 30);
-    EXPECT_EQ(entry.rating2, 20);
+    EXPECT_EQ(entry.estimations.like, 10);
+    EXPECT_EQ(entry.estimations.good, 30);
+    EXPECT_EQ(entry.estimations.privacy, 20);
 }
 
 TEST(IndexText, TimeHasItsHighWordFirst) {
@@ -118,19 +119,19 @@ TEST(IndexText, TimeHasItsHighWordFirst) {
 
 TEST(IndexText, ValuesNotInTheFileAreZero) {
     const IndexEntry entry = ReadOne("VALS=1,2,3,4,8\n");
-    EXPECT_EQ(entry.value4, 4);
-    EXPECT_EQ(entry.value5, 0);
-    EXPECT_EQ(entry.value6, 0);
-    EXPECT_EQ(entry.value7, 0);
-    EXPECT_EQ(entry.value8, 8);
+    EXPECT_EQ(entry.camera.flash, 4);
+    EXPECT_EQ(entry.camera.exposureBias, 0);
+    EXPECT_EQ(entry.camera.exposureTime, 0);
+    EXPECT_EQ(entry.camera.exposureProgram, 0);
+    EXPECT_EQ(entry.camera.aperture, 8);
 }
 
 TEST(IndexText, MissingFieldsKeepTheirStartValues) {
     const IndexEntry entry = ReadOne("");
     EXPECT_EQ(entry.width, -1);
     EXPECT_EQ(entry.height, -1);
-    EXPECT_EQ(entry.rating1, 0);
-    EXPECT_EQ(entry.value8, 0);
+    EXPECT_EQ(entry.estimations.like, 0);
+    EXPECT_EQ(entry.camera.aperture, 0);
     EXPECT_EQ(entry.lastWriteTime.ticks, 0u);
     EXPECT_EQ(entry.date, SystemTime{});
     EXPECT_EQ(entry.comment, "");
@@ -141,7 +142,7 @@ TEST(IndexText, FieldsMayStandInAnyOrderAndTheLastOneCounts) {
     EXPECT_EQ(entry.width, 3);
     EXPECT_EQ(entry.height, 4);
     EXPECT_EQ(entry.comment, "two");
-    EXPECT_EQ(entry.mode, 1);
+    EXPECT_EQ(entry.camera.mode, 1);
 }
 
 TEST(IndexText, BadDigitsLeaveWhatTheScanDidNotReach) {

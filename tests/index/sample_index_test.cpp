@@ -67,11 +67,11 @@ bool IsIndexedAsPhoto(const std::string& name) {
 
 void ExpectSame(const IndexEntry& entry, const Said& said) {
     SCOPED_TRACE(said.name);
-    EXPECT_EQ(entry.value1, said.Number(kIso));
-    EXPECT_EQ(entry.value2, said.Number(kShutter));
-    EXPECT_EQ(entry.value3, said.Number(kBrightness));
-    EXPECT_EQ(entry.value4, said.Number(kFlash));
-    EXPECT_EQ(entry.value8, said.Number(kAperture));
+    EXPECT_EQ(entry.camera.iso, said.Number(kIso));
+    EXPECT_EQ(entry.camera.shutter, said.Number(kShutter));
+    EXPECT_EQ(entry.camera.brightness, said.Number(kBrightness));
+    EXPECT_EQ(entry.camera.flash, said.Number(kFlash));
+    EXPECT_EQ(entry.camera.aperture, said.Number(kAperture));
     const std::string comment = said.Text(kXpComment);
     EXPECT_EQ(entry.comment, text::Cp932Length(comment) > 1 ? text::Fold(comment) : comment);
     SystemTime date;
@@ -108,9 +108,9 @@ TEST_F(SampleIndex, RecordsSayWhatTwoIndependentReadersSay) {
         ASSERT_TRUE(again) << rows[row].name;
         EXPECT_EQ(again->comment, entry->comment) << rows[row].name;
         if (!IsIndexedAsPhoto(path)) continue;
-        EXPECT_EQ(entry->value5, rows[row].Number(kExposureBias)) << rows[row].name;
-        EXPECT_EQ(entry->value6, rows[row].Number(kExposureTime)) << rows[row].name;
-        EXPECT_EQ(entry->value7, rows[row].Number(kExposureProgram)) << rows[row].name;
+        EXPECT_EQ(entry->camera.exposureBias, rows[row].Number(kExposureBias)) << rows[row].name;
+        EXPECT_EQ(entry->camera.exposureTime, rows[row].Number(kExposureTime)) << rows[row].name;
+        EXPECT_EQ(entry->camera.exposureProgram, rows[row].Number(kExposureProgram)) << rows[row].name;
         ExpectSame(*entry, rows[row]);
         ExpectSame(*again, rows[row]);
         ++compared;

@@ -116,7 +116,7 @@ INSTANTIATE_TEST_SUITE_P(Likes, EstimatedSize,
 TEST_P(EstimatedSize, ScalesTheLongerSideOfAnImage) {
     CPhoto image = Image(400, 200, 0, 0);
     image.estimationsRead = true;
-    image.like = GetParam().first;
+    image.estimations.like = GetParam().first;
     image.DrawInArea(context, 1000, 800);
     EXPECT_EQ(image.displayWidth, GetParam().second);
     EXPECT_EQ(image.displayHeight, GetParam().second / 2);
@@ -138,7 +138,7 @@ TEST_F(PhotoDrawTest, WithoutAThumbnailSizeAnEstimatedImageIs40Pixels) {
 TEST_F(PhotoDrawTest, AMovieKeepsThePlainSize) {
     CPhoto movie = Movie(400, 200, 0, 0);
     movie.estimationsRead = true;
-    movie.like = 248;
+    movie.estimations.like = 248;
     movie.DrawInArea(context, 1000, 800);
     ExpectPicture(movie, {0, 0, 240, 120});
 }

@@ -48,7 +48,7 @@ TEST_F(PhotoTest, OfARelativePathIsEmptyAndNoError) {
         EXPECT_EQ(date, SystemTime{});
         EXPECT_EQ(photo.GetComment(), nullptr);
         photo.ReadExifValues();
-        EXPECT_EQ(photo.iso, 0);
+        EXPECT_EQ(photo.camera.iso, 0);
     }
 }
 
@@ -303,10 +303,10 @@ TEST_F(PhotoTest, FillsItsCameraValues) {
                                               .Rational(Exif, 0x9202, 300, 100)
                                               .Short(Exif, 0x9209, 16)));
     photo.ReadExifValues();
-    EXPECT_EQ(photo.iso, 200);
-    EXPECT_EQ(photo.aperture, 300);
-    EXPECT_EQ(photo.flash, 16);
-    EXPECT_EQ(photo.shutter, 0);
+    EXPECT_EQ(photo.camera.iso, 200);
+    EXPECT_EQ(photo.camera.aperture, 300);
+    EXPECT_EQ(photo.camera.flash, 16);
+    EXPECT_EQ(photo.camera.shutter, 0);
     EXPECT_EQ(photo.ReadMake(), "Kalmora");
     EXPECT_EQ(Make("b.jpg", JpegOf("")).ReadMake(), std::nullopt);
 }
@@ -347,7 +347,7 @@ TEST_F(PhotoTest, OfAPngHasItsEstimationsInTheProperty) {
 TEST_F(PhotoTest, ReadsItsEstimationsOnce) {
     CPhoto photo = Make("a.jpg", RatedJpeg());
     EXPECT_EQ(photo.GetEstimate(1), 192);
-    photo.like = 224;
+    photo.estimations.like = 224;
     EXPECT_EQ(photo.GetEstimate(1), 224);
 }
 

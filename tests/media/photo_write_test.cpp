@@ -108,7 +108,7 @@ TEST_F(PhotoWriteTest, EstimationsAreWrittenAndReadBack) {
         EXPECT_EQ(photo.Estimate(EstimateType::Like), RewriteResult::Written);
         EXPECT_EQ(photo.Estimate(EstimateType::Like), RewriteResult::Written);
         EXPECT_EQ(photo.Estimate(EstimateType::Private), RewriteResult::Written);
-        EXPECT_EQ(photo.like, 192);
+        EXPECT_EQ(photo.estimations.like, 192);
         EXPECT_EQ(ValuesOf(path), (Estimations{.like = 192, .privacy = -128})) << path;
         CPhoto again(path);
         EXPECT_EQ(again.Estimate(EstimateType::Bad), RewriteResult::Written);
@@ -158,7 +158,7 @@ TEST_F(PhotoWriteTest, ClearWithoutABlockRewritesTheSameText) {
     EXPECT_EQ(photo.Estimate(EstimateType::Clear), RewriteResult::Unchanged);
     EXPECT_EQ(ContentOf(path), before);
     EXPECT_EQ(files::GetStatus(path)->written.ticks, kClockTicks);
-    EXPECT_EQ(photo.like, 0);
+    EXPECT_EQ(photo.estimations.like, 0);
     // A text that is not there yet becomes an empty one.
     CPhoto bare(folder.Put("b.jpg", JpegOf("")));
     EXPECT_EQ(bare.Estimate(EstimateType::Clear), RewriteResult::Written);
@@ -169,7 +169,7 @@ TEST_F(PhotoWriteTest, ClearWithoutTheEndOfTheBlockComesBack) {
     const std::string text = "<estimations><estimation type='like' value='192' last='64'>";
     CPhoto photo(folder.Put("a.jpg", WithWords(text)));
     photo.Estimate(EstimateType::Clear);
-    EXPECT_EQ(photo.like, 0);
+    EXPECT_EQ(photo.estimations.like, 0);
     EXPECT_EQ(ValuesOf(photo.path).like, 192);
     EXPECT_EQ(WordsOf(photo.path), text + '\0');
 }
@@ -179,7 +179,7 @@ TEST_F(PhotoWriteTest, OnWhatIsNoImageStepsInTheObjectAndLeavesTheFile) {
         const std::string path = folder.Put(name, JpegOf(""));
         CPhoto photo(path);
         EXPECT_EQ(photo.Estimate(EstimateType::Like), RewriteResult::Unsupported) << name;
-        EXPECT_EQ(photo.like, 128);
+        EXPECT_EQ(photo.estimations.like, 128);
         EXPECT_EQ(photo.SetComment("words"), RewriteResult::Unsupported);
         EXPECT_EQ(photo.comment, "words");
         EXPECT_EQ(photo.SetShotDate({2008, 5, 2, 6, 7, 8, 9, 0}), RewriteResult::Unsupported);
@@ -206,7 +206,7 @@ TEST_F(PhotoWriteTest, FailureIsToldAndTheObjectHasMovedOn) {
     CPhoto photo(path);
     EXPECT_EQ(photo.Estimate(EstimateType::Like), RewriteResult::Denied);
     EXPECT_EQ(photo.SetComment("words"), RewriteResult::Denied);
-    EXPECT_EQ(photo.like, 128);
+    EXPECT_EQ(photo.estimations.like, 128);
     EXPECT_EQ(*photo.GetComment(), "words");
     EXPECT_EQ(ContentOf(path), JpegOf(""));
     EXPECT_NE(LogText().find("read only: " + path), std::string::npos);

@@ -10,9 +10,14 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 Record At(int hour, int minute = 0) { return {.hour = hour, .minute = minute}; }
-Record With(std::int32_t IndexEntry::*value, int number) {
+Record With(std::int32_t CameraValues::*value, int number) {
     Record record;
-    record.values.*value = number;
+    record.values.camera.*value = number;
+    return record;
+}
+Record With(std::int32_t Estimations::*rating, int number) {
+    Record record;
+    record.values.estimations.*rating = number;
     return record;
 }
 
@@ -74,11 +79,11 @@ TEST(QueryTime, WhatIsNoWindowFindsNothing) {
 TEST(QueryTests, RangesTakeTheLowEndAndLeaveTheHighOne) {
     const struct {
         const char* name;
-        std::int32_t IndexEntry::*value;
-    } ranges[] = {{"iso:", &IndexEntry::value1},
-                  {"shutter:", &IndexEntry::value2},
-                  {"brightness:", &IndexEntry::value3},
-                  {"apeture:", &IndexEntry::value8}};
+        std::int32_t CameraValues::*value;
+    } ranges[] = {{"iso:", &CameraValues::iso},
+                  {"shutter:", &CameraValues::shutter},
+                  {"brightness:", &CameraValues::brightness},
+                  {"apeture:", &CameraValues::aperture}};
     for (const auto& range : ranges) {
         const std::string query = std::string(range.name) + "100~400";
         EXPECT_FALSE(Finds(query, With(range.value, 99))) << query;
@@ -88,31 +93,31 @@ TEST(QueryTests, RangesTakeTheLowEndAndLeaveTheHighOne) {
         EXPECT_FALSE(Finds(std::string(range.name) + "100", With(range.value, 100))) << query;
         EXPECT_FALSE(Finds(std::string(range.name) + "x", With(range.value, 0))) << query;
     }
-    EXPECT_TRUE(Finds("iso:-3", With(&IndexEntry::value1, -1))) << "from -3 up to 0";
+    EXPECT_TRUE(Finds("iso:-3", With(&CameraValues::iso, -1))) << "from -3 up to 0";
 }
 
 TEST(QueryTests, ModeAndFlashAreExact) {
-    EXPECT_TRUE(Finds("mode:5", With(&IndexEntry::mode, 5)));
-    EXPECT_FALSE(Finds("mode:5", With(&IndexEntry::mode, 4)));
-    EXPECT_FALSE(Finds("mode:5", With(&IndexEntry::mode, 25)));
-    EXPECT_TRUE(Finds("flash:9", With(&IndexEntry::value4, 9)));
-    EXPECT_FALSE(Finds("flash:9", With(&IndexEntry::value4, 1)));
+    EXPECT_TRUE(Finds("mode:5", With(&CameraValues::mode, 5)));
+    EXPECT_FALSE(Finds("mode:5", With(&CameraValues::mode, 4)));
+    EXPECT_FALSE(Finds("mode:5", With(&CameraValues::mode, 25)));
+    EXPECT_TRUE(Finds("flash:9", With(&CameraValues::flash, 9)));
+    EXPECT_FALSE(Finds("flash:9", With(&CameraValues::flash, 1)));
 }
 
 TEST(QueryTests, ZeroTestsNothing) {
     for (const char* query : {"mode:0", "flash:0", "mode:x", "flash:x"}) {
         EXPECT_FALSE(Finds(query, Record{})) << query;
         const std::string withWord = std::string(query) + " cat";
-        EXPECT_TRUE(Finds(withWord, {.name = "cat.jpg", .values = With(&IndexEntry::mode, 3).values}))
+        EXPECT_TRUE(Finds(withWord, {.name = "cat.jpg", .values = With(&CameraValues::mode, 3).values}))
             << query;
     }
 }
 
 TEST(QueryTests, NegativeModeCountsBesideAnotherTest) {
-    EXPECT_FALSE(Finds("mode:-5", With(&IndexEntry::mode, -5))) << "by itself it is no test";
-    Record liked = With(&IndexEntry::rating1, 1);
+    EXPECT_FALSE(Finds("mode:-5", With(&CameraValues::mode, -5))) << "by itself it is no test";
+    Record liked = With(&Estimations::like, 1);
     EXPECT_FALSE(Finds("mode:-5 tag:like", liked));
-    liked.values.mode = -5;
+    liked.values.camera.mode = -5;
     EXPECT_TRUE(Finds("mode:-5 tag:like", liked));
 }
 
@@ -120,10 +125,10 @@ TEST(QueryTests, TagsWantRatingsOfTheirSign) {
     const struct {
         const char* above;
         const char* below;
-        std::int32_t IndexEntry::*rating;
-    } tags[] = {{"tag:like", "tag:dislike", &IndexEntry::rating1},
-                {"tag:public", "tag:private", &IndexEntry::rating2},
-                {"tag:good", "tag:bad", &IndexEntry::rating3}};
+        std::int32_t Estimations::*rating;
+    } tags[] = {{"tag:like", "tag:dislike", &Estimations::like},
+                {"tag:public", "tag:private", &Estimations::privacy},
+                {"tag:good", "tag:bad", &Estimations::good}};
     for (const auto& tag : tags) {
         EXPECT_TRUE(Finds(tag.above, With(tag.rating, 1))) << tag.above;
         EXPECT_FALSE(Finds(tag.above, With(tag.rating, 0))) << tag.above;
@@ -132,15 +137,15 @@ TEST(QueryTests, TagsWantRatingsOfTheirSign) {
         EXPECT_FALSE(Finds(tag.below, With(tag.rating, 0))) << tag.below;
         EXPECT_FALSE(Finds(tag.below, With(tag.rating, 1))) << tag.below;
     }
-    EXPECT_TRUE(Finds("tag:face", With(&IndexEntry::faceCount, 1)));
-    EXPECT_FALSE(Finds("tag:face", With(&IndexEntry::faceCount, 0)));
+    EXPECT_TRUE(Finds("tag:face", With(&CameraValues::face, 1)));
+    EXPECT_FALSE(Finds("tag:face", With(&CameraValues::face, 0)));
 }
 
 TEST(QueryTests, AllHaveToHold) {
     Record record = At(8);
     record.name = "cat.jpg";
-    record.values.value1 = 200;
-    record.values.rating1 = 64;
+    record.values.camera.iso = 200;
+    record.values.estimations.like = 64;
     EXPECT_TRUE(Finds("cat iso:100~400 tag:like time:morning", record));
     for (const char* query :
          {"dog iso:100~400 tag:like time:morning", "cat iso:400~800 tag:like time:morning",
@@ -151,7 +156,7 @@ TEST(QueryTests, AllHaveToHold) {
 
 TEST(QueryTests, UnknownTagFindsNothing) {
     EXPECT_FALSE(Finds("tag:unknown", Record{}));
-    EXPECT_FALSE(Finds("tag:flash", With(&IndexEntry::value4, 9)));
+    EXPECT_FALSE(Finds("tag:flash", With(&CameraValues::flash, 9)));
     EXPECT_FALSE(Finds("tag:", Record{}));
     EXPECT_TRUE(Finds("tag:unknown a.jpg", Record{})) << "it is dropped, and the word is left";
 }
@@ -254,7 +259,7 @@ TEST(QueryOrMode, MealsAndDrinksAreFoundInComments) {
 TEST(QueryOrMode, TestsDoNotCount) {
     EXPECT_TRUE(Finds("tag:meal tag:like", {.comment = "lunch"})) << "nobody has said that he likes it";
     EXPECT_TRUE(Finds("cat or dog iso:100~200", {.comment = "a dog"}));
-    EXPECT_FALSE(Finds("or tag:like", With(&IndexEntry::rating1, 64))) << "without a word nothing is left";
+    EXPECT_FALSE(Finds("or tag:like", With(&Estimations::like, 64))) << "without a word nothing is left";
 }
 
 TEST(QueryOrMode, HoursCount) {

@@ -86,7 +86,7 @@ TEST_F(ViewPhotosTest, RatingGoesThroughTheObjectInTheDay) {
     EXPECT_TRUE(Shell().RateFile(path, 1));
     EXPECT_TRUE(Shell().RateFile(path, 1));
     EXPECT_EQ(LikeOf(path), 192);
-    EXPECT_EQ(ObjectInDay()->photo->like, 192) << "the view knows without a second read";
+    EXPECT_EQ(ObjectInDay()->photo->estimations.like, 192) << "the view knows without a second read";
 }
 
 TEST_F(ViewPhotosTest, RatingGoesThroughTheObjectInTheScatter) {
@@ -96,7 +96,7 @@ TEST_F(ViewPhotosTest, RatingGoesThroughTheObjectInTheScatter) {
     const PlacedObjectPtr object = Calendar().CurrentAllViewer().objects.Front();
     ASSERT_NE(object, nullptr);
     EXPECT_TRUE(Shell().RateFile(path, 4));
-    EXPECT_EQ(object->photo->like, -128);
+    EXPECT_EQ(object->photo->estimations.like, -128);
     EXPECT_EQ(LikeOf(path), -128);
 }
 
