@@ -1,16 +1,16 @@
 #include "app/command_actions.h"
 
-#include "app/app_hooks.h"
 #include "app/tray_menu.h"
 #include "base/log.h"
+#include "media/rotation.h"
 #include "platform/files.h"
 #include "platform/shell.h"
 #include "state/app_state.h"
 #include "store/data_folder.h"
 #include "views/bar/button_bar.h"
 #include "views/control/navigation.h"
-#include "views/hooks.h"
 #include "views/load/object_loader.h"
+#include "views/load/view_photos.h"
 #include "views/model/calendar_store.h"
 #include "views/model/stop_load.h"
 #include "views/paint/paint_view.h"
@@ -26,10 +26,18 @@ void RedrawButtons() {
     DrawButtonsOnWindow();
 }
 
-void PlayCurrentMusic() {
+void PlayCurrentMusic(const AppParts& parts) {
     const std::string path = Calendar().backgrounds.CurrentMusic();
-    if (State().settings.SoundMode && !path.empty() && files::Exists(path)) Hooks().PlayMusic(path);
+    if (State().settings.SoundMode && !path.empty() && files::Exists(path)) parts.music.Play(path);
 }
+
+class TurnInViews : public TurnListener {
+public:
+    void OnTurned(const std::string& path) override { ForgetInViews(path); }
+    void OnToolMissing(const std::string& toolPath) override {
+        ShowMessage(MainWindow(), "Not found", toolPath, MessageButtons::Ok);
+    }
+};
 
 }  // namespace
 
@@ -39,9 +47,9 @@ void ShowMainWindow(Window& window) {
     State().run.MainWindowVisible = 1;
 }
 
-void HideMainWindow(Window& window) {
-    Shell().HideFilterWindow();
-    if (!HasTray()) {
+void HideMainWindow(const AppParts& parts, Window& window) {
+    parts.filter.Hide();
+    if (!parts.tray.IsShown()) {
         // Hidden, it could never be called back. Once it is minimised the window is told so.
         window.Minimize();
         return;
@@ -56,38 +64,40 @@ void ExitProgram(Window& window) {
     State().run.MainWindowVisible = 0;
 }
 
-void ToggleSound() {
+void ToggleSound(const AppParts& parts) {
     if (State().settings.SoundMode) {
         State().settings.SoundMode = 0;
-        Hooks().StopMusic();
+        parts.music.Stop();
     } else {
         State().settings.SoundMode = 1;
-        StepMusic(+1);
+        StepMusic(parts, +1);
     }
     RedrawButtons();
 }
 
-void StepMusic(int step) {
+void StepMusic(const AppParts& parts, int step) {
     Calendar().backgrounds.StepMusic(step);
-    Hooks().StopMusic();
-    PlayCurrentMusic();
+    parts.music.Stop();
+    PlayCurrentMusic(parts);
 }
 
-void PlayOtherMusic() {
+void PlayOtherMusic(const AppParts& parts) {
     Calendar().backgrounds.PickOtherMusic();
-    PlayCurrentMusic();
+    PlayCurrentMusic(parts);
 }
 
-void ShowSearch() {
-    if (!Shell().ShowSearchDialog()) return;
+void ShowSearch(const AppParts& parts) {
+    if (!parts.searchQuestion.Ask()) return;
     Calendar().AdvanceAllRing();
     RedrawButtons();
     UpdateObjects();
 }
 
-void UpdateMonthInView() {
-    Shell().UpdateMonthInBackground(State().view.TargetYear * 100 + State().view.TargetMonth);
+void UpdateMonthInView(const AppParts& parts) {
+    parts.indexUpdates.Start(State().view.TargetYear * 100 + State().view.TargetMonth);
 }
+
+void ImportFromCard(const AppParts& parts) { parts.importer.AskAndImport(); }
 
 // A library of another platform does it there. It cannot be loaded here, and the log says so.
 void SearchGoogleCalendar() {
@@ -103,41 +113,77 @@ void OpenPeriodFolder() {
                                   view == kYearly || view == kMonthly ? 0 : state.view.TargetDay.load()));
 }
 
-void OpenSlideShowByCommand() {
-    Shell().OpenSlideShow();
+void OpenSlideShowByCommand(const AppParts& parts) {
+    parts.slideShow.Open();
     State().run.SlideOpenedByCommand = 1;
 }
 
-void CloseSlideShowAndNeighbor() {
-    if (Hooks().IsSlideShowOpen()) {
-        Shell().CloseSlideShow();
+void CloseSlideShowAndNeighbor(const AppParts& parts) {
+    if (parts.slideShow.IsShown()) {
+        parts.slideShow.Hide();
         State().run.SlideOpenedByCommand = 0;
     }
-    if (Shell().IsNeighborShown()) Shell().HideNeighbor();
+    if (parts.neighbor.IsShown()) parts.neighbor.Hide();
 }
 
-void GoToNextObject() {
+void SetSlideDirection(const AppParts& parts, SlideDirection direction) {
+    parts.slideShow.SetDirection(direction);
+}
+
+void FlipSlideShowView(const AppParts& parts) { parts.slideShow.FlipView(); }
+
+void DeleteSlide(const AppParts& parts) {
+    Log("Delete");
+    parts.slideShow.DeleteSlide();
+}
+
+void PasteIntoSlide(const AppParts& parts) {
+    if (parts.slideShow.IsShown()) parts.slideShow.PasteComment();
+}
+
+void GoToNextObject(const AppParts& parts) {
     Log("Next.");
-    if (Hooks().IsSlideShowOpen()) Shell().NextSlide();
-    if (Shell().IsNeighborShown()) Shell().NextNeighbor();
+    if (parts.slideShow.IsShown()) parts.slideShow.Next();
+    if (parts.neighbor.IsShown()) parts.neighbor.Next();
 }
 
-void GoToPreviousObject() {
+void GoToPreviousObject(const AppParts& parts) {
     Log("Prev.");
-    if (Hooks().IsSlideShowOpen()) Shell().PreviousSlide();
-    if (Shell().IsNeighborShown()) Shell().PreviousNeighbor();
+    if (parts.slideShow.IsShown()) parts.slideShow.Previous();
+    if (parts.neighbor.IsShown()) parts.neighbor.Previous();
 }
 
-void RateObject(int estimateType) {
-    if (Hooks().IsSlideShowOpen())
-        Shell().RateSlide(estimateType);
-    else if (Shell().IsNeighborShown())
-        Shell().RateNeighbor(estimateType);
+void RateObject(const AppParts& parts, EstimateType type) {
+    if (parts.slideShow.IsShown())
+        parts.slideShow.Rate(type);
+    else if (parts.neighbor.IsShown())
+        parts.neighbor.Rate(type);
 }
 
-void ResizeThumbnails(int pixels) {
+void RotateObject(const AppParts& parts, int degrees) {
+    TurnInViews listener;
+    RotateShown(degrees, parts.slideShow, parts.neighbor, listener);
+}
+
+void OpenEditorAndPaste(const AppParts& parts) {
+    if (!parts.editor.IsOpen()) parts.editor.OpenAndPaste();
+}
+
+void EditText(const AppParts& parts, Command command) { parts.editor.Edit(command); }
+
+void CloseEditor(const AppParts& parts) {
+    if (parts.editor.IsOpen()) parts.editor.Close();
+}
+
+void TakeScreenshot(const AppParts& parts, ScreenshotArea area) { parts.screenshots.Take(area); }
+
+void ScrapText(const AppParts& parts, ScrapSource source) { parts.scraps.Scrap(source); }
+
+void RunGetter(const AppParts& parts, Getter getter) { parts.getters.Run(getter); }
+
+void ResizeThumbnails(const AppParts& parts, int pixels) {
     AppState& state = State();
-    if (!state.view.AllViewMode || Hooks().IsSlideShowOpen()) return;
+    if (!state.view.AllViewMode || parts.slideShow.IsShown()) return;
     if (pixels < 0 && state.settings.ThumbnailMaxSize <= kSmallestThumbnail) return;
     state.settings.ThumbnailMaxSize = state.settings.ThumbnailMaxSize + pixels;
 }

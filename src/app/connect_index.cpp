@@ -1,12 +1,9 @@
 #include "app/connect_index.h"
 
-#include "app/app_hooks.h"
 #include "index/index_manager.h"
 #include "index/index_progress.h"
-#include "index/update.h"
 #include "store/date_tree.h"
 #include "views/bar/button_bar.h"
-#include "views/hooks.h"
 #include "views/model/calendar_store.h"
 #include "views/paint/progress_stripe.h"
 
@@ -19,12 +16,6 @@ void ConnectIndex() {
     TheDateTree().onDayPicked = [] {
         if (Window* window = MainWindow()) window->Invalidate();
     };
-    Shell().UpdateMonthInBackground = StartBackgroundUpdate;
-    Shell().PreloadIndexes = PreloadIndexes;
-    Shell().SecondsSinceMonthUpdate = [](int year, int month) {
-        return MainIndex().SecondsSinceUpdate(year, month);
-    };
-    Hooks().StopIndexing = StopIndexing;
     // Now, while nobody else runs: the roots of the start are the roots of the run.
     MainIndex();
     OtherIndex();

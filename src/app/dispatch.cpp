@@ -2,16 +2,17 @@
 
 #include <algorithm>
 #include <array>
+#include <type_traits>
 
-#include "app/app_hooks.h"
 #include "app/command_actions.h"
 #include "app/jump_dialog.h"
+#include "base/commands.h"
 #include "base/log.h"
 #include "input/accelerators.h"
+#include "input/key_config.h"
 #include "platform/clock.h"
 #include "state/app_state.h"
 #include "views/control/navigation.h"
-#include "views/hooks.h"
 #include "views/load/object_loader.h"
 
 namespace kalmora {
@@ -19,98 +20,123 @@ namespace kalmora {
 namespace {
 
 struct CommandRow {
-    int first;
-    int last;
-    void (*run)(Window& window, int id);
+    Command command;
+    void (*run)(const AppParts& parts, Window& window);
 };
 
-#define KALMORA_RUN(...)         \
-    [](Window& window, int id) { \
-        (void)window;            \
-        (void)id;                \
-        __VA_ARGS__;             \
-    }
+// Calls the function with what it takes of the parts and the window, and with the values of its row.
+template <auto Function, auto... values>
+void Run(const AppParts& parts, Window& window) {
+    using F = decltype(Function);
+    if constexpr (std::is_invocable_v<F, const AppParts&, Window&, decltype(values)...>)
+        Function(parts, window, values...);
+    else if constexpr (std::is_invocable_v<F, const AppParts&, decltype(values)...>)
+        Function(parts, values...);
+    else if constexpr (std::is_invocable_v<F, Window&, decltype(values)...>)
+        Function(window, values...);
+    else
+        Function(values...);
+}
 
-// In the order of the numbers.
-constexpr std::array kCommands = std::to_array<CommandRow>({
-    {1001, 1001, KALMORA_RUN(ShowMainWindow(window))},
-    {1002, 1002, KALMORA_RUN(ExitProgram(window))},
-    {1010, 1010, KALMORA_RUN(StepPeriod(Step::OuterNext))},
-    {1011, 1011, KALMORA_RUN(StepPeriod(Step::Next))},
-    {1012, 1012, KALMORA_RUN(StepPeriod(Step::Previous))},
-    {1013, 1013, KALMORA_RUN(StepPeriod(Step::OuterPrevious))},
-    {1014, 1014, KALMORA_RUN(JumpToToday())},
-    {1015, 1015, KALMORA_RUN(RandomNavigate())},
-    {1016, 1016, KALMORA_RUN(ShowJumpDialog(window))},
-    {1017, 1017, KALMORA_RUN(ToYearly())},
-    {1018, 1018, KALMORA_RUN(OneLevelUp())},
-    {1019, 1019, KALMORA_RUN(OpenTodayLevel())},
-    {1020, 1020, KALMORA_RUN(HideMainWindow(window))},
-    {1021, 1021, KALMORA_RUN(ReloadView())},
-    {1022, 1022, KALMORA_RUN(ToggleAllView())},
-    {1023, 1023, KALMORA_RUN(ToggleAutoNavigate())},
-    {1024, 1024, KALMORA_RUN(TogglePublicMode())},
-    {1025, 1025, KALMORA_RUN(ToggleGoodMode())},
-    {1026, 1026, KALMORA_RUN(ToggleSound())},
-    {1027, 1027, KALMORA_RUN(TogglePaused())},
-    {1030, 1030, KALMORA_RUN(StepMusic(+1))},
-    {1031, 1031, KALMORA_RUN(StepMusic(-1))},
-    {1041, 1041, KALMORA_RUN(ShowSearch())},
-    {1043, 1043, KALMORA_RUN(UpdateMonthInView())},
-    {1046, 1047, KALMORA_RUN(Shell().RunGetter(id))},
-    {1048, 1048, KALMORA_RUN(SearchGoogleCalendar())},
-    {1049, 1049, KALMORA_RUN(Shell().RunGetter(id))},
-    {1050, 1050, KALMORA_RUN(OpenPeriodFolder())},
-    {1051, 1051, KALMORA_RUN(OpenSlideShowByCommand())},
-    {1052, 1052, KALMORA_RUN(CloseSlideShowAndNeighbor())},
-    {1053, 1054, KALMORA_RUN(Shell().SetSlideShowState(id - 1053))},
-    {1055, 1055, KALMORA_RUN(GoToNextObject())},
-    {1056, 1056, KALMORA_RUN(GoToPreviousObject())},
-    {1057, 1057, KALMORA_RUN(Shell().FlipSlideShowView())},
-    {1058, 1058, KALMORA_RUN(Log("Delete"); Shell().DeleteSlide())},
-    {1059, 1059, KALMORA_RUN(if (!Shell().IsEditorOpen()) Shell().OpenEditorAndPaste())},
-    {1060, 1062, KALMORA_RUN(Shell().Rotate(id))},
-    {1063, 1063, KALMORA_RUN(if (Hooks().IsSlideShowOpen()) Shell().PasteIntoSlideShow())},
-    {1100, 1106, KALMORA_RUN(RateObject(id - 1099))},
-    {1120, 1120, KALMORA_RUN(ResizeThumbnails(+10))},
-    {1121, 1121, KALMORA_RUN(ResizeThumbnails(-10))},
-    {1200, 1200, KALMORA_RUN(Shell().Import())},
-    {2000, 2000, KALMORA_RUN(Shell().TakeScreenshot(true))},
-    {2001, 2001, KALMORA_RUN(Shell().TakeScreenshot(false))},
-    {2002, 2002, KALMORA_RUN(Shell().ScrapSelection(id))},
-    {2005, 2005, KALMORA_RUN(Shell().ScrapSelection(id))},
-    {40271, 40286, KALMORA_RUN(Shell().SendToEditor(id))},
-    {40290, 40290, KALMORA_RUN(if (Shell().IsEditorOpen()) Shell().CloseEditor())},
-    {40291, 40291, KALMORA_RUN(Shell().SendToEditor(id))},
+// In the order of the numbers. A command without a row does nothing.
+constexpr auto kRows = std::to_array<CommandRow>({
+    {kCommandShow, Run<ShowMainWindow>},
+    {kCommandExit, Run<ExitProgram>},
+    {kCommandOuterNext, Run<StepPeriod, Step::OuterNext>},
+    {kCommandNext, Run<StepPeriod, Step::Next>},
+    {kCommandPrevious, Run<StepPeriod, Step::Previous>},
+    {kCommandOuterPrevious, Run<StepPeriod, Step::OuterPrevious>},
+    {kCommandToday, Run<JumpToToday>},
+    {kCommandRandom, Run<RandomNavigate>},
+    {kCommandJump, Run<ShowJumpDialog>},
+    {kCommandToYearly, Run<ToYearly>},
+    {kCommandLevelUp, Run<OneLevelUp>},
+    {kCommandOpenTodayLevel, Run<OpenTodayLevel>},
+    {kCommandHide, Run<HideMainWindow>},
+    {kCommandReload, Run<ReloadView>},
+    {kCommandAllView, Run<ToggleAllView>},
+    {kCommandAutoNavigate, Run<ToggleAutoNavigate>},
+    {kCommandPublicMode, Run<TogglePublicMode>},
+    {kCommandGoodMode, Run<ToggleGoodMode>},
+    {kCommandSound, Run<ToggleSound>},
+    {kCommandPause, Run<TogglePaused>},
+    {kCommandMusicForward, Run<StepMusic, +1>},
+    {kCommandMusicBack, Run<StepMusic, -1>},
+    {kCommandSearch, Run<ShowSearch>},
+    {kCommandUpdateMonth, Run<UpdateMonthInView>},
+    {kCommandAmazon, Run<RunGetter, Getter::Amazon>},
+    {kCommandTravel, Run<RunGetter, Getter::Travel>},
+    {kCommandGoogleCalendar, Run<SearchGoogleCalendar>},
+    {kCommandTwitter, Run<RunGetter, Getter::Twitter>},
+    {kCommandOpenFolder, Run<OpenPeriodFolder>},
+    {kCommandOpenSlideShow, Run<OpenSlideShowByCommand>},
+    {kCommandCloseSlideShow, Run<CloseSlideShowAndNeighbor>},
+    {kCommandSlidesForward, Run<SetSlideDirection, SlideDirection::Forward>},
+    {kCommandSlidesBackward, Run<SetSlideDirection, SlideDirection::Backward>},
+    {kCommandNextSlide, Run<GoToNextObject>},
+    {kCommandPreviousSlide, Run<GoToPreviousObject>},
+    {kCommandFlipSlideShowView, Run<FlipSlideShowView>},
+    {kCommandDeleteSlide, Run<DeleteSlide>},
+    {kCommandPasteAndEdit, Run<OpenEditorAndPaste>},
+    {kCommandRotate90, Run<RotateObject, 90>},
+    {kCommandRotate180, Run<RotateObject, 180>},
+    {kCommandRotate270, Run<RotateObject, 270>},
+    {kCommandPasteIntoSlide, Run<PasteIntoSlide>},
+    {kCommandRateLike, Run<RateObject, EstimateType::Like>},
+    {kCommandRatePublic, Run<RateObject, EstimateType::Public>},
+    {kCommandRateGood, Run<RateObject, EstimateType::Good>},
+    {kCommandRateDislike, Run<RateObject, EstimateType::Dislike>},
+    {kCommandRatePrivate, Run<RateObject, EstimateType::Private>},
+    {kCommandRateBad, Run<RateObject, EstimateType::Bad>},
+    {kCommandClearRating, Run<RateObject, EstimateType::Clear>},
+    {kCommandThumbnailLarger, Run<ResizeThumbnails, +10>},
+    {kCommandThumbnailSmaller, Run<ResizeThumbnails, -10>},
+    {kCommandImport, Run<ImportFromCard>},
+    {kCommandScreenshot, Run<TakeScreenshot, ScreenshotArea::Desktop>},
+    {kCommandScreenshotOfWindow, Run<TakeScreenshot, ScreenshotArea::ForegroundWindow>},
+    {kCommandScrapSelection, Run<ScrapText, ScrapSource::Selection>},
+    {kCommandScrapClipboard, Run<ScrapText, ScrapSource::Clipboard>},
+    {kCommandLineDown, Run<EditText, kCommandLineDown>},
+    {kCommandLineUp, Run<EditText, kCommandLineUp>},
+    {kCommandRight, Run<EditText, kCommandRight>},
+    {kCommandLeft, Run<EditText, kCommandLeft>},
+    {kCommandLineStart, Run<EditText, kCommandLineStart>},
+    {kCommandLineEnd, Run<EditText, kCommandLineEnd>},
+    {kCommandDeleteLeft, Run<EditText, kCommandDeleteLeft>},
+    {kCommandDeleteRight, Run<EditText, kCommandDeleteRight>},
+    {kCommandPaste, Run<EditText, kCommandPaste>},
+    {kCommandPageDown, Run<EditText, kCommandPageDown>},
+    {kCommandPageUp, Run<EditText, kCommandPageUp>},
+    {kCommandCopy, Run<EditText, kCommandCopy>},
+    {kCommandCutLine, Run<EditText, kCommandCutLine>},
+    {kCommandCut, Run<EditText, kCommandCut>},
+    {kCommandUndo, Run<EditText, kCommandUndo>},
+    {kCommandRedo, Run<EditText, kCommandRedo>},
+    {kCommandCloseEditor, Run<CloseEditor>},
+    {kCommandSelectAll, Run<EditText, kCommandSelectAll>},
 });
 
-#undef KALMORA_RUN
-
-constexpr bool InOrder() {
-    for (std::size_t i = 1; i < kCommands.size(); ++i)
-        if (kCommands[i].first <= kCommands[i - 1].last) return false;
-    return true;
-}
-static_assert(InOrder(), "the table is searched by halves");
+constexpr bool IsBefore(const CommandRow& a, const CommandRow& b) { return a.command < b.command; }
+static_assert(std::is_sorted(kRows.begin(), kRows.end(), IsBefore), "the table is searched by halves");
 
 }  // namespace
 
-void DispatchCommand(Window& window, int id) {
+void DispatchCommand(const AppParts& parts, Window& window, int id) {
     State().run.LastActivity = UptimeMs();
     const int number = id & 0xFFFF;
     Log("[Command] %d", number);
-    const auto row = std::lower_bound(kCommands.begin(), kCommands.end(), number,
-                                      [](const CommandRow& r, int n) { return r.last < n; });
-    if (row != kCommands.end() && row->first <= number) row->run(window, number);
+    const auto row = std::lower_bound(kRows.begin(), kRows.end(), number,
+                                      [](const CommandRow& r, int n) { return r.command < n; });
+    if (row != kRows.end() && row->command == number) row->run(parts, window);
 }
 
-bool RouteCommand(Window& window, int id) {
+bool RouteCommand(const AppParts& parts, Window& window, int id) {
     State().run.LastActivity = UptimeMs();
     if (IsKeyCommand(id)) {
-        id = Shell().TranslateKey(id);
+        id = parts.keys.TranslateKey(id);
         if (id == 0) return false;
     }
-    DispatchCommand(window, id);
+    DispatchCommand(parts, window, id);
     return true;
 }
 

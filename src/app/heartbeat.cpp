@@ -4,7 +4,6 @@
 #include <memory>
 #include <utility>
 
-#include "app/app_hooks.h"
 #include "app/startup_threads.h"
 #include "base/log.h"
 #include "platform/clock.h"
@@ -13,7 +12,6 @@
 #include "state/app_state.h"
 #include "store/date_tree.h"
 #include "views/control/navigation.h"
-#include "views/hooks.h"
 #include "views/load/object_loader.h"
 #include "views/model/calendar_store.h"
 #include "views/paint/heartbeat_redraw.h"
@@ -29,17 +27,6 @@ constexpr int kLongestPeriod = 24 * 60 * 60;  // seconds; a settings file may as
 constexpr int kLastBeatMs = 1000;
 constexpr int kMostTicks = 30000;
 constexpr unsigned kMonthIsOld = 43200;  // seconds
-
-std::unique_ptr<PeriodicTimer>& Timer() {
-    static auto* const timer = new std::unique_ptr<PeriodicTimer>;
-    return *timer;
-}
-
-// Waits for the last beat.
-Thread& LastBeat() {
-    static auto* const thread = new Thread;
-    return *thread;
-}
 
 void NoteCursor() {
     AppState& state = State();
@@ -57,7 +44,14 @@ bool HasDataFolderChanged() {
     return LookForDataFolder() != before;
 }
 
-void ShowOtherDataFolder() {
+class BusyMark {
+public:
+    ~BusyMark() { State().run.HeartbeatBusy = 0; }
+};
+
+}  // namespace
+
+void Heartbeat::ShowOtherDataFolder() {
     UpdateObjects();
     // Its dates were not there to be counted at the start.
     const AppState& state = State();
@@ -65,16 +59,11 @@ void ShowOtherDataFolder() {
     if (canScan && LastSeenDataFolder() == DataFolder::There) StartInitialScan();
 }
 
-class BusyMark {
-public:
-    ~BusyMark() { State().run.HeartbeatBusy = 0; }
-};
-
-BeatEnd Beat() {
+BeatEnd Heartbeat::Beat() {
     AppState& state = State();
     if (IsLeftButtonDown()) return BeatEnd::ButtonDown;
-    if (Shell().IsEstimateShown()) {
-        Shell().HideEstimate();
+    if (petals_.IsShown()) {
+        petals_.Hide();
         return BeatEnd::EstimateHidden;
     }
     if (state.run.ObjectGate.IsHeld()) return BeatEnd::GateHeld;
@@ -85,13 +74,13 @@ BeatEnd Beat() {
     if (state.run.FirstStartPending && state.run.FirstLoadDone) {
         state.run.FirstStartPending = 0;
         StartInitialScan();
-        if (state.settings.LoadIndexInitially) StartIndexPreload();
+        if (state.settings.LoadIndexInitially) StartIndexPreload(indexUpdates_);
     }
-    if (Hooks().IsSlideShowOpen() && !state.settings.SlideShowAutoNavigate) return BeatEnd::SlideShowStands;
+    if (slideShow_.IsShown() && !state.settings.SlideShowAutoNavigate) return BeatEnd::SlideShowStands;
     if (state.settings.AutoNavigate == 1 && !state.run.InitialScanRunning && !state.run.ObjectGate.IsHeld() &&
         state.run.TicksInView > 0 && RandomNavigate())
         return BeatEnd::Navigated;
-    if (Hooks().IsSlideShowOpen()) return BeatEnd::SlideShowOpen;
+    if (slideShow_.IsShown()) return BeatEnd::SlideShowOpen;
     const int ticks = state.run.TicksInView = state.run.TicksInView + 1;
     if (!IsViewReady()) {
         UpdateObjects();
@@ -102,11 +91,9 @@ BeatEnd Beat() {
     return BeatEnd::Redrawn;
 }
 
-}  // namespace
-
-BeatEnd HeartbeatTick() {
+BeatEnd Heartbeat::Tick() {
     AppState& state = State();
-    if (Shell().IsNeighborShown()) return BeatEnd::NeighborShown;
+    if (neighbor_.IsShown()) return BeatEnd::NeighborShown;
     const double now = UptimeMs();
     if (now - state.run.LastTickClock < state.settings.TimingOfPopup * kShortestBeat) return BeatEnd::TooSoon;
     state.run.LastTickClock = now;
@@ -121,23 +108,21 @@ BeatEnd HeartbeatTick() {
     return Beat();
 }
 
-void StartHeartbeat() {
-    Timer() = std::make_unique<PeriodicTimer>();
+void Heartbeat::Start() {
+    timer_ = std::make_unique<PeriodicTimer>();
     const int seconds = std::min(State().settings.TimingOfPopup, kLongestPeriod);
-    Timer()->Start(seconds * 1000, [] { HeartbeatTick(); });
+    timer_->Start(seconds * 1000, [this] { Tick(); });
 }
 
-void StopHeartbeat() {
-    if (!Timer()) return;
+void Heartbeat::Stop() {
+    if (!timer_) return;
     // The timer waits for its call without a bound, so it goes on a thread of its own.
-    const std::shared_ptr<PeriodicTimer> timer = std::move(Timer());
-    if (LastBeat().StartSuspended("LastBeat", [timer] { timer->Stop(); })) LastBeat().Resume();
-    LastBeat().WaitForEnd(kLastBeatMs);
+    const std::shared_ptr<PeriodicTimer> timer = std::move(timer_);
+    if (lastBeat_.StartSuspended("LastBeat", [timer] { timer->Stop(); })) lastBeat_.Resume();
+    lastBeat_.WaitForEnd(kLastBeatMs);
 }
 
-bool IsLastBeatRunning() { return LastBeat().IsRunning(); }
-
-void IdleRefresh() {
+void IdleRefresh(IndexUpdates& indexUpdates) {
     const AppState& state = State();
     if (state.run.BackgroundUpdateRunning || state.run.InitialScanRunning || state.run.DateScanRunning ||
         state.run.IndexPreloadRunning || state.run.IndexingEnabled != 1)
@@ -148,12 +133,12 @@ void IdleRefresh() {
         const auto month = TheDateTree().Pick(kMonthLevel);
         if (!month) return;  // nothing is listed
         const auto age = static_cast<unsigned>(
-            static_cast<int>(Shell().SecondsSinceMonthUpdate(month->year, month->month)));
+            static_cast<int>(indexUpdates.SecondsSinceUpdate(month->year, month->month)));
         const bool isOld = age > kMonthIsOld;
         Log("[Update] %s. Elapsed Time = %u %c %u (%d/%d)", isOld ? "ok" : "no", age, isOld ? '>' : '<',
             kMonthIsOld, month->year, month->month);
         if (!isOld) continue;
-        Shell().UpdateMonthInBackground(month->year * 100 + month->month);
+        indexUpdates.Start(month->year * 100 + month->month);
         return;
     }
 }

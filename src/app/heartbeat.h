@@ -1,5 +1,12 @@
-// HeartbeatTick: the program's clock. Nearly all that moves by itself moves here.
+// The program's clock. Nearly all that moves by itself moves here.
 #pragma once
+
+#include <memory>
+
+#include "app/rooms_above.h"
+#include "app/services.h"
+#include "platform/thread.h"
+#include "views/model/slide_show.h"
 
 namespace kalmora {
 
@@ -21,19 +28,37 @@ enum class BeatEnd {
     Redrawn,
 };
 
-// One beat. On the heartbeat's own thread; a beat inside another does nothing.
-BeatEnd HeartbeatTick();
+class Heartbeat {
+public:
+    // They outlive it.
+    Heartbeat(SlideShow& slideShow, PictureWindow& neighbor, RatingPetals& petals, IndexUpdates& indexUpdates)
+        : slideShow_(slideShow), neighbor_(neighbor), petals_(petals), indexUpdates_(indexUpdates) {}
 
-// The periodic timer, TimingOfPopup seconds long, first beat after one full period. GUI thread.
-void StartHeartbeat();
-// No beat begins any more. One that runs is waited for, for a second at most: it may stand in a file call on
-// a disk that does not answer, and goes on by itself then.
-void StopHeartbeat();
-// After StopHeartbeat: true while such a beat still runs.
-bool IsLastBeatRunning();
+    // One beat. On the heartbeat's own thread; a beat inside another does nothing.
+    BeatEnd Tick();
+
+    // The periodic timer, TimingOfPopup seconds long, first beat after one full period. GUI thread.
+    void Start();
+    // No beat begins any more. Waits at most a second for one that runs: it may be in a file call on a disk
+    // that does not answer, and goes on by itself then.
+    void Stop();
+    // After Stop: true while such a beat still runs. The object must not go before.
+    bool IsLastBeatRunning() const { return lastBeat_.IsRunning(); }
+
+private:
+    BeatEnd Beat();
+    void ShowOtherDataFolder();
+
+    SlideShow& slideShow_;
+    PictureWindow& neighbor_;
+    RatingPetals& petals_;
+    IndexUpdates& indexUpdates_;
+    std::unique_ptr<PeriodicTimer> timer_;
+    Thread lastBeat_;  // waits for the last beat
+};
 
 // Every ten seconds on the GUI thread: when the user has been away long enough, brings a month's index up to
 // date.
-void IdleRefresh();
+void IdleRefresh(IndexUpdates& indexUpdates);
 
 }  // namespace kalmora

@@ -3,7 +3,6 @@
 #include <string>
 #include <utility>
 
-#include "app/app_hooks.h"
 #include "app/import_words.h"
 #include "index/update.h"
 #include "platform/clock.h"

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "app/dispatch.h"
-#include "app/heartbeat.h"
 #include "app/main_window_events.h"
 #include "app/window_place.h"
 #include "platform/screens.h"
@@ -21,48 +19,48 @@ std::unique_ptr<Window> CreateMainWindow(WindowProcedure procedure) {
     return Window::Create(options, std::move(procedure));
 }
 
-bool MainWindowProc(Window& window, const Event& event) {
+bool MainWindowProc(const AppParts& parts, Window& window, const Event& event) {
     switch (event.type) {
         // ---- life
         case EventType::Create:
-            return OnCreate(window);
+            return OnCreate(parts, window);
         case EventType::Destroy:
-            return OnDestroy(window);
+            return OnDestroy(parts, window);
         case EventType::Close:
             return false;
         case EventType::Minimize:
-            return OnMinimize(window);
+            return OnMinimize(parts, window);
         case EventType::Restore:
             return OnRestore();
         // ---- picture
         case EventType::Paint:
             return OnPaint();
         case EventType::Resize:
-            return OnResize();
+            return OnResize(parts);
         // ---- commands and timers
         case EventType::Command:
-            return OnCommand(window, event.command);
+            return OnCommand(parts, window, event.command);
         case EventType::Timer:
-            return OnTimer(window, event.timer);
+            return OnTimer(parts, window, event.timer);
         // ---- mouse
         case EventType::MouseMove:
-            return OnMouseMove(window, event);
+            return OnMouseMove(parts, window, event);
         case EventType::LeftDown:
-            return OnLeftDown(window, event);
+            return OnLeftDown(parts, window, event);
         case EventType::LeftUp:
             return OnLeftUp(window, event);
         case EventType::LeftDoubleClick:
-            return OnLeftDoubleClick(window, event);
+            return OnLeftDoubleClick(parts, window, event);
         case EventType::RightDown:
             return false;
         case EventType::RightUp:
             return OnRightUp();
         case EventType::RightDoubleClick:
-            return OnRightDoubleClick(event);
+            return OnRightDoubleClick(parts, event);
         case EventType::Wheel:
             return OnWheel(window, event);
         case EventType::Drop:
-            return OnDrop(window, event);
+            return OnDrop(parts, window, event);
         // ---- keys that no accelerator took
         case EventType::Key:
             return OnKey(event);

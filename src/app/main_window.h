@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "app/app_parts.h"
 #include "platform/window.h"
 
 namespace kalmora {
@@ -12,10 +13,10 @@ inline constexpr int kTimerClipboardGuard = 1008;
 inline constexpr int kTimerIdleRefresh = 1009;
 
 // The window's one event point.
-bool MainWindowProc(Window& window, const Event& event);
+bool MainWindowProc(const AppParts& parts, Window& window, const Event& event);
 
-// Makes the window by WindowRect. Its creation starts the heartbeat. Null when there is none to be had. The
-// procedure is MainWindowProc or one that hands on to it.
-std::unique_ptr<Window> CreateMainWindow(WindowProcedure procedure = MainWindowProc);
+// Makes the window by WindowRect. Its creation starts the heartbeat. Null on failure. The procedure hands on
+// to MainWindowProc.
+std::unique_ptr<Window> CreateMainWindow(WindowProcedure procedure);
 
 }  // namespace kalmora

@@ -1,28 +1,29 @@
 // What each event does to the main window. GUI thread; true when the event was used up.
 #pragma once
 
+#include "app/app_parts.h"
 #include "platform/window.h"
 
 namespace kalmora {
 
-bool OnCreate(Window& window);
-bool OnDestroy(Window& window);
-bool OnMinimize(Window& window);
+bool OnCreate(const AppParts& parts, Window& window);
+bool OnDestroy(const AppParts& parts, Window& window);
+bool OnMinimize(const AppParts& parts, Window& window);
 bool OnRestore();
-bool OnClipboardChange(Window& window);  // of any program's
+bool OnClipboardChange(const AppParts& parts, Window& window);  // of any program's
 bool OnPaint();
-bool OnResize();
-bool OnCommand(Window& window, int command);
-bool OnTimer(Window& window, int timer);
+bool OnResize(const AppParts& parts);
+bool OnCommand(const AppParts& parts, Window& window, int command);
+bool OnTimer(const AppParts& parts, Window& window, int timer);
 
-bool OnMouseMove(Window& window, const Event& event);
-bool OnLeftDown(Window& window, const Event& event);
+bool OnMouseMove(const AppParts& parts, Window& window, const Event& event);
+bool OnLeftDown(const AppParts& parts, Window& window, const Event& event);
 bool OnLeftUp(Window& window, const Event& event);
-bool OnLeftDoubleClick(Window& window, const Event& event);
+bool OnLeftDoubleClick(const AppParts& parts, Window& window, const Event& event);
 bool OnRightUp();
-bool OnRightDoubleClick(const Event& event);
+bool OnRightDoubleClick(const AppParts& parts, const Event& event);
 bool OnWheel(Window& window, const Event& event);
-bool OnDrop(Window& window, const Event& event);
+bool OnDrop(const AppParts& parts, Window& window, const Event& event);
 
 bool OnKey(const Event& event);
 

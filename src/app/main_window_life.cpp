@@ -1,4 +1,3 @@
-#include "app/app_hooks.h"
 #include "app/dispatch.h"
 #include "app/heartbeat.h"
 #include "app/main_window.h"
@@ -7,7 +6,6 @@
 #include "app/tray_menu.h"
 #include "state/app_state.h"
 #include "views/control/navigation.h"
-#include "views/hooks.h"
 #include "views/model/calendar_store.h"
 #include "views/model/stop_load.h"
 #include "views/paint/paint_view.h"
@@ -18,15 +16,15 @@ namespace {
 constexpr int kIdleRefreshMs = 10000;
 }
 
-bool OnCreate(Window& window) {
-    StartHeartbeat();
-    Shell().WatchClipboard([&window] { OnClipboardChange(window); });
+bool OnCreate(const AppParts& parts, Window& window) {
+    parts.heartbeat.Start();
+    parts.scraps.WatchClipboard([&parts, &window] { OnClipboardChange(parts, window); });
     window.StartTimer(kTimerIdleRefresh, kIdleRefreshMs);
-    window.SetTips(ButtonTip);
+    window.SetTips([&parts](Point client) { return ButtonTip(parts.keys, client); });
     return true;
 }
 
-bool OnDestroy(Window& window) {
+bool OnDestroy(const AppParts& parts, Window& window) {
     // The rectangle that the window has when it is neither minimised nor maximised is what the next start
     // uses. Then the window goes before anything is waited for.
     const Rect frame = window.NormalFrame();
@@ -36,18 +34,22 @@ bool OnDestroy(Window& window) {
     StopCurrentLoad();
     // Also a beat that is filling a scatter at this moment leaves at its next file.
     State().run.ObjectGate.RequestStop();
-    StopHeartbeat();
+    parts.heartbeat.Stop();
     SetMainWindow(nullptr);
-    Shell().CloseWindows();
+    parts.slideShow.Hide();
+    parts.neighbor.Hide();
+    parts.petals.Hide();
+    parts.filter.Hide();
     if (Application* application = TheApplication()) application->Quit(0);
     return true;
 }
 
-bool OnMinimize(Window& window) {
-    if (Hooks().IsSlideShowOpen()) Shell().FitSlideShow();
-    Shell().HideFilterWindow();
+bool OnMinimize(const AppParts& parts, Window& window) {
+    if (parts.slideShow.IsShown()) parts.slideShow.FitToWindow();
+    parts.filter.Hide();
     State().run.MainWindowVisible = 0;
-    if (!HasTray()) return false;  // it stays in the desktop's bar, where it can be called back from
+    if (!parts.tray.IsShown())
+        return false;  // it stays in the desktop's bar, where it can be called back from
     window.Hide();
     return true;
 }
@@ -62,20 +64,22 @@ bool OnPaint() {
     return true;
 }
 
-bool OnResize() {
-    if (Hooks().IsSlideShowOpen()) Shell().FitSlideShow();
+bool OnResize(const AppParts& parts) {
+    if (parts.slideShow.IsShown()) parts.slideShow.FitToWindow();
     return true;
 }
 
-bool OnClipboardChange(Window& window) {
+bool OnClipboardChange(const AppParts& parts, Window& window) {
     window.StopTimer(kTimerClipboardGuard);
-    if (State().settings.MonitorClipboard) Shell().KeepClipboard();
+    if (State().settings.MonitorClipboard) parts.scraps.KeepClipboard();
     return true;
 }
 
-bool OnCommand(Window& window, int command) { return RouteCommand(window, command); }
+bool OnCommand(const AppParts& parts, Window& window, int command) {
+    return RouteCommand(parts, window, command);
+}
 
-bool OnTimer(Window& window, int timer) {
+bool OnTimer(const AppParts& parts, Window& window, int timer) {
     switch (timer) {
         case kTimerLongPress:
             // A press that has lasted for two seconds on a cell opens its day.
@@ -87,7 +91,7 @@ bool OnTimer(Window& window, int timer) {
             window.StopTimer(kTimerClipboardGuard);
             return true;
         default:
-            IdleRefresh();
+            IdleRefresh(parts.indexUpdates);
             return true;
     }
 }

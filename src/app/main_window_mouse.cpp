@@ -2,7 +2,6 @@
 #include <cstdio>
 #include <string>
 
-#include "app/app_hooks.h"
 #include "app/main_window.h"
 #include "app/main_window_events.h"
 #include "base/commands.h"
@@ -12,7 +11,6 @@
 #include "views/bar/button_bar.h"
 #include "views/control/navigation.h"
 #include "views/control/press_button.h"
-#include "views/hooks.h"
 #include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
 #include "views/model/cell_content.h"
@@ -110,26 +108,26 @@ void OpenText(const std::string& path) {
     if (!path.empty()) shell::OpenWithEditor(State().settings.TextEditor, path);
 }
 
-void OpenObject(const std::string& path, ObjectKind kind) {
+void OpenObject(const AppParts& parts, const std::string& path, ObjectKind kind) {
     if (kind == ObjectKind::Text)
         OpenText(path);
     else if (!path.empty())
-        Shell().OpenSlideShowAt(path);
+        parts.slideShow.Show(path);
 }
 
-void MakeAndOpenText(int day, const std::string& content) {
+void MakeAndOpenText(const AppParts& parts, int day, const std::string& content) {
     const AppState& state = State();
-    OpenText(Shell().MakeText(state.view.TargetYear, state.view.TargetMonth, day, content));
+    OpenText(parts.scraps.MakeText({state.view.TargetYear, state.view.TargetMonth, day}, content));
 }
 
-bool OpenHit(const ObjectList& list, Point point) {
+bool OpenHit(const AppParts& parts, const ObjectList& list, Point point) {
     ObjectList::Hit hit;
     if (!list.HitTest(point, &hit)) return false;
-    OpenObject(hit.path, hit.kind);
+    OpenObject(parts, hit.path, hit.kind);
     return true;
 }
 
-bool OpenHourNote(const Window& window, Point point) {
+bool OpenHourNote(const AppParts& parts, const Window& window, Point point) {
     const AppState& state = State();
     const DayLines lines = MakeDayLines(window.ClientSize().height, state.settings.DayNumberOfLine,
                                         state.settings.DayDuration, state.settings.DayStartTime);
@@ -139,33 +137,34 @@ bool OpenHourNote(const Window& window, Point point) {
         std::snprintf(content, sizeof content, "[Schedule]\n[%04d/%02d/%02d %02d:00]\n",
                       state.view.TargetYear.load(), state.view.TargetMonth.load(),
                       state.view.TargetDay.load(), lines.HourOfLine(line));
-        MakeAndOpenText(state.view.TargetDay, content);
+        MakeAndOpenText(parts, state.view.TargetDay, content);
         return true;
     }
     return false;
 }
 
-void DoubleClickInDay(const Window& window, Point point) {
+void DoubleClickInDay(const AppParts& parts, const Window& window, Point point) {
     const AppState& state = State();
     if (state.view.AllViewMode) {
-        if (OpenHit(Calendar().CurrentAllViewer().objects, point)) return;
-    } else if (OpenHourNote(window, point) || OpenHit(Calendar().CurrentDayViewer().objects, point)) {
+        if (OpenHit(parts, Calendar().CurrentAllViewer().objects, point)) return;
+    } else if (OpenHourNote(parts, window, point) ||
+               OpenHit(parts, Calendar().CurrentDayViewer().objects, point)) {
         return;
     }
-    MakeAndOpenText(state.view.TargetDay, "");
+    MakeAndOpenText(parts, state.view.TargetDay, "");
 }
 
-void DoubleClickInMonth(const Window& window, Point point) {
+void DoubleClickInMonth(const AppParts& parts, const Window& window, Point point) {
     const AppState& state = State();
     const MonthGrid grid = MonthInView(window);
     const int day = MonthHitTest(grid, point);
     if (day < 1) return;
-    if (IsOnDayNumber(MonthCellRect(grid, day), point)) return MakeAndOpenText(day, "");
+    if (IsOnDayNumber(MonthCellRect(grid, day), point)) return MakeAndOpenText(parts, day, "");
     const CellContent content = ContentOfCell(state.view.TargetYear, state.view.TargetMonth, day);
-    if (content.count > 0) OpenObject(content.entry.path, content.entry.kind);
+    if (content.count > 0) OpenObject(parts, content.entry.path, content.entry.kind);
 }
 
-void DoubleClickInYear(const Window& window, Point point) {
+void DoubleClickInYear(const AppParts& parts, const Window& window, Point point) {
     const AppState& state = State();
     const YearHit hit = YearHitTest(state.view.TargetYear, window.ClientSize().width,
                                     state.settings.CalendarMode != 0, point);
@@ -173,7 +172,7 @@ void DoubleClickInYear(const Window& window, Point point) {
     const std::string path = state.settings.CalendarMode
                                  ? PathOfCell(state.view.TargetYear, hit.month, hit.day)
                                  : PathOfMonth(state.view.TargetYear, hit.month);
-    OpenObject(path, ClassifyFile(path));
+    OpenObject(parts, path, ClassifyFile(path));
 }
 
 // The path of what lies under the point in any view; empty when nothing does.
@@ -215,14 +214,14 @@ bool HandleLeftPress(Window& window, Point point) {
     }
 }
 
-bool OnLeftDown(Window& window, const Event& event) {
+bool OnLeftDown(const AppParts& parts, Window& window, const Event& event) {
     AppState& state = State();
     NoteActivity();
     state.press.DragPath.clear();
     state.run.SlideOpenedByCommand = 0;
-    Shell().CloseSlideShow();
-    Shell().HideNeighbor();
-    Shell().HideEstimate();
+    parts.slideShow.Hide();
+    parts.neighbor.Hide();
+    parts.petals.Hide();
     const bool dayGrid =
         state.view.ViewType == kMonthly || (state.view.ViewType == kYearly && state.settings.CalendarMode);
     if (event.ctrl && dayGrid) {
@@ -251,31 +250,31 @@ bool OnLeftUp(Window& window, const Event& event) {
     return true;
 }
 
-bool OnMouseMove(Window& window, const Event& event) {
+bool OnMouseMove(const AppParts& parts, Window& window, const Event& event) {
     AppState& state = State();
     NoteActivity();
     const double way =
         std::hypot(event.point.x - state.press.PressPoint.x, event.point.y - state.press.PressPoint.y);
     if (!event.leftButton || way <= kClickRadius) return true;
     state.press.PressActive = 0;
-    return state.press.DragPath.empty() || Shell().StartDragOut(window, state.press.DragPath);
+    return state.press.DragPath.empty() || parts.dragSource.Start(window, state.press.DragPath);
 }
 
-bool OnLeftDoubleClick(Window& window, const Event& event) {
+bool OnLeftDoubleClick(const AppParts& parts, Window& window, const Event& event) {
     AppState& state = State();
     NoteActivity();
     state.press.ObjectHit = 0;
     state.press.DragPath.clear();
     if (FindButton(event.point, nullptr))
-        return OnLeftDown(window, event);  // two quick presses are two presses
+        return OnLeftDown(parts, window, event);  // two quick presses are two presses
     if (state.view.ViewType == kDaily)
-        DoubleClickInDay(window, event.point);
+        DoubleClickInDay(parts, window, event.point);
     else if (state.view.AllViewMode)
-        OpenHit(Calendar().CurrentAllViewer().objects, event.point);
+        OpenHit(parts, Calendar().CurrentAllViewer().objects, event.point);
     else if (state.view.ViewType == kMonthly)
-        DoubleClickInMonth(window, event.point);
+        DoubleClickInMonth(parts, window, event.point);
     else
-        DoubleClickInYear(window, event.point);
+        DoubleClickInYear(parts, window, event.point);
     return true;
 }
 
@@ -284,11 +283,11 @@ bool OnRightUp() {
     return true;
 }
 
-bool OnRightDoubleClick(const Event& event) {
+bool OnRightDoubleClick(const AppParts& parts, const Event& event) {
     NoteActivity();
     const Window* window = MainWindow();
     const std::string path = window ? PathUnder(*window, event.point) : std::string();
-    if (!path.empty()) Shell().ShowNeighbor(path);
+    if (!path.empty()) parts.neighbor.Show(path);
     return true;
 }
 

@@ -138,4 +138,9 @@ bool ShowSearchDialog(Window* owner) {
     return false;
 }
 
+void ForgetSearch() {
+    ResetSearch();
+    State().view.SearchResultMode = State().view.SearchAllLoaded = 0;
+}
+
 }  // namespace kalmora

@@ -20,4 +20,7 @@ DialogForm MakeSearchForm(SearchAnswer& answer);
 // that is in force, and the views go back to their folders. GUI thread; the owner may be null.
 bool ShowSearchDialog(Window* owner);
 
+// No query is in force and none has been entered: the state of a start.
+void ForgetSearch();
+
 }  // namespace kalmora

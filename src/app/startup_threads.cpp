@@ -3,7 +3,6 @@
 #include <functional>
 #include <utility>
 
-#include "app/app_hooks.h"
 #include "platform/thread.h"
 #include "state/app_state.h"
 #include "store/data_folder.h"
@@ -38,8 +37,8 @@ void StartInitialScan() {
     });
 }
 
-void StartIndexPreload() {
-    StartLowest("IndexPreload", State().run.IndexPreloadRunning, [] { Shell().PreloadIndexes(); });
+void StartIndexPreload(IndexUpdates& indexUpdates) {
+    StartLowest("IndexPreload", State().run.IndexPreloadRunning, [&indexUpdates] { indexUpdates.Preload(); });
 }
 
 }  // namespace kalmora

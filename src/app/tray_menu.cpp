@@ -1,7 +1,5 @@
 #include "app/tray_menu.h"
 
-#include <memory>
-
 #include "base/commands.h"
 #include "base/log.h"
 #include "state/app_state.h"
@@ -12,11 +10,6 @@ namespace kalmora {
 namespace {
 
 using Kind = TrayMenuItem::Kind;
-
-std::unique_ptr<TrayIcon>& Icon() {
-    static auto* const icon = new std::unique_ptr<TrayIcon>;
-    return *icon;
-}
 
 }  // namespace
 
@@ -34,24 +27,22 @@ std::span<const TrayMenuItem> TrayMenu() {
     return *menu;
 }
 
-bool AddTrayIcon(Window& window) {
+bool Tray::AddIcon(Window& window) {
     TrayOptions options;
     options.iconPath = FindResource("Res/kalmora.png");
     options.tip = TrayTip({}, State().settings.UseJapanese);
     options.menu.assign(TrayMenu().begin(), TrayMenu().end());
     options.onPress = [&window] { window.SendCommand(kCommandShow); };
     options.onChosen = [&window](int command) { window.SendCommand(command); };
-    Icon() = TrayIcon::Create(options);
-    if (Icon() && !Icon()->IsShown()) Log("[Tray] this desktop has no tray");
-    return Icon() != nullptr;
+    icon_ = TrayIcon::Create(options);
+    if (icon_ && !icon_->IsShown()) Log("[Tray] this desktop has no tray");
+    return icon_ != nullptr;
 }
 
-void RemoveTrayIcon() { Icon().reset(); }
+void Tray::RemoveIcon() { icon_.reset(); }
 
-bool HasTray() { return Icon() && Icon()->IsShown(); }
-
-void SetTrayTip(std::span<const std::string> missingHotKeys) {
-    if (Icon()) Icon()->SetTip(TrayTip(missingHotKeys, State().settings.UseJapanese));
+void Tray::SetTip(std::span<const std::string> missingHotKeys) {
+    if (icon_) icon_->SetTip(TrayTip(missingHotKeys, State().settings.UseJapanese));
 }
 
 std::string TrayTip(std::span<const std::string> missingHotKeys, bool japanese) {

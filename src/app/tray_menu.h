@@ -2,6 +2,7 @@
 // keys. GUI thread.
 #pragma once
 
+#include <memory>
 #include <span>
 #include <string>
 
@@ -12,14 +13,20 @@ namespace kalmora {
 
 std::span<const TrayMenuItem> TrayMenu();
 
-// Commands of the icon go to the window. False when there is no icon to be made.
-bool AddTrayIcon(Window& window);
-void RemoveTrayIcon();
+class Tray {
+public:
+    // Commands of the icon go to the window. False when no icon can be made.
+    bool AddIcon(Window& window);
+    void RemoveIcon();
+    // True while a hidden window can be called back from the tray.
+    bool IsShown() const { return icon_ && icon_->IsShown(); }
+    void SetTip(std::span<const std::string> missingHotKeys);  // TrayTip
 
-// True while a hidden window can be called back from the tray.
-bool HasTray();
+private:
+    std::unique_ptr<TrayIcon> icon_;
+};
+
 // What the tip says: the program's name, and the hot keys that could not be had ("[Ctrl+F1]"), if any.
-void SetTrayTip(std::span<const std::string> missingHotKeys);
 std::string TrayTip(std::span<const std::string> missingHotKeys, bool japanese);
 
 }  // namespace kalmora

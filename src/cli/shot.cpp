@@ -2,18 +2,19 @@
 
 #include <atomic>
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
 #include <nlohmann/json.hpp>
 #include <optional>
 
 #include "app/environment.h"
+#include "app/rooms_to_come.h"
 #include "base/dates.h"
 #include "cli/before_reading.h"
 #include "platform/clock.h"
 #include "platform/window.h"
 #include "state/app_state.h"
 #include "views/bar/button_bar.h"
-#include "views/hooks.h"
 #include "views/load/object_loader.h"
 #include "views/model/calendar_store.h"
 #include "views/paint/background.h"
@@ -27,7 +28,14 @@ namespace {
 constexpr double kPatienceMs = 30 * 60 * 1000.0;  // a year of large pictures on a slow disk
 constexpr int kLargestSide = 16384;
 
-struct Times {
+// When things appeared. A picture has no buttons to press, and it leaves no line in the navigation log.
+class Times : public ViewObserver, public CommandRunner, public NavigationListener {
+public:
+    void OnFirstPaint() override { firstPaint = UptimeMs(); }
+    void OnWholeView() override { wholeView = UptimeMs(); }
+    void RunCommand(int) override {}
+    void OnNavigation(const std::string&) override {}
+
     double window = 0;
     std::atomic<double> firstPaint{0};
     std::atomic<double> wholeView{0};
@@ -120,12 +128,11 @@ int RunShot(const StartOptions& start, const ShotOptions& options) {
     LoadEnvironment(start);
     MakeWholeBeforeReading("shot");
     SetView(options, *date);
-    PrefetchBackground();
 
-    // Static: workers that are abandoned on failure may still call the hooks.
-    static Times times;
-    Hooks().OnFirstPaint = [] { times.firstPaint = UptimeMs(); };
-    Hooks().OnWholeView = [] { times.wholeView = UptimeMs(); };
+    Times times;
+    RoomsToCome rooms;
+    CalendarStore calendar({rooms.slideShow, rooms.music, times, times, rooms.filter, times});
+    PrefetchBackground();
     WindowOptions windowOptions;
     windowOptions.title = "Kalmora";
     windowOptions.frame = {0, 0, size->width, size->height};
@@ -144,6 +151,8 @@ int RunShot(const StartOptions& start, const ShotOptions& options) {
     SetMainWindow(nullptr);
     if (!whole || !picture || !picture->SavePng(options.out)) {
         std::cerr << "kalmora shot: " << options.out << " cannot be written\n";
+        // A worker that hangs would find what it uses taken down under it.
+        if (!whole) std::_Exit(1);
         return 1;
     }
     Print(options, times);

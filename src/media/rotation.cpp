@@ -10,9 +10,10 @@
 
 namespace kalmora {
 
-std::function<void(const std::string& toolPath)> OnRotationToolMissing;
-
 namespace {
+
+// How long the slide show stays at the picture, in times of a slide.
+constexpr int kSlidesWhileTurning = 50, kSlidesWhenTurned = 10;
 
 RotateResult ResultOf(TurnPlan plan) {
     switch (plan) {
@@ -52,10 +53,7 @@ RotateResult ResultOf(RewriteResult result) {
 
 RotateResult RotateJpeg(const std::string& path, int degrees) {
     const std::string tool = State().settings.PathOfJpegTran;
-    if (!files::Exists(tool)) {
-        if (OnRotationToolMissing) OnRotationToolMissing(tool);
-        return RotateResult::NoTool;
-    }
+    if (!files::Exists(tool)) return RotateResult::NoTool;
     const std::string extension = GetExtension(path);
     if (extension != "jpg" && extension != "jpeg") return RotateResult::NotJpeg;
     if (!files::Exists(path)) return RotateResult::Failed;
@@ -67,24 +65,23 @@ RotateResult RotateJpeg(const std::string& path, int degrees) {
     return plan == TurnPlan::Ready ? ResultOf(written) : ResultOf(plan);
 }
 
-void RotateOnStage(int degrees, const RotationStage& slideShow, const RotationStage& hoverWindow) {
-    const RotationStage* stage = slideShow.isShown()     ? &slideShow
-                                 : hoverWindow.isShown() ? &hoverWindow
-                                                         : nullptr;
-    if (!stage) return;
-    stage->say("Rotating", false);
-    const std::string path = stage->path();
-    if (stage->logsPath) Log("Rotate: %s", path.c_str());
+void RotateShown(int degrees, PictureWindow& slideShow, PictureWindow& neighbor, TurnListener& listener) {
+    PictureWindow* const window = slideShow.IsShown() ? &slideShow : neighbor.IsShown() ? &neighbor : nullptr;
+    if (!window) return;
+    const int slideTicks = State().settings.TimingOfChangeSlide;
+    window->Say("Rotating", slideTicks * kSlidesWhileTurning);
+    const std::string path = window->Path();
+    if (window == &neighbor) Log("Rotate: %s", path.c_str());
     if (!files::Exists(path)) {
         Log("Not found: Rotation target file");
         return;
     }
-    if (RotateJpeg(path, degrees) == RotateResult::Turned) {
-        stage->say("Ok.    ", true);
-        stage->reload();
-    } else {
-        stage->say("Error. ", true);
-    }
+    const RotateResult result = RotateJpeg(path, degrees);
+    if (result == RotateResult::NoTool) listener.OnToolMissing(State().settings.PathOfJpegTran);
+    if (result != RotateResult::Turned) return window->Say("Error. ", slideTicks * kSlidesWhenTurned);
+    window->Say("Ok.    ", slideTicks * kSlidesWhenTurned);
+    listener.OnTurned(path);
+    window->Reload();
 }
 
 }  // namespace kalmora

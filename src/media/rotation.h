@@ -3,14 +3,15 @@
 // (turned_photo.h).
 #pragma once
 
-#include <functional>
 #include <string>
+
+#include "media/picture_window.h"
 
 namespace kalmora {
 
 enum class RotateResult {
     Turned,
-    NoTool,     // PathOfJpegTran does not stand; OnRotationToolMissing was told
+    NoTool,     // no file at PathOfJpegTran
     NotJpeg,    // by its extension, or by what it holds
     Denied,     // read-only, or no right to write it
     NoSpace,    // on its disk or on that of the Temp folder
@@ -21,26 +22,22 @@ enum class RotateResult {
     Failed      // there is no such file, or the tool failed; the picture is as it was
 };
 
-// Told the path that was looked for, so that the shell can show it with the caption "Not found". The shell
-// sets it at start, before other threads run.
-extern std::function<void(const std::string& toolPath)> OnRotationToolMissing;
-
 // Turns what is seen clockwise by 90, 180 or 270 degrees; for a picture that is stored mirrored the tool gets
 // the turn that looks like that. Everything in the file but the picture and its embedded thumbnail, which is
 // turned along, stays byte for byte. Waits for the tool, as long as that takes.
 RotateResult RotateJpeg(const std::string& path, int degrees);
 
-// Where a turn is asked for and shown: the slide show or the hover window.
-struct RotationStage {
-    std::function<bool()> isShown;
-    std::function<std::string()> path;
-    std::function<void(const std::string& words, bool isLast)>
-        say;  // "Rotating", then "Ok.    " or "Error. "
-    std::function<void()> reload;
-    bool logsPath = false;
+// Hears what became of a turn in a window. GUI thread.
+class TurnListener {
+public:
+    virtual ~TurnListener() = default;
+    // The file holds the turned picture now; the window reloads it next.
+    virtual void OnTurned(const std::string& path) = 0;
+    virtual void OnToolMissing(const std::string& toolPath) = 0;  // where the tool was looked for
 };
-// Turns the picture of the first stage that is shown; nothing when none is. A picture that is gone is told to
-// the log alone. GUI thread, which waits.
-void RotateOnStage(int degrees, const RotationStage& slideShow, const RotationStage& hoverWindow);
+
+// Turns the picture of the window that is shown, the slide show first; nothing when neither is. A picture
+// that is gone is reported in the log alone. GUI thread, which waits.
+void RotateShown(int degrees, PictureWindow& slideShow, PictureWindow& neighbor, TurnListener& listener);
 
 }  // namespace kalmora

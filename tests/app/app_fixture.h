@@ -1,4 +1,4 @@
-// The main window under the program's own procedure, with every wish to a room above it written down instead
+// The main window under the program's own procedure, with every request to another part written down instead
 // of carried out.
 #pragma once
 
@@ -8,9 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "app/app_hooks.h"
+#include "app/app_parts.h"
+#include "app/heartbeat.h"
+#include "app/recording_parts.h"
+#include "app/tray_menu.h"
+#include "input/key_config.h"
 #include "platform/clock.h"
-#include "views/hooks.h"
 #include "views/view_fixture.h"
 
 namespace kalmora {
@@ -36,18 +39,22 @@ protected:
     void OpenMainWindow(Size size = {960, 700});
     // Where the cursor is and whether the left button is down, for those who ask the machine.
     static void Pointer(Point screen, bool leftButton = false);
-    // What was asked of the rooms above since the last look.
-    std::vector<std::string> Calls();
+    std::unique_ptr<Window> MakeMainWindow();
+    // What was asked of the other parts since the last look.
+    std::vector<std::string> Calls() { return calls_.Take(); }
     std::string Logged() const;  // since StartLog
     void StartLog();
 
     AppState& state_ = State();
-    std::vector<std::string> calls_;
-    // What the rooms above answer.
-    bool slideShowOpen_ = false, neighborShown_ = false, estimateShown_ = false, editorOpen_ = false;
-    bool onSlidePicture_ = false, searchAnswer_ = false, dragAnswer_ = true, importAnswer_ = false;
-    int rating_ = 0;
-    std::string madeText_;
+    RecordingParts others_{calls_};
+    RecordingPictures<PictureWindow> neighbor_{calls_, "Neighbor"};
+    QuietKeyboard keyboard_;
+    KeyConfig keys_{keyboard_, keyboard_};
+    Tray tray_;
+    Heartbeat heartbeat_{slideShow_, neighbor_, others_, others_};
+    const AppParts parts_{slideShow_, neighbor_, music_,  filter_, others_,   others_,
+                          others_,    others_,   others_, others_, others_,   others_,
+                          others_,    others_,   keys_,   tray_,   heartbeat_};
 };
 
 }  // namespace kalmora

@@ -25,7 +25,7 @@ protected:
         OpenMainWindow();
     }
     std::vector<std::string> Run(int id) {
-        DispatchCommand(*window_, id);
+        DispatchCommand(parts_, *window_, id);
         EXPECT_TRUE(Settle());
         return Calls();
     }
@@ -76,8 +76,8 @@ TEST_F(DispatchTest, ShowAndHide) {
 }
 
 TEST_F(DispatchTest, ExitClosesTheWindow) {
-    DispatchCommand(*window_, 1002);
-    EXPECT_THAT(Calls(), ElementsAre("CloseWindows"));
+    DispatchCommand(parts_, *window_, 1002);
+    EXPECT_THAT(Calls(), ElementsAre("HideSlide", "HideNeighbor", "HidePetals", "HideFilterWindow"));
     EXPECT_EQ(state_.run.MainWindowVisible, 0);
     EXPECT_FALSE(window_->Draw());
 }
@@ -150,24 +150,34 @@ TEST_F(DispatchTest, MusicStepsAndWraps) {
 
 TEST_F(DispatchTest, EachOfTheOthersReachesItsRoom) {
     const std::pair<int, std::vector<std::string>> rows[] = {
-        {1041, {"ShowSearchDialog"}},    {1043, {"UpdateMonth 200811"}},
-        {1046, {"RunGetter 1046"}},      {1047, {"RunGetter 1047"}},
-        {1049, {"RunGetter 1049"}},      {1051, {"OpenSlideShow"}},
-        {1053, {"SetSlideShowState 0"}}, {1054, {"SetSlideShowState 1"}},
-        {1057, {"FlipSlideShowView"}},   {1058, {"DeleteSlide"}},
-        {1060, {"Rotate 1060"}},         {1061, {"Rotate 1061"}},
-        {1062, {"Rotate 1062"}},         {1200, {"Import"}},
-        {2000, {"ShootDesktop"}},        {2001, {"ShootWindow"}},
-        {2002, {"ScrapSelection 2002"}}, {2005, {"ScrapSelection 2005"}},
+        {1041, {"AskForSearch"}},    {1043, {"UpdateMonth 200811"}},
+        {1046, {"GetAmazon"}},       {1047, {"GetTravel"}},
+        {1049, {"GetTwitter"}},      {1051, {"OpenSlide"}},
+        {1053, {"ForwardSlide"}},    {1054, {"BackwardSlide"}},
+        {1057, {"FlipViewOfSlide"}}, {1058, {"DeleteSlide"}},
+        {1200, {"Import"}},          {2000, {"ShootDesktop"}},
+        {2001, {"ShootWindow"}},     {2002, {"ScrapSelection"}},
+        {2005, {"ScrapClipboard"}},
     };
     for (const auto& [id, calls] : rows) EXPECT_EQ(Run(id), calls) << id;
+}
+
+TEST_F(DispatchTest, TurnsReachTheWindowThatIsShown) {
+    for (const int id : {1060, 1061, 1062}) {
+        slideShow_.shown = neighbor_.shown = false;
+        EXPECT_THAT(Run(id), IsEmpty());
+        neighbor_.shown = true;
+        EXPECT_THAT(Run(id), ElementsAre("SayNeighbor \"Rotating\" 100")) << "it has no picture";
+        slideShow_.shown = true;
+        EXPECT_THAT(Run(id), ElementsAre("SaySlide \"Rotating\" 100"));
+    }
 }
 
 TEST_F(DispatchTest, SearchResultMovesToAFreshScatter) {
     const int ring = state_.run.AllRing;
     Run(1041);
     EXPECT_EQ(state_.run.AllRing, ring);
-    searchAnswer_ = true;
+    others_.searchAnswer = true;
     Run(1041);
     EXPECT_EQ(state_.run.AllRing, (ring + 1) % kRingSize);
 }
@@ -183,20 +193,20 @@ TEST_F(DispatchTest, SlideShowOpensByCommandAndCloses) {
     EXPECT_EQ(state_.run.SlideOpenedByCommand, 1);
     EXPECT_THAT(Run(1052), IsEmpty()) << "nothing is open";
     EXPECT_EQ(state_.run.SlideOpenedByCommand, 1);
-    slideShowOpen_ = neighborShown_ = true;
-    EXPECT_THAT(Run(1052), ElementsAre("CloseSlideShow", "HideNeighbor"));
+    slideShow_.shown = neighbor_.shown = true;
+    EXPECT_THAT(Run(1052), ElementsAre("HideSlide", "HideNeighbor"));
     EXPECT_EQ(state_.run.SlideOpenedByCommand, 0);
 }
 
 TEST_F(DispatchTest, NextAndPreviousGoToWhatIsOpen) {
     StartLog();
     EXPECT_THAT(Run(1055), IsEmpty());
-    slideShowOpen_ = true;
+    slideShow_.shown = true;
     EXPECT_THAT(Run(1055), ElementsAre("NextSlide"));
     EXPECT_THAT(Run(1056), ElementsAre("PreviousSlide"));
-    neighborShown_ = true;
+    neighbor_.shown = true;
     EXPECT_THAT(Run(1055), ElementsAre("NextSlide", "NextNeighbor"));
-    slideShowOpen_ = false;
+    slideShow_.shown = false;
     EXPECT_THAT(Run(1056), ElementsAre("PreviousNeighbor"));
     Run(1058);
     for (const char* word : {"Next.\n", "Prev.\n", "Delete\n"}) EXPECT_THAT(Logged(), HasSubstr(word));
@@ -205,7 +215,7 @@ TEST_F(DispatchTest, NextAndPreviousGoToWhatIsOpen) {
 TEST_F(DispatchTest, EditorIsOpenedOnceAndClosedOnce) {
     EXPECT_THAT(Run(1059), ElementsAre("OpenEditorAndPaste"));
     EXPECT_THAT(Run(40290), IsEmpty());
-    editorOpen_ = true;
+    others_.editorOpen = true;
     EXPECT_THAT(Run(1059), IsEmpty());
     EXPECT_THAT(Run(40290), ElementsAre("CloseEditor"));
 }
@@ -215,7 +225,7 @@ TEST_F(DispatchTest, EditingCommandsGoToTheEditor) {
         const bool isForwarded = (id >= 40271 && id <= 40286) || id == 40291;
         const std::vector<std::string> calls = Run(id);
         if (isForwarded)
-            EXPECT_THAT(calls, ElementsAre("SendToEditor " + std::to_string(id)));
+            EXPECT_THAT(calls, ElementsAre("Edit " + std::to_string(id)));
         else
             EXPECT_THAT(calls, IsEmpty()) << id;
     }
@@ -223,18 +233,18 @@ TEST_F(DispatchTest, EditingCommandsGoToTheEditor) {
 
 TEST_F(DispatchTest, PasteIntoASlideNeedsAnOpenSlideShow) {
     EXPECT_THAT(Run(1063), IsEmpty());
-    slideShowOpen_ = true;
-    EXPECT_THAT(Run(1063), ElementsAre("PasteIntoSlideShow"));
+    slideShow_.shown = true;
+    EXPECT_THAT(Run(1063), ElementsAre("PasteIntoSlide"));
 }
 
 TEST_F(DispatchTest, RatingGoesToTheSlideShowBeforeTheNeighbor) {
     for (int id = 1100; id <= 1106; ++id) {
         const std::string type = std::to_string(id - 1099);
-        slideShowOpen_ = neighborShown_ = false;
+        slideShow_.shown = neighbor_.shown = false;
         EXPECT_THAT(Run(id), IsEmpty());
-        neighborShown_ = true;
+        neighbor_.shown = true;
         EXPECT_THAT(Run(id), ElementsAre("RateNeighbor " + type));
-        slideShowOpen_ = true;
+        slideShow_.shown = true;
         EXPECT_THAT(Run(id), ElementsAre("RateSlide " + type));
     }
 }
@@ -249,7 +259,7 @@ TEST_F(DispatchTest, ThumbnailsChangeInTheScatterOnlyAndNotUnderASlideShow) {
     Run(1121);
     Run(1121);
     EXPECT_EQ(state_.settings.ThumbnailMaxSize, 230);
-    slideShowOpen_ = true;
+    slideShow_.shown = true;
     Run(1120);
     Run(1121);
     EXPECT_EQ(state_.settings.ThumbnailMaxSize, 230);
@@ -286,23 +296,19 @@ TEST_F(DispatchTest, OnlyTheLowSixteenBitsCount) {
     EXPECT_THAT(Run(static_cast<int>(0xABCD0000u) + 2000), ElementsAre("ShootDesktop"));
 }
 
+// 50040 is F5.
 TEST_F(DispatchTest, KeysAreTranslatedAndOthersAreNot) {
-    std::vector<int> asked;
-    Shell().TranslateKey = [&](int id) {
-        asked.push_back(id);
-        return id == 50040 ? 1200 : 0;
-    };
+    keys_.LoadKeyText("Import Files\tF5\n", KeyContext::Main);
     state_.run.LastActivity = -1;
-    EXPECT_TRUE(RouteCommand(*window_, 50040));
+    EXPECT_TRUE(RouteCommand(parts_, *window_, 50040));
     EXPECT_THAT(Calls(), ElementsAre("Import"));
-    EXPECT_FALSE(RouteCommand(*window_, 50041)) << "nobody's key: it goes on to the window";
-    EXPECT_FALSE(RouteCommand(*window_, 59999));
+    EXPECT_FALSE(RouteCommand(parts_, *window_, 50041)) << "nobody's key: it goes on to the window";
+    EXPECT_FALSE(RouteCommand(parts_, *window_, 59999));
     EXPECT_GE(state_.run.LastActivity, 0);
-    EXPECT_TRUE(RouteCommand(*window_, 2000));
+    EXPECT_TRUE(RouteCommand(parts_, *window_, 2000));
     EXPECT_THAT(Calls(), ElementsAre("ShootDesktop"));
-    EXPECT_TRUE(RouteCommand(*window_, 49999));
-    EXPECT_TRUE(RouteCommand(*window_, 60000));
-    EXPECT_THAT(asked, ElementsAre(50040, 50041, 59999));
+    EXPECT_TRUE(RouteCommand(parts_, *window_, 49999));
+    EXPECT_TRUE(RouteCommand(parts_, *window_, 60000));
 }
 
 }  // namespace

@@ -26,6 +26,7 @@ protected:
         OpenMainWindow();
         UpdateObjects();
         EXPECT_TRUE(Settle());
+        calls_.Clear();
         state_.settings.TimingOfPopup = kPeriod;
         state_.run.TicksInView = 0;
         state_.run.LastTickClock = clock_.now.load();
@@ -37,7 +38,7 @@ protected:
 
     BeatEnd Beat() {
         clock_.now = clock_.now + kPeriod * 1000;
-        const BeatEnd end = HeartbeatTick();
+        const BeatEnd end = heartbeat_.Tick();
         EXPECT_TRUE(end == BeatEnd::Busy || !state_.run.HeartbeatBusy)
             << "each end leaves the next beat its way";
         return end;
@@ -53,7 +54,7 @@ TEST_F(HeartbeatTest, RedrawsTheViewAndCounts) {
 }
 
 TEST_F(HeartbeatTest, NeighborWindowStopsItBeforeAnythingIsNoted) {
-    neighborShown_ = true;
+    neighbor_.shown = true;
     const double before = state_.run.LastTickClock;
     EXPECT_EQ(Beat(), BeatEnd::NeighborShown);
     EXPECT_EQ(state_.run.LastTickClock, before);
@@ -63,10 +64,10 @@ TEST_F(HeartbeatTest, BeatSoonerThanNineTenthsOfThePeriodIsDropped) {
     ASSERT_EQ(Beat(), BeatEnd::Redrawn);
     const double last = state_.run.LastTickClock;
     clock_.now = last + kPeriod * 900 - 1;
-    EXPECT_EQ(HeartbeatTick(), BeatEnd::TooSoon);
+    EXPECT_EQ(heartbeat_.Tick(), BeatEnd::TooSoon);
     EXPECT_EQ(state_.run.LastTickClock, last);
     clock_.now = last + kPeriod * 900;
-    EXPECT_EQ(HeartbeatTick(), BeatEnd::Redrawn);
+    EXPECT_EQ(heartbeat_.Tick(), BeatEnd::Redrawn);
     EXPECT_EQ(state_.run.LastTickClock, last + kPeriod * 900);
 }
 
@@ -126,19 +127,19 @@ TEST_F(HeartbeatTest, CursorThatMovedIsActivity) {
 }
 
 TEST_F(HeartbeatTest, HeldLeftButtonStopsAllButTheActivity) {
-    estimateShown_ = true;
+    others_.petalsShown = true;
     Pointer({300, 200}, true);
     EXPECT_EQ(Beat(), BeatEnd::ButtonDown);
     EXPECT_EQ(state_.run.LastActivity, clock_.now);
-    EXPECT_TRUE(estimateShown_);
+    EXPECT_TRUE(others_.petalsShown);
     EXPECT_EQ(state_.run.TicksInView, 0);
 }
 
 TEST_F(HeartbeatTest, RosetteThatStandsIsHiddenInsteadOfABeat) {
     ASSERT_TRUE(state_.run.ObjectGate.Acquire("test"));
-    estimateShown_ = true;
+    others_.petalsShown = true;
     EXPECT_EQ(Beat(), BeatEnd::EstimateHidden);
-    EXPECT_THAT(Calls(), testing::ElementsAre("HideEstimate"));
+    EXPECT_THAT(Calls(), testing::ElementsAre("HidePetals"));
     EXPECT_EQ(Beat(), BeatEnd::GateHeld) << "the test after it, in the next beat";
     state_.run.ObjectGate.Release();
 }
@@ -159,25 +160,23 @@ TEST_F(HeartbeatTest, StartUpWorkWaitsForTheFirstLoadAndComesOnce) {
     state_.run.FirstLoadDone = 0;
     state_.run.InitialScanRunning = 1;
     state_.settings.LoadIndexInitially = true;
-    int preloads = 0;
-    Shell().PreloadIndexes = [&] { ++preloads; };
     EXPECT_EQ(Beat(), BeatEnd::Redrawn);
     EXPECT_EQ(state_.run.FirstStartPending, 1);
     state_.run.FirstLoadDone = 1;
     // Also under an open slide show, which ends the beat only afterwards.
-    slideShowOpen_ = true;
+    slideShow_.shown = true;
     EXPECT_EQ(Beat(), BeatEnd::SlideShowStands);
     EXPECT_EQ(state_.run.FirstStartPending, 0);
     while (state_.run.InitialScanRunning || state_.run.IndexPreloadRunning) std::this_thread::yield();
-    EXPECT_EQ(preloads, 1);
+    EXPECT_EQ(others_.preloads, 1);
     EXPECT_EQ(TheDateTree().Nodes(kMonthLevel).size(), 2u);
     Beat();
     EXPECT_FALSE(state_.run.InitialScanRunning);
-    EXPECT_EQ(preloads, 1);
+    EXPECT_EQ(others_.preloads, 1);
 }
 
 TEST_F(HeartbeatTest, OpenSlideShowStandsStill) {
-    slideShowOpen_ = true;
+    slideShow_.shown = true;
     TheDateTree().ScanAll(MainRoot());
     state_.settings.AutoNavigate = 1;
     state_.run.TicksInView = 1000;
@@ -186,7 +185,7 @@ TEST_F(HeartbeatTest, OpenSlideShowStandsStill) {
 }
 
 TEST_F(HeartbeatTest, SlideShowThatMovesByItselfLetsTheCalendarMoveToo) {
-    slideShowOpen_ = true;
+    slideShow_.shown = true;
     state_.settings.SlideShowAutoNavigate = 1;
     EXPECT_EQ(Beat(), BeatEnd::SlideShowOpen) << "but nothing of it is drawn";
     EXPECT_EQ(state_.run.TicksInView, 0);

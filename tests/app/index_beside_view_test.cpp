@@ -4,7 +4,6 @@
 #include <thread>
 #include <vector>
 
-#include "app/app_hooks.h"
 #include "app/connect_index.h"
 #include "index/day_index.h"
 #include "index/index_manager.h"
@@ -15,7 +14,6 @@
 #include "store/data_folder.h"
 #include "store/date_tree.h"
 #include "views/bar/button_bar.h"
-#include "views/hooks.h"
 #include "views/load/object_loader.h"
 #include "views/view_fixture.h"
 
@@ -40,7 +38,6 @@ protected:
         OnUpdateProgress = nullptr;
         TheDateTree().onProgress = nullptr;
         TheDateTree().onDayPicked = nullptr;
-        Shell() = AppHooks{};
         ResetSearch();
         ResetIndexes();
     }
@@ -81,7 +78,7 @@ TEST_F(IndexBesideView, AllAtOnce) {
         UpdateObjects();
         SetButtonStates();
         Settle();
-        if (round % 3 == 2) Hooks().StopIndexing("the user");
+        if (round % 3 == 2) StopIndexing("the user");
     }
     done = true;
     for (std::thread& thread : threads) thread.join();

@@ -2,8 +2,9 @@
 #include <chrono>
 #include <thread>
 
-#include "app/app_hooks.h"
+#include "app/app_fixture.h"
 #include "app/connect_index.h"
+#include "app/desktop_services.h"
 #include "app/dispatch.h"
 #include "app/heartbeat.h"
 #include "base/commands.h"
@@ -18,9 +19,7 @@
 #include "store/date_tree.h"
 #include "views/bar/button_bar.h"
 #include "views/control/press_button.h"
-#include "views/hooks.h"
 #include "views/model/calendar_store.h"
-#include "views/view_fixture.h"
 
 namespace kalmora {
 namespace {
@@ -46,7 +45,7 @@ public:
     std::atomic<double> now = 0;
 };
 
-class IndexWindowTest : public ViewTest {
+class IndexWindowTest : public AppTest {
 protected:
     IndexWindowTest() {
         Forget();
@@ -68,7 +67,6 @@ protected:
         ResetIndexes();
     }
     void Forget() {
-        Shell() = AppHooks{};
         OnProgress = nullptr;
         OnUpdateProgress = nullptr;
         TheDateTree().onProgress = nullptr;
@@ -86,14 +84,9 @@ protected:
         }
         return true;
     }
-    void StartLog() { ASSERT_TRUE(OpenLog(LogPath())); }
-    std::string LogPath() const { return files::Join(root_, "log"); }
-    std::string Logged() const { return files::ReadWholeFile(LogPath()).value_or(""); }
     bool HasIndex(int year, int month, int day) const {
         return files::Exists(files::Join(DayFolder(year, month, day), kIndexFileName));
     }
-
-    AppState& state_ = State();
 };
 
 // ---- the idle rule
@@ -101,32 +94,31 @@ protected:
 class IdleRefreshTest : public IndexWindowTest {
 protected:
     IdleRefreshTest() {
-        Shell().UpdateMonthInBackground = [this](int month) { updated_.push_back(month); };
-        Shell().SecondsSinceMonthUpdate = [this](int, int) { return age_; };
         AddText(2008, 11, 13, "a.txt", "cat");
         TheDateTree().ScanAll(MainRoot());
     }
-    std::vector<int> AfterMinutes(double minutes) {
+    // What has been updated so far.
+    std::vector<std::string> AfterMinutes(double minutes) {
         clock_.now = minutes * kMinute;
-        IdleRefresh();
+        IdleRefresh(others_);
+        for (std::string& call : Calls()) updated_.push_back(std::move(call));
         return updated_;
     }
 
     UptimeClock clock_;
-    double age_ = 360000;
-    std::vector<int> updated_;
+    std::vector<std::string> updated_;
 };
 
 TEST_F(IdleRefreshTest, StartsAtTheSixthMinuteAndNotBefore) {
     state_.settings.MinutesToSleep = 5;
     EXPECT_THAT(AfterMinutes(5 + 59.0 / 60), IsEmpty());
-    EXPECT_THAT(AfterMinutes(6), ElementsAre(200811));
+    EXPECT_THAT(AfterMinutes(6), ElementsAre("UpdateMonth 200811"));
 }
 
 TEST_F(IdleRefreshTest, CountsFromTheLastInput) {
     state_.run.LastActivity = 3 * kMinute;
     EXPECT_THAT(AfterMinutes(8.9), IsEmpty());
-    EXPECT_THAT(AfterMinutes(9), ElementsAre(200811));
+    EXPECT_THAT(AfterMinutes(9), ElementsAre("UpdateMonth 200811"));
 }
 
 TEST_F(IdleRefreshTest, WaitsForEachKindOfWorkAndForTheButton) {
@@ -143,15 +135,15 @@ TEST_F(IdleRefreshTest, WaitsForEachKindOfWorkAndForTheButton) {
 }
 
 TEST_F(IdleRefreshTest, MonthIsOldAfterTwelveHoursAndASecond) {
-    age_ = 43200;
+    others_.monthAge = 43200;
     EXPECT_THAT(AfterMinutes(60), IsEmpty());
-    age_ = 43201;
-    EXPECT_THAT(AfterMinutes(60), ElementsAre(200811));
+    others_.monthAge = 43201;
+    EXPECT_THAT(AfterMinutes(60), ElementsAre("UpdateMonth 200811"));
 }
 
 TEST_F(IdleRefreshTest, ThreeYoungMonthsStartNothingAndAreLogged) {
     StartLog();
-    age_ = 100;
+    others_.monthAge = 100;
     AfterMinutes(60);
     EXPECT_THAT(updated_, IsEmpty());
     const std::string line = "[Update] no. Elapsed Time = 100 < 43200 (2008/11)\n";
@@ -159,7 +151,7 @@ TEST_F(IdleRefreshTest, ThreeYoungMonthsStartNothingAndAreLogged) {
     const std::string log = Logged();
     for (std::size_t at = log.find(line); at != std::string::npos; at = log.find(line, at + 1)) ++lines;
     EXPECT_EQ(lines, 3u) << log;
-    age_ = 360000;
+    others_.monthAge = 360000;
     AfterMinutes(60);
     EXPECT_THAT(Logged(), HasSubstr("[Update] ok. Elapsed Time = 360000 > 43200 (2008/11)\n"));
 }
@@ -175,7 +167,7 @@ TEST_F(IdleRefreshTest, PicksTheMonthThatWasPickedLessOften) {
     AddText(2008, 12, 1, "b.txt", "dog");
     TheDateTree().ScanAll(MainRoot());
     for (int i = 0; i < 2; ++i) AfterMinutes(60);
-    EXPECT_THAT(updated_, testing::UnorderedElementsAre(200811, 200812));
+    EXPECT_THAT(updated_, testing::UnorderedElementsAre("UpdateMonth 200811", "UpdateMonth 200812"));
 }
 
 TEST_F(IdleRefreshTest, GoesOnWhileTheWindowIsHidden) {
@@ -192,7 +184,6 @@ protected:
         state_.settings.ShowButtonIndexing = true;
         ShowMonth(2008, 11);
         OpenWindow({960, 700});
-        Hooks().RunCommand = [this](int id) { DispatchCommand(*window_, id); };
         ConnectIndex();
         SetButtonStates();
     }
@@ -204,26 +195,32 @@ protected:
             if (button.name == "Indexing")
                 PressButton({button.area.x + button.area.width / 2, button.area.y + button.area.height / 2});
     }
+
+    DesktopIndexUpdates updates_;
+    Heartbeat beating_{slideShow_, neighbor_, others_, updates_};
+    const AppParts connected_{slideShow_, neighbor_, music_,  filter_, others_, others_,
+                              others_,    others_,   others_, others_, others_, others_,
+                              updates_,   others_,   keys_,   tray_,   beating_};
 };
 
 TEST_F(ConnectedIndexTest, CommandUpdatesTheMonthInView) {
-    DispatchCommand(*window_, kCommandUpdateMonth);
+    DispatchCommand(connected_, *window_, kCommandUpdateMonth);
     EXPECT_TRUE(Eventually([&] { return HasIndex(2008, 11, 13) && !state_.run.BackgroundUpdateRunning; }));
 }
 
 TEST_F(ConnectedIndexTest, CommandDoesNotAskForTheButton) {
     state_.run.IndexingEnabled = 0;
-    DispatchCommand(*window_, kCommandUpdateMonth);
+    DispatchCommand(connected_, *window_, kCommandUpdateMonth);
     EXPECT_TRUE(Eventually([&] { return HasIndex(2008, 11, 13); }));
 }
 
 TEST_F(ConnectedIndexTest, UserWhoIsAwayFindsTheIndexUpToDate) {
     TheDateTree().ScanAll(MainRoot());
     state_.run.LastActivity = UptimeMs() - 6 * kMinute;
-    IdleRefresh();
+    IdleRefresh(updates_);
     EXPECT_TRUE(Eventually([&] { return HasIndex(2008, 11, 13) && !state_.run.BackgroundUpdateRunning; }));
     // The month is listed now, and its record has never been updated: old as the program.
-    EXPECT_LT(Shell().SecondsSinceMonthUpdate(2008, 11), 43200);
+    EXPECT_LT(updates_.SecondsSinceUpdate(2008, 11), 43200);
 }
 
 TEST_F(ConnectedIndexTest, FirstBeatScansTheDatesAndLoadsTheIndexesAhead) {
@@ -237,7 +234,7 @@ TEST_F(ConnectedIndexTest, FirstBeatScansTheDatesAndLoadsTheIndexesAhead) {
     state_.run.LastTickClock = -1e9;
     state_.settings.LoadIndexInitially = true;
     state_.settings.NumberOfLoadIndex = 1;
-    HeartbeatTick();
+    beating_.Tick();
     EXPECT_FALSE(state_.run.FirstStartPending);
     EXPECT_TRUE(
         Eventually([&] { return !state_.run.InitialScanRunning && !state_.run.IndexPreloadRunning; }));
@@ -254,7 +251,7 @@ TEST_F(ConnectedIndexTest, NothingIsLoadedAheadUnlessItIsWanted) {
     state_.run.MainWindowVisible = 1;
     state_.run.LastTickClock = -1e9;
     state_.settings.LoadIndexInitially = false;
-    HeartbeatTick();
+    beating_.Tick();
     EXPECT_TRUE(Eventually([&] { return !state_.run.InitialScanRunning; }));
     EXPECT_FALSE(state_.run.IndexPreloadRunning);
     EXPECT_FALSE(HasIndex(now.year, now.month, now.day));

@@ -4,7 +4,6 @@
 #include <chrono>
 
 #include "app/app_fixture.h"
-#include "app/connect_input.h"
 #include "app/main_window_events.h"
 #include "app/main_window_keys.h"
 #include "input/key_config.h"
@@ -38,14 +37,14 @@ protected:
     void Load() {
         UpdateObjects();
         EXPECT_TRUE(Settle());
-        calls_.clear();
+        calls_.Clear();
     }
     static Event At(EventType type, Point point) {
         Event event{type};
         event.point = point;
         return event;
     }
-    bool Send(const Event& event) { return MainWindowProc(*window_, event); }
+    bool Send(const Event& event) { return MainWindowProc(parts_, *window_, event); }
     bool Press(Point point) { return Send(At(EventType::LeftDown, point)); }
     bool DoubleClick(Point point) { return Send(At(EventType::LeftDoubleClick, point)); }
     bool Timer(int id) {
@@ -100,7 +99,7 @@ TEST_F(MainWindowTest, PressClosesWhatStandsAboveTheCalendar) {
     state_.press.DragPath = "old";
     state_.run.LastActivity = -1;
     Press({480, 5});
-    EXPECT_THAT(Calls(), ElementsAre("CloseSlideShow", "HideNeighbor", "HideEstimate"));
+    EXPECT_THAT(Calls(), ElementsAre("HideSlide", "HideNeighbor", "HidePetals"));
     EXPECT_EQ(state_.run.SlideOpenedByCommand, 0);
     EXPECT_TRUE(state_.press.DragPath.empty());
     EXPECT_GE(state_.run.LastActivity, 0);
@@ -251,7 +250,7 @@ TEST_F(MainWindowTest, PressThatWasLetGoOpensNoDayLater) {
 
 TEST_F(MainWindowTest, MoveOfTwoPixelsIsStillAClick) {
     Press(Middle(Cell(kDay)));
-    calls_.clear();
+    calls_.Clear();
     Event move = At(EventType::MouseMove, {state_.press.PressPoint.x + 2, state_.press.PressPoint.y});
     move.leftButton = true;
     EXPECT_TRUE(Send(move));
@@ -261,12 +260,12 @@ TEST_F(MainWindowTest, MoveOfTwoPixelsIsStillAClick) {
 
 TEST_F(MainWindowTest, LongerWayIsADragOfTheObject) {
     Press(Middle(Cell(kDay)));
-    calls_.clear();
+    calls_.Clear();
     Event move = At(EventType::MouseMove, {state_.press.PressPoint.x + 2, state_.press.PressPoint.y + 1});
     EXPECT_TRUE(Send(move));
     EXPECT_THAT(Calls(), IsEmpty()) << "the button is up";
     move.leftButton = true;
-    dragAnswer_ = false;
+    others_.dragAnswer = false;
     EXPECT_FALSE(Send(move)) << "what comes of the drag comes of the move";
     EXPECT_THAT(Calls(), ElementsAre("StartDragOut a.png"));
     EXPECT_EQ(state_.press.PressActive, 0);
@@ -274,7 +273,7 @@ TEST_F(MainWindowTest, LongerWayIsADragOfTheObject) {
 
 TEST_F(MainWindowTest, DragOfNothingStartsNone) {
     Press(Middle(Cell(20)));
-    calls_.clear();
+    calls_.Clear();
     Event move = At(EventType::MouseMove, {5, 5});
     move.leftButton = true;
     EXPECT_TRUE(Send(move));
@@ -284,7 +283,7 @@ TEST_F(MainWindowTest, DragOfNothingStartsNone) {
 TEST_F(MainWindowTest, ButtonIsPressedInsteadOfWhatLiesBelow) {
     state_.press.DragPath = "old";
     EXPECT_TRUE(Press(Button("Pause")));
-    EXPECT_THAT(Calls(), ElementsAre("CloseSlideShow", "HideNeighbor", "HideEstimate", "RunCommand 1027"));
+    EXPECT_THAT(Calls(), ElementsAre("HideSlide", "HideNeighbor", "HidePetals", "RunCommand 1027"));
     EXPECT_TRUE(state_.press.DragPath.empty());
     Send(At(EventType::LeftUp, Button("Pause")));
 }
@@ -295,12 +294,12 @@ TEST_F(MainWindowTest, QuickSecondPressOnAButtonIsAPress) {
 }
 
 TEST_F(MainWindowTest, TipOfAButtonNamesItsKey) {
-    Keys().LoadKeyConfig(files::Join(root_, "no file"), KeyContext::Main);
-    EXPECT_EQ(ButtonTip(Button("Next")).text, "Next [RIGHT]");
-    EXPECT_EQ(ButtonTip(Button("Next 2")).text, "Next 2 [Ctrl+RIGHT]");
-    EXPECT_EQ(ButtonTip(Button("Pause")).text, "Pause") << "it has none";
-    EXPECT_EQ(ButtonTip(Button("Yearly")).text, "Yearly [UP]") << "the level's key does the same";
-    EXPECT_EQ(ButtonTip({480, 300}).text, "");
+    keys_.LoadKeyConfig(files::Join(root_, "no file"), KeyContext::Main);
+    EXPECT_EQ(ButtonTip(keys_, Button("Next")).text, "Next [RIGHT]");
+    EXPECT_EQ(ButtonTip(keys_, Button("Next 2")).text, "Next 2 [Ctrl+RIGHT]");
+    EXPECT_EQ(ButtonTip(keys_, Button("Pause")).text, "Pause") << "it has none";
+    EXPECT_EQ(ButtonTip(keys_, Button("Yearly")).text, "Yearly [UP]") << "the level's key does the same";
+    EXPECT_EQ(ButtonTip(keys_, {480, 300}).text, "");
 }
 
 // ---- double click
@@ -309,7 +308,7 @@ TEST_F(MainWindowTest, DoubleClickOnACellOpensItsObject) {
     state_.press.ObjectHit = 1;
     state_.press.DragPath = "old";
     EXPECT_TRUE(DoubleClick(Middle(Cell(kDay))));
-    EXPECT_THAT(Calls(), ElementsAre("OpenSlideShowAt a.png"));
+    EXPECT_THAT(Calls(), ElementsAre("ShowSlide a.png"));
     EXPECT_EQ(state_.press.ObjectHit, 0);
     EXPECT_TRUE(state_.press.DragPath.empty());
     EXPECT_EQ(OpenedBy([&] { DoubleClick(Middle(Cell(14))); }), note_);
@@ -320,7 +319,7 @@ TEST_F(MainWindowTest, DoubleClickOnACellOpensItsObject) {
 }
 
 TEST_F(MainWindowTest, DoubleClickOnADayNumberMakesANote) {
-    madeText_ = note_;
+    others_.madeText = note_;
     EXPECT_EQ(OpenedBy([&] { DoubleClick({Cell(20).x + 20, Cell(20).y + 20}); }), note_);
     EXPECT_THAT(Calls(), ElementsAre("MakeText 2008/11/20 "));
 }
@@ -331,7 +330,7 @@ TEST_F(MainWindowTest, DoubleClickInAYear) {
     Load();
     const int width = window_->ClientSize().width;
     DoubleClick(Middle(MonthCellRect(MakeMonthGrid(2008, 11, YearMonthRect(width, 11), true), kDay)));
-    EXPECT_THAT(Calls(), ElementsAre("OpenSlideShowAt a.png"));
+    EXPECT_THAT(Calls(), ElementsAre("ShowSlide a.png"));
     const MonthGrid grid = MakeMonthGrid(2008, 11, YearMonthRect(width, 11), true);
     DoubleClick({MonthCellRect(grid, 3).x + 3, MonthCellRect(grid, 1).y + 3});  // before the first
     EXPECT_THAT(Calls(), IsEmpty());
@@ -392,62 +391,62 @@ TEST_F(MainWindowTest, WheelSizesThePicturesOfTheScatter) {
 // ---- drops
 
 TEST_F(MainWindowTest, DropWithNothingUnderItIsAnImport) {
-    importAnswer_ = true;
+    others_.importAnswer = true;
     EXPECT_FALSE(Drop({480, 300}));
     EXPECT_THAT(Calls(), ElementsAre("ImportDropped 1"));
 }
 
 TEST_F(MainWindowTest, DragThatCameBackRatesItsObject) {
     Press(Middle(Cell(kDay)));
-    calls_.clear();
-    rating_ = 3;
+    calls_.Clear();
+    others_.rating = EstimateType::Good;
     EXPECT_TRUE(Drop(Middle(Cell(kDay))));
-    EXPECT_THAT(Calls(), ElementsAre("HideEstimate", "RateFile a.png 3"));
-    rating_ = 0;
+    EXPECT_THAT(Calls(), ElementsAre("HidePetals", "RateFile a.png 3"));
+    others_.rating.reset();
     EXPECT_TRUE(Drop(Middle(Cell(kDay))));
-    EXPECT_THAT(Calls(), ElementsAre("HideEstimate")) << "let go on no petal";
+    EXPECT_THAT(Calls(), ElementsAre("HidePetals")) << "let go on no petal";
     EXPECT_FALSE(Drop(Middle(Cell(20))));
     EXPECT_THAT(Calls(), ElementsAre("ImportDropped 1")) << "let go elsewhere";
 }
 
 TEST_F(MainWindowTest, DragOfAnotherProgramIsNoRatingWhereverItIsLetGo) {
     Press(Middle(Cell(kDay)));
-    calls_.clear();
-    rating_ = 3;
+    calls_.Clear();
+    others_.rating = EstimateType::Good;
     EXPECT_FALSE(Drop(Middle(Cell(kDay)), Drag::Foreign));
     EXPECT_THAT(Calls(), ElementsAre("ImportDropped 1"));
-    slideShowOpen_ = onSlidePicture_ = true;
+    slideShow_.shown = slideShow_.onPicture = true;
     EXPECT_FALSE(Drop({480, 300}, Drag::Foreign));
     EXPECT_THAT(Calls(), ElementsAre("ImportDropped 1"));
-    slideShowOpen_ = false;
-    neighborShown_ = true;
+    slideShow_.shown = false;
+    neighbor_.shown = true;
     state_.press.DragRect = {100, 100, 200, 200};
     EXPECT_FALSE(Drop({200, 200}, Drag::Foreign));
     EXPECT_THAT(Calls(), ElementsAre("ImportDropped 1"));
 }
 
 TEST_F(MainWindowTest, DropOnTheSlidesPictureRatesTheSlide) {
-    slideShowOpen_ = onSlidePicture_ = true;
-    rating_ = 5;
+    slideShow_.shown = slideShow_.onPicture = true;
+    others_.rating = EstimateType::Private;
     EXPECT_TRUE(Drop({480, 300}));
-    EXPECT_THAT(Calls(), ElementsAre("HideEstimate", "RateSlide 5"));
-    rating_ = 0;
+    EXPECT_THAT(Calls(), ElementsAre("HidePetals", "RateSlide 5"));
+    others_.rating.reset();
     EXPECT_TRUE(Drop({480, 300}));
-    EXPECT_THAT(Calls(), ElementsAre("HideEstimate"));
-    onSlidePicture_ = false;
+    EXPECT_THAT(Calls(), ElementsAre("HidePetals"));
+    slideShow_.onPicture = false;
     EXPECT_FALSE(Drop({480, 300}));
     EXPECT_THAT(Calls(), ElementsAre("ImportDropped 1")) << "beside the picture it is a drop on the calendar";
 }
 
 TEST_F(MainWindowTest, DropOnTheLargeViewRatesItsObject) {
-    neighborShown_ = true;
+    neighbor_.shown = true;
     state_.press.DragRect = {100, 100, 200, 200};  // of the main window's own coordinates
-    rating_ = 2;
+    others_.rating = EstimateType::Public;
     EXPECT_TRUE(Drop({200, 200}));
-    EXPECT_THAT(Calls(), ElementsAre("HideEstimate", "RateNeighbor 2"));
-    rating_ = 0;
+    EXPECT_THAT(Calls(), ElementsAre("HidePetals", "RateNeighbor 2"));
+    others_.rating.reset();
     EXPECT_TRUE(Drop({200, 200}));
-    EXPECT_THAT(Calls(), ElementsAre("HideEstimate"));
+    EXPECT_THAT(Calls(), ElementsAre("HidePetals"));
     EXPECT_FALSE(Drop({50, 50}));
     EXPECT_THAT(Calls(), ElementsAre("ImportDropped 1"));
 }
@@ -461,21 +460,22 @@ TEST_F(MainWindowTest, ClipboardGuardRunsOutOnceAndSwitchesTheMonitorOff) {
 }
 
 TEST_F(MainWindowTest, ClipboardIsKeptWhileTheMonitorIsOn) {
-    OnClipboardChange(*window_);
+    ASSERT_TRUE(others_.clipboardChanges) << "watched since the window was made";
+    others_.clipboardChanges();
     EXPECT_THAT(Calls(), IsEmpty());
     state_.settings.MonitorClipboard = 1;
-    OnClipboardChange(*window_);
+    others_.clipboardChanges();
     EXPECT_THAT(Calls(), ElementsAre("KeepClipboard"));
 }
 
 TEST_F(MainWindowTest, OpenSlideShowFitsItselfToTheWindow) {
     Send(Event{EventType::Resize});
     EXPECT_THAT(Calls(), IsEmpty());
-    slideShowOpen_ = true;
+    slideShow_.shown = true;
     Send(Event{EventType::Resize});
-    EXPECT_THAT(Calls(), ElementsAre("FitSlideShow"));
+    EXPECT_THAT(Calls(), ElementsAre("FitSlide"));
     Send(Event{EventType::Minimize});
-    EXPECT_THAT(Calls(), ElementsAre("FitSlideShow", "HideFilterWindow"));
+    EXPECT_THAT(Calls(), ElementsAre("FitSlide", "HideFilterWindow"));
 }
 
 TEST_F(MainWindowTest, MinimisedWindowGetsNoBeatsUntilItIsBack) {
@@ -494,7 +494,7 @@ TEST_F(MainWindowTest, EndKeepsTheRectangle) {
     EXPECT_EQ(state_.settings.WindowRect.top, 30);
     EXPECT_EQ(state_.settings.WindowRect.right, 540);
     EXPECT_EQ(state_.settings.WindowRect.bottom, 430);
-    EXPECT_THAT(Calls(), Contains("CloseWindows"));
+    EXPECT_THAT(Calls(), Contains("HideFilterWindow"));
     EXPECT_EQ(MainWindow(), nullptr) << "workers draw no more";
 }
 
@@ -502,7 +502,7 @@ TEST_F(MainWindowTest, RectangleWithItsEdgesExchangedStillMakesAWindow) {
     window_.reset();
     SetMainWindow(nullptr);
     state_.settings.WindowRect = {500, 400, 100, 50};
-    const auto window = CreateMainWindow();
+    const auto window = MakeMainWindow();
     ASSERT_TRUE(window);
     EXPECT_GE(window->ClientSize().width, 1);
 }

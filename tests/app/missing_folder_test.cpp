@@ -39,7 +39,7 @@ protected:
 
     BeatEnd Beat() {
         clock_.now = clock_.now + 3000;
-        const BeatEnd end = HeartbeatTick();
+        const BeatEnd end = heartbeat_.Tick();
         EXPECT_TRUE(Settle());
         return end;
     }
@@ -86,11 +86,14 @@ TEST_F(MissingFolderTest, EachViewSaysSo) {
 
 TEST_F(MissingFolderTest, NothingIsMadeInItsPlace) {
     state_.settings.OutputNavigationLog = true;
-    Hooks().LogNavigation = [](const std::string& line) { NavigationLog("%s", line.c_str()); };
+    navigation_.lines.Clear();
     Unplug();
     Beat();
     UpdateObjects();
     EXPECT_TRUE(Settle());
+    const std::vector<std::string> lines = navigation_.lines.Take();
+    EXPECT_FALSE(lines.empty());
+    for (const std::string& line : lines) NavigationLog("%s", line.c_str());
     EXPECT_FALSE(files::Exists(MainRoot()));
 }
 

@@ -1,9 +1,8 @@
 // What the search dialog shows, and what it makes of its answers.
 #include "app/search_dialog.h"
 
-#include "app/app_hooks.h"
+#include "app/app_fixture.h"
 #include "app/command_actions.h"
-#include "app/connect_search.h"
 #include "app/entered_dialog.h"
 #include "index/index_manager.h"
 #include "search/search_run.h"
@@ -123,26 +122,24 @@ TEST_F(SearchDialog, AllLoadedStaysForLaterSearches) {
     dialog.SetChecked(1008, false);
     form.onButton(dialog, 1);
     EXPECT_EQ(State().view.SearchAllLoaded, 1);
-    ConnectSearch();
+    ForgetSearch();
     EXPECT_EQ(State().view.SearchAllLoaded, 0) << "the program starts anew";
 }
 
-TEST_F(SearchDialog, CommandShowsTheResultOfAnAnswer) {
+using SearchCommand = AppTest;
+
+TEST_F(SearchCommand, ShowsTheResultOfAnAnswer) {
     ShowMonth(2008, 11);
-    OpenWindow({960, 700});
-    State().run.AllRing = 12;
-    bool shows = true;
-    Shell().ShowSearchDialog = [&] {
-        if (shows) State().view.SearchResultMode = 1;
-        return shows;
-    };
-    ShowSearch();
-    EXPECT_EQ(State().run.AllRing, 0) << "thirteen stores, round and round";
+    OpenMainWindow();
+    state_.run.AllRing = 12;
+    others_.searchAnswer = true;
+    state_.view.SearchResultMode = 1;
+    ShowSearch(parts_);
+    EXPECT_EQ(state_.run.AllRing, 0) << "thirteen stores, round and round";
     ASSERT_TRUE(Settle());
-    shows = false;
-    ShowSearch();
-    EXPECT_EQ(State().run.AllRing, 0);
-    Shell().ShowSearchDialog = [] { return false; };
+    others_.searchAnswer = false;
+    ShowSearch(parts_);
+    EXPECT_EQ(state_.run.AllRing, 0);
 }
 
 }  // namespace

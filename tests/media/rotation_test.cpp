@@ -27,10 +27,7 @@ protected:
         UseTool("cat \"$source\" >/dev/null; cp '" + folder.Put("turned", DecodableJpeg(48, 64)) +
                 "' \"$target\"");
     }
-    ~RotationTest() override {
-        State().settings.PathOfJpegTran.clear();
-        OnRotationToolMissing = nullptr;
-    }
+    ~RotationTest() override { State().settings.PathOfJpegTran.clear(); }
     // A shell script that notes the words of its command line and does this.
     void UseTool(const std::string& script) {
         const std::string path =
@@ -68,17 +65,12 @@ TEST_F(RotationTest, OfAnythingElseCallsNoTool) {
     EXPECT_FALSE(WasCalled());
 }
 
-TEST_F(RotationTest, WithoutTheToolTellsWhereItWasLookedFor) {
-    std::vector<std::string> told;
-    OnRotationToolMissing = [&](const std::string& path) { told.push_back(path); };
+TEST_F(RotationTest, WithoutTheToolLeavesThePicture) {
     State().settings.PathOfJpegTran = folder.PathOf("no/such tool");
     const std::string path = PutPhoto();
     EXPECT_EQ(RotateJpeg(path, 90), RotateResult::NoTool);
     EXPECT_EQ(RotateJpeg(PutPhoto("a.png"), 90), RotateResult::NoTool) << "asked before the extension";
-    EXPECT_THAT(told, ElementsAre(folder.PathOf("no/such tool"), folder.PathOf("no/such tool")));
     EXPECT_EQ(ContentOf(path), DecodableJpeg(64, 48));
-    OnRotationToolMissing = nullptr;
-    EXPECT_EQ(RotateJpeg(path, 90), RotateResult::NoTool);
 }
 
 TEST_F(RotationTest, ToolThatCannotBeStartedLeavesThePicture) {
@@ -317,53 +309,89 @@ TEST_F(RotationOfSeveralTest, AccessTimeMovedByATurn) {
 }
 
 // ---- the command
-class RotationStageTest : public RotationTest {
-protected:
-    RotationStage Stage(const std::string& name, bool shown, const std::string& path) {
-        RotationStage stage;
-        stage.isShown = [shown] { return shown; };
-        stage.path = [path] { return path; };
-        stage.say = [this, name](const std::string& words, bool isLast) {
-            said.push_back(name + ": " + words + (isLast ? "." : ""));
-        };
-        stage.reload = [this, name] { said.push_back(name + " reloads"); };
-        stage.logsPath = name == "hover";
-        return stage;
+class RecordingWindow : public PictureWindow {
+public:
+    RecordingWindow(std::vector<std::string>& said, std::string name) : said_(said), name_(std::move(name)) {}
+    bool IsShown() const override { return shown; }
+    void Show(const std::string&) override {}
+    void Hide() override {}
+    std::string Path() const override { return path; }
+    void Next() override {}
+    void Previous() override {}
+    void Rate(EstimateType) override {}
+    void Say(const std::string& words, int ticks) override {
+        said_.push_back(name_ + ": " + words + std::to_string(ticks));
     }
-    std::vector<std::string> said;
+    void Reload() override { said_.push_back(name_ + " reloads"); }
+
+    bool shown = false;
+    std::string path;
+
+private:
+    std::vector<std::string>& said_;
+    const std::string name_;
 };
 
-TEST_F(RotationStageTest, SlideShowComesFirst) {
-    const std::string path = PutPhoto();
-    RotateOnStage(90, Stage("slide", true, path), Stage("hover", true, "x"));
-    EXPECT_THAT(said, ElementsAre("slide: Rotating", "slide: Ok.    .", "slide reloads"));
+class RotateShownTest : public RotationTest, public TurnListener {
+protected:
+    void OnTurned(const std::string& path) override { said.push_back("turned " + path); }
+    void OnToolMissing(const std::string& toolPath) override { said.push_back("no " + toolPath); }
+    void Rotate(int degrees) { RotateShown(degrees, slideShow, neighbor, *this); }
+
+    std::vector<std::string> said;
+    RecordingWindow slideShow{said, "slide"}, neighbor{said, "neighbor"};
+};
+
+// A slide takes two seconds by default.
+TEST_F(RotateShownTest, SlideShowComesFirst) {
+    slideShow.shown = neighbor.shown = true;
+    slideShow.path = PutPhoto();
+    Rotate(90);
+    EXPECT_THAT(said, ElementsAre("slide: Rotating100", "slide: Ok.    20", "turned " + slideShow.path,
+                                  "slide reloads"));
 }
 
-TEST_F(RotationStageTest, HoverWindowIsNext) {
+TEST_F(RotateShownTest, NeighborWindowIsNext) {
     KeepLog();
-    const std::string path = PutPhoto();
-    RotateOnStage(270, Stage("slide", false, "x"), Stage("hover", true, path));
-    EXPECT_THAT(said, ElementsAre("hover: Rotating", "hover: Ok.    .", "hover reloads"));
-    EXPECT_THAT(LogText(), testing::HasSubstr("Rotate: " + path));
+    neighbor.shown = true;
+    neighbor.path = PutPhoto();
+    Rotate(270);
+    EXPECT_THAT(said, ElementsAre("neighbor: Rotating100", "neighbor: Ok.    20", "turned " + neighbor.path,
+                                  "neighbor reloads"));
+    EXPECT_THAT(LogText(), testing::HasSubstr("Rotate: " + neighbor.path));
 }
 
-TEST_F(RotationStageTest, NothingHappensWhereNothingIsShown) {
-    RotateOnStage(90, Stage("slide", false, PutPhoto()), Stage("hover", false, PutPhoto()));
+TEST_F(RotateShownTest, NothingHappensWhereNothingIsShown) {
+    slideShow.path = neighbor.path = PutPhoto();
+    Rotate(90);
     EXPECT_TRUE(said.empty());
     EXPECT_FALSE(WasCalled());
 }
 
-TEST_F(RotationStageTest, PictureThatHasGoneIsToldToTheLogAlone) {
+TEST_F(RotateShownTest, PictureThatHasGoneIsReportedInTheLogAlone) {
     KeepLog();
-    RotateOnStage(90, Stage("slide", true, folder.PathOf("absent.jpg")), Stage("hover", false, ""));
-    EXPECT_THAT(said, ElementsAre("slide: Rotating"));
+    slideShow.shown = true;
+    slideShow.path = folder.PathOf("absent.jpg");
+    Rotate(90);
+    EXPECT_THAT(said, ElementsAre("slide: Rotating100"));
     EXPECT_THAT(LogText(), testing::HasSubstr("Not found: Rotation target file"));
 }
 
-TEST_F(RotationStageTest, PngIsAnErrorWithoutAProcess) {
-    RotateOnStage(90, Stage("slide", true, PutPhoto("a.png")), Stage("hover", false, ""));
-    EXPECT_THAT(said, ElementsAre("slide: Rotating", "slide: Error. ."));
+TEST_F(RotateShownTest, PngIsAnErrorWithoutAProcess) {
+    slideShow.shown = true;
+    slideShow.path = PutPhoto("a.png");
+    Rotate(90);
+    EXPECT_THAT(said, ElementsAre("slide: Rotating100", "slide: Error. 20"));
     EXPECT_FALSE(WasCalled());
+}
+
+TEST_F(RotateShownTest, MissingToolIsReportedWithThePlaceWhereItWasLookedFor) {
+    State().settings.PathOfJpegTran = folder.PathOf("no/such tool");
+    slideShow.shown = true;
+    slideShow.path = PutPhoto();
+    Rotate(90);
+    EXPECT_THAT(said,
+                ElementsAre("slide: Rotating100", "no " + folder.PathOf("no/such tool"), "slide: Error. 20"));
 }
 
 }  // namespace

@@ -1,12 +1,12 @@
 #include "views/bar/button_bar.h"
 
-#include "base/commands.h"
+#include "base/log.h"
 #include "pictures/res_pictures.h"
+#include "platform/files.h"
 #include "search/search_run.h"
 #include "views/bar/button_parts.h"
 #include "views/bar/button_rows.h"
 #include "views/control/press_button.h"
-#include "views/hooks.h"
 #include "views/view_fixture.h"
 
 namespace kalmora {
@@ -94,12 +94,15 @@ TEST_F(ButtonBarTest, WithEverySettingOnAllStandInOrder) {
                                      "All", "Pause", "Next 2", "Next", "Auto", "Prev", "Prev 2"));
     for (std::size_t i = 3; i < buttons.size(); ++i)
         EXPECT_EQ(buttons[i].area.Right(), buttons[i - 1].area.x - 5) << buttons[i].name;
-    std::vector<int> commands;
-    Hooks().RunCommand = [&](int id) { commands.push_back(id); };
+    calls_.Clear();
     for (const ButtonInfo& button : buttons)
         if (button.command != 0) PressButton(Middle(button.area));
-    EXPECT_THAT(commands, testing::ElementsAre(1050, 1017, 1200, 1049, 1048, 1046, 1041, 1051, 1026, 1022,
-                                               1027, 1010, 1011, 1023, 1012, 1013));
+    EXPECT_THAT(
+        calls_.Take(),
+        testing::ElementsAre("RunCommand 1050", "RunCommand 1017", "RunCommand 1200", "RunCommand 1049",
+                             "RunCommand 1048", "RunCommand 1046", "RunCommand 1041", "RunCommand 1051",
+                             "RunCommand 1026", "RunCommand 1022", "RunCommand 1027", "RunCommand 1010",
+                             "RunCommand 1011", "RunCommand 1023", "RunCommand 1012", "RunCommand 1013"));
 }
 
 TEST_F(ButtonBarTest, EachPictureLiesInTheResFolder) {
@@ -156,14 +159,14 @@ TEST_F(ButtonBarTest, WideningTheWindowMovesTheButtons) {
 }
 
 TEST_F(ButtonBarTest, PressRunsTheButtonsCommand) {
-    std::vector<int> commands;
-    Hooks().RunCommand = [&](int id) { commands.push_back(id); };
+    calls_.Clear();
     const auto buttons = VisibleButtons();
     EXPECT_EQ(PressButton(Middle(Find(buttons, "Next")->area)), ButtonPress::Done);
     EXPECT_EQ(PressButton(Middle(Find(buttons, "Prev 2")->area)), ButtonPress::Done);
     EXPECT_EQ(PressButton(Middle(buttons[0].area)), ButtonPress::Done);
     EXPECT_EQ(PressButton(Middle(buttons[1].area)), ButtonPress::Done);
-    EXPECT_THAT(commands, testing::ElementsAre(1011, 1013, 1050, 1017));
+    EXPECT_THAT(calls_.Take(), testing::ElementsAre("RunCommand 1011", "RunCommand 1013", "RunCommand 1050",
+                                                    "RunCommand 1017"));
     EXPECT_EQ(PressButton({480, 300}), ButtonPress::None);
 }
 
@@ -172,11 +175,10 @@ TEST_F(ButtonBarTest, PressOnTheHiddenPlaceOfAButtonDoesNothing) {
     const Rect filter = Find(VisibleButtons(), "Filter")->area;
     State().settings.ShowButtonHelp = State().settings.ShowButtonFilter = false;
     SetButtonStates();
-    std::vector<int> commands;
-    Hooks().RunCommand = [&](int id) { commands.push_back(id); };
+    calls_.Clear();
     PressButton(Middle(help));
     PressButton(Middle(filter));
-    EXPECT_THAT(commands, testing::ElementsAre(kCommandImport, kCommandSearch))
+    EXPECT_THAT(calls_.Take(), testing::ElementsAre("RunCommand 1200", "RunCommand 1041"))
         << "what has moved up is pressed";
 }
 
@@ -184,15 +186,19 @@ TEST_F(ButtonBarTest, IndexingFlipsAndStopsTheRunningRefresh) {
     State().settings.ShowButtonIndexing = true;
     State().run.IndexingEnabled = 0;
     SetButtonStates();
-    int stops = 0;
-    Hooks().StopIndexing = [&](const char*) { ++stops; };
+    ASSERT_TRUE(OpenLog(files::Join(root_, "log")));
+    const auto stops = [this] {
+        return files::ReadWholeFile(files::Join(root_, "log")).value_or("").find("stop by user") !=
+               std::string::npos;
+    };
     const Point place = Middle(Find(VisibleButtons(), "Indexing")->area);
     PressButton(place);
     EXPECT_EQ(State().run.IndexingEnabled, 1);
-    EXPECT_EQ(stops, 0);
+    EXPECT_FALSE(stops());
     PressButton(place);
     EXPECT_EQ(State().run.IndexingEnabled, 0);
-    EXPECT_EQ(stops, 1);
+    EXPECT_TRUE(stops());
+    OpenLog("");
 }
 
 TEST_F(ButtonBarTest, TitleFollowsThePeriod) {

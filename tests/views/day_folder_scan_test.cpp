@@ -5,7 +5,6 @@
 #include "platform/files.h"
 #include "platform/shell.h"
 #include "store/data_folder.h"
-#include "views/hooks.h"
 #include "views/load/scan_backgrounds.h"
 #include "views/model/calendar_store.h"
 #include "views/view_fixture.h"
@@ -120,13 +119,11 @@ TEST_F(DayFolderScanTest, StopEndsTheWalk) {
 }
 
 TEST_F(DayFolderScanTest, WhatIsFoundIsToldToTheSlideShow) {
-    std::vector<std::string> slides;
-    Hooks().AddSlide = [&](const std::string& path) { slides.push_back(path); };
     const std::string picture = Add("a.jpg");
     Add("back.jpg");
     Add("song.mp3");
     Scan();
-    EXPECT_THAT(slides, ElementsAre(picture));
+    EXPECT_THAT(slideShow_.slides.Take(), ElementsAre(picture));
 }
 
 class ScanBackgroundsTest : public ViewTest {

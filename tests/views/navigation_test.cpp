@@ -7,7 +7,6 @@
 #include "platform/files.h"
 #include "store/data_folder.h"
 #include "store/date_tree.h"
-#include "views/hooks.h"
 #include "views/load/object_loader.h"
 #include "views/model/calendar_store.h"
 #include "views/view_fixture.h"
@@ -157,12 +156,11 @@ TEST_F(NavigationTest, RefusedLevelChangeKeepsTheNewViewWithoutLoadingIt) {
     ShowMonth(2008, 11);
     UpdateObjects();
     ASSERT_TRUE(Settle());
-    std::vector<std::string> loads;
-    Hooks().LogNavigation = [&](const std::string& line) { loads.push_back(line); };
+    navigation_.lines.Clear();
     const auto first = State().run.ObjectQueue.Lock(1, 100);
     ToYearly();  // waits its 100 ms in vain
     EXPECT_EQ(State().view.ViewType, kYearly);
-    EXPECT_THAT(loads, testing::IsEmpty());
+    EXPECT_THAT(navigation_.lines.Take(), testing::IsEmpty());
     State().run.ObjectQueue.Unlock(first);
 }
 
@@ -261,8 +259,7 @@ TEST_F(NavigationTest, ChangeToMonthlyClearsPressAndTicks) {
 
 TEST_F(NavigationTest, ModesFlipAndReload) {
     ShowMonth(2008, 11);
-    std::vector<std::string> loads;
-    Hooks().LogNavigation = [&](const std::string& line) { loads.push_back(line); };
+    navigation_.lines.Clear();
     ToggleGoodMode();
     ASSERT_TRUE(Settle());
     TogglePublicMode();
@@ -272,17 +269,16 @@ TEST_F(NavigationTest, ModesFlipAndReload) {
     EXPECT_EQ(State().settings.GoodMode, 1);
     EXPECT_EQ(State().settings.PublicMode, 1);
     EXPECT_EQ(State().view.AllViewMode, 1);
-    EXPECT_EQ(loads.size(), 3u);
+    EXPECT_EQ(navigation_.lines.Take().size(), 3u);
     ToggleAutoNavigate();
     TogglePaused();
     EXPECT_EQ(State().settings.AutoNavigate, 1);
     EXPECT_EQ(State().run.Paused, 1);
-    EXPECT_EQ(loads.size(), 3u) << "these two load nothing";
+    EXPECT_THAT(navigation_.lines.Take(), testing::IsEmpty()) << "these two load nothing";
 }
 
 TEST_F(NavigationTest, EachLoadIsToldWithItsPeriod) {
-    std::vector<std::string> loads;
-    Hooks().LogNavigation = [&](const std::string& line) { loads.push_back(line); };
+    navigation_.lines.Clear();
     ShowYear(2008);
     UpdateObjects();
     ASSERT_TRUE(Settle());
@@ -292,7 +288,8 @@ TEST_F(NavigationTest, EachLoadIsToldWithItsPeriod) {
     ShowDay(2008, 3, 4);
     UpdateObjects();
     ASSERT_TRUE(Settle());
-    EXPECT_THAT(loads, testing::ElementsAre("(Year)\t2008", "(Month)\t2008/03", "(Day)\t2008/03/04"));
+    EXPECT_THAT(navigation_.lines.Take(),
+                testing::ElementsAre("(Year)\t2008", "(Month)\t2008/03", "(Day)\t2008/03/04"));
 }
 
 class RandomNavigateTest : public NavigationTest {

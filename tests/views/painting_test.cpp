@@ -3,7 +3,6 @@
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "views/control/navigation.h"
-#include "views/hooks.h"
 #include "views/load/object_loader.h"
 #include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"

@@ -7,7 +7,6 @@
 #include "views/bar/button_bar.h"
 #include "views/control/press_button.h"
 #include "views/control/search_mode.h"
-#include "views/hooks.h"
 #include "views/load/day_folder_scan.h"
 #include "views/load/object_loader.h"
 #include "views/model/calendar_store.h"
@@ -160,11 +159,9 @@ TEST_F(SearchViewTest, FoundFilesCountAsWhatTheyAre) {
     const std::string gone = AddText(2008, 11, 13, "find me gone.txt", "x");
     MainIndex().Load(2008, 11, 0);
     files::RemoveFile(gone);
-    std::vector<std::string> slides;
-    Hooks().AddSlide = [&](const std::string& path) { slides.push_back(NameOf(path)); };
     Show("me.");
     EXPECT_THAT(InCell(11, 13), ElementsAre("find me.png")) << "as if they lay in the folder";
-    EXPECT_THAT(slides, ElementsAre("find me.png"));
+    EXPECT_THAT(slideShow_.slides.Take(), ElementsAre(DayFolder(2008, 11, 13) + "/find me.png"));
     EXPECT_TRUE(Calendar().backgrounds.HasMusic(DayFolder(2008, 11, 13) + "/find me.mp3"));
 }
 

@@ -7,7 +7,6 @@
 #include "store/extension_table.h"
 #include "store/settings_file.h"
 #include "views/bar/button_bar.h"
-#include "views/hooks.h"
 #include "views/model/calendar_store.h"
 #include "views/paint/paint_on_window.h"
 #include "views/paint/paint_view.h"
@@ -37,7 +36,8 @@ ViewTest::ViewTest() : root_(files::MakeTemporaryFolder()) {
     state.run.FirstLoadDone = 0;
     state.run.TicksInView = 0;
     state.run.DayRing = state.run.AllRing = 0;
-    Hooks() = ViewHooks{};
+    calendar_ = std::make_unique<CalendarStore>(
+        ViewPartners{slideShow_, music_, navigation_, commands_, filter_, observer_});
 }
 
 ViewTest::~ViewTest() {
@@ -45,11 +45,7 @@ ViewTest::~ViewTest() {
     SetMainWindow(nullptr);
     DestroyButtons();
     window_.reset();
-    CalendarStore& calendar = Calendar();
-    for (YearView& year : calendar.years) year.Clear();
-    for (DayViewer& day : calendar.dayViewers) day.Clear();
-    for (AllViewer& all : calendar.allViewers) all.Clear();
-    calendar.backgrounds.Clear();
+    calendar_.reset();
     files::RemoveFolderTree(root_);
 }
 
@@ -98,8 +94,7 @@ bool ViewTest::Settle() {
     do {
         TheApplication()->ProcessEvents(2);
         if (UptimeMs() - start > 10000) return false;
-    } while (Calendar().IsObjectLoaderRunning() || Calendar().IsPaintThreadRunning() ||
-             !AreCellRedrawsDone());
+    } while (calendar_->AreWorkersRunning() || !AreCellRedrawsDone());
     TheApplication()->ProcessEvents(2);
     return true;
 }

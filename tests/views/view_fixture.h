@@ -11,6 +11,8 @@
 #include "platform/image.h"
 #include "platform/window.h"
 #include "state/app_state.h"
+#include "views/model/calendar_store.h"
+#include "views/recording_partners.h"
 
 namespace kalmora {
 
@@ -36,6 +38,15 @@ protected:
     Color PixelAt(int x, int y) const;
 
     std::string root_;
+    // What the views asked of the rooms above them.
+    CallRecord calls_;
+    RecordingSlideShow slideShow_{calls_};
+    RecordingMusicPlayer music_{calls_};
+    RecordingNavigation navigation_;
+    RecordingCommands commands_{calls_};
+    RecordingFilterWindow filter_{calls_};
+    NoObserver observer_;
+    std::unique_ptr<CalendarStore> calendar_;
     std::unique_ptr<Window> window_;
 };
 

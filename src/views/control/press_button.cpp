@@ -1,11 +1,12 @@
 #include "views/control/press_button.h"
 
+#include "index/index_manager.h"
 #include "platform/shell.h"
 #include "state/app_state.h"
 #include "store/resources.h"
 #include "views/bar/button_bar.h"
 #include "views/control/search_mode.h"
-#include "views/hooks.h"
+#include "views/model/calendar_store.h"
 
 namespace kalmora {
 
@@ -16,7 +17,7 @@ constexpr char kHelpFile[] = "users-guide.md";
 void FlipIndexing() {
     AppState& state = State();
     state.run.IndexingEnabled = state.run.IndexingEnabled ? 0 : 1;
-    if (!state.run.IndexingEnabled) Hooks().StopIndexing("stop by user");
+    if (!state.run.IndexingEnabled) StopIndexing("stop by user");
     SetButtonStates();
     DrawButtonsOnWindow();
 }
@@ -24,14 +25,14 @@ void FlipIndexing() {
 void Press(const ButtonInfo& button) {
     switch (button.action) {
         case ButtonAction::Command:
-            return Hooks().RunCommand(button.command);
+            return Calendar().partners.commands.RunCommand(button.command);
         case ButtonAction::EndSearch:
             return EndSearch();
         case ButtonAction::Help:
             shell::Open(FindResource(kHelpFile));
             return;
         case ButtonAction::Filter:
-            return Hooks().ShowFilterWindow();
+            return Calendar().partners.filter.Show();
         case ButtonAction::Indexing:
             return FlipIndexing();
         case ButtonAction::Nothing:

@@ -3,7 +3,6 @@
 #include "state/app_state.h"
 #include "store/date_tree.h"
 #include "views/control/navigation.h"
-#include "views/hooks.h"
 #include "views/load/object_loader.h"
 #include "views/model/calendar_store.h"
 #include "views/model/stop_load.h"
@@ -34,7 +33,7 @@ int LevelOf(int viewType) {
 bool RandomNavigate() {
     AppState& state = State();
     CalendarStore& calendar = Calendar();
-    const bool slideShowWasOpen = Hooks().IsSlideShowOpen();
+    const bool slideShowWasOpen = Calendar().partners.slideShow.IsShown();
     const int viewType = state.view.ViewType;
     const int standTime =
         StandTime(viewType, state.view.TargetYear, state.view.TargetMonth, state.view.TargetDay);
@@ -59,9 +58,9 @@ bool RandomNavigate() {
     if (viewType == kDaily) state.view.TargetDay = picked->day;
     UpdateObjects();
     if (state.settings.SlideShowAutoNavigate) {
-        if (state.view.AllViewMode) Hooks().TakeNewSlides();
+        if (state.view.AllViewMode) Calendar().partners.slideShow.TakeNewSlides();
         if (!state.settings.SlideShowAutoNavigate) return true;
-        if (slideShowWasOpen) Hooks().RestartSlideShow();
+        if (slideShowWasOpen) Calendar().partners.slideShow.Restart();
     }
     return true;
 }

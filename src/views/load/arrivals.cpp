@@ -9,7 +9,6 @@
 #include "state/app_state.h"
 #include "store/extension_table.h"
 #include "store/file_helpers.h"
-#include "views/hooks.h"
 #include "views/model/calendar_store.h"
 #include "views/paint/paint_on_window.h"
 
@@ -58,7 +57,7 @@ bool AddToView(const std::string& path, const CalendarDate& day) {
         return true;
     }
     if (kind != ObjectKind::Image && kind != ObjectKind::Text && kind != ObjectKind::Movie) return false;
-    Hooks().AddSlide(path);
+    Calendar().partners.slideShow.AddSlide(path);
     if (state.view.AllViewMode)
         Calendar().CurrentAllViewer().objects.Add(std::make_unique<CPhoto>(path));
     else if (state.view.ViewType == kDaily)

@@ -9,7 +9,6 @@
 #include "platform/shell.h"
 #include "state/app_state.h"
 #include "store/extension_table.h"
-#include "views/hooks.h"
 #include "views/load/search_view.h"
 #include "views/model/calendar_store.h"
 
@@ -94,7 +93,7 @@ private:
     }
 
     void Tell(const std::string& path, ObjectKind kind) {
-        Hooks().AddSlide(path);
+        Calendar().partners.slideShow.AddSlide(path);
         found_({path, kind});
     }
 

@@ -12,7 +12,6 @@
 #include "state/app_state.h"
 #include "store/data_folder.h"
 #include "views/bar/button_bar.h"
-#include "views/hooks.h"
 #include "views/load/day_folder_scan.h"
 #include "views/load/month_loader.h"
 #include "views/load/scan_backgrounds.h"
@@ -154,24 +153,24 @@ void LoadAllViewer(const LoadRequest& request, const StopTest& loadStopped) {
 }  // namespace
 
 void CheckMusic(OldMusic oldMusic) {
-    ViewHooks& hooks = Hooks();
+    const ViewPartners& partners = Calendar().partners;
     BackgroundSet& backgrounds = Calendar().backgrounds;
-    if (backgrounds.HasMusic(hooks.CurrentMusic())) return;
+    if (backgrounds.HasMusic(partners.music.Current())) return;
     backgrounds.PickRandomMusic();
     if (oldMusic == OldMusic::Pause)
-        hooks.PauseMusic();
+        partners.music.Pause();
     else
-        hooks.StopMusic();
+        partners.music.Stop();
     const std::string next = backgrounds.CurrentMusic();
-    if (State().settings.SoundMode && !next.empty()) hooks.PlayMusic(next);
+    if (State().settings.SoundMode && !next.empty()) partners.music.Play(next);
 }
 
 void UpdateObjects() {
     AppState& state = State();
-    ViewHooks& hooks = Hooks();
-    if (!state.settings.SlideShowAutoNavigate) hooks.HideSlideShow();
+    const ViewPartners& partners = Calendar().partners;
+    if (!state.settings.SlideShowAutoNavigate) partners.slideShow.Hide();
     SetButtonStates();
-    hooks.LogNavigation(NavigationLine());
+    partners.navigation.OnNavigation(NavigationLine());
     if (state.view.ViewType == kDaily) state.run.TicksInView = 0;
 
     LookForDataFolder();
@@ -194,7 +193,7 @@ void UpdateObjects() {
     if (stopped()) return leave();
     Calendar().backgrounds.Clear();
     if (stopped()) return leave();
-    hooks.ClearSlides();
+    partners.slideShow.ClearSlides();
     if (stopped()) return leave();
 
     if (!request.AllViewMode && request.ViewType != kDaily) return StartGridLoad(request);
@@ -219,7 +218,7 @@ void ObjectLoader(const LoadRequest& request) {
         if (stopped()) return false;
         calendar.backgrounds.Clear();
         if (stopped()) return false;
-        Hooks().ClearSlides();
+        Calendar().partners.slideShow.ClearSlides();
         SetCaption();
         const std::string root = MainRoot();
         ScanBackgrounds(root, request.year, request.ViewType == kMonthly ? request.month : 0, stopped);
@@ -242,7 +241,8 @@ void ObjectLoader(const LoadRequest& request) {
         if (!load(root, state.settings.DrawWhileLoading)) return false;
         state.run.FirstLoadDone = 1;
         if (const std::string other = OtherRoot(); !other.empty() && !load(other, false)) return false;
-        if (state.settings.SlideShowAutoNavigate && Hooks().IsSlideShowOpen()) Hooks().TakeNewSlides();
+        if (state.settings.SlideShowAutoNavigate && Calendar().partners.slideShow.IsShown())
+            Calendar().partners.slideShow.TakeNewSlides();
         // The grid once more, whole and off the screen: what a resize or the second root changed meanwhile.
         PaintView();
         return true;
@@ -250,7 +250,7 @@ void ObjectLoader(const LoadRequest& request) {
     const bool whole = run();
     // A newer load that waited in vain has gone on with a gate of its own: that one is not ours to open.
     if (calendar.loadNumber == request.number) state.run.ObjectGate.Release();
-    if (whole) Hooks().OnWholeView();
+    if (whole) Calendar().partners.observer.OnWholeView();
 }
 
 void ReloadView() {

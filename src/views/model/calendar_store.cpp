@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/clock.h"
 #include "state/app_state.h"
 
 namespace kalmora {
@@ -9,15 +10,7 @@ namespace kalmora {
 namespace {
 
 std::atomic<Window*> mainWindow{nullptr};
-
-bool Start(Thread& slot, const char* name, std::function<void()> body) {
-    Thread thread;
-    if (!thread.StartSuspended(name, std::move(body))) return false;
-    thread.SetPriority(Thread::Priority::Highest);
-    slot = std::move(thread);
-    slot.Resume();
-    return true;
-}
+std::atomic<CalendarStore*> theCalendar{nullptr};
 
 std::size_t Index(int number) {
     return static_cast<std::size_t>(((number % kRingSize) + kRingSize) % kRingSize);
@@ -25,9 +18,34 @@ std::size_t Index(int number) {
 
 }  // namespace
 
-CalendarStore& Calendar() {
-    static CalendarStore* const store = new CalendarStore;
-    return *store;
+CalendarStore& Calendar() { return *theCalendar.load(); }
+
+CalendarStore::CalendarStore(const ViewPartners& viewPartners) : partners(viewPartners) {
+    theCalendar = this;
+}
+
+CalendarStore::~CalendarStore() {
+    while (AreWorkersRunning()) SleepMs(1);
+    theCalendar = nullptr;
+}
+
+bool CalendarStore::Start(Thread& slot, const char* name, std::function<void()> body) {
+    Thread thread;
+    ++*workers_;
+    // The count goes down when the worker has let go of everything else.
+    const auto counted = [body = std::move(body), workers = workers_]() mutable {
+        body();
+        body = nullptr;
+        --*workers;
+    };
+    if (!thread.StartSuspended(name, counted)) {
+        --*workers_;
+        return false;
+    }
+    thread.SetPriority(Thread::Priority::Highest);
+    slot = std::move(thread);
+    slot.Resume();
+    return true;
 }
 
 Window* MainWindow() { return mainWindow; }

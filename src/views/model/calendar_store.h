@@ -5,18 +5,26 @@
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 
 #include "platform/thread.h"
 #include "platform/window.h"
 #include "views/model/background_set.h"
+#include "views/model/view_partners.h"
 #include "views/model/viewers.h"
 #include "views/model/year_view.h"
 
 namespace kalmora {
 
 struct CalendarStore {
+    // The store that Calendar() hands out, until it goes. The partners outlive it.
+    explicit CalendarStore(const ViewPartners& partners);
+    // Waits for the workers that it has started.
+    ~CalendarStore();
+
+    const ViewPartners partners;
     std::array<YearView, kRingSize> years;
     std::array<DayViewer, kRingSize> dayViewers;
     std::array<AllViewer, kRingSize> allViewers;
@@ -46,8 +54,13 @@ struct CalendarStore {
     bool EndPaintRun();         // true when a paint was left that the run did not take
     bool IsObjectLoaderRunning() const;
     bool IsPaintThreadRunning() const;
+    // Also an old one that was let go.
+    bool AreWorkersRunning() const { return *workers_ > 0; }
 
 private:
+    bool Start(Thread& slot, const char* name, std::function<void()> body);
+
+    const std::shared_ptr<std::atomic<int>> workers_ = std::make_shared<std::atomic<int>>(0);
     mutable std::mutex threadsMutex_;
     Thread objectLoader_;        // guarded by threadsMutex_
     Thread paintThread_;         // guarded by threadsMutex_
@@ -55,7 +68,7 @@ private:
     bool paintIsLeft_ = false;   // guarded by threadsMutex_
 };
 
-// Made on first use, never destroyed: workers may outlive main.
+// The one that App or a test has made; there is no more than one at a time. Any thread.
 CalendarStore& Calendar();
 
 // The main window; null until all windows exist, and again once it is destroyed. Any thread.

@@ -3,7 +3,6 @@
 #include <vector>
 
 #include "state/app_state.h"
-#include "views/hooks.h"
 #include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
 #include "views/paint/draw_objects.h"
@@ -83,7 +82,7 @@ bool IsViewReady() {
 void HeartbeatRedraw(int ticks) {
     AppState& state = State();
     if (state.settings.TimingOfChangeBgImage > 0 && ticks % state.settings.TimingOfChangeBgImage == 0) {
-        if (!state.view.AllViewMode && state.view.ViewType != kDaily) Hooks().HideSlideShow();
+        if (!state.view.AllViewMode && state.view.ViewType != kDaily) Calendar().partners.slideShow.Hide();
         Calendar().backgrounds.PickRandomImage();
         // The beat ends here and nothing is repainted: the new picture shows with the next full paint. Meant,
         // and held by HeartbeatRedraw.BackgroundBeatChangesNothingOnTheScreen.
@@ -97,11 +96,11 @@ void HeartbeatRedraw(int ticks) {
     }
     switch (state.view.ViewType) {
         case kYearly:
-            Hooks().HideSlideShow();
+            Calendar().partners.slideShow.Hide();
             RedrawYear(state.view.TargetYear);
             break;
         case kMonthly:
-            Hooks().HideSlideShow();
+            Calendar().partners.slideShow.Hide();
             DrawMonthStep(state.view.TargetYear, state.view.TargetMonth);
             break;
         case kDaily: {

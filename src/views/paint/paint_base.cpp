@@ -6,7 +6,6 @@
 #include "platform/window.h"
 #include "state/app_state.h"
 #include "views/bar/button_bar.h"
-#include "views/hooks.h"
 #include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
 #include "views/model/painted_base.h"
@@ -102,7 +101,7 @@ void PaintBase() {
         canvas->Blit({0, 0, size.width, size.height}, *surface);
         if (known) DrawButtons(*canvas);
     }
-    if (!State().run.FirstPaintDone.exchange(1)) Hooks().OnFirstPaint();
+    if (!State().run.FirstPaintDone.exchange(1)) Calendar().partners.observer.OnFirstPaint();
 }
 
 }  // namespace kalmora

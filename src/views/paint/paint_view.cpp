@@ -3,7 +3,6 @@
 #include "platform/clock.h"
 #include "state/app_state.h"
 #include "views/bar/button_bar.h"
-#include "views/hooks.h"
 #include "views/model/calendar_store.h"
 #include "views/model/stoppable_wait.h"
 #include "views/paint/draw_objects.h"
@@ -52,7 +51,7 @@ WalkEnd WalkObjects(Viewer& viewer, DrawOne draw) {
         }
         if (stopped()) return WalkEnd::Stopped;
         if (Calendar().IsPaintLeftToRun()) return WalkEnd::Repaint;
-        if (Hooks().IsSlideShowOpen()) continue;
+        if (Calendar().partners.slideShow.IsShown()) continue;
         if (draw(objects[index])) ++Calendar().objectsDrawn;
         if (state.settings.TimingOfChangeImage > kYieldAboveMs)
             SleepUnless(restless, state.settings.TimingOfChangeImage);
@@ -127,7 +126,7 @@ void EventPaintThread(std::uint32_t loadNumber) {
     state.run.FirstLoadDone = 1;
     // A paint that came too late for this run is done by whoever is free now.
     if (Calendar().EndPaintRun()) return PaintView();
-    if (end == WalkEnd::Whole) Hooks().OnWholeView();
+    if (end == WalkEnd::Whole) Calendar().partners.observer.OnWholeView();
 }
 
 }  // namespace kalmora

@@ -1,19 +1,16 @@
-#include "views/load/view_photos.h"
-
+// What is done to the photos in the view: ratings and turns.
 #include <sys/stat.h>
 
-#include "app/app_hooks.h"
-#include "app/connect_photos.h"
+#include "app/app_fixture.h"
+#include "app/desktop_services.h"
 #include "app/dispatch.h"
 #include "media/rotation.h"
 #include "platform/files.h"
 #include "rewrite/safe_rewrite.h"
-#include "views/hooks.h"
 #include "views/load/object_loader.h"
 #include "views/model/calendar_store.h"
 #include "views/paint/draw_objects.h"
 #include "views/paint/paint_view.h"
-#include "views/view_fixture.h"
 
 namespace kalmora {
 namespace {
@@ -22,17 +19,13 @@ using testing::ElementsAre;
 
 constexpr Color kRed{220, 0, 0}, kBlue{0, 0, 220};
 
-class ViewPhotosTest : public ViewTest {
+class ViewPhotosTest : public AppTest {
 protected:
     ViewPhotosTest() {
         State().settings.TempFolder = files::Join(root_, "Temp");
         State().settings.GoodMode = 0;
-        Shell() = AppHooks{};
-        ConnectPhotos();
     }
     ~ViewPhotosTest() override {
-        Shell() = AppHooks{};
-        OnRotationToolMissing = nullptr;
         State().settings.TempFolder.clear();
         State().settings.PathOfJpegTran.clear();
         State().settings.GoodMode = 0;
@@ -75,6 +68,7 @@ protected:
         ASSERT_TRUE(Settle());
     }
     static PlacedObjectPtr ObjectInDay() { return Calendar().CurrentDayViewer().objects.Front(); }
+    DesktopPhotoRater rater_;
     static int LikeOf(const std::string& path) { return CPhoto(path).GetEstimate(1); }
 };
 
@@ -83,8 +77,8 @@ TEST_F(ViewPhotosTest, RatingGoesThroughTheObjectInTheDay) {
     OpenDay();
     ASSERT_NE(ObjectInDay(), nullptr);
     EXPECT_EQ(ObjectInDay()->photo->GetEstimate(1), 0);
-    EXPECT_TRUE(Shell().RateFile(path, 1));
-    EXPECT_TRUE(Shell().RateFile(path, 1));
+    EXPECT_TRUE(rater_.Rate(path, EstimateType::Like));
+    EXPECT_TRUE(rater_.Rate(path, EstimateType::Like));
     EXPECT_EQ(LikeOf(path), 192);
     EXPECT_EQ(ObjectInDay()->photo->estimations.like, 192) << "the view knows without a second read";
 }
@@ -95,7 +89,7 @@ TEST_F(ViewPhotosTest, RatingGoesThroughTheObjectInTheScatter) {
     OpenDay();
     const PlacedObjectPtr object = Calendar().CurrentAllViewer().objects.Front();
     ASSERT_NE(object, nullptr);
-    EXPECT_TRUE(Shell().RateFile(path, 4));
+    EXPECT_TRUE(rater_.Rate(path, EstimateType::Dislike));
     EXPECT_EQ(object->photo->estimations.like, -128);
     EXPECT_EQ(LikeOf(path), -128);
 }
@@ -103,12 +97,12 @@ TEST_F(ViewPhotosTest, RatingGoesThroughTheObjectInTheScatter) {
 TEST_F(ViewPhotosTest, FileThatNoViewHoldsIsRatedByItself) {
     const std::string path = AddPicture(2008, 11, 14, "other.png", kRed);
     OpenDay();
-    EXPECT_TRUE(Shell().RateFile(path, 1));
+    EXPECT_TRUE(rater_.Rate(path, EstimateType::Like));
     ShowMonth(2008, 11);
-    EXPECT_TRUE(Shell().RateFile(path, 7));
+    EXPECT_TRUE(rater_.Rate(path, EstimateType::Clear));
     EXPECT_EQ(LikeOf(path), 0);
-    EXPECT_FALSE(Shell().RateFile(files::Join(root_, "absent.png"), 1));
-    EXPECT_FALSE(Shell().RateFile(AddText(2008, 11, 14, "a.txt", "a note"), 1));
+    EXPECT_FALSE(rater_.Rate(files::Join(root_, "absent.png"), EstimateType::Like));
+    EXPECT_FALSE(rater_.Rate(AddText(2008, 11, 14, "a.txt", "a note"), EstimateType::Like));
 }
 
 TEST_F(ViewPhotosTest, PictureThatBecomesBadGoesWithTheNextPaintInGoodMode) {
@@ -118,11 +112,11 @@ TEST_F(ViewPhotosTest, PictureThatBecomesBadGoesWithTheNextPaintInGoodMode) {
         {ObjectInDay()->drawn.x + 5, ObjectInDay()->drawn.y + 5}, nullptr));
     const Point inside{ObjectInDay()->drawn.x + 5, ObjectInDay()->drawn.y + 5};
     State().settings.GoodMode = 1;
-    EXPECT_TRUE(Shell().RateFile(path, 6));
+    EXPECT_TRUE(rater_.Rate(path, EstimateType::Bad));
     PaintView();
     ASSERT_TRUE(Settle());
     EXPECT_FALSE(Calendar().CurrentDayViewer().objects.HitTest(inside, nullptr));
-    EXPECT_TRUE(Shell().RateFile(path, 7));
+    EXPECT_TRUE(rater_.Rate(path, EstimateType::Clear));
     PaintView();
     ASSERT_TRUE(Settle());
     EXPECT_TRUE(Calendar().CurrentDayViewer().objects.HitTest(inside, nullptr));
@@ -133,27 +127,26 @@ TEST_F(ViewPhotosTest, ViewThatIsAtWorkForLongIsNotWaitedFor) {
     OpenDay();
     {
         const TicketGuard busy(Calendar().CurrentDayViewer().queue, 1, 1);
-        EXPECT_FALSE(Shell().RateFile(path, 1));
+        EXPECT_FALSE(rater_.Rate(path, EstimateType::Like));
     }
     EXPECT_EQ(LikeOf(path), 0);
-    EXPECT_TRUE(Shell().RateFile(path, 1));
+    EXPECT_TRUE(rater_.Rate(path, EstimateType::Like));
 }
 
 // The neighbor window shows the picture; the day behind it shows it too.
 TEST_F(ViewPhotosTest, TurnedPictureIsDrawnAsItIsNow) {
     const std::string path = AddJpeg(DayFolder(2008, 11, 13), "a.jpg", {120, 80});
     UseToolThatMakes(AddJpeg(root_, "turned.jpg", {80, 120}));
-    std::vector<std::string> said;
-    Shell().IsNeighborShown = [] { return true; };
-    Shell().NeighborPath = [path] { return path; };
-    Shell().SayInNeighbor = [&](const std::string& words) { said.push_back(words); };
-    Shell().ReloadNeighbor = [&] { said.emplace_back("reload"); };
+    neighbor_.shown = true;
+    neighbor_.path = path;
     OpenDay();
     const Rect before = ObjectInDay()->drawn;
     ASSERT_GT(before.width, before.height);
     EXPECT_GT(PixelAt(before.x + 4, before.y + before.height - 5).red, 150) << "red at the left";
-    DispatchCommand(*window_, 1060);
-    EXPECT_THAT(said, ElementsAre("Rotating", "Ok.    ", "reload"));
+    calls_.Clear();
+    DispatchCommand(parts_, *window_, 1060);
+    EXPECT_THAT(Calls(),
+                ElementsAre("SayNeighbor \"Rotating\" 100", "SayNeighbor \"Ok.    \" 20", "ReloadNeighbor"));
     PaintView();
     ASSERT_TRUE(Settle());
     const Rect after = ObjectInDay()->drawn;
@@ -166,41 +159,28 @@ TEST_F(ViewPhotosTest, TurnedPictureIsDrawnAsItIsNow) {
 TEST_F(ViewPhotosTest, SlideShowIsTurnedBeforeTheNeighborWindow) {
     const std::string path = AddJpeg(root_, "a.jpg", {120, 80});
     UseToolThatMakes(AddJpeg(root_, "turned.jpg", {120, 80}));
-    std::vector<std::string> said;
     State().settings.TimingOfChangeSlide = 3;
-    Hooks().IsSlideShowOpen = [] { return true; };
-    Shell().IsNeighborShown = [] { return true; };
-    Shell().SlidePath = [path] { return path; };
-    Shell().SayInSlideShow = [&](const std::string& words, int ticks) {
-        said.push_back(words + std::to_string(ticks));
-    };
-    Shell().ReloadSlide = [&] { said.emplace_back("reload"); };
+    slideShow_.shown = neighbor_.shown = true;
+    slideShow_.path = path;
     OpenWindow({100, 100});
-    DispatchCommand(*window_, 1061);
-    EXPECT_THAT(said, ElementsAre("Rotating150", "Ok.    30", "reload"));
-    said.clear();
-    DispatchCommand(*window_, 1062);
-    EXPECT_THAT(said, ElementsAre("Rotating150", "Error. 30"))
+    DispatchCommand(parts_, *window_, 1061);
+    EXPECT_THAT(Calls(), ElementsAre("SaySlide \"Rotating\" 150", "SaySlide \"Ok.    \" 30", "ReloadSlide"));
+    DispatchCommand(parts_, *window_, 1062);
+    EXPECT_THAT(Calls(), ElementsAre("SaySlide \"Rotating\" 150", "SaySlide \"Error. \" 30"))
         << "the tool's picture does not lie on its side";
 }
 
 TEST_F(ViewPhotosTest, RatingCommandsReachTheSlideShowOrElseTheNeighborWindow) {
-    std::vector<std::string> said;
-    bool slideShow = true, neighbor = true;
-    Hooks().IsSlideShowOpen = [&] { return slideShow; };
-    Shell().IsNeighborShown = [&] { return neighbor; };
-    Shell().RateSlide = [&](int type) { said.push_back("slide " + std::to_string(type)); };
-    Shell().RateNeighbor = [&](int type) { said.push_back("neighbor " + std::to_string(type)); };
+    slideShow_.shown = neighbor_.shown = true;
     OpenWindow({100, 100});
-    DispatchCommand(*window_, 1100);
-    slideShow = false;
-    for (int id = 1100; id <= 1106; ++id) DispatchCommand(*window_, id);
-    neighbor = false;
-    DispatchCommand(*window_, 1103);
-    DispatchCommand(*window_, 1107);
-    EXPECT_THAT(said, ElementsAre("slide 1", "neighbor 1", "neighbor 2", "neighbor 3", "neighbor 4",
-                                  "neighbor 5", "neighbor 6", "neighbor 7"));
-    Hooks() = ViewHooks{};
+    DispatchCommand(parts_, *window_, 1100);
+    slideShow_.shown = false;
+    for (int id = 1100; id <= 1106; ++id) DispatchCommand(parts_, *window_, id);
+    neighbor_.shown = false;
+    DispatchCommand(parts_, *window_, 1103);
+    DispatchCommand(parts_, *window_, 1107);
+    EXPECT_THAT(Calls(), ElementsAre("RateSlide 1", "RateNeighbor 1", "RateNeighbor 2", "RateNeighbor 3",
+                                     "RateNeighbor 4", "RateNeighbor 5", "RateNeighbor 6", "RateNeighbor 7"));
 }
 
 }  // namespace
