@@ -14,14 +14,14 @@
 #include <vector>
 
 #include "baseline.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 #include "media/photo_metadata.h"
 #include "media/preview_reader.h"
 #include "platform/image.h"
 
 namespace {
 
-using kalmora::CPhoto;
+using kalmora::PhotoFile;
 
 constexpr kalmora::Size kMonthCell{137, 110};  // device pixels; smaller than a camera's thumbnail
 
@@ -40,7 +40,7 @@ std::size_t ReadMetadata(const char* path) {
 
 // What indexing asks of each photo.
 std::size_t AskObject(const char* path) {
-    CPhoto photo(path);
+    PhotoFile photo(path);
     kalmora::SystemTime date;
     photo.ReadExifValues();
     const bool dated = photo.ReadShotDate(date);
@@ -88,7 +88,7 @@ int main(int argc, char** argv) {
 
     Job jobs[] = {{"bound", "lower bound, metadata", Bound, -1},
                   {"metadata", "ReadPhotoMetadata", ReadMetadata, 0},
-                  {"object", "CPhoto, as indexing asks", AskObject, 0},
+                  {"object", "PhotoFile, as indexing asks", AskObject, 0},
                   {"pixels-bound", "lower bound, thumbnail's pixels", bench::DecodeThumbnail, -1},
                   {"preview", "embedded thumbnail, not decoded", ReadThumbnail, 3},
                   {"pixels", "images::Load into a cell", LoadCell, 3}};

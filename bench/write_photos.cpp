@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "baseline.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 #include "state/app_state.h"
 #include "store/extension_table.h"
 
@@ -61,23 +61,23 @@ void Require(const std::vector<RewriteResult>& results) {
         if (result != RewriteResult::Written) Die(NameOf(result));
 }
 
-std::vector<CPhoto> ObjectsOf(const std::vector<std::string>& paths) {
-    std::vector<CPhoto> photos;
+std::vector<PhotoFile> ObjectsOf(const std::vector<std::string>& paths) {
+    std::vector<PhotoFile> photos;
     photos.reserve(paths.size());
     for (const std::string& path : paths) photos.emplace_back(path);
     return photos;
 }
 
 void CommentEach(const std::vector<std::string>& paths, const char* words) {
-    for (const std::string& path : paths) Require({CPhoto(path).SetComment(words)});
+    for (const std::string& path : paths) Require({PhotoFile(path).SetComment(words)});
 }
 
 void RateEach(const std::vector<std::string>& paths) {
-    for (const std::string& path : paths) Require({CPhoto(path).Estimate(EstimateType::Like)});
+    for (const std::string& path : paths) Require({PhotoFile(path).Estimate(EstimateType::Like)});
 }
 
 void RateAll(const std::vector<std::string>& paths) {
-    std::vector<CPhoto> photos = ObjectsOf(paths);
+    std::vector<PhotoFile> photos = ObjectsOf(paths);
     Require(EstimateAll(photos, EstimateType::Like));
 }
 

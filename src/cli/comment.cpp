@@ -5,7 +5,7 @@
 
 #include "cli/photo_verb.h"
 #include "cli/verbs.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 
 namespace kalmora {
 
@@ -20,7 +20,7 @@ struct CommentOptions {
 
 int RunComment(const StartOptions& start, const CommentOptions& options) {
     PrepareToWrite(start);
-    CPhoto photo(AbsoluteFilePath(options.file));
+    PhotoFile photo(AbsoluteFilePath(options.file));
     const RewriteResult result =
         options.append ? photo.AppendComment(options.text) : photo.SetComment(options.text);
     FileReport report("comment", options.json ? ReportForm::Json : ReportForm::Lines);

@@ -9,7 +9,7 @@
 #include "cli/iso_date.h"
 #include "cli/photo_verb.h"
 #include "cli/verbs.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 #include "platform/clock.h"
 
 namespace kalmora {
@@ -55,7 +55,7 @@ int RunDate(const StartOptions& start, const DateOptions& options) {
         return 2;
     }
     PrepareToWrite(start);
-    CPhoto photo(AbsoluteFilePath(options.file));
+    PhotoFile photo(AbsoluteFilePath(options.file));
     const RewriteResult result = photo.SetShotDate(*date);
     FileReport report("date", options.json ? ReportForm::Json : ReportForm::Lines);
     if (IsDone(result))

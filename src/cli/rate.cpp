@@ -9,7 +9,7 @@
 
 #include "cli/photo_verb.h"
 #include "cli/verbs.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 
 namespace kalmora {
 
@@ -47,7 +47,7 @@ int RunRate(const StartOptions& start, RateOptions options) {
     }
     options.words.pop_back();
     PrepareToWrite(start);
-    std::vector<CPhoto> photos;
+    std::vector<PhotoFile> photos;
     photos.reserve(options.words.size());
     for (const std::string& file : options.words) photos.emplace_back(AbsoluteFilePath(file));
     const std::vector<RewriteResult> results = EstimateAll(photos, type->type);

@@ -13,7 +13,7 @@
 #include "cli/iso_date.h"
 #include "cli/shown_name.h"
 #include "cli/verbs.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 #include "platform/files.h"
 #include "state/app_state.h"
 
@@ -61,7 +61,7 @@ public:
     }
 
     const Json& Fill(const std::string& path) {
-        CPhoto photo(path);
+        PhotoFile photo(path);
         const Size size = photo.ImageSize();  // first, so that one look at the file serves everything
         SystemTime date;
         const bool dated = photo.GetDate(date) && IsRealDate(date);
@@ -69,7 +69,7 @@ public:
         const auto make = photo.ReadMake();
         next_ = 0;
         Put(path);
-        Put(photo.kind);
+        Put(static_cast<int>(photo.kind));
         Put(photo.extension);
         Put(dated ? Json(IsoDate(date)) : Json(nullptr));
         const char* source = dated ? NameOf(photo.dateFrom) : nullptr;

@@ -18,7 +18,7 @@
 #include "index/index_stop.h"
 #include "index/index_tree.h"
 #include "index/month_index.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 #include "platform/abandoned_files.h"
 #include "platform/files.h"
 #include "platform/shell.h"
@@ -184,7 +184,7 @@ void Importer::RemoveEmptyFolders() {
 
 bool Importer::Describe(const std::string& path, ImportedFile& file) const {
     file.source = path;
-    file.kind = static_cast<std::int32_t>(ClassifyFile(path));
+    file.kind = ClassifyFile(path);
     const auto status = files::GetStatus(path);
     if (!status || !status->isRegular || IsLeftAlone(GetFileName(path))) {
         file.result = status ? ImportResult::PassedOver : ImportResult::Gone;
@@ -203,7 +203,7 @@ std::optional<SystemTime> Importer::DateOf(const ImportedFile& file) {
         phone->minute, phone->second);
     if (IsRehearsal()) return phone;
     const RewriteResult result = WritePhoneDate(file.source, *phone);
-    if (!IsDone(result) && file.kind == kKindImage) unsigned_[file.source] = *phone;
+    if (!IsDone(result) && file.kind == ObjectKind::Image) unsigned_[file.source] = *phone;
     return phone;
 }
 
@@ -325,7 +325,7 @@ void Importer::MakeLink(ImportedFile file, const TargetNames::Choice& choice) {
 
 // A shortcut takes no words: the file that it leads to stays as it is.
 std::string Importer::WordsFor(const ImportedFile& file) const {
-    if (file.kind != kKindImage || options_.source == ImportOptions::Source::GetsShortcut) return {};
+    if (file.kind != ObjectKind::Image || options_.source == ImportOptions::Source::GetsShortcut) return {};
     std::string words;
     if (options_.addComment && !options_.comment.empty()) words = options_.comment + "\r\n";
     if (options_.addFolderName) words += GetFileName(FolderOf(file.source));
@@ -333,11 +333,11 @@ std::string Importer::WordsFor(const ImportedFile& file) const {
 }
 
 void Importer::WriteWords(std::span<ImportedFile> files) {
-    std::vector<CPhoto> photos;
+    std::vector<PhotoFile> photos;
     std::vector<std::string> words;
     std::vector<ImportedFile*> owners;
     for (ImportedFile& file : files) {
-        if (!HasArrived(file.result) || file.kind != kKindImage || file.result == ImportResult::Linked)
+        if (!HasArrived(file.result) || file.kind != ObjectKind::Image || file.result == ImportResult::Linked)
             continue;
         if (const auto signedLate = unsigned_.extract(file.source))
             WritePhoneDate(file.target, signedLate.mapped());

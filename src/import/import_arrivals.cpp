@@ -8,7 +8,7 @@
 
 #include "base/crc32.h"
 #include "base/log.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 #include "platform/files.h"
 #include "rewrite/safe_rewrite.h"
 #include "store/data_folder.h"
@@ -68,7 +68,7 @@ bool LacksWords(const WordsToCome& one) {
     const auto status = files::GetStatus(one.path);
     if (!status || !status->isRegular) return false;
     if (status->size == one.size && status->written == one.written) return true;
-    CPhoto photo(one.path);
+    PhotoFile photo(one.path);
     const std::string* const comment = photo.GetComment();
     return !comment || !comment->ends_with(one.words);
 }
@@ -151,7 +151,7 @@ std::set<MonthToCome> ArrivalJournal::Settle() {
     // A photo whose words were being written is whole before it is asked for them.
     const std::vector<WordsToCome> toCome = ParseWordsRecords(ReadAll(words_.file));
     if (!toCome.empty()) SettleRewrites(tempFolder_);
-    std::vector<CPhoto> photos;
+    std::vector<PhotoFile> photos;
     std::vector<std::string> words;
     std::set<std::string> seen;  // noted once for a move by name and once for a copy
     for (const WordsToCome& one : toCome) {

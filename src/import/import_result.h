@@ -9,6 +9,7 @@
 #include "base/system_time.h"
 #include "platform/files.h"
 #include "rewrite/safe_rewrite.h"
+#include "store/extension_table.h"
 
 namespace kalmora {
 
@@ -54,9 +55,9 @@ struct ImportedFile {
     bool isProtected = false;           // it may not be written: it stays, and its copy is a plain file
     bool sourceStays = false;           // although it was to be taken away
     std::optional<RewriteResult> note;  // when one was to be written into it
-    std::int32_t kind = 0;              // kKindImage and its like
-    SystemTime taken;                   // its date; zero when none was found
-    CalendarDate day;                   // the day that it belongs to
+    ObjectKind kind = ObjectKind::Unknown;
+    SystemTime taken;  // its date; zero when none was found
+    CalendarDate day;  // the day that it belongs to
 };
 
 }  // namespace kalmora

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/dates.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 #include "platform/files.h"
 #include "platform/transfer.h"
 #include "store/file_helpers.h"
@@ -54,7 +54,7 @@ bool HoldsChanged(const std::string& standing, const std::string& source, const 
 
 int CompareImportFiles(const std::string& a, const std::string& b) {
     SystemTime dateOfA, dateOfB;
-    if (CPhoto(a).ReadShotDate(dateOfA) && CPhoto(b).ReadShotDate(dateOfB) &&
+    if (PhotoFile(a).ReadShotDate(dateOfA) && PhotoFile(b).ReadShotDate(dateOfB) &&
         (HaveSameSecond(dateOfA, dateOfB) || CompareSystemTimes(dateOfA, dateOfB) == 0))
         return 0;  // whatever their sizes: meant, and held by CompareImportFilesTest.SameSecondIsTheSameFile
     const std::uint32_t sizeOfA = GetFileSizeValue(a), sizeOfB = GetFileSizeValue(b);
@@ -66,7 +66,7 @@ IncomingContent::IncomingContent(const std::string& source, const std::string& w
 
 const FileChange* IncomingContent::Change() {
     if (!isPlanned_ && !words_.empty()) {
-        CPhoto photo(source_);
+        PhotoFile photo(source_);
         FileChange change;
         if (photo.PlanAppendComment(words_, change) == RewriteResult::Written) change_ = std::move(change);
     }

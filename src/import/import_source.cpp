@@ -4,7 +4,7 @@
 
 #include "base/dates.h"
 #include "media/exif_writer.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 #include "platform/clock.h"
 #include "store/file_helpers.h"
 
@@ -26,9 +26,9 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 }  // namespace
 
 std::optional<SystemTime> DateOfSource(const std::string& path) {
-    CPhoto photo(path);
+    PhotoFile photo(path);
     SystemTime date;
-    const bool tells = photo.kind == kKindImage || photo.kind == kKindText;
+    const bool tells = photo.kind == ObjectKind::Image || photo.kind == ObjectKind::Text;
     if (tells && photo.GetDate(date) && IsOnACalendar(date)) return date;
     const auto ofFile = GetFileDate(path);
     return ofFile && IsOnACalendar(*ofFile) ? ofFile : std::nullopt;
@@ -55,9 +55,9 @@ std::optional<SystemTime> PhoneNameDate(std::string_view fileName) {
 }
 
 RewriteResult WritePhoneDate(const std::string& path, const SystemTime& date) {
-    CPhoto photo(path);
+    PhotoFile photo(path);
     if (photo.PngTexts()) return photo.SetShotDate(date);
-    if (photo.kind != kKindImage) return RewriteResult::Unsupported;
+    if (photo.kind != ObjectKind::Image) return RewriteResult::Unsupported;
     ExifEdits edits = DateEdits(date);
     edits.push_back(TextTagEdit(kMakeTag, kPhoneMake));
     edits.push_back(TextTagEdit(kModelTag, kPhoneModel));

@@ -5,7 +5,8 @@
 #include <optional>
 #include <string_view>
 
-#include "media/photo.h"
+#include "media/photo_file.h"
+#include "media/placement.h"
 #include "platform/files.h"
 #include "store/file_helpers.h"
 #include "text/encoding.h"
@@ -44,20 +45,19 @@ std::optional<FileTime> TimeBeforeReading(const std::string& path) {
 
 // False when the file is not there; nothing changes then.
 bool ReadPhoto(IndexEntry& entry) {
-    CPhoto photo(entry.path);
+    PhotoFile photo(entry.path);
     std::optional<FileTime> written;
-    if (photo.kind != kKindImage) written = TimeBeforeReading(entry.path);
+    if (photo.kind != ObjectKind::Image) written = TimeBeforeReading(entry.path);
     const Size size = photo.ImageSize();  // first, so that one look at the file serves everything
     // A look at the open file costs a third of one at its name. None where it could not be opened.
-    if (photo.kind == kKindImage && photo.Metadata().written.ticks != 0) written = photo.Metadata().written;
+    if (photo.kind == ObjectKind::Image && photo.Metadata().written.ticks != 0)
+        written = photo.Metadata().written;
     if (!written) written = TimeBeforeReading(entry.path);
     if (!written) return false;
     entry.lastWriteTime = *written;
-    photo.imageWidth = size.width;
-    photo.imageHeight = size.height;
-    photo.MeasureImage();
-    entry.width = photo.displayWidth;
-    entry.height = photo.displayHeight;
+    const Size shown = photo.kind == ObjectKind::Image ? ThumbnailSize(size) : Size{-1, -1};
+    entry.width = shown.width;
+    entry.height = shown.height;
     entry.estimations = photo.GetEstimations();
     entry.camera = photo.Metadata().camera;
     const std::string* comment = photo.GetComment();
@@ -86,7 +86,7 @@ std::string ReadBeginning(const std::string& path) {
 
 void ReadText(IndexEntry& entry) {
     entry.comment = ReadBeginning(entry.path);
-    CPhoto(entry.path).GetDate(entry.date);
+    PhotoFile(entry.path).GetDate(entry.date);
 }
 
 }  // namespace

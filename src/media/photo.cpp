@@ -1,229 +1,144 @@
+// Sizes are whole-number divisions throughout, as the views' placement counts on them.
 #include "media/photo.h"
 
-#include <algorithm>
-
-#include "media/date_text.h"
-#include "platform/files.h"
-#include "platform/image.h"
+#include "base/mul_div.h"
+#include "pictures/picture_painter.h"
 #include "state/app_state.h"
-#include "store/extension_table.h"
-#include "store/file_helpers.h"
-#include "text/text.h"
 
 namespace kalmora {
 
-std::function<std::string(const std::string& moviePath)> OnMovieFrame;
-
-std::string MovieFrame(const std::string& moviePath) {
-    return OnMovieFrame ? OnMovieFrame(moviePath) : std::string();
-}
-
 namespace {
 
-constexpr std::int32_t kTextWidth = 1024, kTextHeight = 768;
-constexpr std::size_t kLongestExtension = 8;  // bytes of code page 932
-
-std::string ExtensionOf(std::string_view path) {
-    constexpr std::string_view kEndsSearch = "/ :\\,()~=?#!\"'$%&";
-    for (std::size_t at = path.size(); at-- > 0;) {
-        if (kEndsSearch.find(path[at]) != std::string_view::npos) return {};
-        if (path[at] != '.') continue;
-        std::string extension(path.substr(at + 1));
-        if (text::Cp932Length(extension) > kLongestExtension) return {};
-        for (char& c : extension)
-            if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-        return extension;
-    }
-    return {};
-}
-
-// The next line as a buffer of 255 characters takes it: with its line feed, or cut; a cut line goes on in the
-// next.
-std::string_view TakeLine(std::string_view& rest) {
-    constexpr std::size_t kLongestLine = 255;
-    const std::size_t feed = rest.find('\n');
-    const std::size_t length =
-        std::min({feed == std::string_view::npos ? rest.size() : feed + 1, kLongestLine, rest.size()});
-    const std::string_view line = rest.substr(0, length);
-    rest.remove_prefix(length);
-    return line;
-}
+constexpr int kLayoutScale = 2000;      // what a layout fraction counts to
+constexpr int kSmallestEstimated = 40;  // the longer side where scale and setting leave none
+constexpr Size kCard{1024, 768};        // the shape of a card, and the area of one that is drawn again
 
 }  // namespace
 
-CPhoto::CPhoto(const std::string& filePath) {
-    if (!files::IsAbsolute(filePath)) return;
-    path = filePath;
-    kind = static_cast<std::int32_t>(ClassifyFile(path));
-    extension = ExtensionOf(path);
-    if (kind == kKindText) {
-        imageWidth = kTextWidth;
-        imageHeight = kTextHeight;
-    }
-}
-
-CPhoto::CPhoto(const std::string& filePath, int x, int y, Measure measure) : CPhoto(filePath) {
+CPhoto::CPhoto(const std::string& filePath, int x, int y, Measure measure) : PhotoFile(filePath) {
     layoutX = x;
     layoutY = y;
     if (measure == Measure::Now && !path.empty()) MeasureImage();
 }
 
-bool CPhoto::HitTest(int x, int y) const {
-    if (visible == 0) return false;
-    return Rect{drawnX, drawnY, displayWidth, displayHeight}.ContainsInclusive({x, y});
+void CPhoto::MeasureImage() {
+    if (kind != ObjectKind::Image) return;
+    MeasurePicture(path);
+    SetDisplaySize(ThumbnailSize({imageWidth, imageHeight}));
 }
 
-int CPhoto::Move(int fromX, int fromY, int toX, int toY) {
-    layoutX += toX - fromX;
-    layoutY += toY - fromY;
-    return toX - fromX;
+std::optional<CPhoto::Shown> CPhoto::FindShown() {
+    if (kind != ObjectKind::Image && kind != ObjectKind::Movie) return Shown{kCard, {}};
+    std::string picture = PictureFileOf(path, kind);
+    if (!picture.empty() && MeasurePicture(picture))
+        return Shown{{imageWidth, imageHeight}, std::move(picture)};
+    SetDisplaySize({});
+    return std::nullopt;
 }
 
-CPhoto::FileFacts& CPhoto::Facts() {
-    if (!facts_) facts_ = std::make_unique<FileFacts>();
-    return *facts_;
+void CPhoto::Paint(const DrawContext& context, const Shown& shown) {
+    const Rect area = Drawn();
+    if (area.IsEmpty()) return;
+    const PreparedPicture prepared = PreparePicture({path, kind, shown.picture, shown.shape},
+                                                    {area.width, area.height}, context.Scale(), kPhotoStyle);
+    if (prepared.look == PreparedPicture::Look::Nothing) return SetDisplaySize({});
+    context.With([&](Canvas& canvas) { DrawPicture(canvas, area, prepared, kPhotoStyle); });
 }
 
-const PhotoMetadata& CPhoto::Metadata() {
-    FileFacts& facts = Facts();
-    if (!facts.exif) ReadPhotoMetadata(path, facts.exif.emplace());
-    return *facts.exif;
+void CPhoto::StandAtLayout() {
+    drawnX = layoutX;
+    drawnY = layoutY;
 }
 
-const PngTextFile* CPhoto::PngTexts() {
-    if (extension != "png") return nullptr;
-    FileFacts& facts = Facts();
-    if (!facts.pngAsked) {
-        facts.pngAsked = true;
-        if (!facts.png.emplace().Parse(path)) facts.png.reset();
+void CPhoto::Draw(const DrawContext& context) {
+    if (visible == 0) return;
+    if (kind != ObjectKind::Image && kind != ObjectKind::Movie)
+        return DrawInArea(context, kCard.width, kCard.height);
+    const auto shown = FindShown();
+    if (!shown) return;
+    StandAtLayout();
+    Paint(context, *shown);
+}
+
+void CPhoto::DrawScaledToWidth(const DrawContext& context, int width) {
+    if (visible == 0) return;
+    StandAtLayout();
+    const auto shown = FindShown();
+    if (!shown) return;
+    SetDisplaySize({width, MulDiv(shown->shape.height, width, shown->shape.width)});
+    Paint(context, *shown);
+}
+
+void CPhoto::DrawScaledToHeight(const DrawContext& context, int height) {
+    if (visible == 0) return;
+    StandAtLayout();
+    const auto shown = FindShown();
+    if (!shown) return;
+    SetDisplaySize({MulDiv(shown->shape.width, height, shown->shape.height), height});
+    Paint(context, *shown);
+}
+
+void CPhoto::DrawStretched(const DrawContext& context, int width, int height) {
+    if (visible == 0) return;
+    StandAtLayout();
+    const auto shown = FindShown();
+    if (!shown) return;
+    SetDisplaySize({width, height});
+    Paint(context, *shown);
+}
+
+void CPhoto::DrawFitted(const DrawContext& context, int boxWidth, int boxHeight) {
+    if (visible == 0) return;
+    StandAtLayout();
+    const auto shown = FindShown();
+    if (!shown) return;
+    if (shown->picture.empty()) {  // a card has no shape of its own to keep
+        SetDisplaySize({boxWidth, boxHeight});
+        return Paint(context, *shown);
     }
-    return facts.png ? &*facts.png : nullptr;
-}
-
-void CPhoto::ForgetFile() {
-    facts_.reset();
-    commentRead = estimationsRead = false;
-    comment.reset();
-    if (kind != kKindText) imageWidth = imageHeight = -1;
-}
-
-bool CPhoto::ReadNoteDate(SystemTime& out) const {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-    std::array<std::uint8_t, 520> buffer;  // two lines and a mark
-    files::InputFile file;
-    if (!file.Open(path)) return false;
-    const std::size_t length = file.ReadAt(0, buffer);
-    std::string_view rest(reinterpret_cast<const char*>(buffer.data()), length);
-    if (rest.starts_with(kByteOrderMark)) rest.remove_prefix(kByteOrderMark.size());
-    std::string_view line = TakeLine(rest);
-    if (text::StartsWithNoCase(line, "[Schedule]") || text::StartsWithNoCase(line, "[Diary]"))
-        line = TakeLine(rest);
-    return ParseNoteDate(line, out);
-}
-
-bool CPhoto::GetDate(SystemTime& out) {
-    date = {};
-    if (kind == kKindText ? ReadNoteDate(date) : ReadShotDate(date)) {
-        dateFrom = kind == kKindText ? DateSource::Text : PngTexts() ? DateSource::Png : DateSource::Exif;
+    if (boxWidth <= 0 || boxHeight <= 0) return;
+    const bool centred = kind == ObjectKind::Image;  // a movie stays at its layout position: meant
+    const auto [width, height] = shown->shape;
+    if (static_cast<double>(width) / boxWidth <= static_cast<double>(height) / boxHeight) {
+        SetDisplaySize({MulDiv(width, boxHeight, height), boxHeight});
+        if (centred) drawnX = layoutX + (boxWidth - displayWidth) / 2;
     } else {
-        const auto fileDate = GetFileDate(path);
-        dateFrom = fileDate ? DateSource::File : DateSource::None;
-        date = fileDate.value_or(SystemTime{});
+        SetDisplaySize({boxWidth, MulDiv(height, boxWidth, width)});
+        if (centred) drawnY = layoutY + (boxHeight - displayHeight) / 2;
     }
-    out = date;
-    return dateFrom != DateSource::None;
+    Paint(context, *shown);
 }
 
-Size CPhoto::ImageSize() {
-    if (kind != kKindImage) return {imageWidth, imageHeight};
-    if (!Facts().exif) ReadPhotoMetadata(path, Facts().exif.emplace(), StoredSize::Read);
-    const PhotoMetadata& metadata = Metadata();
-    if (metadata.storedSize.IsEmpty()) return images::Measure(path);
-    const bool turned = metadata.orientation >= 5;
-    return turned ? Size{metadata.storedSize.height, metadata.storedSize.width} : metadata.storedSize;
-}
-
-bool CPhoto::ReadShotDate(SystemTime& out) {
-    if (const PngTextFile* png = PngTexts()) {
-        const std::string* stamp = png->GetText(kPngCreationTime);
-        return stamp && ParseStampDate(*stamp, out);
+void CPhoto::DrawInArea(const DrawContext& context, int areaWidth, int areaHeight) {
+    if (visible == 0) return;
+    const auto shown = FindShown();
+    if (!shown) return;
+    const Settings& settings = State().settings;
+    int longerSide = settings.ThumbnailMaxSize;
+    // A movie has no estimation of its own: it keeps the plain size, as cards do.
+    if (kind == ObjectKind::Image && settings.UseEstimation) {
+        longerSide = static_cast<int>(EstimateScale(GetEstimations().like) * longerSide);
+        if (longerSide <= 0) longerSide = kSmallestEstimated;
     }
-    return ShotDateOf(Metadata(), out);
-}
-
-const std::string* CPhoto::GetComment() {
-    constexpr std::size_t kShortestPath = 5;
-    if (!commentRead) {
-        commentRead = true;
-        comment.reset();
-        if (path.size() >= kShortestPath) {
-            if (const PngTextFile* png = PngTexts()) {
-                if (const std::string* stored = png->GetText(kPngComment)) comment = PngCommentText(*stored);
-            } else {
-                ReadXpComment();
-            }
-        }
-    }
-    return comment ? &*comment : nullptr;
-}
-
-void CPhoto::ReadXpComment() {
-    commentRead = true;
-    comment = Metadata().xpComment;
-}
-
-std::optional<std::string> CPhoto::ReadUserComment() {
-    if (const PngTextFile* png = PngTexts()) {
-        const std::string* stored = png->GetText(kPngProperty);
-        return stored ? std::optional(*stored) : std::nullopt;
-    }
-    return UserCommentText(Metadata());
-}
-
-std::optional<std::string> CPhoto::ReadMake() { return Metadata().make; }
-
-void CPhoto::ReadExifValues() { camera = Metadata().camera; }
-
-const Estimations& CPhoto::GetEstimations() {
-    if (!estimationsRead) {
-        estimationsRead = true;
-        const auto stored = ReadUserComment();
-        estimations = stored ? ParseEstimations(*stored) : Estimations{};
-    }
-    return estimations;
-}
-
-std::int32_t CPhoto::GetEstimate(int type) {
-    const Estimations& values = GetEstimations();
-    switch (static_cast<EstimateType>(type)) {
-        case EstimateType::Like:
-            return values.like;
-        case EstimateType::Public:
-            return values.privacy;
-        case EstimateType::Good:
-            return values.good;
-        default:
-            return 0;
-    }
+    SetDisplaySize(FitLongerSide(shown->shape, longerSide));
+    drawnX = MulDiv(areaWidth - displayWidth, layoutX, kLayoutScale);
+    drawnY = MulDiv(areaHeight - displayHeight, layoutY, kLayoutScale);
+    Paint(context, *shown);
 }
 
 bool CPhoto::IsVisibleUnderEstimate() {
-    const AppState& state = State();
-    const bool hidden =
-        (state.settings.GoodMode == 1 && GetEstimate(static_cast<int>(EstimateType::Good)) < 0) ||
-        (state.settings.PublicMode == 1 && GetEstimate(static_cast<int>(EstimateType::Public)) < 0);
-    if (hidden) visible = 0;
-    return !hidden;
+    if (IsShownUnderEstimate()) return true;
+    visible = 0;
+    return false;
 }
 
 bool CPhoto::SkipIfSmall() {
-    const AppState& state = State();
-    if (!state.settings.SkipSmallImage) return true;
+    const Settings& settings = State().settings;
+    if (!settings.SkipSmallImage) return true;
     if (imageWidth < 0 || imageHeight < 0) MeasureImage();
-    // Only an image has a size that tells something; what could not be measured at all is left as it is.
-    if (kind != kKindImage) return true;
-    if (imageWidth >= state.settings.SizeOfSmallImage || imageHeight >= state.settings.SizeOfSmallImage)
-        return true;
+    // Only an image has a size that says something; what could not be measured at all is left as it is.
+    if (kind != ObjectKind::Image) return true;
+    if (imageWidth >= settings.SizeOfSmallImage || imageHeight >= settings.SizeOfSmallImage) return true;
     visible = 0;
     return false;
 }

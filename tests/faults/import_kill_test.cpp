@@ -14,7 +14,7 @@
 #include "index/day_index.h"
 #include "index/index_manager.h"
 #include "media/exif_builder.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 #include "platform/abandoned_files.h"
 #include "platform/clock.h"
 #include "rewrite/safe_rewrite.h"
@@ -156,7 +156,7 @@ protected:
         int photos = 0;
         for (const auto& entry : fs::recursive_directory_iterator(Root())) {
             if (entry.path().extension() != ".JPG" && entry.path().extension() != ".jpg") continue;
-            CPhoto photo(entry.path());
+            PhotoFile photo(entry.path());
             const std::string* const comment = photo.GetComment();
             ASSERT_THAT(comment ? *comment : "", testing::AnyOf("100", "101", "deep")) << entry.path();
             ++photos;

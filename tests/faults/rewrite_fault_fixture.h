@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "media/exif_builder.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 #include "media/png_builder.h"
 #include "platform/clock.h"
 #include "platform/files.h"
@@ -46,20 +46,20 @@ inline void Write(const std::string& path, std::string_view content) {
 // One kind of write, and what has happened to the photo before.
 struct Work {
     const char* name;
-    std::function<void(CPhoto&)> prepare;
-    std::function<RewriteResult(CPhoto&)> write;
+    std::function<void(PhotoFile&)> prepare;
+    std::function<RewriteResult(PhotoFile&)> write;
     bool withoutInsertion = false;
 };
 
 inline const std::vector<Work>& AllWork() {
-    static const auto nothing = [](CPhoto&) {};
-    static const auto like = [](CPhoto& photo) { return photo.Estimate(EstimateType::Like); };
-    static const auto words = [](CPhoto& photo) { return photo.SetComment("a walk in the hills"); };
-    static const auto date = [](CPhoto& photo) { return photo.SetShotDate({2008, 5, 2, 6, 7, 8, 9, 0}); };
+    static const auto nothing = [](PhotoFile&) {};
+    static const auto like = [](PhotoFile& photo) { return photo.Estimate(EstimateType::Like); };
+    static const auto words = [](PhotoFile& photo) { return photo.SetComment("a walk in the hills"); };
+    static const auto date = [](PhotoFile& photo) { return photo.SetShotDate({2008, 5, 2, 6, 7, 8, 9, 0}); };
     static const std::vector<Work> all{
         {"first comment", nothing, words},
         {"first rating", nothing, like},
-        {"later rating", [](CPhoto& photo) { like(photo); }, like},
+        {"later rating", [](PhotoFile& photo) { like(photo); }, like},
         {"date", nothing, date},
         {"first comment where space cannot be inserted", nothing, words, true},
     };
@@ -136,7 +136,7 @@ protected:
     Course Try(const Photo& photo, const Work& work) const {
         const std::string path = Put(photo);
         SetFaultPlan({.withoutInsertion = work.withoutInsertion});
-        CPhoto object(path);
+        PhotoFile object(path);
         work.prepare(object);
         Course course;
         course.before = Read(path);

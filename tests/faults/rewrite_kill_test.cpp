@@ -52,7 +52,7 @@ private:
         const std::string path = Put({name, course.before});
         const FaultPlan plan{.fault = fault, .atCall = call, .withoutInsertion = work.withoutInsertion};
         const ChildEnd end = test::RunInChild(plan, [&] {
-            CPhoto object(path);
+            PhotoFile object(path);
             work.write(object);
         });
         ASSERT_EQ(end, ChildEnd::Killed);
@@ -105,7 +105,7 @@ TEST_F(RewriteKillTest, WhileMendingThePhotoIsMendedByTheNextStart) {
                     test::RunInChild(
                         {.fault = Fault::KillHalf, .atCall = call, .withoutInsertion = work.withoutInsertion},
                         [&] {
-                            CPhoto object(path);
+                            PhotoFile object(path);
                             work.write(object);
                         });
                     const ChildEnd end =
@@ -131,7 +131,7 @@ TEST_F(RewriteKillTest, AmongManyEachPhotoIsTheOldOrTheNewOne) {
     photos.resize(std::min<std::size_t>(photos.size(), 20));
     std::vector<std::string> paths, old, fresh;
     const auto rateAll = [&] {
-        std::vector<CPhoto> objects;
+        std::vector<PhotoFile> objects;
         for (const std::string& path : paths) objects.emplace_back(path);
         EstimateAll(objects, EstimateType::Good);
     };
@@ -174,7 +174,7 @@ TEST_F(RewriteFaultTest, AnErrorAtAnyCallIsToldAndLeavesThePhotoWhole) {
                             return photo.name + ", " + work.name + ", call " + std::to_string(call) +
                                    ", error " + std::to_string(error) + (lasting ? " on" : "");
                         };
-                        CPhoto object(path);
+                        PhotoFile object(path);
                         test::SetFaultPlan({Fault::Fail, call, error, lasting, work.withoutInsertion});
                         const RewriteResult result = work.write(object);
                         test::SetFaultPlan({});
@@ -216,7 +216,7 @@ TEST_F(RewriteFaultTest, WhatAnotherProgramPutsInItsPlaceAtAnyCallStands) {
             for (int call = 1; call <= course.calls; ++call) {
                 const std::string path = Put({photo.name, course.before}), theirs = path + ".theirs";
                 test::Write(theirs, other);
-                CPhoto object(path);
+                PhotoFile object(path);
                 FaultPlan plan{
                     .fault = Fault::Meddle, .atCall = call, .withoutInsertion = work.withoutInsertion};
                 plan.meddle = [&] { ASSERT_EQ(std::rename(theirs.c_str(), path.c_str()), 0); };

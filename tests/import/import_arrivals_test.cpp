@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "import/import_fixture.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 
 namespace kalmora {
 namespace {
@@ -39,7 +39,7 @@ TEST_F(ImportArrivalsTest, NextImportGivesTheWordsAndTheIndex) {
     const std::string photo = PhotoTaken("2008:11:13 10:15:30");
     const std::string bare = PutInDay("bare.jpg", photo), written = PutInDay("written.jpg", photo);
     const auto status = files::GetStatus(bare);
-    CPhoto(written).SetComment("100TEST");
+    PhotoFile(written).SetComment("100TEST");
     {
         ArrivalJournal killed;
         ASSERT_TRUE(killed.Open(State().settings.TempFolder));

@@ -12,7 +12,7 @@
 #include "import/import.h"
 #include "import/import_source.h"
 #include "index/index_fixture.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 
 namespace kalmora {
 
@@ -46,7 +46,7 @@ protected:
         return files::SetTimes(path, ToFileTime(local), ToFileTime(local));
     }
     static std::string CommentOf(const std::string& path) {
-        CPhoto photo(path);
+        PhotoFile photo(path);
         const std::string* comment = photo.GetComment();
         return comment ? *comment : "";
     }

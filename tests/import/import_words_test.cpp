@@ -4,7 +4,7 @@
 
 #include "import/import.h"
 #include "import/import_fixture.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 #include "platform/shell.h"
 
 namespace kalmora {
@@ -24,7 +24,7 @@ TEST_F(ImportPhoneTest, NameGivesDateMakerAndModel) {
     Import();
     const std::string target = PathOf("081114-101530.jpg", 14);
     for (const std::string& path : {source, target}) {
-        CPhoto photo(path);
+        PhotoFile photo(path);
         SystemTime date;
         ASSERT_TRUE(photo.ReadShotDate(date)) << path;
         EXPECT_EQ(date, (SystemTime{2008, 11, date.dayOfWeek, 14, 10, 15, 30, 0}));
@@ -39,7 +39,7 @@ TEST_F(ImportPhoneTest, SignedPictureIsSignedAnew) {
         .Ascii(test::ExifBuilder::Main, 0x0132, "2001:02:03 04:05:06");
     Add("081113-101530 and more.jpg", test::JpegWith(exif));
     Import();
-    CPhoto photo(PathOf("081113-101530 and more.jpg"));
+    PhotoFile photo(PathOf("081113-101530 and more.jpg"));
     EXPECT_EQ(photo.ReadMake(), "SHARP");
 }
 
@@ -77,7 +77,7 @@ TEST(PhoneNameDate, ReadsThirteenLettersAtTheStart) {
 TEST_F(ImportNoteTest, FolderNameIsAddedToTheComment) {
     Add("100TEST/A.JPG", PhotoTaken("2008:11:13 10:15:30"));
     Add("101 海/B.JPG", PhotoTaken("2008:11:13 10:15:31"));
-    CPhoto(OnCard("101 海/B.JPG")).SetComment("before");
+    PhotoFile(OnCard("101 海/B.JPG")).SetComment("before");
     Add("film.mov", "film");
     options.addFolderName = true;
     const ImportSummary summary = Import();

@@ -1,6 +1,6 @@
 // What the index takes from a file.
 #include "index_fixture.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 #include "media/png_builder.h"
 #include "text/text.h"
 
@@ -86,7 +86,7 @@ TEST_F(IndexEntryRefresh, PhotoWithoutAUsableDateTakesTheTimeOfTheFile) {
         const IndexEntry entry = Refreshed("a.jpg", PhotoTaken(date));
         // GetDate asks the photo first, so a date that was read as one stays: only one that the photo denies
         // falls back to the file.
-        CPhoto photo(entry.path);
+        PhotoFile photo(entry.path);
         SystemTime expected;
         photo.GetDate(expected);
         EXPECT_EQ(entry.date, expected) << date;

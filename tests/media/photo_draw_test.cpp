@@ -7,6 +7,7 @@
 #include "media/preview_reader.h"
 #include "photo_fixture.h"
 #include "picture_files.h"
+#include "pictures/picture_painter.h"
 #include "platform/image.h"
 #include "png_builder.h"
 #include "recording_canvas.h"
@@ -29,7 +30,8 @@ protected:
     }
     CPhoto Movie(unsigned width, unsigned height, int x = 100, int y = 200) {
         const std::string frame = folder.Put("frame.jpg", test::DecodableJpeg(width, height));
-        OnMovieFrame = [frame](const std::string&) { return std::string(frame); };
+        stills.picture = frame;
+        SetMovieStills(&stills);
         return {folder.Put("a.mpg", "movie"), x, y, CPhoto::Measure::Later};
     }
     static Rect Drawn(const CPhoto& photo) {
@@ -49,6 +51,12 @@ protected:
         EXPECT_EQ(canvas.blocks[0].text, "[Memo] milk");
     }
 
+    struct OneStill : MovieStills {
+        std::string StillOf(const std::string&) override { return picture; }
+        std::string picture;
+    };
+
+    OneStill stills;
     RecordingCanvas canvas;
     DrawContext context{canvas};
 };
@@ -267,6 +275,46 @@ TEST_F(PhotoDrawTest, APictureOfUnknownSizeIsNotPainted) {
     CPhoto image = Image(400, 200);
     image.Draw(context);
     EXPECT_TRUE(canvas.IsEmpty());
+}
+
+// ---- beside what a cell shows
+
+// Stripes that no two scalings draw alike.
+std::string StripedPicture(const std::string& path, Size size) {
+    const auto surface = Surface::Create(size, 1.0);
+    const auto canvas = surface->Draw();
+    for (int x = 0; x < size.width; ++x)
+        canvas->FillRect({x, 0, 1, size.height}, Color{static_cast<std::uint8_t>(x * 7), 0, 90});
+    for (int y = 0; y < size.height; y += 3)
+        canvas->FillRect({0, y, size.width, 1}, Color{0, static_cast<std::uint8_t>(y * 5), 0});
+    surface->SavePng(path);
+    return path;
+}
+
+TEST_F(PhotoDrawTest, ACellOfTheSameBoxShowsTheSamePixels) {
+    State().settings.ProgramFolder = folder.Path();
+    std::filesystem::create_directory(folder.PathOf("Res"));
+    folder.Put("Res/movie.png", test::PngOf(""));
+    stills.picture = StripedPicture(folder.PathOf("a.png"), {400, 300});
+    SetMovieStills(&stills);
+    const Rect box{10, 20, 200, 150};
+    for (const std::string& path : {stills.picture, folder.Put("a.mpg", "movie")}) {
+        for (const double scale : {1.0, 2.0}) {
+            const auto scatter = Surface::Create({240, 200}, scale),
+                       cell = Surface::Create({240, 200}, scale);
+            CPhoto photo(path, box.x, box.y, CPhoto::Measure::Later);
+            photo.DrawStretched(DrawContext(*scatter->Draw()), box.width, box.height);
+            const PreparedPicture prepared =
+                PreparePicture({path, photo.kind, PictureFileOf(path, photo.kind), {}},
+                               {box.width, box.height}, scale, kCellStyle);
+            EXPECT_TRUE(DrawPicture(*cell->Draw(), box, prepared, kCellStyle));
+            for (int y = 0; y < 200 * scale; ++y)
+                for (int x = 0; x < 240 * scale; ++x)
+                    ASSERT_EQ(scatter->PixelAt(x, y), cell->PixelAt(x, y)) << x << ' ' << y << ' ' << path;
+            EXPECT_NE(cell->PixelAt(static_cast<int>(20 * scale), static_cast<int>(30 * scale)),
+                      cell->PixelAt(0, 0));
+        }
+    }
 }
 
 // ---- how much is decoded

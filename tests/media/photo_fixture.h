@@ -7,6 +7,7 @@
 
 #include "media/photo.h"
 #include "media_files.h"
+#include "pictures/movie_stills.h"
 #include "state/app_state.h"
 #include "store/extension_table.h"
 
@@ -39,7 +40,7 @@ private:
         state.settings.SizeOfSmallImage = 80;
         state.settings.ProgramFolder.clear();
         state.settings.InstallFolder.clear();
-        OnMovieFrame = nullptr;
+        SetMovieStills(nullptr);
     }
 };
 

@@ -41,7 +41,7 @@ TEST_F(PhotoTest, OfARelativePathIsEmptyAndNoError) {
     for (const char* refused : {"a/b.jpg", "b.jpg", "./b.jpg", ""}) {
         CPhoto photo(refused);
         EXPECT_EQ(photo.path, "") << refused;
-        EXPECT_EQ(photo.kind, kKindUnknown);
+        EXPECT_EQ(photo.kind, ObjectKind::Unknown);
         EXPECT_EQ(photo.extension, "");
         SystemTime date = kMay;
         EXPECT_FALSE(photo.GetDate(date));
@@ -98,14 +98,14 @@ TEST_F(PhotoTest, DoesNotTakeATrailByteForAnEndOfTheExtension) {
 
 TEST_F(PhotoTest, HasTheKindOfItsExtension) {
     const auto kind = [](const std::string& name) { return CPhoto("/data/" + name).kind; };
-    EXPECT_EQ(kind("a.JPG"), kKindImage);
-    EXPECT_EQ(kind("a.txt"), kKindText);
-    EXPECT_EQ(kind("a.mp3"), kKindMusic);
-    EXPECT_EQ(kind("a.m3u"), kKindMusicList);
-    EXPECT_EQ(kind("a.mpg"), kKindMovie);
-    EXPECT_EQ(kind("a.lnk"), kKindShortcut);
-    EXPECT_EQ(kind("a.xyz"), kKindUnknown);
-    EXPECT_EQ(kind("a"), kKindUnknown);
+    EXPECT_EQ(kind("a.JPG"), ObjectKind::Image);
+    EXPECT_EQ(kind("a.txt"), ObjectKind::Text);
+    EXPECT_EQ(kind("a.mp3"), ObjectKind::Music);
+    EXPECT_EQ(kind("a.m3u"), ObjectKind::MusicList);
+    EXPECT_EQ(kind("a.mpg"), ObjectKind::Movie);
+    EXPECT_EQ(kind("a.lnk"), ObjectKind::Shortcut);
+    EXPECT_EQ(kind("a.xyz"), ObjectKind::Unknown);
+    EXPECT_EQ(kind("a"), ObjectKind::Unknown);
 }
 
 TEST_F(PhotoTest, OfATextStandsFor1024By768) {

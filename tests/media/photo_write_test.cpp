@@ -29,15 +29,15 @@ class PhotoWriteTest : public test::WriteTest {
 protected:
     // Asks a fresh object, so from the file.
     static std::string CommentOf(const std::string& path) {
-        CPhoto photo(path);
+        PhotoFile photo(path);
         const std::string* comment = photo.GetComment();
         return comment ? *comment : "none";
     }
     static std::string WordsOf(const std::string& path) {
-        return CPhoto(path).ReadUserComment().value_or("none");
+        return PhotoFile(path).ReadUserComment().value_or("none");
     }
     static Estimations ValuesOf(const std::string& path) {
-        CPhoto photo(path);
+        PhotoFile photo(path);
         return {photo.GetEstimate(1), photo.GetEstimate(3), photo.GetEstimate(2)};
     }
     // A file of each kind that can hold words.
@@ -53,7 +53,7 @@ protected:
 TEST_F(PhotoWriteTest, CommentIsWrittenAndReadBack) {
     for (const std::string& path : Files())
         for (const char* text : {"a walk", "\u3042\u3044", "\U0001F600 two\r\nlines", ""}) {
-            CPhoto photo(path);
+            PhotoFile photo(path);
             EXPECT_EQ(photo.SetComment(text), RewriteResult::Written) << path;
             EXPECT_EQ(photo.comment, text);
             EXPECT_EQ(CommentOf(path), text) << path;
@@ -62,7 +62,7 @@ TEST_F(PhotoWriteTest, CommentIsWrittenAndReadBack) {
 
 TEST_F(PhotoWriteTest, CommentOfNothingIsAnEmptyOne) {
     for (const std::string& path : Files()) {
-        CPhoto photo(path);
+        PhotoFile photo(path);
         photo.SetComment("words");
         EXPECT_EQ(photo.SetComment(std::nullopt), RewriteResult::Written);
         EXPECT_EQ(photo.GetComment(), nullptr);
@@ -72,24 +72,24 @@ TEST_F(PhotoWriteTest, CommentOfNothingIsAnEmptyOne) {
 
 TEST_F(PhotoWriteTest, AddedCommentGetsALineOfItsOwn) {
     for (const std::string& path : Files()) {
-        CPhoto photo(path);
+        PhotoFile photo(path);
         EXPECT_EQ(photo.AppendComment(std::nullopt), RewriteResult::Unchanged);
         EXPECT_EQ(CommentOf(path), "none");
         EXPECT_EQ(photo.AppendComment("one"), RewriteResult::Written);
         EXPECT_EQ(CommentOf(path), "one");
-        CPhoto(path).AppendComment("two");
-        CPhoto(path).AppendComment("\nthree");
-        CPhoto(path).AppendComment("\rfour");
+        PhotoFile(path).AppendComment("two");
+        PhotoFile(path).AppendComment("\nthree");
+        PhotoFile(path).AppendComment("\rfour");
         EXPECT_EQ(CommentOf(path), "one\r\ntwo\nthree\rfour") << path;
     }
 }
 
 TEST_F(PhotoWriteTest, DateIsWrittenAndReadBack) {
     for (const std::string& path : Files()) {
-        CPhoto photo(path);
+        PhotoFile photo(path);
         EXPECT_EQ(photo.SetShotDate({1999, 12, 0, 31, 23, 58, 59, 0}), RewriteResult::Written);
         SystemTime date;
-        ASSERT_TRUE(CPhoto(path).ReadShotDate(date)) << path;
+        ASSERT_TRUE(PhotoFile(path).ReadShotDate(date)) << path;
         EXPECT_EQ(date.year, 1999);
         EXPECT_EQ(date.month, 12);
         EXPECT_EQ(date.day, 31);
@@ -104,13 +104,13 @@ TEST_F(PhotoWriteTest, DateIsWrittenAndReadBack) {
 
 TEST_F(PhotoWriteTest, EstimationsAreWrittenAndReadBack) {
     for (const std::string& path : Files()) {
-        CPhoto photo(path);
+        PhotoFile photo(path);
         EXPECT_EQ(photo.Estimate(EstimateType::Like), RewriteResult::Written);
         EXPECT_EQ(photo.Estimate(EstimateType::Like), RewriteResult::Written);
         EXPECT_EQ(photo.Estimate(EstimateType::Private), RewriteResult::Written);
         EXPECT_EQ(photo.estimations.like, 192);
         EXPECT_EQ(ValuesOf(path), (Estimations{.like = 192, .privacy = -128})) << path;
-        CPhoto again(path);
+        PhotoFile again(path);
         EXPECT_EQ(again.Estimate(EstimateType::Bad), RewriteResult::Written);
         EXPECT_EQ(ValuesOf(path), (Estimations{.like = 192, .good = -128, .privacy = -128})) << path;
         EXPECT_EQ(again.Estimate(EstimateType::Clear), RewriteResult::Written);
@@ -123,7 +123,7 @@ TEST_F(PhotoWriteTest, EstimationsStandInTheirPlaceToTheByte) {
         "\n<estimations><estimation type='like' value='128' last='128'>"
         "<log date='2008/05/06' value='128'/></estimation></estimations>";
     const std::vector<std::string> paths = Files();
-    for (const std::string& path : paths) CPhoto(path).Estimate(EstimateType::Like);
+    for (const std::string& path : paths) PhotoFile(path).Estimate(EstimateType::Like);
     for (const std::string& path : {paths[0], paths[1], paths[3]})
         EXPECT_NE(ContentOf(path).find(std::string("ASCII\0\0\0", 8) + block + '\0'), std::string::npos)
             << path;
@@ -133,10 +133,10 @@ TEST_F(PhotoWriteTest, EstimationsStandInTheirPlaceToTheByte) {
 }
 
 TEST_F(PhotoWriteTest, WordsOfOthersInTheUserCommentStay) {
-    CPhoto photo(folder.Put("a.jpg", WithWords("typed by hand")));
+    PhotoFile photo(folder.Put("a.jpg", WithWords("typed by hand")));
     photo.Estimate(EstimateType::Good);
     EXPECT_TRUE(WordsOf(photo.path).starts_with("typed by hand\n<estimations>"));
-    CPhoto wide(
+    PhotoFile wide(
         folder.Put("b.jpg", JpegWith(ExifBuilder().Undefined(ExifBuilder::Exif, 0x9286,
                                                              std::string("UNICODE\0w\0i\0d\0e\0", 16)))));
     wide.Estimate(EstimateType::Good);
@@ -145,7 +145,7 @@ TEST_F(PhotoWriteTest, WordsOfOthersInTheUserCommentStay) {
 }
 
 TEST_F(PhotoWriteTest, ClearTakesTheWordsInFrontAlong) {
-    CPhoto photo(folder.Put("a.jpg", WithWords("typed by hand")));
+    PhotoFile photo(folder.Put("a.jpg", WithWords("typed by hand")));
     photo.Estimate(EstimateType::Good);
     photo.Estimate(EstimateType::Clear);
     EXPECT_EQ(WordsOf(photo.path), std::string(1, '\0')) << "an item of length 9 is left: code and zero byte";
@@ -154,20 +154,20 @@ TEST_F(PhotoWriteTest, ClearTakesTheWordsInFrontAlong) {
 
 TEST_F(PhotoWriteTest, ClearWithoutABlockRewritesTheSameText) {
     const std::string path = folder.Put("a.jpg", WithWords("typed by hand")), before = ContentOf(path);
-    CPhoto photo(path);
+    PhotoFile photo(path);
     EXPECT_EQ(photo.Estimate(EstimateType::Clear), RewriteResult::Unchanged);
     EXPECT_EQ(ContentOf(path), before);
     EXPECT_EQ(files::GetStatus(path)->written.ticks, kClockTicks);
     EXPECT_EQ(photo.estimations.like, 0);
     // A text that is not there yet becomes an empty one.
-    CPhoto bare(folder.Put("b.jpg", JpegOf("")));
+    PhotoFile bare(folder.Put("b.jpg", JpegOf("")));
     EXPECT_EQ(bare.Estimate(EstimateType::Clear), RewriteResult::Written);
     EXPECT_NE(ContentOf(bare.path).find(std::string("ASCII\0\0\0\0", 9)), std::string::npos);
 }
 
 TEST_F(PhotoWriteTest, ClearWithoutTheEndOfTheBlockComesBack) {
     const std::string text = "<estimations><estimation type='like' value='192' last='64'>";
-    CPhoto photo(folder.Put("a.jpg", WithWords(text)));
+    PhotoFile photo(folder.Put("a.jpg", WithWords(text)));
     photo.Estimate(EstimateType::Clear);
     EXPECT_EQ(photo.estimations.like, 0);
     EXPECT_EQ(ValuesOf(photo.path).like, 192);
@@ -177,7 +177,7 @@ TEST_F(PhotoWriteTest, ClearWithoutTheEndOfTheBlockComesBack) {
 TEST_F(PhotoWriteTest, OnWhatIsNoImageStepsInTheObjectAndLeavesTheFile) {
     for (const char* name : {"a.avi", "a.txt", "a.mp3", "a.xyz"}) {
         const std::string path = folder.Put(name, JpegOf(""));
-        CPhoto photo(path);
+        PhotoFile photo(path);
         EXPECT_EQ(photo.Estimate(EstimateType::Like), RewriteResult::Unsupported) << name;
         EXPECT_EQ(photo.estimations.like, 128);
         EXPECT_EQ(photo.SetComment("words"), RewriteResult::Unsupported);
@@ -191,19 +191,20 @@ TEST_F(PhotoWriteTest, OnWhatIsNoImageStepsInTheObjectAndLeavesTheFile) {
 TEST_F(PhotoWriteTest, OnAnImageThatIsNoJpegLeavesTheFile) {
     for (const char* name : {"a.gif", "a.bmp", "a.tif", "a.jpg", "a.png"}) {
         const std::string path = folder.Put(name, "GIF89a and so on");
-        EXPECT_EQ(CPhoto(path).Estimate(EstimateType::Like), RewriteResult::Unsupported) << name;
-        EXPECT_EQ(CPhoto(path).SetComment("words"), RewriteResult::Unsupported);
+        EXPECT_EQ(PhotoFile(path).Estimate(EstimateType::Like), RewriteResult::Unsupported) << name;
+        EXPECT_EQ(PhotoFile(path).SetComment("words"), RewriteResult::Unsupported);
         EXPECT_EQ(ContentOf(path), "GIF89a and so on");
     }
     const std::string png = folder.Put("b.jpg", PngOf(""));
-    EXPECT_EQ(CPhoto(png).SetComment("words"), RewriteResult::Unsupported) << "a PNG that is called a JPEG";
+    EXPECT_EQ(PhotoFile(png).SetComment("words"), RewriteResult::Unsupported)
+        << "a PNG that is called a JPEG";
 }
 
 TEST_F(PhotoWriteTest, FailureIsToldAndTheObjectHasMovedOn) {
     KeepLog();
     const std::string path = folder.Put("a.jpg", JpegOf(""));
     chmod(path.c_str(), 0444);
-    CPhoto photo(path);
+    PhotoFile photo(path);
     EXPECT_EQ(photo.Estimate(EstimateType::Like), RewriteResult::Denied);
     EXPECT_EQ(photo.SetComment("words"), RewriteResult::Denied);
     EXPECT_EQ(photo.estimations.like, 128);
@@ -216,7 +217,7 @@ TEST_F(PhotoWriteTest, FailureIsToldAndTheObjectHasMovedOn) {
 TEST_F(PhotoWriteTest, RatingIsToldToTheLog) {
     KeepLog();
     const std::string path = folder.Put("a.jpg", JpegOf(""));
-    CPhoto photo(path);
+    PhotoFile photo(path);
     photo.Estimate(EstimateType::Bad);
     photo.Estimate(EstimateType::Like);
     const std::string log = LogText();
@@ -226,26 +227,26 @@ TEST_F(PhotoWriteTest, RatingIsToldToTheLog) {
 }
 
 TEST_F(PhotoWriteTest, TextTagsAreWrittenInCodePage932) {
-    CPhoto photo(folder.Put("a.jpg", JpegOf("")));
+    PhotoFile photo(folder.Put("a.jpg", JpegOf("")));
     EXPECT_EQ(photo.WriteTextTag(0x010F, "SHARP"), RewriteResult::Written);
     EXPECT_EQ(photo.WriteTextTag(0x0110, "W-ZERO3 [es]"), RewriteResult::Written);
-    EXPECT_EQ(CPhoto(photo.path).ReadMake(), "SHARP");
+    EXPECT_EQ(PhotoFile(photo.path).ReadMake(), "SHARP");
     EXPECT_EQ(photo.WriteTextTag(0x010F, ""), RewriteResult::Unchanged);
 }
 
 TEST_F(PhotoWriteTest, SameCommentMovesTheTimeAlone) {
     for (const std::string& path : {folder.Put("a.jpg", JpegOf("")), folder.Put("c.png", PngOf(""))}) {
-        CPhoto(path).SetComment("words");
+        PhotoFile(path).SetComment("words");
         const std::string before = ContentOf(path);
         files::SetTimes(path, FileTime{123'456'789'000'000'000}, FileTime{123'456'000'000'000'000});
-        EXPECT_EQ(CPhoto(path).SetComment("words"), RewriteResult::Unchanged);
+        EXPECT_EQ(PhotoFile(path).SetComment("words"), RewriteResult::Unchanged);
         EXPECT_GT(files::GetStatus(path)->written.ticks, 128'000'000'000'000'000u) << path;
         EXPECT_EQ(ContentOf(path), before);
     }
 }
 
 TEST_F(PhotoWriteTest, ManyAreRatedInTheirOrderAndEachHasItsResult) {
-    std::vector<CPhoto> photos;
+    std::vector<PhotoFile> photos;
     photos.emplace_back(folder.Put("a.jpg", JpegOf("")));
     photos.emplace_back(folder.Put("b.gif", "GIF89a"));
     photos.emplace_back(folder.PathOf("absent.jpg"));
@@ -256,16 +257,17 @@ TEST_F(PhotoWriteTest, ManyAreRatedInTheirOrderAndEachHasItsResult) {
     EXPECT_EQ(results,
               (std::vector{RewriteResult::Written, RewriteResult::Unsupported, RewriteResult::Unreadable,
                            RewriteResult::Written, RewriteResult::Written, RewriteResult::Unreadable}));
-    EXPECT_EQ(ValuesOf(folder.PathOf("a.jpg")).like, 192) << "twice in the list, so twice judged";
+    EXPECT_EQ(ValuesOf(folder.PathOf("a.jpg")).like, 192) << "twice in the list, so twice rated";
     EXPECT_EQ(ValuesOf(folder.PathOf("c.png")).like, 128);
     EXPECT_TRUE(EstimateAll({}, EstimateType::Like).empty());
 }
 
 TEST_F(PhotoWriteTest, FileThatWasChangedIsReadAgainOnceForgotten) {
     const std::string path = folder.Put("a.jpg", JpegOf("", 640, 480));
-    CPhoto photo(path, 0, 0, CPhoto::Measure::Now);
+    PhotoFile photo(path);
+    EXPECT_TRUE(photo.MeasurePicture(path));
     EXPECT_EQ(photo.GetComment(), nullptr);
-    CPhoto other(path);
+    PhotoFile other(path);
     other.SetComment("words");
     other.Estimate(EstimateType::Like);
     EXPECT_EQ(photo.GetComment(), nullptr);

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "embedded_pictures.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 #include "platform/files.h"
 #include "state/app_state.h"
 #include "store/extension_table.h"
@@ -62,12 +62,12 @@ protected:
     }
 
     // All of them get the words; the embedded is what it was.
-    void Try(RewriteResult (*write)(CPhoto&)) {
+    void Try(RewriteResult (*write)(PhotoFile&)) {
         const auto before = test::EmbeddedIn(photos_);
         ASSERT_EQ(before.size(), contents_.size());
         int refused = 0;
         for (const auto& [name, content] : contents_) {
-            CPhoto photo(PathOf(name));
+            PhotoFile photo(PathOf(name));
             const RewriteResult result = write(photo);
             if (result == RewriteResult::Written) continue;
             ++refused;
@@ -101,14 +101,14 @@ TEST_F(WordedSamplesTest, HoldWhatTheyHeldAfterTheirFirstComment) {
     if (contents_.empty() || files::FindProgram("exiftool").empty())
         GTEST_SKIP() << "no samples in " << KALMORA_SAMPLES << ", or no exiftool";
     PutMadeUpPhotos();
-    Try([](CPhoto& photo) { return photo.SetComment("a walk in the hills"); });
+    Try([](PhotoFile& photo) { return photo.SetComment("a walk in the hills"); });
 }
 
 TEST_F(WordedSamplesTest, HoldWhatTheyHeldAfterTheirFirstRating) {
     if (contents_.empty() || files::FindProgram("exiftool").empty())
         GTEST_SKIP() << "no samples in " << KALMORA_SAMPLES << ", or no exiftool";
     PutMadeUpPhotos();
-    Try([](CPhoto& photo) { return photo.Estimate(EstimateType::Like); });
+    Try([](PhotoFile& photo) { return photo.Estimate(EstimateType::Like); });
 }
 
 }  // namespace

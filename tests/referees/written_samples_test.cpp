@@ -20,7 +20,7 @@
 #include <vector>
 
 #include "media/exif_reader.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 #include "platform/files.h"
 #include "state/app_state.h"
 #include "store/extension_table.h"
@@ -156,29 +156,29 @@ std::vector<std::string> SegmentsOf(const std::string& jpeg) {
 
 struct Write {
     const char* name;
-    RewriteResult (*write)(CPhoto&);
+    RewriteResult (*write)(PhotoFile&);
     std::set<std::string> tags;  // that may change
 };
 
 const std::vector<Write>& Writes() {
     static const std::vector<Write> all{
         {"rating",
-         [](CPhoto& photo) { return photo.Estimate(EstimateType::Like); },
+         [](PhotoFile& photo) { return photo.Estimate(EstimateType::Like); },
          {"UserComment", "Property"}},
         {"comment",
-         [](CPhoto& photo) { return photo.SetComment("a walk \u3042 in the hills"); },
+         [](PhotoFile& photo) { return photo.SetComment("a walk \u3042 in the hills"); },
          {"XPComment", "PNG:Comment", "Comment"}},
         {"later rating",
-         [](CPhoto& photo) { return photo.Estimate(EstimateType::Bad); },
+         [](PhotoFile& photo) { return photo.Estimate(EstimateType::Bad); },
          {"UserComment", "Property"}},
         {"date",
-         [](CPhoto& photo) {
+         [](PhotoFile& photo) {
              return photo.SetShotDate({2008, 5, 2, 6, 7, 8, 9, 0});
          },
          {"ModifyDate", "DateTimeOriginal", "CreateDate", "CreationTime", "SubSecCreateDate",
           "SubSecModifyDate", "SubSecDateTimeOriginal", "DateTime", "DateTimeDigitized"}},
         {"longer comment",
-         [](CPhoto& photo) { return photo.SetComment(std::string(2000, 'w')); },
+         [](PhotoFile& photo) { return photo.SetComment(std::string(2000, 'w')); },
          {"XPComment", "PNG:Comment", "Comment"}},
     };
     return all;
@@ -270,7 +270,7 @@ TEST_F(WrittenSamplesTest, SayToOtherReadersWhatTheySaid) {
         std::set<std::string> left;
         for (const std::string& name : names_) {
             contents[name] = ContentOf(PathOf(name));
-            CPhoto photo(PathOf(name));
+            PhotoFile photo(PathOf(name));
             const RewriteResult result = write.write(photo);
             ++(result == RewriteResult::Written ? written : refused);
             if (result == RewriteResult::Written) continue;

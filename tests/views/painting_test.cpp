@@ -8,7 +8,6 @@
 #include "views/model/calendar_store.h"
 #include "views/model/cell_content.h"
 #include "views/model/stop_load.h"
-#include "views/paint/cell_picture.h"
 #include "views/paint/draw_objects.h"
 #include "views/paint/heartbeat_redraw.h"
 #include "views/paint/paint_cell.h"
@@ -24,24 +23,6 @@ namespace {
 constexpr Color kRed{200, 30, 30}, kGreen{30, 180, 30}, kBlue{30, 30, 200};
 
 // ---- the place of a picture in its cell
-
-TEST(FitInCell, WidePictureIsCentredVertically) {
-    EXPECT_EQ(FitInCell({200, 100}, {10, 10, 100, 80}), (Rect{10, 25, 100, 50}));
-}
-
-TEST(FitInCell, TallPictureIsCentredHorizontally) {
-    EXPECT_EQ(FitInCell({100, 200}, {0, 0, 100, 80}), (Rect{30, 0, 40, 80}));
-}
-
-TEST(FitInCell, MarginBelowThreeCountsAsNone) {
-    EXPECT_EQ(FitInCell({100, 75}, {0, 0, 100, 80}), (Rect{0, 0, 100, 80})) << "a margin of 2";
-    EXPECT_EQ(FitInCell({100, 74}, {0, 0, 100, 80}), (Rect{0, 3, 100, 74})) << "a margin of 3";
-}
-
-TEST(FitInCell, PictureWithoutASizeHasNoPlace) {
-    EXPECT_TRUE(FitInCell({0, 100}, {0, 0, 100, 80}).IsEmpty());
-    EXPECT_TRUE(FitInCell({100, 100}, {0, 0, 0, 80}).IsEmpty());
-}
 
 // ---- grids
 

@@ -35,10 +35,6 @@ bool CButton::HitTest(int px, int py) const {
     return px >= x && px <= x + width && py >= y && py <= y + height;
 }
 
-void CButton::Draw(const DrawContext& context) {
-    context.With([this](Canvas& canvas) { Paint(canvas); });
-}
-
 void CButton::Paint(Canvas& canvas) const {
     if (state == State::Hidden) return;
     if (kind == Kind::Image) {
@@ -56,12 +52,6 @@ void CButton::PaintFocus(Canvas& canvas) const {
     PaintRing(canvas, {x - 3, y - 3, width + 6, height + 6}, kRingOutside);
     PaintRing(canvas, {x - 2, y - 2, width + 4, height + 4}, kRingInside);
     PaintRing(canvas, {x - 1, y - 1, width + 2, height + 2}, kRingInside);
-}
-
-int CButton::Move(int fromX, int fromY, int toX, int toY) {
-    x += toX - fromX;
-    y += toY - fromY;
-    return toX - fromX;
 }
 
 void CButton::SetText(const std::string& caption) {

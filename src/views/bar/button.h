@@ -5,13 +5,12 @@
 #include <string>
 
 #include "base/geometry.h"
-#include "media/my_object.h"
 #include "platform/canvas.h"
 
 namespace kalmora {
 
 // Written by SetButtonStates, drawn and hit with the bar's mutex held (see button_bar.h).
-class CButton : public MyObject {
+class CButton {
 public:
     enum class State { Hidden = 0, Normal = 1, Highlighted = 2 };
     enum class Kind { Text = 1, Image = 2 };
@@ -23,9 +22,7 @@ public:
     // A picture of the program's own, "Res/next.png"; as large as that picture.
     explicit CButton(const std::string& resource);
 
-    bool HitTest(int px, int py) const override;  // the four edges as half planes; edges included
-    void Draw(const DrawContext& context) override;
-    int Move(int fromX, int fromY, int toX, int toY) override;
+    bool HitTest(int px, int py) const;  // the four edges as half planes; edges included
     void Paint(Canvas& canvas) const;
     void PaintFocus(Canvas& canvas) const;  // the ring around it
 

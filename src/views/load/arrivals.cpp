@@ -4,7 +4,6 @@
 #include <mutex>
 #include <utility>
 
-#include "media/my_object.h"
 #include "media/photo.h"
 #include "state/app_state.h"
 #include "store/extension_table.h"

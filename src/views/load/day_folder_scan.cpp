@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "base/log.h"
-#include "media/my_object.h"
 #include "platform/files.h"
 #include "platform/shell.h"
 #include "state/app_state.h"

@@ -4,7 +4,7 @@
 
 #include "base/dates.h"
 #include "base/random.h"
-#include "media/my_object.h"
+#include "pictures/picture_painter.h"
 #include "platform/files.h"
 #include "platform/image.h"
 #include "state/app_state.h"
@@ -13,7 +13,6 @@
 #include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
 #include "views/model/cell_content.h"
-#include "views/paint/cell_picture.h"
 #include "views/paint/paint_cell.h"
 #include "views/paint/paint_on_window.h"
 #include "views/paint/progress_stripe.h"
@@ -41,8 +40,9 @@ void BeginCellPicture(int viewType, int year, int month, int day) {
     const Size size = CurrentCellSize(viewType, year, month);
     if (size.IsEmpty()) return;
     const CellContent content = ContentOfCell(year, month, day);
-    const std::string picture = content.count > 0 ? CellPicturePath(content.entry) : std::string();
-    if (!picture.empty()) images::Prefetch(picture, CellPicturePixels(size, ClientScale()));
+    const std::string picture =
+        content.count > 0 ? PictureFileOf(content.entry.path, content.entry.kind) : std::string();
+    if (!picture.empty()) images::Prefetch(picture, BoxPixels(size, ClientScale()));
 }
 
 // Starts at a random entry and skips on to one that may be shown; the start when none may.

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <string_view>
 
-#include "media/my_object.h"
 #include "platform/files.h"
 #include "platform/shell.h"
 #include "store/data_folder.h"

@@ -25,7 +25,7 @@ bool ClaimSoon(ObjectList& list, const PlacedObjectPtr& object) {
     return false;
 }
 
-bool RateAlone(const std::string& path, EstimateType type) { return IsDone(CPhoto(path).Estimate(type)); }
+bool RateAlone(const std::string& path, EstimateType type) { return IsDone(PhotoFile(path).Estimate(type)); }
 
 template <typename Viewer>
 bool RateIn(Viewer& viewer, const std::string& path, EstimateType type) {

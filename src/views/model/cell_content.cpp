@@ -1,8 +1,7 @@
 #include "views/model/cell_content.h"
 
 #include "base/dates.h"
-#include "media/my_object.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 #include "platform/files.h"
 #include "state/app_state.h"
 #include "views/model/calendar_store.h"
@@ -20,8 +19,7 @@ DayCell& CellOf(int year, int month, int day) {
 bool IsEntryShown(const DayEntry& entry) {
     if (!files::Exists(entry.path)) return false;
     if (!State().settings.GoodMode && !State().settings.PublicMode) return true;
-    CPhoto photo(entry.path);
-    return photo.IsVisibleUnderEstimate();
+    return PhotoFile(entry.path).IsShownUnderEstimate();
 }
 
 CellContent ContentOfCell(int year, int month, int day) {

@@ -77,9 +77,7 @@ bool ObjectList::HitTest(Point point, Hit* hit) const {
     std::lock_guard lock(mutex_);
     for (auto object = objects_.rbegin(); object != objects_.rend(); ++object) {
         if (!(*object)->visible || !(*object)->drawn.ContainsInclusive(point)) continue;
-        if (hit)
-            *hit = {(*object)->photo->path, static_cast<ObjectKind>((*object)->photo->kind),
-                    (*object)->drawn};
+        if (hit) *hit = {(*object)->photo->path, (*object)->photo->kind, (*object)->drawn};
         return true;
     }
     return false;

@@ -19,7 +19,6 @@ namespace kalmora {
 struct PlacedObject {
     explicit PlacedObject(std::unique_ptr<CPhoto> object) : photo(std::move(object)) {}
     const std::unique_ptr<CPhoto> photo;
-    bool placed = false;   // by the claiming thread
     bool claimed = false;  // guarded by the list's mutex
     bool visible = false;  // guarded by the list's mutex: it was drawn since the marks were cleared
     Rect drawn;            // guarded by the list's mutex

@@ -25,7 +25,7 @@ void DayViewer::ResetPlaces(const DayLines& newLines, int newClientWidth) {
     clientWidth = newClientWidth;
     OccupancyGrid.Clear();
     PerLineCount = {};
-    for (const PlacedObjectPtr& object : objects.Snapshot()) object->placed = false;
+    for (const PlacedObjectPtr& object : objects.Snapshot()) object->photo->placed = false;
 }
 
 int LineOfTime(const DayLines& lines, int year, int month, int day, const SystemTime& time) {
@@ -64,7 +64,7 @@ void DayViewer::PlaceOnLine(PlacedObject& object) {
     photo.placementTag = line;
     photo.displayWidth = photo.displayHeight = -1;
     ++PerLineCount[static_cast<std::size_t>(line)];
-    object.placed = true;
+    photo.placed = true;
 }
 
 void AllViewer::Clear() {

@@ -1,6 +1,5 @@
 #include "views/paint/draw_objects.h"
 
-#include "media/my_object.h"
 #include "pictures/draw_context.h"
 #include "state/app_state.h"
 #include "views/model/calendar_store.h"
@@ -12,7 +11,8 @@ namespace {
 constexpr int kButtonBarHeight = 50;  // kept free for the buttons
 
 bool PassesFilter(CPhoto& photo) {
-    if (photo.kind != kKindText && photo.kind != kKindImage && photo.kind != kKindMovie) return false;
+    if (photo.kind != ObjectKind::Text && photo.kind != ObjectKind::Image && photo.kind != ObjectKind::Movie)
+        return false;
     return photo.IsVisibleUnderEstimate();
 }
 
@@ -25,7 +25,7 @@ bool DrawClaimed(ObjectList& list, const PlacedObjectPtr& object, DrawOne draw) 
     Rect drawn;
     if (PassesFilter(photo)) {
         draw(photo);
-        drawn = {photo.drawnX, photo.drawnY, photo.displayWidth, photo.displayHeight};
+        drawn = photo.Drawn();
     }
     if (drawn.IsEmpty()) drawn = {};
     list.Settle(object, drawn);
@@ -47,7 +47,7 @@ bool DrawDayObject(DayViewer& viewer, const PlacedObjectPtr& object) {
                State().view.ViewType == kDaily && &Calendar().CurrentDayViewer() == &viewer;
     });
     return DrawClaimed(viewer.objects, object, [&](CPhoto& photo) {
-        if (!object->placed) viewer.PlaceOnLine(*object);
+        if (!photo.placed) viewer.PlaceOnLine(*object);
         photo.DrawScaledToHeight(context, viewer.lines.ThumbnailHeight());
     });
 }
@@ -61,11 +61,11 @@ bool DrawAllObject(AllViewer& viewer, const PlacedObjectPtr& object) {
     });
     const Size area = ObjectArea();
     return DrawClaimed(viewer.objects, object, [&](CPhoto& photo) {
-        if (!object->placed) {
+        if (!photo.placed) {
             const Point place = viewer.OccupancyGrid.Place();
             photo.layoutX = place.x;
             photo.layoutY = place.y;
-            object->placed = true;
+            photo.placed = true;
         }
         photo.DrawInArea(context, area.width, area.height);
     });

@@ -51,7 +51,7 @@ void RedrawDayLines(DayViewer& viewer) {
     for (int line = 0; line < viewer.lines.lines; ++line) {
         if (viewer.PerLineCount[static_cast<std::size_t>(line)] == 0) continue;
         for (std::size_t i = 0; i < objects.size() && i < kMaxEntriesWalked; ++i) {
-            if (!objects[i]->placed || objects[i]->photo->placementTag != line) continue;
+            if (!objects[i]->photo->placed || objects[i]->photo->placementTag != line) continue;
             DrawDayObject(viewer, objects[i]);
             viewer.objects.MoveToTail(objects[i]);
             break;

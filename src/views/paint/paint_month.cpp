@@ -38,10 +38,10 @@ MonthDrawing DrawMonth(Canvas& canvas, const MonthGrid& grid, bool yearly, doubl
     }
     MonthDrawing drawing;
     for (int day = 1; day <= grid.days; ++day) {
-        const PreparedObject object =
+        const PreparedPicture object =
             PrepareCellObject(grid.year, grid.month, day, {grid.cellWidth, grid.cellHeight}, scale, decode);
         DrawDayCell(canvas, MonthCellRect(grid, day), day, grid.ColumnOf(day), yearly, &object);
-        if (object.look != PreparedObject::Look::Nothing) ++drawing.drawn;
+        if (object.look != PreparedPicture::Look::Nothing) ++drawing.drawn;
         if (!object.complete) drawing.coarse.push_back({grid.year, grid.month, day});
     }
     return drawing;
@@ -54,9 +54,9 @@ MonthDrawing DrawMonthAsPicture(Canvas& canvas, int year, int month, const Rect&
     const int day = RepresentativeDay(year, month);
     MonthDrawing drawing;
     if (day > 0) {
-        const PreparedObject object =
+        const PreparedPicture object =
             PrepareCellObject(year, month, day, {inner.width, inner.height}, scale, decode);
-        drawing.drawn = DrawCellObject(canvas, inner, object) == 0 ? 1 : 0;
+        drawing.drawn = DrawPicture(canvas, inner, object, kCellStyle) ? 1 : 0;
         if (!object.complete) drawing.coarse.push_back({year, month, day});
     }
     DrawHeadingAndFrame(canvas, month, area);

@@ -109,9 +109,9 @@ MonthGrid GridInView(const Window& window, int year, int month) {
 }
 
 void DrawCell(Window& window, const MonthGrid& grid, int day) {
-    const PreparedObject object = PrepareCellObject(
+    const PreparedPicture object = PrepareCellObject(
         grid.year, grid.month, day, {grid.cellWidth, grid.cellHeight}, window.Scale(), Decode::Now);
-    if (object.look == PreparedObject::Look::Nothing) return;
+    if (object.look == PreparedPicture::Look::Nothing) return;
     const BackgroundPtr background = PaintedBackground();
     if (!IsMonthInView(grid.year, grid.month)) return;
     const auto canvas = window.Draw();

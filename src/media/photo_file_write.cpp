@@ -1,11 +1,11 @@
-// The writing half of CPhoto.
+// The writing half of PhotoFile.
 #include <array>
 
 #include "base/log.h"
 #include "media/date_text.h"
 #include "media/estimation_writer.h"
 #include "media/exif_writer.h"
-#include "media/photo.h"
+#include "media/photo_file.h"
 #include "media/user_comment.h"
 #include "platform/clock.h"
 
@@ -21,7 +21,7 @@ std::string WithLineAdded(const std::string* before, const std::string& text) {
 
 }  // namespace
 
-RewriteResult CPhoto::WritePngText(std::string_view keyword, std::string_view bytes) {
+RewriteResult PhotoFile::WritePngText(std::string_view keyword, std::string_view bytes) {
     facts_.reset();
     return SafeRewrite(path, [&](FileChange& change) {
         PngTextFile png;
@@ -31,23 +31,23 @@ RewriteResult CPhoto::WritePngText(std::string_view keyword, std::string_view by
     });
 }
 
-RewriteResult CPhoto::SetComment(std::optional<std::string> text) {
+RewriteResult PhotoFile::SetComment(std::optional<std::string> text) {
     comment = std::move(text);
     commentRead = true;
     const std::string words = comment.value_or("");
     facts_.reset();
     if (PngTexts()) return WritePngText(kPngComment, PngCommentBytes(words));
-    if (kind != kKindImage) return RewriteResult::Unsupported;
+    if (kind != ObjectKind::Image) return RewriteResult::Unsupported;
     facts_.reset();
     return WriteExif(path, std::array{XpCommentEdit(words)});
 }
 
-RewriteResult CPhoto::AppendComment(const std::optional<std::string>& text) {
+RewriteResult PhotoFile::AppendComment(const std::optional<std::string>& text) {
     if (!text) return RewriteResult::Unchanged;
     return AppendCommentAll({this, 1}, {&*text, 1}).front();
 }
 
-RewriteResult CPhoto::PlanAppendComment(const std::string& text, FileChange& change) {
+RewriteResult PhotoFile::PlanAppendComment(const std::string& text, FileChange& change) {
     facts_.reset();
     commentRead = false;
     const std::string words = WithLineAdded(GetComment(), text);
@@ -56,7 +56,7 @@ RewriteResult CPhoto::PlanAppendComment(const std::string& text, FileChange& cha
         PngTextFile changed = *png;
         changed.SetText(kPngComment, PngCommentBytes(words));
         result = changed.PlanRewrite(change);
-    } else if (kind == kKindImage) {
+    } else if (kind == ObjectKind::Image) {
         result = PlanExifChange(path, std::array{XpCommentEdit(words)}, change);
     }
     facts_.reset();
@@ -64,21 +64,21 @@ RewriteResult CPhoto::PlanAppendComment(const std::string& text, FileChange& cha
     return result;
 }
 
-RewriteResult CPhoto::SetShotDate(const SystemTime& shotDate) {
+RewriteResult PhotoFile::SetShotDate(const SystemTime& shotDate) {
     facts_.reset();
     if (PngTexts()) return WritePngText(kPngCreationTime, StampText(shotDate));
-    if (kind != kKindImage) return RewriteResult::Unsupported;
+    if (kind != ObjectKind::Image) return RewriteResult::Unsupported;
     facts_.reset();
     return WriteExif(path, DateEdits(shotDate));
 }
 
-RewriteResult CPhoto::WriteTextTag(std::uint16_t tag, std::string_view text) {
-    if (kind != kKindImage) return RewriteResult::Unsupported;
+RewriteResult PhotoFile::WriteTextTag(std::uint16_t tag, std::string_view text) {
+    if (kind != ObjectKind::Image) return RewriteResult::Unsupported;
     facts_.reset();
     return WriteExif(path, std::array{TextTagEdit(tag, text)});
 }
 
-RewriteResult CPhoto::PlanEstimate(EstimateType type, FileChange& change) {
+RewriteResult PhotoFile::PlanEstimate(EstimateType type, FileChange& change) {
     facts_.reset();
     const PngTextFile* png = PngTexts();
     const std::string text = png ? ReadUserComment().value_or("") : UserCommentWords(Metadata());
@@ -93,34 +93,34 @@ RewriteResult CPhoto::PlanEstimate(EstimateType type, FileChange& change) {
         PngTextFile changed = *png;
         changed.SetText(kPngProperty, step.text);
         result = changed.PlanRewrite(change);
-    } else if (kind == kKindImage) {
+    } else if (kind == ObjectKind::Image) {
         result = PlanExifChange(path, std::array{UserCommentEdit(step.text)}, change);
     }
     facts_.reset();
     return result;
 }
 
-RewriteResult CPhoto::Estimate(EstimateType type) { return EstimateAll({this, 1}, type).front(); }
+RewriteResult PhotoFile::Estimate(EstimateType type) { return EstimateAll({this, 1}, type).front(); }
 
-std::vector<RewriteResult> EstimateAll(std::span<CPhoto> photos, EstimateType type) {
+std::vector<RewriteResult> EstimateAll(std::span<PhotoFile> photos, EstimateType type) {
     std::vector<std::string> paths;
     paths.reserve(photos.size());
-    for (const CPhoto& photo : photos) paths.push_back(photo.path);
-    std::vector<bool> judged(photos.size());
+    for (const PhotoFile& photo : photos) paths.push_back(photo.path);
+    std::vector<bool> rated(photos.size());
     std::vector<RewriteResult> results = SafeRewriteAll(paths, [&](std::size_t index, FileChange& change) {
-        judged[index] = true;
+        rated[index] = true;
         return photos[index].PlanEstimate(type, change);
     });
-    // What could not even be looked at is judged all the same, as the object sees it.
+    // What could not even be looked at is rated all the same, as the object sees it.
     for (std::size_t i = 0; i < photos.size(); ++i)
-        if (FileChange unused; !judged[i]) photos[i].PlanEstimate(type, unused);
+        if (FileChange unused; !rated[i]) photos[i].PlanEstimate(type, unused);
     return results;
 }
 
-std::vector<RewriteResult> AppendCommentAll(std::span<CPhoto> photos, std::span<const std::string> texts) {
+std::vector<RewriteResult> AppendCommentAll(std::span<PhotoFile> photos, std::span<const std::string> texts) {
     std::vector<std::string> paths;
     paths.reserve(photos.size());
-    for (const CPhoto& photo : photos) paths.push_back(photo.path);
+    for (const PhotoFile& photo : photos) paths.push_back(photo.path);
     std::vector<bool> added(photos.size());
     std::vector<RewriteResult> results = SafeRewriteAll(paths, [&](std::size_t index, FileChange& change) {
         added[index] = true;
