@@ -125,7 +125,7 @@ void App::LoadKeys() {
     keyboard_.ForgetMissing();
     keys_.RegisterHotKeys();
     tray_.SetTip(keyboard_.Missing());
-    SetAccelerators(window_.get(), [](const Event& event) { return AcceleratorId(event); });
+    SetAccelerators(window_.get(), AcceleratorOf);
 }
 
 void App::AskToImport() {

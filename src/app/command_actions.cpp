@@ -50,7 +50,7 @@ void ShowMainWindow(Window& window) {
 void HideMainWindow(const AppParts& parts, Window& window) {
     parts.filter.Hide();
     if (!parts.tray.IsShown()) {
-        // Hidden, it could never be called back. Once it is minimised the window is told so.
+        // Hidden, it could never be called back. A Minimize event follows.
         window.Minimize();
         return;
     }

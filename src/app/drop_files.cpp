@@ -36,7 +36,7 @@ std::string FolderOf(const std::string& path) {
 
 struct Taken {
     std::string target;
-    bool isMoved;  // nothing stands any more where it stood
+    bool isMoved;  // the file is no longer at its old place
 };
 
 std::optional<Taken> CopyAndIndex(const std::string& path, const CalendarDate& day) {
@@ -104,11 +104,11 @@ DropOutcome TakeAll(const Drop& drop, DropPlace place, const DropTarget& target,
         if (place == DropPlace::ScrapAgent) SetFileDates(arrived->target, LocalTime());
         outcome.viewChanged |= AddToView(arrived->target, target.day);
     }
-    // They are never told as moved: what of them had to stay is not looked for.
+    // They are never reported as moved: what of them had to stay is not looked for.
     if (!ofFolders.sources.empty())
         if (const auto summary = ImportHere(std::move(ofFolders)); summary && !summary->months.empty())
             ++taken;
-    // Before anybody is told: a source may delete its file on any answer.
+    // Before the answer: a source may delete its file on any answer.
     const std::vector<std::string> toFlush(folders.begin(), folders.end());
     if (taken == 0 || files::FlushFolders(toFlush) != files::FileResult::Done) return outcome;
     outcome.result = moved == drop.paths.size() ? DropResult::Moved : DropResult::Copied;

@@ -18,19 +18,19 @@ enum class DropPlace { MainWindow, ScrapAgent };
 
 struct DropOutcome {
     bool viewChanged = false;
-    // Moved: everything was taken, and nothing stands any more where it stood. Copied: something was taken.
+    // Moved: everything was taken, and nothing is left at its old place. Copied: something was taken.
     DropResult result = DropResult::NotTaken;
 };
 
 // Takes the files into the day that the place means (drop_target.h), those of the scrap agent into today with
 // the time of the moment. Without `copies` a file moves; one that cannot, or that is read-only or empty, is
 // copied. A folder is imported as a card is, by the settings of the import and each file into its own day; it
-// is never told as moved. On a background, pictures are copied as its backgrounds and other files are left
-// alone. What was taken is safe on the disk when this comes back. Nothing was taken, as far as can be told,
+// is never reported as moved. On a background, pictures are copied as its backgrounds and other files are
+// left alone. What was taken is safe on the disk when this comes back. Nothing was taken, as far as is known,
 // when the window was closed meanwhile (run_beside.h). GUI thread.
 DropOutcome DropFiles(const Drop& drop, DropPlace place);
 
-// The name without what stands between its first "-", looked for from its extension backwards, and the
+// The name without what is between its first "-", looked for from its extension backwards, and the
 // extension: "name-xxx.jpg" is "name.jpg" to some programs that offer it. Empty when there is none.
 std::string RepairDroppedName(const std::string& path);
 

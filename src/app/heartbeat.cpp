@@ -28,7 +28,7 @@ constexpr int kLastBeatMs = 1000;
 constexpr int kMostTicks = 30000;
 constexpr unsigned kMonthIsOld = 43200;  // seconds
 
-void NoteCursor() {
+void KeepCursor() {
     AppState& state = State();
     const Point cursor = CursorPosition();
     if (cursor.x == state.run.LastCursorX && cursor.y == state.run.LastCursorY) return;
@@ -64,7 +64,7 @@ BeatEnd Heartbeat::Beat() {
     if (IsLeftButtonDown()) return BeatEnd::ButtonDown;
     if (petals_.IsShown()) {
         petals_.Hide();
-        return BeatEnd::EstimateHidden;
+        return BeatEnd::PetalsHidden;
     }
     if (state.run.ObjectGate.IsHeld()) return BeatEnd::GateHeld;
     if (HasDataFolderChanged()) {
@@ -76,7 +76,7 @@ BeatEnd Heartbeat::Beat() {
         StartInitialScan();
         if (state.settings.LoadIndexInitially) StartIndexPreload(indexUpdates_);
     }
-    if (slideShow_.IsShown() && !state.settings.SlideShowAutoNavigate) return BeatEnd::SlideShowStands;
+    if (slideShow_.IsShown() && !state.settings.SlideShowAutoNavigate) return BeatEnd::SlideShowKeepsView;
     if (state.settings.AutoNavigate == 1 && !state.run.InitialScanRunning && !state.run.ObjectGate.IsHeld() &&
         state.run.TicksInView > 0 && RandomNavigate())
         return BeatEnd::Navigated;
@@ -102,7 +102,7 @@ BeatEnd Heartbeat::Tick() {
     if (state.run.HeartbeatBusy) return BeatEnd::Busy;
     if (Calendar().IsObjectLoaderRunning() || Calendar().IsPaintThreadRunning())
         return BeatEnd::WorkersRunning;
-    NoteCursor();
+    KeepCursor();
     if (state.run.HeartbeatBusy.exchange(1)) return BeatEnd::Busy;
     const BusyMark busy;
     return Beat();

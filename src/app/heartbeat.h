@@ -10,7 +10,7 @@
 
 namespace kalmora {
 
-// Where a beat ended; the first test that failed, or the work that was done. For tests and the log.
+// Where a beat ended: the first test that failed, or the work that was done. For tests.
 enum class BeatEnd {
     NeighborShown,
     TooSoon,
@@ -19,9 +19,9 @@ enum class BeatEnd {
     Busy,
     WorkersRunning,
     ButtonDown,
-    EstimateHidden,
+    PetalsHidden,
     GateHeld,
-    SlideShowStands,
+    SlideShowKeepsView,
     Navigated,
     SlideShowOpen,
     Reloaded,

@@ -7,12 +7,12 @@
 
 namespace kalmora {
 
-// Imports on a thread of its own; what arrives joins the view, and at the end the user is told what became of
-// it. False when an import runs already: the user was told, and nothing is done. GUI thread.
+// Imports on a thread of its own. What arrives joins the view; at the end the result is reported to the user.
+// False, and reported, when an import runs already. GUI thread.
 bool StartImportOf(ImportOptions options);
 // The same on the calling thread: comes back when it is done. Empty when an import runs already. Any thread.
 std::optional<ImportSummary> ImportHere(ImportOptions options);
-// Tells the user that another import has to wait. GUI thread.
+// Reports to the user that another import has to wait. GUI thread.
 void SayImportRuns();
 
 }  // namespace kalmora

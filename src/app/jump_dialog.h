@@ -11,7 +11,7 @@ namespace kalmora {
 
 // A date typed by hand: "20081113", "2008/11/13", "2008.11.13" and shorter ones down to a month or a year,
 // with or without leading zeros; what was not given is 0. The longest form that the text fills wins, and what
-// stands behind it does not matter. Empty for a text that fits none, and for a date that no calendar has. At
+// follows it does not matter. Empty for a text that fits none, and for a date that no calendar has. At
 // most 1024 bytes are looked at.
 std::optional<CalendarDate> ParseJumpText(std::string_view text);
 

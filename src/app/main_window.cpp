@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "app/dispatch.h"
 #include "app/main_window_events.h"
 #include "app/window_place.h"
 #include "platform/screens.h"
@@ -39,7 +40,7 @@ bool MainWindowProc(const AppParts& parts, Window& window, const Event& event) {
             return OnResize(parts);
         // ---- commands and timers
         case EventType::Command:
-            return OnCommand(parts, window, event.command);
+            return RouteCommand(parts, window, event.command);
         case EventType::Timer:
             return OnTimer(parts, window, event.timer);
         // ---- mouse

@@ -1,6 +1,6 @@
 // Files dropped on the main window. A drag out of the window that comes back to where it began is a rating:
-// the petal of the rosette on which it is let go says which. What another program drags is never one,
-// wherever it is let go.
+// the petal on which it is dropped says which. What another program drags is never one, wherever it is
+// dropped.
 #include "app/main_window_events.h"
 #include "platform/clock.h"
 #include "platform/drop_event.h"
@@ -37,7 +37,7 @@ bool OnDrop(const AppParts& parts, Window& window, const Event& event) {
         return true;
     }
     const bool neighborShown = parts.neighbor.IsShown();
-    // The large view notes its area in the main window's own coordinates, the calendar on the screen.
+    // The neighbor window gives its area in the main window's own coordinates, the calendar on the screen.
     const bool cameBack =
         isOwnDrag && state.press.DragRect.ContainsInclusive(neighborShown ? event.point : screen);
     if ((!neighborShown && state.press.DragPath.empty()) || !cameBack) {

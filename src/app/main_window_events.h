@@ -13,7 +13,6 @@ bool OnRestore();
 bool OnClipboardChange(const AppParts& parts, Window& window);  // of any program's
 bool OnPaint();
 bool OnResize(const AppParts& parts);
-bool OnCommand(const AppParts& parts, Window& window, int command);
 bool OnTimer(const AppParts& parts, Window& window, int timer);
 
 bool OnMouseMove(const AppParts& parts, Window& window, const Event& event);

@@ -1,4 +1,3 @@
-#include "app/dispatch.h"
 #include "app/heartbeat.h"
 #include "app/main_window.h"
 #include "app/main_window_events.h"
@@ -73,10 +72,6 @@ bool OnClipboardChange(const AppParts& parts, Window& window) {
     window.StopTimer(kTimerClipboardGuard);
     if (State().settings.MonitorClipboard) parts.scraps.KeepClipboard();
     return true;
-}
-
-bool OnCommand(const AppParts& parts, Window& window, int command) {
-    return RouteCommand(parts, window, command);
 }
 
 bool OnTimer(const AppParts& parts, Window& window, int timer) {

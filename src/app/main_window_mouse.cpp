@@ -24,7 +24,7 @@ constexpr int kLongPressMs = 2000;
 constexpr double kClickRadius = 2.0;             // pixels; a longer way is a drag
 constexpr int kNumberFrom = 10, kNumberTo = 30;  // the day number's square in a cell
 
-void NoteActivity() { State().run.LastActivity = UptimeMs(); }
+void KeepActivityTime() { State().run.LastActivity = UptimeMs(); }
 
 Rect ToScreen(const Window& window, const Rect& client) {
     const Point corner = window.ToScreen({client.x, client.y});
@@ -47,7 +47,7 @@ std::string PathOfCell(int year, int month, int day) {
     return content.count > 0 ? content.entry.path : std::string();
 }
 
-// The object that stands for a month drawn as one picture.
+// The object that represents a month drawn as one picture.
 std::string PathOfMonth(int year, int month) {
     if (!Calendar().MonthOf(year, month).ready) return {};
     const int day = RepresentativeDay(year, month);
@@ -216,7 +216,7 @@ bool HandleLeftPress(Window& window, Point point) {
 
 bool OnLeftDown(const AppParts& parts, Window& window, const Event& event) {
     AppState& state = State();
-    NoteActivity();
+    KeepActivityTime();
     state.press.DragPath.clear();
     state.run.SlideOpenedByCommand = 0;
     parts.slideShow.Hide();
@@ -243,7 +243,7 @@ bool OnLeftDown(const AppParts& parts, Window& window, const Event& event) {
 }
 
 bool OnLeftUp(Window& window, const Event& event) {
-    NoteActivity();
+    KeepActivityTime();
     State().press.PressActive = 0;
     SetPressedButton(event.point, false);
     window.StopTimer(kTimerLongPress);
@@ -252,7 +252,7 @@ bool OnLeftUp(Window& window, const Event& event) {
 
 bool OnMouseMove(const AppParts& parts, Window& window, const Event& event) {
     AppState& state = State();
-    NoteActivity();
+    KeepActivityTime();
     const double way =
         std::hypot(event.point.x - state.press.PressPoint.x, event.point.y - state.press.PressPoint.y);
     if (!event.leftButton || way <= kClickRadius) return true;
@@ -262,7 +262,7 @@ bool OnMouseMove(const AppParts& parts, Window& window, const Event& event) {
 
 bool OnLeftDoubleClick(const AppParts& parts, Window& window, const Event& event) {
     AppState& state = State();
-    NoteActivity();
+    KeepActivityTime();
     state.press.ObjectHit = 0;
     state.press.DragPath.clear();
     if (FindButton(event.point, nullptr))
@@ -279,12 +279,12 @@ bool OnLeftDoubleClick(const AppParts& parts, Window& window, const Event& event
 }
 
 bool OnRightUp() {
-    NoteActivity();
+    KeepActivityTime();
     return true;
 }
 
 bool OnRightDoubleClick(const AppParts& parts, const Event& event) {
-    NoteActivity();
+    KeepActivityTime();
     const Window* window = MainWindow();
     const std::string path = window ? PathUnder(*window, event.point) : std::string();
     if (!path.empty()) parts.neighbor.Show(path);
@@ -292,7 +292,7 @@ bool OnRightDoubleClick(const AppParts& parts, const Event& event) {
 }
 
 bool OnWheel(Window& window, const Event& event) {
-    NoteActivity();
+    KeepActivityTime();
     window.SendCommand(event.wheel > 0 ? kCommandThumbnailLarger : kCommandThumbnailSmaller);
     return true;
 }

@@ -20,7 +20,7 @@ public:
     ProgramEnd& operator=(const ProgramEnd&) = delete;
 
     // The time runs from now on; also where the GUI thread itself hangs. When it is up and the object still
-    // stands, `leave` is called; `save` shortly before that, where Save was not come to. A second call does
+    // exists, `leave` is called; `save` shortly before that, unless Save was called. A second call does
     // nothing.
     void Begin();
     // Begins if need be, saves, and waits for it while there is time. False when it is not done then.

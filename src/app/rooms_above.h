@@ -1,4 +1,4 @@
-// What commands and events ask of windows and helpers that stand beside the calendar, besides the slide show,
+// What commands and events ask of the windows and helpers around the calendar, besides the slide show,
 // the neighbor window and the filter window, which lower rooms know. GUI thread, but where it says otherwise.
 #pragma once
 
@@ -14,7 +14,7 @@
 
 namespace kalmora {
 
-// The petals around a dragged picture; each stands for a rating.
+// The petals around a dragged picture; each means a rating.
 class RatingPetals {
 public:
     virtual ~RatingPetals() = default;

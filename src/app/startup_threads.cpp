@@ -32,7 +32,7 @@ void StartLowest(const char* name, SharedFlag& running, std::function<void()> bo
 void StartInitialScan() {
     StartLowest("InitialScan", State().run.InitialScanRunning, [] {
         TheDateTree().ScanAll(MainRoot());
-        // The gauge that told how far it is goes with the next painting.
+        // The gauge of its progress goes with the next painting.
         if (Window* window = MainWindow()) window->Invalidate();
     });
 }

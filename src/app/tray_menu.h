@@ -1,5 +1,5 @@
-// The program's icon in the tray: it brings the hidden window back, and it tells what is wrong with the hot
-// keys. GUI thread.
+// The program's icon in the tray: it brings the hidden window back, and its tip names the hot keys that are
+// missing. GUI thread.
 #pragma once
 
 #include <memory>

@@ -110,7 +110,7 @@ enum class DefaultKey { Always, WhenSlotIsFree };
 struct KeyCommand {
     KeyContext context;
     Command id;
-    const char* name;        // as it stands in the key file; ASCII, no tab
+    const char* name;        // as in the key file; ASCII, no tab
     const char* defaultKey;  // in the spelling of the key file; empty for none
     DefaultKey when = DefaultKey::Always;
 };

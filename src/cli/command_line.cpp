@@ -31,7 +31,7 @@ const CLI::Validator& NamesSomething() {
     return check;
 }
 
-// They stand before or after the verb.
+// They may come before or after the verb.
 void AddCommonOptions(CLI::App& app, StartOptions& options) {
     app.add_option("--home", options.home, "Folder of kalmora.ini, the key files and Temp")
         ->type_name("DIR")

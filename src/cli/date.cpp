@@ -22,7 +22,7 @@ struct DateOptions {
     bool json = false;
 };
 
-// "2008-11-13 10:15:00"; a T may stand between, and the seconds may be missing.
+// "2008-11-13 10:15:00"; a T may come between, and the seconds may be missing.
 std::optional<SystemTime> ParseDate(const std::string& text) {
     int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0, used = 0;
     char between = ' ';

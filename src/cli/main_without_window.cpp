@@ -1,7 +1,7 @@
 // The executable without the toolkit: the command line and every verb that does without pictures' pixels. The
 // window, `shot`, which draws one, and `rotate`, which turns the small picture inside a photo, stand in a
 // library of their own with the toolkit behind it (window_part.cpp): loading that takes several times as long
-// as a search. What is defined here stands in place of start.cpp, shot.cpp and rotate.cpp.
+// as a search. What is defined here replaces start.cpp, shot.cpp and rotate.cpp.
 #include <cstdio>
 #include <string>
 

@@ -78,7 +78,7 @@ std::string TermOf(const CLI::Option& option) {
     for (const std::string& name : option.get_snames()) term += (term.empty() ? "" : ", ") + Bold("-" + name);
     for (const std::string& name : option.get_lnames())
         term += (term.empty() ? "" : ", ") + Bold("--" + name);
-    // Behind a colon the parser notes how it checks the value.
+    // After a colon the parser says how it checks the value.
     const std::string value = option.get_type_name();
     const bool hasValue = option.get_items_expected_max() > 0 && !value.empty();
     return hasValue ? term + " " + Italic(value.substr(0, value.find(':'))) : term;

@@ -1,4 +1,4 @@
-// kalmora rate: one judgement about many photos.
+// kalmora rate: one rating for many photos.
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-// The options of `kalmora rotate`. What it does stands in rotate.cpp, which needs the toolkit: the small
+// The options of `kalmora rotate`. What it does is in rotate.cpp, which needs the toolkit: the small
 // picture inside a photo is turned by way of its pixels.
 #include <CLI/CLI.hpp>
 #include <memory>

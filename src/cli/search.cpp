@@ -113,7 +113,7 @@ bool SearchRoot(const std::string& root, const SearchOptions& options, const Que
     });
 }
 
-// A query may be one argument or several, as it comes to the fingers.
+// A query may be one argument or several, as the user likes.
 std::string QueryOf(const SearchOptions& options) {
     std::string query;
     for (const std::string& word : options.words) query += (query.empty() ? "" : " ") + word;

@@ -1,4 +1,4 @@
-// The options of `kalmora shot`. What it does stands in shot.cpp, which needs the toolkit.
+// The options of `kalmora shot`. What it does is in shot.cpp, which needs the toolkit.
 #include <CLI/CLI.hpp>
 #include <memory>
 

@@ -148,7 +148,7 @@ int RunShow(const StartOptions& start, const ShowOptions& options) {
             allRead = false;
             continue;
         }
-        // It has been told already.
+        // It has been reported already.
         if (std::find(torn.begin(), torn.end(), path) != torn.end()) {
             allRead = false;
             continue;

@@ -25,7 +25,7 @@ std::size_t ControlLength(std::string_view text, std::size_t at) {
     const unsigned first = ByteAt(text, at), second = ByteAt(text, at + 1), third = ByteAt(text, at + 2);
     if (first < 0x20 || first == 0x7F) return 1;
     if (first == 0xC2 && second >= 0x80 && second <= 0x9F) return 2;  // U+0080 to U+009F
-    // A byte of them that stands alone is one to a terminal that is not set to UTF-8.
+    // A byte of them on its own is one to a terminal that is not set to UTF-8.
     if (first >= 0x80 && first <= 0x9F && (at == 0 || ByteAt(text, at - 1) < 0x80)) return 1;
     const bool turns = first == 0xE2 && second == 0x80 &&
                        ((third >= 0xAA && third <= 0xAE) || third == 0x8E || third == 0x8F);

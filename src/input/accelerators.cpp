@@ -34,7 +34,7 @@ int AcceleratorId(const Shortcut& press) {
     return Number(press);
 }
 
-int AcceleratorId(const Event& event) {
+int AcceleratorOf(const Event& event) {
     if (event.type != EventType::Key) return 0;
     // The codes of platform/keys.h are the virtual keys; held by PlainAccelerators.EachKeyOfAnEventIsKnown.
     return AcceleratorId(Shortcut{event.ctrl, event.alt, event.shift, KeyCodeOf(event.key)});

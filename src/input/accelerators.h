@@ -20,10 +20,10 @@ constexpr bool IsKeyCommand(int id) { return id >= kFirstAccelerator && id <= kL
 // The number of a key press; 0 when the accelerators do not have it.
 int AcceleratorId(const Shortcut& press);
 // The same for a Key event of a window; 0 for every other event.
-int AcceleratorId(const Event& event);
+int AcceleratorOf(const Event& event);
 
-// What a number stands for. The key is what is left when the modifiers are taken away, so that a number which
-// no key press has gives a `key` of 57 and more.
+// The key press of a number. The key is what is left when the modifiers are taken away, so that a number
+// which no key press has gives a `key` of 57 and more.
 Shortcut DecodeAccelerator(int id);
 
 }  // namespace kalmora

@@ -26,11 +26,11 @@ struct HotKey {
     friend bool operator==(const HotKey&, const HotKey&) = default;
 };
 
-// The virtual key that a hot key is registered with. `standing` is that of the hot key before: "1" to "9",
+// The virtual key that a hot key is registered with. `before` is that of the hot key before: "1" to "9",
 // HOME and END have none of their own here and take it. That is meant, and differs from VirtualKeyOf.
-VirtualKey HotKeyVirtualKey(KeyCode key, VirtualKey standing);
+VirtualKey HotKeyVirtualKey(KeyCode key, VirtualKey before);
 
-HotKey MakeHotKey(int command, const Shortcut& shortcut, VirtualKey standing);
+HotKey MakeHotKey(int command, const Shortcut& shortcut, VirtualKey before);
 
 // "[Ctrl+Alt+Shift+X]", for the log.
 std::string HotKeyText(const Shortcut& shortcut);

@@ -165,8 +165,8 @@ std::vector<HotKey> KeyConfig::HotKeys() {
     std::vector<HotKey> hotKeys;
     for (const KeyBinding& binding : Bindings(KeyContext::Main)) {
         if (!HasHotKey(binding.id) || binding.shortcut.key < 0) continue;
-        hotKeys.push_back(MakeHotKey(binding.id, binding.shortcut, standingVirtualKey_));
-        standingVirtualKey_ = hotKeys.back().virtualKey;
+        hotKeys.push_back(MakeHotKey(binding.id, binding.shortcut, lastVirtualKey_));
+        lastVirtualKey_ = hotKeys.back().virtualKey;
     }
     return hotKeys;
 }

@@ -43,7 +43,7 @@ public:
     //
     // A file that is there and cannot be read gives the defaults, too, and is not replaced in this run.
     FileRead LoadKeyConfig(const std::string& path, KeyContext context);
-    // The same from the bytes of a file; nothing stands for a file that cannot be opened.
+    // The same from the bytes of a file; std::nullopt means a file that cannot be opened.
     void LoadKeyText(std::optional<std::string_view> bytes, KeyContext context);
 
     // Empties the array of the list and enters every binding that has a key. Of two commands on one key the
@@ -91,7 +91,7 @@ private:
     std::array<bool, kKeyContextCount> isUnreadable_{};  // the file of the list, when it was loaded
     KeySlots slots_;
     int nextSequence_ = 0;
-    VirtualKey standingVirtualKey_ = 0;  // of the hot key before; see hot_key_list.h
+    VirtualKey lastVirtualKey_ = 0;  // of the hot key before; see hot_key_list.h
 };
 
 }  // namespace kalmora

@@ -27,7 +27,7 @@ inline constexpr KeyCode kKeyHome = 55;
 inline constexpr KeyCode kKeyEnd = 56;
 inline constexpr int kKeyCount = 57;
 
-// The number under which a key is pressed and let go for other programs.
+// The number under which a key is pressed and released for other programs.
 using VirtualKey = int;
 
 inline constexpr VirtualKey kVirtualShift = 0x10;
@@ -40,7 +40,7 @@ constexpr bool IsKeyCode(KeyCode key) { return key >= 0 && key < kKeyCount; }
 std::string_view KeyName(KeyCode key);
 // 0 for a number that is no key.
 VirtualKey VirtualKeyOf(KeyCode key);
-// The inverse; kNoKey for a virtual key that stands for none of the 57.
+// The inverse; kNoKey for a virtual key that is none of the 57.
 KeyCode KeyCodeOf(VirtualKey virtualKey);
 
 }  // namespace kalmora

@@ -1,4 +1,4 @@
-// The diary of what the user looked at and heard: a hidden text file in the folder of today.
+// The navigation log: what the user looked at and heard, in a hidden text file in the folder of today.
 //
 //   <root>/2008/200811/2008_1113/KM20081113.log
 //   [2008/11/13 10:15:00]<tab>(Month)<tab>2008/11          one line an event

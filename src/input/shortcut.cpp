@@ -14,7 +14,7 @@ constexpr std::array<KeyCode, 9> kNamedKeys = {kKeySpace, kKeyUp,     kKeyDown, 
 bool IsUpperLetter(char c) { return c >= 'A' && c <= 'Z'; }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-// Each reader takes the text from where it stands and gives how many bytes it used; 0 when it does not fit.
+// Each reader takes the text from its place on and gives how many bytes it used; 0 when it does not fit.
 
 std::size_t ReadModifier(std::string_view rest, Shortcut& shortcut) {
     if (rest.starts_with("C+")) {

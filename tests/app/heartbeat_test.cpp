@@ -135,10 +135,10 @@ TEST_F(HeartbeatTest, HeldLeftButtonStopsAllButTheActivity) {
     EXPECT_EQ(state_.run.TicksInView, 0);
 }
 
-TEST_F(HeartbeatTest, RosetteThatStandsIsHiddenInsteadOfABeat) {
+TEST_F(HeartbeatTest, ShownPetalsAreHiddenInsteadOfABeat) {
     ASSERT_TRUE(state_.run.ObjectGate.Acquire("test"));
     others_.petalsShown = true;
-    EXPECT_EQ(Beat(), BeatEnd::EstimateHidden);
+    EXPECT_EQ(Beat(), BeatEnd::PetalsHidden);
     EXPECT_THAT(Calls(), testing::ElementsAre("HidePetals"));
     EXPECT_EQ(Beat(), BeatEnd::GateHeld) << "the test after it, in the next beat";
     state_.run.ObjectGate.Release();
@@ -165,7 +165,7 @@ TEST_F(HeartbeatTest, StartUpWorkWaitsForTheFirstLoadAndComesOnce) {
     state_.run.FirstLoadDone = 1;
     // Also under an open slide show, which ends the beat only afterwards.
     slideShow_.shown = true;
-    EXPECT_EQ(Beat(), BeatEnd::SlideShowStands);
+    EXPECT_EQ(Beat(), BeatEnd::SlideShowKeepsView);
     EXPECT_EQ(state_.run.FirstStartPending, 0);
     while (state_.run.InitialScanRunning || state_.run.IndexPreloadRunning) std::this_thread::yield();
     EXPECT_EQ(others_.preloads, 1);
@@ -175,12 +175,12 @@ TEST_F(HeartbeatTest, StartUpWorkWaitsForTheFirstLoadAndComesOnce) {
     EXPECT_EQ(others_.preloads, 1);
 }
 
-TEST_F(HeartbeatTest, OpenSlideShowStandsStill) {
+TEST_F(HeartbeatTest, OpenSlideShowKeepsViewStill) {
     slideShow_.shown = true;
     TheDateTree().ScanAll(MainRoot());
     state_.settings.AutoNavigate = 1;
     state_.run.TicksInView = 1000;
-    EXPECT_EQ(Beat(), BeatEnd::SlideShowStands);
+    EXPECT_EQ(Beat(), BeatEnd::SlideShowKeepsView);
     EXPECT_EQ(state_.run.TicksInView, 1000);
 }
 

@@ -80,7 +80,7 @@ TEST(PlainAccelerators, EachKeyOfAnEventIsKnown) {
         event.type = EventType::Key;
         event.ctrl = event.alt = event.shift = true;
         event.key = row.code;
-        EXPECT_EQ(AcceleratorId(event), NumberOf(row.spelling) + 1300) << row.spelling;
+        EXPECT_EQ(AcceleratorOf(event), NumberOf(row.spelling) + 1300) << row.spelling;
     }
 }
 
@@ -88,14 +88,14 @@ TEST(PlainAccelerators, ModifiersOfAnEventAreToldApart) {
     Event event;
     event.type = EventType::Key;
     event.key = keys::kLeft;
-    EXPECT_EQ(AcceleratorId(event), 50051);
+    EXPECT_EQ(AcceleratorOf(event), 50051);
     event.alt = true;
-    EXPECT_EQ(AcceleratorId(event), 50151);
+    EXPECT_EQ(AcceleratorOf(event), 50151);
     event.shift = true;
-    EXPECT_EQ(AcceleratorId(event), 50351);
+    EXPECT_EQ(AcceleratorOf(event), 50351);
     event.alt = event.shift = false;
     event.ctrl = true;
-    EXPECT_EQ(AcceleratorId(event), 51051);
+    EXPECT_EQ(AcceleratorOf(event), 51051);
 }
 
 TEST(PlainAccelerators, OtherKeysAndOtherEventsAreNone) {
@@ -105,12 +105,12 @@ TEST(PlainAccelerators, OtherKeysAndOtherEventsAreNone) {
     for (const int code : {keys::kNone, keys::kBackspace, keys::kTab, keys::kEnter, keys::kPageUp,
                            keys::kPageDown, keys::kInsert, keys::kDelete, -1, 1 << 20}) {
         event.key = code;
-        EXPECT_EQ(AcceleratorId(event), 0) << code;
+        EXPECT_EQ(AcceleratorOf(event), 0) << code;
     }
     event.key = keys::Letter('A');
-    EXPECT_EQ(AcceleratorId(event), 51000);
+    EXPECT_EQ(AcceleratorOf(event), 51000);
     event.type = EventType::Character;
-    EXPECT_EQ(AcceleratorId(event), 0);
+    EXPECT_EQ(AcceleratorOf(event), 0);
 }
 
 }  // namespace kalmora
