@@ -22,6 +22,7 @@
 #include "rewrite/safe_rewrite.h"
 #include "rewrite/temp_folder.h"
 #include "state/app_state.h"
+#include "state/view_settings.h"
 #include "store/data_folder.h"
 #include "store/date_tree.h"
 #include "store/extension_table.h"
@@ -140,6 +141,7 @@ void App::SaveAll() const {
     const AppState& state = State();
     SaveExtensionTable(state.settings.ExtensionListPath);
     SaveKeyFiles(keys_);
+    PutViewIntoSettings();
     SaveSettings(state.settings.SettingsPath);
 }
 

@@ -94,7 +94,8 @@ void ShowSearch(const AppParts& parts) {
 }
 
 void UpdateMonthInView(const AppParts& parts) {
-    parts.indexUpdates.Start(State().view.TargetYear * 100 + State().view.TargetMonth);
+    const CalendarDate date = View().period.date;
+    parts.indexUpdates.Start(date.year * 100 + date.month);
 }
 
 void ImportFromCard(const AppParts& parts) { parts.importer.AskAndImport(); }
@@ -106,11 +107,8 @@ void SearchGoogleCalendar() {
 }
 
 void OpenPeriodFolder() {
-    const AppState& state = State();
-    const int view = state.view.ViewType;
-    shell::Open(MakeDayFolderPath(MainRoot(), state.view.TargetYear,
-                                  view == kYearly ? 0 : state.view.TargetMonth.load(),
-                                  view == kYearly || view == kMonthly ? 0 : state.view.TargetDay.load()));
+    const CalendarDate range = View().period.Range();
+    shell::Open(MakeDayFolderPath(MainRoot(), range.year, range.month, range.day));
 }
 
 void OpenSlideShowByCommand(const AppParts& parts) {
@@ -183,7 +181,7 @@ void RunGetter(const AppParts& parts, Getter getter) { parts.getters.Run(getter)
 
 void ResizeThumbnails(const AppParts& parts, int pixels) {
     AppState& state = State();
-    if (!state.view.AllViewMode || parts.slideShow.IsShown()) return;
+    if (!View().scatter || parts.slideShow.IsShown()) return;
     if (pixels < 0 && state.settings.ThumbnailMaxSize <= kSmallestThumbnail) return;
     state.settings.ThumbnailMaxSize = state.settings.ThumbnailMaxSize + pixels;
 }

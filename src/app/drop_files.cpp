@@ -72,7 +72,7 @@ std::optional<Taken> TakeFile(const std::string& path, const CalendarDate& day, 
 
 std::optional<std::string> TakeBackground(const std::string& path, const CalendarDate& day) {
     if (ClassifyFile(path) != ObjectKind::Image) return std::nullopt;
-    auto target = SetBackgroundFile(path, MainRoot(), State().view.ViewType, day.year, day.month, day.day);
+    auto target = SetBackgroundFile(path, MainRoot(), View().period.level, day.year, day.month, day.day);
     if (target) Calendar().backgrounds.AddImage(*target);
     return target;
 }

@@ -44,14 +44,14 @@ std::optional<DropTarget> TargetInYear(Point point, Size client, const CalendarD
 }  // namespace
 
 std::optional<DropTarget> FindDropTarget(Point point) {
-    const AppState& state = State();
+    const ViewState view = View();
     const Size client = ClientSize();
-    const CalendarDate view{state.view.TargetYear, state.view.TargetMonth, state.view.TargetDay};
-    if (state.view.ViewType == kDaily) return TargetInDay(point, client, view);
-    if (state.view.AllViewMode) return DropTarget{view, false};
+    const CalendarDate& date = view.period.date;
+    if (view.period.level == Level::Day) return TargetInDay(point, client, date);
+    if (view.scatter) return DropTarget{date, false};
     if (!IsInWindow(point, client)) return std::nullopt;
-    return state.view.ViewType == kMonthly ? TargetInMonth(point, client, view)
-                                           : TargetInYear(point, client, view);
+    return view.period.level == Level::Month ? TargetInMonth(point, client, date)
+                                             : TargetInYear(point, client, date);
 }
 
 }  // namespace kalmora

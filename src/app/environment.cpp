@@ -9,6 +9,7 @@
 #include "platform/files.h"
 #include "platform/image.h"
 #include "state/app_state.h"
+#include "state/view_settings.h"
 #include "store/data_folder.h"
 #include "store/extension_table.h"
 #include "store/own_text.h"
@@ -60,14 +61,14 @@ bool NamesDataFolder(const std::string& settingsPath) {
 // A settings file can name any period and size; the views know only those that make sense.
 void BringIntoRange() {
     AppState& state = State();
-    state.view.TargetYear = std::clamp(state.view.TargetYear.load(), 1, 9999);
-    state.view.TargetMonth = std::clamp(state.view.TargetMonth.load(), 1, 12);
-    state.view.TargetDay = std::clamp(state.view.TargetDay.load(), 1,
-                                      DaysInMonth(state.view.TargetYear, state.view.TargetMonth));
+    Settings& settings = state.settings;
+    settings.TargetYear = std::clamp(settings.TargetYear, 1, 9999);
+    settings.TargetMonth = std::clamp(settings.TargetMonth, 1, 12);
+    settings.TargetDay =
+        std::clamp(settings.TargetDay, 1, DaysInMonth(settings.TargetYear, settings.TargetMonth));
+    TakeViewFromSettings();
     state.settings.ThumbnailMaxSize =
         std::clamp(state.settings.ThumbnailMaxSize.load(), 0, kLargestThumbnail);
-    if (state.view.ViewType != kYearly && state.view.ViewType != kMonthly && state.view.ViewType != kDaily)
-        state.view.ViewType = kMonthly;
 }
 
 }  // namespace

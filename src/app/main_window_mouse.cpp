@@ -37,9 +37,9 @@ bool IsOnDayNumber(const Rect& cell, Point point) {
 }
 
 MonthGrid MonthInView(const Window& window) {
+    const CalendarDate date = View().period.date;
     const Size client = window.ClientSize();
-    return MakeMonthGrid(State().view.TargetYear, State().view.TargetMonth,
-                         {0, 0, client.width, client.height}, false);
+    return MakeMonthGrid(date.year, date.month, {0, 0, client.width, client.height}, false);
 }
 
 std::string PathOfCell(int year, int month, int day) {
@@ -71,25 +71,23 @@ bool PressInList(const Window& window, const ObjectList& list, Point point) {
 }
 
 bool PressInYear(const Window& window, Point point) {
+    const CalendarDate date = View().period.date;
     const AppState& state = State();
     const int width = window.ClientSize().width;
     if (const int month = MonthPictureHitTest(width, point); month > 0) {
         ChangeToMonthly(month);
         return true;
     }
-    const YearHit hit = YearHitTest(state.view.TargetYear, width, state.settings.CalendarMode != 0, point);
+    const YearHit hit = YearHitTest(date.year, width, state.settings.CalendarMode != 0, point);
     if (hit.month < 1) return false;
     if (!state.settings.CalendarMode)
-        return HoldObject(window, YearMonthRect(width, hit.month),
-                          PathOfMonth(state.view.TargetYear, hit.month));
-    const MonthGrid grid =
-        MakeMonthGrid(state.view.TargetYear, hit.month, YearMonthRect(width, hit.month), true);
-    return HoldObject(window, MonthCellRect(grid, hit.day),
-                      PathOfCell(state.view.TargetYear, hit.month, hit.day));
+        return HoldObject(window, YearMonthRect(width, hit.month), PathOfMonth(date.year, hit.month));
+    const MonthGrid grid = MakeMonthGrid(date.year, hit.month, YearMonthRect(width, hit.month), true);
+    return HoldObject(window, MonthCellRect(grid, hit.day), PathOfCell(date.year, hit.month, hit.day));
 }
 
 bool PressInMonth(const Window& window, Point point) {
-    const AppState& state = State();
+    const CalendarDate date = View().period.date;
     const MonthGrid grid = MonthInView(window);
     const int day = MonthHitTest(grid, point);
     if (day < 1) return false;
@@ -98,8 +96,8 @@ bool PressInMonth(const Window& window, Point point) {
         ChangeToDaily(day);
         return true;
     }
-    HoldObject(window, cell, PathOfCell(state.view.TargetYear, state.view.TargetMonth, day));
-    State().view.TargetDay = day;
+    HoldObject(window, cell, PathOfCell(date.year, date.month, day));
+    ChangeView([&](ViewState& view) { view.period.date.day = day; });
     State().press.ObjectHit = 1;  // here also for an empty cell
     return true;
 }
@@ -116,8 +114,8 @@ void OpenObject(const AppParts& parts, const std::string& path, ObjectKind kind)
 }
 
 void MakeAndOpenText(const AppParts& parts, int day, const std::string& content) {
-    const AppState& state = State();
-    OpenText(parts.scraps.MakeText({state.view.TargetYear, state.view.TargetMonth, day}, content));
+    const CalendarDate date = View().period.date;
+    OpenText(parts.scraps.MakeText({date.year, date.month, day}, content));
 }
 
 bool OpenHit(const AppParts& parts, const ObjectList& list, Point point) {
@@ -128,70 +126,69 @@ bool OpenHit(const AppParts& parts, const ObjectList& list, Point point) {
 }
 
 bool OpenHourNote(const AppParts& parts, const Window& window, Point point) {
+    const CalendarDate date = View().period.date;
     const AppState& state = State();
     const DayLines lines = MakeDayLines(window.ClientSize().height, state.settings.DayNumberOfLine,
                                         state.settings.DayDuration, state.settings.DayStartTime);
     for (int line = lines.lines - 1; line >= 0; --line) {
         if (!lines.HourPictureRect(line).ContainsInclusive(point)) continue;
         char content[64];
-        std::snprintf(content, sizeof content, "[Schedule]\n[%04d/%02d/%02d %02d:00]\n",
-                      state.view.TargetYear.load(), state.view.TargetMonth.load(),
-                      state.view.TargetDay.load(), lines.HourOfLine(line));
-        MakeAndOpenText(parts, state.view.TargetDay, content);
+        std::snprintf(content, sizeof content, "[Schedule]\n[%04d/%02d/%02d %02d:00]\n", date.year,
+                      date.month, date.day, lines.HourOfLine(line));
+        MakeAndOpenText(parts, date.day, content);
         return true;
     }
     return false;
 }
 
 void DoubleClickInDay(const AppParts& parts, const Window& window, Point point) {
-    const AppState& state = State();
-    if (state.view.AllViewMode) {
+    if (View().scatter) {
         if (OpenHit(parts, Calendar().CurrentAllViewer().objects, point)) return;
     } else if (OpenHourNote(parts, window, point) ||
                OpenHit(parts, Calendar().CurrentDayViewer().objects, point)) {
         return;
     }
-    MakeAndOpenText(parts, state.view.TargetDay, "");
+    MakeAndOpenText(parts, View().period.date.day, "");
 }
 
 void DoubleClickInMonth(const AppParts& parts, const Window& window, Point point) {
-    const AppState& state = State();
+    const CalendarDate date = View().period.date;
     const MonthGrid grid = MonthInView(window);
     const int day = MonthHitTest(grid, point);
     if (day < 1) return;
     if (IsOnDayNumber(MonthCellRect(grid, day), point)) return MakeAndOpenText(parts, day, "");
-    const CellContent content = ContentOfCell(state.view.TargetYear, state.view.TargetMonth, day);
+    const CellContent content = ContentOfCell(date.year, date.month, day);
     if (content.count > 0) OpenObject(parts, content.entry.path, content.entry.kind);
 }
 
 void DoubleClickInYear(const AppParts& parts, const Window& window, Point point) {
+    const CalendarDate date = View().period.date;
     const AppState& state = State();
-    const YearHit hit = YearHitTest(state.view.TargetYear, window.ClientSize().width,
-                                    state.settings.CalendarMode != 0, point);
+    const YearHit hit =
+        YearHitTest(date.year, window.ClientSize().width, state.settings.CalendarMode != 0, point);
     if (hit.month < 1) return;
-    const std::string path = state.settings.CalendarMode
-                                 ? PathOfCell(state.view.TargetYear, hit.month, hit.day)
-                                 : PathOfMonth(state.view.TargetYear, hit.month);
+    const std::string path = state.settings.CalendarMode ? PathOfCell(date.year, hit.month, hit.day)
+                                                         : PathOfMonth(date.year, hit.month);
     OpenObject(parts, path, ClassifyFile(path));
 }
 
 // The path of what lies under the point in any view; empty when nothing does.
 std::string PathUnder(const Window& window, Point point) {
+    const CalendarDate date = View().period.date;
     const AppState& state = State();
     ObjectList::Hit hit;
-    if (state.view.AllViewMode)
-        return Calendar().CurrentAllViewer().objects.HitTest(point, &hit) ? hit.path : "";
-    if (state.view.ViewType == kDaily)
+    if (View().scatter) return Calendar().CurrentAllViewer().objects.HitTest(point, &hit) ? hit.path : "";
+    if (View().period.level == Level::Day)
         return Calendar().CurrentDayViewer().objects.HitTest(point, &hit) ? hit.path : "";
-    if (state.view.ViewType == kMonthly) {
+    if (View().period.level == Level::Month) {
         const int day = MonthHitTest(MonthInView(window), point);
-        return day > 0 ? PathOfCell(state.view.TargetYear, state.view.TargetMonth, day) : "";
+        return day > 0 ? PathOfCell(date.year, date.month, day) : "";
     }
-    const YearHit year = YearHitTest(state.view.TargetYear, window.ClientSize().width,
-                                     state.settings.CalendarMode != 0, point);
+    const YearHit year =
+        YearHitTest(date.year, window.ClientSize().width, state.settings.CalendarMode != 0, point);
     if (year.month < 1) return {};
-    return state.settings.CalendarMode ? PathOfCell(state.view.TargetYear, year.month, year.day)
-                                       : PathOfMonth(state.view.TargetYear, year.month);
+    return state.settings.CalendarMode ? PathOfCell(date.year, year.month, year.day)
+                                       : PathOfMonth(date.year, year.month);
 }
 
 }  // namespace
@@ -203,11 +200,11 @@ bool HandleLeftPress(Window& window, Point point) {
         return true;
     }
     state.press.DragPath.clear();
-    if (state.view.AllViewMode) return PressInList(window, Calendar().CurrentAllViewer().objects, point);
-    switch (state.view.ViewType) {
-        case kYearly:
+    if (View().scatter) return PressInList(window, Calendar().CurrentAllViewer().objects, point);
+    switch (View().period.level) {
+        case Level::Year:
             return PressInYear(window, point);
-        case kMonthly:
+        case Level::Month:
             return PressInMonth(window, point);
         default:
             return PressInList(window, Calendar().CurrentDayViewer().objects, point);
@@ -222,8 +219,8 @@ bool OnLeftDown(const AppParts& parts, Window& window, const Event& event) {
     parts.slideShow.Hide();
     parts.neighbor.Hide();
     parts.petals.Hide();
-    const bool dayGrid =
-        state.view.ViewType == kMonthly || (state.view.ViewType == kYearly && state.settings.CalendarMode);
+    const bool dayGrid = View().period.level == Level::Month ||
+                         (View().period.level == Level::Year && state.settings.CalendarMode);
     if (event.ctrl && dayGrid) {
         window.StopTimer(kTimerLongPress);
         ChangeToDaily(0);
@@ -267,11 +264,11 @@ bool OnLeftDoubleClick(const AppParts& parts, Window& window, const Event& event
     state.press.DragPath.clear();
     if (FindButton(event.point, nullptr))
         return OnLeftDown(parts, window, event);  // two quick presses are two presses
-    if (state.view.ViewType == kDaily)
+    if (View().period.level == Level::Day)
         DoubleClickInDay(parts, window, event.point);
-    else if (state.view.AllViewMode)
+    else if (View().scatter)
         OpenHit(parts, Calendar().CurrentAllViewer().objects, event.point);
-    else if (state.view.ViewType == kMonthly)
+    else if (View().period.level == Level::Month)
         DoubleClickInMonth(parts, window, event.point);
     else
         DoubleClickInYear(parts, window, event.point);

@@ -118,7 +118,7 @@ DialogForm MakeSearchForm(SearchAnswer& answer) {
         answer = {true, ComposeQuery(Read(dialog))};
         // It is never cleared here: a search of everything stays one until the program ends. Meant, and held
         // by SearchDialog.AllLoadedStaysForLaterSearches.
-        if (dialog.IsChecked(kAllLoaded)) State().view.SearchAllLoaded = 1;
+        if (dialog.IsChecked(kAllLoaded)) ChangeView([](ViewState& view) { view.searchAllLoaded = true; });
         dialog.Close(answer.query.empty() ? kDialogCancel : kDialogOk);
     };
     return form;
@@ -134,13 +134,16 @@ bool ShowSearchDialog(Window* owner) {
         return true;
     }
     SetSearchText({});
-    if (State().view.SearchResultMode) EndSearch();
+    if (View().searchResult) EndSearch();
     return false;
 }
 
 void ForgetSearch() {
     ResetSearch();
-    State().view.SearchResultMode = State().view.SearchAllLoaded = 0;
+    ChangeView([&](ViewState& view) {
+        view.searchResult = false;
+        view.searchAllLoaded = false;
+    });
 }
 
 }  // namespace kalmora

@@ -69,13 +69,13 @@ std::optional<CalendarDate> ParseDate(const std::string& text) {
 
 void SetView(const ShotOptions& options, const CalendarDate& date) {
     AppState& state = State();
-    if (options.view == "year") state.view.ViewType = kYearly;
-    if (options.view == "month") state.view.ViewType = kMonthly;
-    if (options.view == "day") state.view.ViewType = kDaily;
-    state.view.AllViewMode = options.all ? 1 : 0;
-    state.view.TargetYear = date.year;
-    state.view.TargetMonth = date.month;
-    state.view.TargetDay = date.day;
+    ChangeView([&](ViewState& view) {
+        if (options.view == "year") view.period.level = Level::Year;
+        if (options.view == "month") view.period.level = Level::Month;
+        if (options.view == "day") view.period.level = Level::Day;
+        view.period.date = date;
+        view.scatter = options.all;
+    });
     state.settings.SoundMode = 0;
     state.settings.OutputNavigationLog = false;
     // Nobody watches the pictures arrive one by one.

@@ -19,6 +19,7 @@
 
 #include "import/import_names.h"
 #include "import/import_result.h"
+#include "state/period.h"
 
 namespace kalmora {
 
@@ -82,9 +83,9 @@ std::optional<std::string> CopyToDay(const std::string& source, const std::strin
                                      int day);
 std::optional<std::string> MoveToDay(const std::string& source, const std::string& root, int year, int month,
                                      int day);
-// Copies a picture as a background: into the month's folder from the month view (2), into the day's from the
-// day view (4), with "back_" in front of its name. Nothing for any other view. The source stays.
-std::optional<std::string> SetBackgroundFile(const std::string& source, const std::string& root, int scope,
+// Copies a picture as a background: into the month's folder from the month view, into the day's from the
+// day view, with "back_" in front of its name. Nothing for any other view. The source stays.
+std::optional<std::string> SetBackgroundFile(const std::string& source, const std::string& root, Level scope,
                                              int year, int month, int day);
 
 }  // namespace kalmora

@@ -42,10 +42,10 @@ std::optional<std::string> MoveToDay(const std::string& source, const std::strin
     return TakeToDay(source, MakeDayFolderPath(root, year, month, day), ImportBatch::Source::Goes);
 }
 
-std::optional<std::string> SetBackgroundFile(const std::string& source, const std::string& root, int scope,
+std::optional<std::string> SetBackgroundFile(const std::string& source, const std::string& root, Level scope,
                                              int year, int month, int day) {
-    if (scope != kMonthly && scope != kDaily) return std::nullopt;
-    const std::string folder = MakeDayFolderPath(root, year, month, scope == kDaily ? day : 0);
+    if (scope != Level::Month && scope != Level::Day) return std::nullopt;
+    const std::string folder = MakeDayFolderPath(root, year, month, scope == Level::Day ? day : 0);
     const std::string name = GetFileName(source);
     if (name.empty() || !MakeDateFolder(folder)) return std::nullopt;
     files::NewCopy copy;

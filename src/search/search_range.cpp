@@ -24,7 +24,8 @@ private:
 // True when the manager loads something that neither the view nor this search wants.
 bool WorksOnSomethingElse(const IndexManager& manager, const CalendarDate& range) {
     if (!manager.IsBusy() || range.year == 0) return false;
-    if (range.year == State().view.TargetYear && range.month == State().view.TargetMonth) return false;
+    const CalendarDate inView = View().period.date;
+    if (range.year == inView.year && range.month == inView.month) return false;
     const CalendarDate current = manager.CurrentTarget();
     return current.year != range.year || (range.month != 0 && current.month != range.month);
 }

@@ -12,7 +12,7 @@ namespace {
 
 struct LastRun {
     std::string lastQuery;  // empty: what was found is not to be relied on
-    SearchView lastView;
+    Period lastPeriod;
     SearchScope lastScope = SearchScope::View;
     SearchResult results = std::make_shared<const FoundDays>();
 };
@@ -31,23 +31,13 @@ Searches& All() {
 }
 
 // True when both show the same period, so that one search serves them.
-bool ShowSamePeriod(const SearchView& a, const SearchView& b) {
-    if (a.viewType != b.viewType || a.year != b.year) return false;
-    switch (a.viewType) {
-        case kYearly:
-            return true;
-        case kMonthly:
-            return a.month == b.month;
-        case kDaily:
-            return a.month == b.month && a.day == b.day;
-        default:
-            return false;
-    }
+bool ShowSamePeriod(const Period& a, const Period& b) {
+    const bool known = a.level == Level::Year || a.level == Level::Month || a.level == Level::Day;
+    return known && a.level == b.level && a.Range() == b.Range();
 }
 
-CalendarDate RangeOf(SearchScope scope, const SearchView& view) {
-    if (scope == SearchScope::AllLoaded) return {0, 0, 0};
-    return {view.year, view.viewType == kYearly ? 0 : view.month, view.viewType == kDaily ? view.day : 0};
+CalendarDate RangeOf(SearchScope scope, const Period& period) {
+    return scope == SearchScope::AllLoaded ? CalendarDate{} : period.Range();
 }
 
 bool SearchBothRoots(const QueryMatcher& query, const CalendarDate& range, const SearchStop& stopped,
@@ -84,7 +74,7 @@ void ResetSearch() {
     all.last = {};
 }
 
-SearchResult Search(const std::string& query, SearchScope scope, const SearchView& view,
+SearchResult Search(const std::string& query, SearchScope scope, const Period& period,
                     const SearchStop& stopped) {
     Searches& all = All();
     unsigned number;
@@ -93,19 +83,19 @@ SearchResult Search(const std::string& query, SearchScope scope, const SearchVie
         const LastRun& last = all.last;
         if (query.empty()) return last.results;
         // The scope counts too, or the box for it would do nothing to the query that stands.
-        if (query == last.lastQuery && scope == last.lastScope && ShowSamePeriod(view, last.lastView))
+        if (query == last.lastQuery && scope == last.lastScope && ShowSamePeriod(period, last.lastPeriod))
             return last.results;
         number = ++all.startedRuns;
     }
     const QueryMatcher matcher(ParseQuery(query));
     ApplyModes(matcher.TheQuery());
-    if (scope == SearchScope::AllLoaded) State().view.AllViewMode = 1;
+    if (scope == SearchScope::AllLoaded) ChangeView([](ViewState& view) { view.scatter = true; });
     auto found = std::make_shared<FoundDays>();
-    const bool whole = SearchBothRoots(matcher, RangeOf(scope, view), stopped, *found);
+    const bool whole = SearchBothRoots(matcher, RangeOf(scope, period), stopped, *found);
     if (stopped()) return found;
     std::lock_guard lock(all.mutex);
     // A newer search has the last word. One that missed something is shown, but not for longer than needed.
-    if (number == all.startedRuns) all.last = {whole ? query : std::string(), view, scope, found};
+    if (number == all.startedRuns) all.last = {whole ? query : std::string(), period, scope, found};
     return found;
 }
 

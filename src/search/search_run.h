@@ -1,6 +1,6 @@
 // The search that is in force: its query, and what it found for the view.
 //
-// While State().view.SearchResultMode is set the views show the result instead of their folders. Any thread:
+// While View().searchResult is set the views show the result instead of their folders. Any thread:
 // loads run on several, and each has the result that it asked for.
 #pragma once
 
@@ -8,6 +8,7 @@
 #include <string>
 
 #include "search/search_range.h"
+#include "state/period.h"
 
 namespace kalmora {
 
@@ -15,18 +16,9 @@ namespace kalmora {
 std::string SearchText();
 void SetSearchText(const std::string& query);
 
-// What the result is wanted for: ViewTypeValue and the date in view.
-struct SearchView {
-    int viewType = 0;
-    int year = 0;
-    int month = 0;
-    int day = 0;
-    friend bool operator==(const SearchView&, const SearchView&) = default;
-};
-
 enum class SearchScope {
     View,       // the year, month or day in view
-    AllLoaded,  // every month that has been touched; switches AllViewMode on
+    AllLoaded,  // every month that has been touched; switches to the scatter
 };
 
 using SearchResult = std::shared_ptr<const FoundDays>;  // never null
@@ -34,7 +26,7 @@ using SearchResult = std::shared_ptr<const FoundDays>;  // never null
 // Runs the query over both data roots, and sets the display modes as its tags want. The same query for the
 // same view is not run twice: its result stands, whatever has become of the files. An empty query leaves the
 // result as it is. When stopped, what was found until then is given and not kept.
-SearchResult Search(const std::string& query, SearchScope scope, const SearchView& view,
+SearchResult Search(const std::string& query, SearchScope scope, const Period& period,
                     const SearchStop& stopped);
 
 // What the last Search that was not stopped has found.

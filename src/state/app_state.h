@@ -11,12 +11,20 @@ namespace kalmora {
 
 struct AppState {
     Settings settings;
-    ViewState view;
+    SharedView view;
     RunFlags run;
     PressState press;
 };
 
 // The record. Made on first use, never destroyed: threads may outlive main.
 AppState& State();
+
+// The view in force. Any thread.
+inline ViewState View() { return State().view.Now(); }
+// Replaces it; see SharedView::Change. GUI thread and heartbeat, and a load whose search wants another view.
+template <typename Compute>
+void ChangeView(Compute change) {
+    State().view.Change(change);
+}
 
 }  // namespace kalmora

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/geometry.h"
+#include "state/period.h"
 #include "state/shared_values.h"
 
 namespace kalmora {
@@ -67,6 +68,11 @@ struct Settings {
     int SizeOfSmallImage = 80;  // pixels
     bool LoadIndexInitially = false;
     int NumberOfLoadIndex = 6;
+
+    // ---- the view of the start and of the end (see state/view_settings.h); in between View() has it
+    int ViewType = static_cast<int>(Level::Month);
+    int TargetYear = 0, TargetMonth = 0, TargetDay = 0;
+    bool AllViewMode = false;
 
     // ---- [Text]
     std::string DayFontFace, ButtonFontFace, MiniFontFace, DayFontFaceForYearly;

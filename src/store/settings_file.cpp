@@ -30,15 +30,6 @@ constexpr std::size_t kMaxFileBytes = 4u << 20;
 
 // ---- fields
 
-template <typename T>
-Settings& RecordOf(AppState& state, T Settings::*) {
-    return state.settings;
-}
-template <typename T>
-ViewState& RecordOf(AppState& state, T ViewState::*) {
-    return state.view;
-}
-
 // Calls visit with the field itself, whatever its type.
 template <typename Visitor>
 void WithField(AppState& state, const Field& field, Visitor&& visit) {
@@ -47,7 +38,7 @@ void WithField(AppState& state, const Field& field, Visitor&& visit) {
             if constexpr (std::is_same_v<std::decay_t<decltype(member)>, TextColorField>)
                 visit(state.settings.TextStyles[static_cast<std::size_t>(member.kind)].*member.part);
             else
-                visit(RecordOf(state, member).*member);
+                visit(state.settings.*member);
         },
         field);
 }
@@ -321,9 +312,9 @@ void ResetSettingsToDefaults() {
     for (const auto& [field, name] : settings::PathDefaults())
         state.settings.*field = state.settings.ProgramFolder + files::kSeparator + std::string(name);
     const SystemTime today = LocalTime();
-    state.view.TargetYear = today.year;
-    state.view.TargetMonth = today.month;
-    state.view.TargetDay = today.day;
+    state.settings.TargetYear = today.year;
+    state.settings.TargetMonth = today.month;
+    state.settings.TargetDay = today.day;
     state.settings.ImportDirectory = files::FindCameraCard();
     state.settings.TextEditor = shell::DefaultOpener();
     state.settings.PathOfOrbinGet = BesideProgramOrInPath("OrbinGet");

@@ -5,7 +5,6 @@ namespace kalmora::settings {
 namespace {
 
 using A = Settings;
-using V = ViewState;
 
 constexpr Field Back(TextKind kind) { return TextColorField{kind, &TextColors::back}; }
 constexpr Field Frame(TextKind kind) { return TextColorField{kind, &TextColors::frame}; }
@@ -74,9 +73,9 @@ constexpr ReaderRow kReaderRows[] = {
     {"DoSortForSlideShow=1", &A::DoSortForSlideShow},
     {"ConfirmScrapText=0", &A::ConfirmScrapText},
     {"MonitorClipboard=1", &A::MonitorClipboard},
-    {"TargetYear=", &V::TargetYear},
-    {"TargetMonth=", &V::TargetMonth},
-    {"TargetDay=", &V::TargetDay},
+    {"TargetYear=", &A::TargetYear},
+    {"TargetMonth=", &A::TargetMonth},
+    {"TargetDay=", &A::TargetDay},
 
     // The writer puts one percent sign, which is not what is tested for, and a line with two is not
     // understood either: the slide show's size cannot be set from the file, and stays at 75 percent. Meant.
@@ -85,13 +84,13 @@ constexpr ReaderRow kReaderRows[] = {
     {"MaxHeightOfNeighborWindow=", &A::MaxHeightOfNeighborWindow},
     {"MaxWidthOfNeighborWindow=", &A::MaxWidthOfNeighborWindow},
 
-    {"ViewType=", &V::ViewType},
+    {"ViewType=", &A::ViewType},
     {"LogView=1", &A::LogView},
     {"OutputToLogFile=1", &A::OutputToLogFile},
     {"OutputNavigationLog=1", &A::OutputNavigationLog},
     {"RenameFileWhenMove=1", &A::RenameFileWhenMove},
     {"RenameFileWhenCopy=1", &A::RenameFileWhenCopy},
-    {"AllViewMode=1", &V::AllViewMode},
+    {"AllViewMode=1", &A::AllViewMode},
     {"SoundMode=0", &A::SoundMode},
     {"GoodMode=1", &A::GoodMode},
     {"PublicMode=1", &A::PublicMode},
@@ -170,9 +169,9 @@ constexpr WriterRow kWriterRows[] = {
     {"", "ImportAsShortcutFile", &A::ImportAsShortcutFile},
     {"", "UseJapanese", &A::UseJapanese},
     {"", "ShowFolderPath", &A::ShowFolderPath},
-    {"", "AllViewMode", &V::AllViewMode},
+    {"", "AllViewMode", &A::AllViewMode},
     {"", "OutputNavigationLog", &A::OutputNavigationLog},
-    {"", "ViewType", &V::ViewType},
+    {"", "ViewType", &A::ViewType},
     {"", "DrawWhileLoading", &A::DrawWhileLoading},
     {"", "TimingOfPopup(sec)", &A::TimingOfPopup},
     {"", "TimingOfChangeImage(msec)", &A::TimingOfChangeImage},
@@ -243,9 +242,9 @@ constexpr WriterRow kWriterRows[] = {
     {"[AutoNavigate]", "AutoNavigate", &A::AutoNavigate},
     {"", "SlideShowAutoNavigate", &A::SlideShowAutoNavigate},
     {"", "TimingOfAutoNavigate(num)", &A::TimingOfAutoNavigate},
-    {"", "TargetYear", &V::TargetYear},
-    {"", "TargetMonth", &V::TargetMonth},
-    {"", "TargetDay", &V::TargetDay},
+    {"", "TargetYear", &A::TargetYear},
+    {"", "TargetMonth", &A::TargetMonth},
+    {"", "TargetDay", &A::TargetDay},
 
     {"[Scrap]", "ConfirmScrapText", &A::ConfirmScrapText},
     {"", "MonitorClipboard", &A::MonitorClipboard},

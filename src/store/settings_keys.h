@@ -15,9 +15,9 @@ struct TextColorField {
 };
 
 // Where a value lives in the record; its type says how it is read and written.
-using Field = std::variant<bool Settings::*, SharedFlag Settings::*, int Settings::*, SharedInt Settings::*,
-                           std::string Settings::*, Color Settings::*, TextColorField,
-                           WindowRectValue Settings::*, SharedInt ViewState::*, SharedFlag ViewState::*>;
+using Field =
+    std::variant<bool Settings::*, SharedFlag Settings::*, int Settings::*, SharedInt Settings::*,
+                 std::string Settings::*, Color Settings::*, TextColorField, WindowRectValue Settings::*>;
 
 enum class Reading {
     Value,        // as the field's type has it

@@ -21,7 +21,7 @@ class DispatchTest : public AppTest {
 protected:
     DispatchTest() {
         ShowMonth(2008, 11);
-        state_.view.TargetDay = 13;
+        ChangeView([&](ViewState& view) { view.period.date.day = 13; });
         OpenMainWindow();
     }
     std::vector<std::string> Run(int id) {
@@ -30,8 +30,9 @@ protected:
         return Calls();
     }
     std::string Period() const {
-        return std::to_string(state_.view.ViewType) + ":" + std::to_string(state_.view.TargetYear) + "/" +
-               std::to_string(state_.view.TargetMonth) + "/" + std::to_string(state_.view.TargetDay);
+        return std::to_string(static_cast<int>(View().period.level)) + ":" +
+               std::to_string(View().period.date.year) + "/" + std::to_string(View().period.date.month) +
+               "/" + std::to_string(View().period.date.day);
     }
     std::string PeriodAfter(int id) {
         Run(id);
@@ -56,13 +57,13 @@ TEST_F(DispatchTest, StepsAndLevels) {
 TEST_F(DispatchTest, TodayAndSomewhere) {
     const SystemTime before = LocalTime();
     Run(1014);
-    EXPECT_EQ(state_.view.ViewType, kDaily);
-    EXPECT_THAT(state_.view.TargetYear.load(), testing::AnyOf(before.year, LocalTime().year));
+    EXPECT_EQ(View().period.level, Level::Day);
+    EXPECT_THAT(View().period.date.year, testing::AnyOf(before.year, LocalTime().year));
     AddText(1999, 5, 6, "a.txt", "cat");
     TheDateTree().ScanAll(MainRoot());
     ShowMonth(2008, 11);
     state_.run.TicksInView = 1000;
-    EXPECT_EQ(PeriodAfter(1015), "2:1999/5/" + std::to_string(state_.view.TargetDay));
+    EXPECT_EQ(PeriodAfter(1015), "2:1999/5/" + std::to_string(View().period.date.day));
 }
 
 TEST_F(DispatchTest, ShowAndHide) {
@@ -98,15 +99,14 @@ TEST_F(DispatchTest, ReloadReadsThePeriodAnew) {
 }
 
 TEST_F(DispatchTest, ReloadLeavesTheScatterAlone) {
-    state_.view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     StartLog();
     Run(1021);
     EXPECT_THAT(Logged(), testing::Not(HasSubstr("Reload (")));
 }
 
 TEST_F(DispatchTest, SwitchesGoBothWays) {
-    const std::pair<int, SharedFlag*> switches[] = {{1022, &state_.view.AllViewMode},
-                                                    {1023, &state_.settings.AutoNavigate},
+    const std::pair<int, SharedFlag*> switches[] = {{1023, &state_.settings.AutoNavigate},
                                                     {1024, &state_.settings.PublicMode},
                                                     {1025, &state_.settings.GoodMode},
                                                     {1027, &state_.run.Paused}};
@@ -117,6 +117,10 @@ TEST_F(DispatchTest, SwitchesGoBothWays) {
         Run(id);
         EXPECT_EQ(*flag, 0) << id;
     }
+    Run(1022);
+    EXPECT_TRUE(View().scatter);
+    Run(1022);
+    EXPECT_FALSE(View().scatter);
 }
 
 // ---- music
@@ -253,7 +257,7 @@ TEST_F(DispatchTest, ThumbnailsChangeInTheScatterOnlyAndNotUnderASlideShow) {
     state_.settings.ThumbnailMaxSize = 240;
     Run(1120);
     EXPECT_EQ(state_.settings.ThumbnailMaxSize, 240);
-    state_.view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     Run(1120);
     EXPECT_EQ(state_.settings.ThumbnailMaxSize, 250);
     Run(1121);
@@ -266,7 +270,7 @@ TEST_F(DispatchTest, ThumbnailsChangeInTheScatterOnlyAndNotUnderASlideShow) {
 }
 
 TEST_F(DispatchTest, ThumbnailsOfTenPixelsGetNoSmaller) {
-    state_.view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     state_.settings.ThumbnailMaxSize = 11;
     Run(1121);
     EXPECT_EQ(state_.settings.ThumbnailMaxSize, 1);

@@ -33,7 +33,7 @@ protected:
         OpenWindow({960, 700});
     }
     ~DropTest() override {
-        State().view.AllViewMode = 0;
+        ChangeView([&](ViewState& view) { view.scatter = false; });
         State().settings.CalendarMode = 1;
         State().settings.TempFolder.clear();
         ResetIndexes();
@@ -47,7 +47,7 @@ protected:
     static Point Middle(const Rect& rect) { return {rect.x + rect.width / 2, rect.y + rect.height / 2}; }
     static MonthGrid Grid() {
         const Size client = ClientSize();
-        return MakeMonthGrid(State().view.TargetYear, State().view.TargetMonth,
+        return MakeMonthGrid(View().period.date.year, View().period.date.month,
                              {0, 0, client.width, client.height}, false);
     }
     static Point OnDay(int day) { return Middle(MonthCellRect(Grid(), day)); }
@@ -113,8 +113,10 @@ TEST_F(DropTargetTest, DayGivesItselfAndItsTwoBackgrounds) {
 
 TEST_F(DropTargetTest, ScatterStandsForTheDateOfTheView) {
     ShowDay(2008, 11, 13);
-    State().view.ViewType = kMonthly;
-    State().view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) {
+        view.period.level = Level::Month;
+        view.scatter = true;
+    });
     const auto target = FindDropTarget({400, 200});
     ASSERT_TRUE(target);
     EXPECT_EQ(target->day, (CalendarDate{2008, 11, 13}));
@@ -291,7 +293,7 @@ TEST_F(ArrivalsTest, FileJoinsItsCellOfTheMonthAndTheYear) {
 
 TEST_F(ArrivalsTest, FileJoinsTheScatter) {
     ShowMonth(2008, 11);
-    State().view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     Calendar().CurrentAllViewer().Clear();
     EXPECT_TRUE(AddToView(AddText(2008, 11, 13, "a.txt", "one"), {2008, 11, 13}));
     EXPECT_EQ(Calendar().CurrentAllViewer().objects.Count(), 1u);

@@ -251,9 +251,9 @@ TEST_F(HeartbeatTest, YearIsReadyWhileItIsBeingLoaded) {
 
 TEST_F(HeartbeatTest, ScatterAndDayAreAlwaysReady) {
     ShowYear(1999);
-    state_.view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     EXPECT_EQ(Beat(), BeatEnd::Redrawn);
-    state_.view.AllViewMode = 0;
+    ChangeView([&](ViewState& view) { view.scatter = false; });
     EXPECT_EQ(Beat(), BeatEnd::Reloaded);
     ASSERT_TRUE(Settle());
     ShowDay(1999, 1, 1);

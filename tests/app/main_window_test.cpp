@@ -108,13 +108,13 @@ TEST_F(MainWindowTest, PressClosesWhatStandsAboveTheCalendar) {
 TEST_F(MainWindowTest, PressOnACellTakesItsObject) {
     EXPECT_TRUE(Press(Middle(Cell(kDay))));
     EXPECT_EQ(state_.press.DragPath, photo_);
-    EXPECT_EQ(state_.view.TargetDay, kDay);
+    EXPECT_EQ(View().period.date.day, kDay);
     EXPECT_EQ(state_.press.PressActive, 1);
     EXPECT_EQ(state_.press.ObjectHit, 1);
     EXPECT_EQ(state_.press.PressPoint, Middle(Cell(kDay)));
     const Point corner = window_->ToScreen({Cell(kDay).x, Cell(kDay).y});
     EXPECT_EQ(state_.press.DragRect, (Rect{corner.x, corner.y, Cell(kDay).width, Cell(kDay).height}));
-    EXPECT_EQ(state_.view.ViewType, kMonthly);
+    EXPECT_EQ(View().period.level, Level::Month);
 }
 
 TEST_F(MainWindowTest, PressOnAnEmptyCellTakesNothingAndCountsAsAHit) {
@@ -139,8 +139,8 @@ TEST_F(MainWindowTest, DayNumberIsASquareFromTenToThirty) {
         Load();
         Press({cell.x + offset.x, cell.y + offset.y});
         EXPECT_TRUE(Settle());
-        EXPECT_EQ(state_.view.ViewType, isNumber ? kDaily : kMonthly) << offset.x << "," << offset.y;
-        EXPECT_EQ(state_.view.TargetDay, kDay);
+        EXPECT_EQ(View().period.level, isNumber ? Level::Day : Level::Month) << offset.x << "," << offset.y;
+        EXPECT_EQ(View().period.date.day, kDay);
     }
 }
 
@@ -150,8 +150,8 @@ TEST_F(MainWindowTest, CtrlAndAPressOpenTheDayUnderTheCursor) {
     Pointer(window_->ToScreen(press.point));
     EXPECT_TRUE(Send(press));
     EXPECT_TRUE(Settle());
-    EXPECT_EQ(state_.view.ViewType, kDaily);
-    EXPECT_EQ(state_.view.TargetDay, 20);
+    EXPECT_EQ(View().period.level, Level::Day);
+    EXPECT_EQ(View().period.date.day, 20);
     EXPECT_EQ(state_.press.PressActive, 0) << "the rest of a press does not happen";
 }
 
@@ -162,7 +162,7 @@ TEST_F(MainWindowTest, CtrlMeansNothingWithoutADayGrid) {
     Event press = At(EventType::LeftDown, {480, 695});
     press.ctrl = true;
     Send(press);
-    EXPECT_EQ(state_.view.ViewType, kYearly);
+    EXPECT_EQ(View().period.level, Level::Year);
     EXPECT_EQ(state_.press.PressActive, 1);
 }
 
@@ -171,8 +171,8 @@ TEST_F(MainWindowTest, PressOnAMonthsPictureOpensTheMonth) {
     Load();
     EXPECT_TRUE(Press(Middle(MonthPictureRect(window_->ClientSize().width, 7))));
     EXPECT_TRUE(Settle());
-    EXPECT_EQ(state_.view.ViewType, kMonthly);
-    EXPECT_EQ(state_.view.TargetMonth, 7);
+    EXPECT_EQ(View().period.level, Level::Month);
+    EXPECT_EQ(View().period.date.month, 7);
 }
 
 TEST_F(MainWindowTest, PressInAYearTakesTheDaysObject) {
@@ -216,7 +216,7 @@ TEST_F(MainWindowTest, PressInADayTakesTheTopmostObject) {
 }
 
 TEST_F(MainWindowTest, PressInTheScatterTakesTheTopmostObject) {
-    state_.view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     Load();
     PaintView();
     ASSERT_TRUE(Settle());
@@ -233,8 +233,8 @@ TEST_F(MainWindowTest, PressThatLastsOpensTheDayUnderTheCursor) {
     Press(Middle(Cell(18)));
     EXPECT_TRUE(Timer(kTimerLongPress));
     EXPECT_TRUE(Settle());
-    EXPECT_EQ(state_.view.ViewType, kDaily);
-    EXPECT_EQ(state_.view.TargetDay, 18);
+    EXPECT_EQ(View().period.level, Level::Day);
+    EXPECT_EQ(View().period.date.day, 18);
 }
 
 TEST_F(MainWindowTest, PressThatWasLetGoOpensNoDayLater) {
@@ -245,7 +245,7 @@ TEST_F(MainWindowTest, PressThatWasLetGoOpensNoDayLater) {
     EXPECT_EQ(state_.press.PressActive, 0);
     EXPECT_GE(state_.run.LastActivity, 0);
     Timer(kTimerLongPress);
-    EXPECT_EQ(state_.view.ViewType, kMonthly);
+    EXPECT_EQ(View().period.level, Level::Month);
 }
 
 TEST_F(MainWindowTest, MoveOfTwoPixelsIsStillAClick) {
@@ -355,7 +355,7 @@ TEST_F(MainWindowTest, DoubleClickBesideTheObjectsOfADayMakesAnEmptyNote) {
     Load();
     DoubleClick({950, 600});
     EXPECT_THAT(Calls(), ElementsAre("MakeText 2008/11/13 "));
-    state_.view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     Load();
     DoubleClick({2, 2});
     EXPECT_THAT(Calls(), ElementsAre("MakeText 2008/11/13 ")) << "in the scatter of a day too";
@@ -377,7 +377,7 @@ TEST_F(MainWindowTest, RightDoubleClickShowsTheObjectLarge) {
 }
 
 TEST_F(MainWindowTest, WheelSizesThePicturesOfTheScatter) {
-    state_.view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     state_.settings.ThumbnailMaxSize = 240;
     for (const int steps : {+1, +1, -1, +1}) {
         Event wheel = At(EventType::Wheel, {480, 300});

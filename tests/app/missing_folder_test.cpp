@@ -79,9 +79,9 @@ TEST_F(MissingFolderTest, EachViewSaysSo) {
     ShowDay(2008, 11, 13);
     EXPECT_TRUE(isSaid());
     ShowMonth(2008, 11);
-    state_.view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     EXPECT_TRUE(isSaid());
-    state_.view.AllViewMode = 0;
+    ChangeView([&](ViewState& view) { view.scatter = false; });
 }
 
 TEST_F(MissingFolderTest, NothingIsMadeInItsPlace) {

@@ -85,7 +85,7 @@ TEST_F(ViewPhotosTest, RatingGoesThroughTheObjectInTheDay) {
 
 TEST_F(ViewPhotosTest, RatingGoesThroughTheObjectInTheScatter) {
     const std::string path = AddPicture(2008, 11, 13, "a.png", kRed);
-    State().view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     OpenDay();
     const PlacedObjectPtr object = Calendar().CurrentAllViewer().objects.Front();
     ASSERT_NE(object, nullptr);

@@ -69,7 +69,7 @@ TEST_F(SearchDialog, OpensEmptyWithHoursPastMidnightAndTheFocusOnTheKeyword) {
 TEST_F(SearchDialog, AllLoadedCanBeCheckedAfterTheFirstSearch) {
     EXPECT_FALSE(dialog.enabled.at(1008)) << "at the start";
     AddText(2008, 11, 13, "a.txt", "x");
-    Search("x", SearchScope::View, {kMonthly, 2008, 11, 13}, [] { return false; });
+    Search("x", SearchScope::View, {Level::Month, 2008, 11, 13}, [] { return false; });
     form.onOpen(dialog);
     EXPECT_TRUE(dialog.enabled.at(1008));
 }
@@ -84,7 +84,7 @@ TEST_F(SearchDialog, SearchButtonComposesTheQuery) {
     EXPECT_TRUE(answer.isGiven);
     EXPECT_EQ(answer.query, "cat tag:face flash:9 time:22-26");
     EXPECT_EQ(dialog.result, 1);
-    EXPECT_FALSE(State().view.SearchAllLoaded);
+    EXPECT_FALSE(View().searchAllLoaded);
 }
 
 TEST_F(SearchDialog, TypedHoursCountWhenTheyAreBelow37) {
@@ -111,19 +111,19 @@ TEST_F(SearchDialog, CancelChangesNothing) {
     dialog.SetChecked(1008, true);
     form.onButton(dialog, 2);
     EXPECT_FALSE(answer.isGiven);
-    EXPECT_FALSE(State().view.SearchAllLoaded);
+    EXPECT_FALSE(View().searchAllLoaded);
 }
 
 TEST_F(SearchDialog, AllLoadedStaysForLaterSearches) {
     dialog.SetText(1001, "cat");
     dialog.SetChecked(1008, true);
     form.onButton(dialog, 1);
-    EXPECT_EQ(State().view.SearchAllLoaded, 1);
+    EXPECT_TRUE(View().searchAllLoaded);
     dialog.SetChecked(1008, false);
     form.onButton(dialog, 1);
-    EXPECT_EQ(State().view.SearchAllLoaded, 1);
+    EXPECT_TRUE(View().searchAllLoaded);
     ForgetSearch();
-    EXPECT_EQ(State().view.SearchAllLoaded, 0) << "the program starts anew";
+    EXPECT_FALSE(View().searchAllLoaded) << "the program starts anew";
 }
 
 using SearchCommand = AppTest;
@@ -133,7 +133,7 @@ TEST_F(SearchCommand, ShowsTheResultOfAnAnswer) {
     OpenMainWindow();
     state_.run.AllRing = 12;
     others_.searchAnswer = true;
-    state_.view.SearchResultMode = 1;
+    ChangeView([&](ViewState& view) { view.searchResult = true; });
     ShowSearch(parts_);
     EXPECT_EQ(state_.run.AllRing, 0) << "thirteen stores, round and round";
     ASSERT_TRUE(Settle());

@@ -598,19 +598,20 @@ TEST_F(ImportTest, CopyToDayAndMoveToDayGiveTheNewPath) {
 
 TEST_F(ImportTest, BackgroundFileIsCopiedWithItsHead) {
     const std::string source = Add("A.JPG", "picture");
-    EXPECT_EQ(SetBackgroundFile(source, root, kMonthly, 2008, 11, 13), At("files/2008/200811/back_A.JPG"));
-    EXPECT_EQ(SetBackgroundFile(source, root, kDaily, 2008, 11, 13), PathOf("back_A.JPG"));
-    EXPECT_EQ(SetBackgroundFile(Add("B.JPG", "b"), root, kDaily, 2008, 11, 0),
+    EXPECT_EQ(SetBackgroundFile(source, root, Level::Month, 2008, 11, 13),
+              At("files/2008/200811/back_A.JPG"));
+    EXPECT_EQ(SetBackgroundFile(source, root, Level::Day, 2008, 11, 13), PathOf("back_A.JPG"));
+    EXPECT_EQ(SetBackgroundFile(Add("B.JPG", "b"), root, Level::Day, 2008, 11, 0),
               At("files/2008/200811/back_B.JPG"));
-    EXPECT_FALSE(SetBackgroundFile(source, root, kYearly, 2008, 11, 13));
-    EXPECT_FALSE(SetBackgroundFile(source, root, kDaily, 2008, 11, 13)) << "the same file";
+    EXPECT_FALSE(SetBackgroundFile(source, root, Level::Year, 2008, 11, 13));
+    EXPECT_FALSE(SetBackgroundFile(source, root, Level::Day, 2008, 11, 13)) << "the same file";
     EXPECT_TRUE(files::Exists(source));
-    EXPECT_EQ(SetBackgroundFile(Add("2/A.JPG", "another picture"), root, kDaily, 2008, 11, 13),
+    EXPECT_EQ(SetBackgroundFile(Add("2/A.JPG", "another picture"), root, Level::Day, 2008, 11, 13),
               PathOf("back_A[1].jpg"));
-    EXPECT_EQ(SetBackgroundFile(Add("back", "x"), root, kDaily, 2008, 11, 13), PathOf("back_back"));
-    EXPECT_EQ(SetBackgroundFile(Add("2/back", "another"), root, kDaily, 2008, 11, 13),
+    EXPECT_EQ(SetBackgroundFile(Add("back", "x"), root, Level::Day, 2008, 11, 13), PathOf("back_back"));
+    EXPECT_EQ(SetBackgroundFile(Add("2/back", "another"), root, Level::Day, 2008, 11, 13),
               PathOf("back_back[1]"));
-    EXPECT_FALSE(SetBackgroundFile(OnCard("gone.jpg"), root, kDaily, 2008, 11, 13));
+    EXPECT_FALSE(SetBackgroundFile(OnCard("gone.jpg"), root, Level::Day, 2008, 11, 13));
     EXPECT_THAT(NamesInDay(), ElementsAre("back_A.JPG", "back_A[1].jpg", "back_back", "back_back[1]"));
 }
 

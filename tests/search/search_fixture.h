@@ -12,14 +12,17 @@ class SearchTest : public IndexTest {
 protected:
     SearchTest() {
         ResetSearch();
-        State().view.AllViewMode = 0;
-        State().view.TargetYear = 2008;
-        State().view.TargetMonth = 11;
-        State().view.TargetDay = 13;
+        ChangeView([&](ViewState& view) {
+            view.scatter = false;
+            view.period.date.year = 2008;
+            view.period.date.month = 11;
+            view.period.date.day = 13;
+        });
     }
     ~SearchTest() override {
         ResetSearch();
-        State().view.AllViewMode = State().settings.GoodMode = State().settings.PublicMode = 0;
+        ChangeView([](ViewState& view) { view.scatter = false; });
+        State().settings.GoodMode = State().settings.PublicMode = 0;
     }
 
     // A note of that day with this text.
@@ -39,10 +42,10 @@ protected:
             std::count_if(progress.texts.begin(), progress.texts.end(),
                           [&](const std::string& text) { return text.starts_with(head); }));
     }
-    static SearchView Month(int month = 11, int year = 2008) { return {kMonthly, year, month, 13}; }
-    static SearchView Year(int year = 2008) { return {kYearly, year, 11, 13}; }
-    static SearchView Day(int day = 13) { return {kDaily, 2008, 11, day}; }
-    static std::vector<std::string> Find(const std::string& query, const SearchView& view,
+    static Period Month(int month = 11, int year = 2008) { return {Level::Month, year, month, 13}; }
+    static Period Year(int year = 2008) { return {Level::Year, year, 11, 13}; }
+    static Period Day(int day = 13) { return {Level::Day, 2008, 11, day}; }
+    static std::vector<std::string> Find(const std::string& query, const Period& view,
                                          SearchScope scope = SearchScope::View) {
         return NamesOf(*Search(query, scope, view, Never));
     }

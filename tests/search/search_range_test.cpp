@@ -158,7 +158,7 @@ TEST_F(SearchRangeTest, DayThatCannotBeLoadedLosesTheRestOfItsMonth) {
 
 TEST_F(SearchRangeTest, LoadOfSomethingElseIsAskedToStop) {
     PutNote({2008, 11, 13}, "a.txt", "a cat");
-    State().view.TargetMonth = 10;
+    ChangeView([&](ViewState& view) { view.period.date.month = 10; });
     std::vector<std::string> loads;
     bool searched = false;
     OnProgress = [&](double, const std::string& text) {

@@ -49,16 +49,16 @@ TEST_F(SearchRunTest, SameQueryInTheSameViewRunsOnce) {
 }
 
 TEST_F(SearchRunTest, DayInViewCountsInADayOnly) {
-    SearchView other = Month();
+    Period other = Month();
     Find("cat", other);
-    other.day = 14;
+    other.date.day = 14;
     EXPECT_EQ(RunsOf([&] { Find("cat", other); }), 0u);
     Find("cat", Day());
     EXPECT_THAT(Find("cat", Day(14)), IsEmpty());
 }
 
 TEST_F(SearchRunTest, OtherKindsOfViewAreAlwaysSearched) {
-    const SearchView other{8, 2008, 11, 13};
+    const Period other{static_cast<Level>(8), 2008, 11, 13};
     EXPECT_EQ(RunsOf([&] { Find("cat", other); }), 1u);
     EXPECT_EQ(RunsOf([&] { Find("cat", other); }), 1u);
 }
@@ -105,15 +105,15 @@ TEST_F(SearchRunTest, PartialResultIsShownAndNotReliedUpon) {
 
 TEST_F(SearchRunTest, AllLoadedIsEverythingThatWasTouchedAndSwitchesToTheScatter) {
     EXPECT_THAT(Find("cat", Month(), SearchScope::AllLoaded), IsEmpty());
-    EXPECT_EQ(State().view.AllViewMode, 1);
-    State().view.AllViewMode = 0;
+    EXPECT_TRUE(View().scatter);
+    ChangeView([&](ViewState& view) { view.scatter = false; });
     Find("dog", Month());
     MainIndex().Load(2009, 1, 0);
-    EXPECT_EQ(State().view.AllViewMode, 0) << "a search of the view does not";
+    EXPECT_FALSE(View().scatter) << "a search of the view does not";
     EXPECT_THAT(Find("cat", Month(), SearchScope::AllLoaded), ElementsAre("d.txt", "a.txt"));
-    State().view.AllViewMode = 0;
+    ChangeView([&](ViewState& view) { view.scatter = false; });
     Find("cat", Month(), SearchScope::AllLoaded);
-    EXPECT_EQ(State().view.AllViewMode, 0) << "nothing ran";
+    EXPECT_FALSE(View().scatter) << "nothing ran";
 }
 
 TEST_F(SearchRunTest, ScopeCountsForWhetherAResultStands) {

@@ -29,7 +29,7 @@ TEST_F(SearchThreadsTest, SearchesBesideLoadsUpdatesStopsAndOtherViewsEndWellAnd
     meanwhile([](int round) { MainIndex().Update(2008, 10 + round % 3, 0); });
     meanwhile([](int round) { MainIndex().Load(2008, 10 + round % 3, 0); });
     meanwhile([](int round) {
-        State().view.TargetMonth = 10 + round % 3;
+        ChangeView([&](ViewState& view) { view.period.date.month = 10 + round % 3; });
         SetSearchText(round % 2 ? "cat" : "dog");
         if (round % 50 == 0) StopIndexing("test");
         std::this_thread::yield();
@@ -43,7 +43,7 @@ TEST_F(SearchThreadsTest, SearchesBesideLoadsUpdatesStopsAndOtherViewsEndWellAnd
             for (std::size_t i = 0; i < day.positions.size(); ++i) ASSERT_FALSE(day.Entry(i).path.empty());
     });
     for (int round = 0; round < kRounds; ++round) {
-        const SearchView views[] = {Month(10 + round % 3), Year(), Day(10)};
+        const Period views[] = {Month(10 + round % 3), Year(), Day(10)};
         const SearchResult found =
             Search(round % 2 ? "cat" : "cat or bird", round % 5 ? SearchScope::View : SearchScope::AllLoaded,
                    views[round % 3], Never);

@@ -125,9 +125,9 @@ TEST_F(SettingsFileTest, DefaultsOfWhatIsNeverWritten) {
 TEST_F(SettingsFileTest, TheTargetDateIsTodayUnlessTheFileHasOne) {
     clock.now = SystemTime{2031, 2, 0, 3, 4, 5, 6, 7};
     Load("TargetMonth=12\n");
-    EXPECT_EQ(State().view.TargetYear, 2031);
-    EXPECT_EQ(State().view.TargetMonth, 12);
-    EXPECT_EQ(State().view.TargetDay, 3);
+    EXPECT_EQ(State().settings.TargetYear, 2031);
+    EXPECT_EQ(State().settings.TargetMonth, 12);
+    EXPECT_EQ(State().settings.TargetDay, 3);
 }
 
 TEST_F(SettingsFileTest, OutsideProgramsBesideTheProgramComeFirst) {
@@ -260,10 +260,10 @@ void ExpectFlag(const Case& flag) {
 
 TEST_F(SettingsFileTest, TheScatterOfTheStartIsAFlagLikeTheOthers) {
     ReadSettingsText("AllViewMode=1\n");
-    EXPECT_EQ(State().view.AllViewMode, 1);
+    EXPECT_EQ(State().settings.AllViewMode, 1);
     ResetSettingsToDefaults();
     ReadSettingsText("AllViewMode=2\n");
-    EXPECT_EQ(State().view.AllViewMode, 0);
+    EXPECT_EQ(State().settings.AllViewMode, 0);
 }
 
 TEST_F(SettingsFileTest, EachFlagIsSetByTheOppositeOfItsDefaultAndByNothingElse) {
@@ -281,7 +281,7 @@ TEST_F(SettingsFileTest, DrawWhileLoadingCannotBeTurnedOffByTheFile) {
 TEST_F(SettingsFileTest, CaseOfAKeyDoesNotMatter) {
     Load("soundmode=0\nVIEWTYPE=4\nscheduleBACKcolor=(1,2,3)\ntimingofchangebgimage(NUM)=9\n");
     EXPECT_EQ(State().settings.SoundMode, 0);
-    EXPECT_EQ(State().view.ViewType, 4);
+    EXPECT_EQ(State().settings.ViewType, 4);
     EXPECT_EQ(State().settings.TextStyles[0].back, (Color{1, 2, 3}));
     EXPECT_EQ(State().settings.TimingOfChangeBgImage, 9);
 }
@@ -328,11 +328,11 @@ TEST_F(SettingsFileTest, EachNumberIsReadIntoItsField) {
         EXPECT_EQ(State().settings.*number.field, 1234) << number.key;
     }
     ReadSettingsText("ViewType=1\nThumbnailMaxSize=99\nTargetYear=1999\nTargetMonth=8\nTargetDay=7\n");
-    EXPECT_EQ(State().view.ViewType, 1);
+    EXPECT_EQ(State().settings.ViewType, 1);
     EXPECT_EQ(State().settings.ThumbnailMaxSize, 99);
-    EXPECT_EQ(State().view.TargetYear, 1999);
-    EXPECT_EQ(State().view.TargetMonth, 8);
-    EXPECT_EQ(State().view.TargetDay, 7);
+    EXPECT_EQ(State().settings.TargetYear, 1999);
+    EXPECT_EQ(State().settings.TargetMonth, 8);
+    EXPECT_EQ(State().settings.TargetDay, 7);
 }
 
 TEST_F(SettingsFileTest, ANumberEndsWhereItsDigitsEnd) {
@@ -693,7 +693,7 @@ TEST_F(SettingsFileTest, TheCommandLinesDataFolderIsNotSaved) {
 
 TEST_F(SettingsFileTest, SectionsDoNotMatterForTheReader) {
     Load("[SlideShow]\nViewType=4\n[Main]\nQualityOfJpeg=7\n[ViewType=1\n");
-    EXPECT_EQ(State().view.ViewType, 4);
+    EXPECT_EQ(State().settings.ViewType, 4);
     EXPECT_EQ(State().settings.QualityOfJpeg, 7);
 }
 
@@ -701,7 +701,7 @@ TEST_F(SettingsFileTest, AValueOfMoreThan255BytesIsReadWhole) {
     const std::string value(300, 'a');
     Load("TextEditor=" + value + "ViewType=4\nQualityOfJpeg=7\n");
     EXPECT_EQ(State().settings.TextEditor, value + "ViewType=4");
-    EXPECT_EQ(State().view.ViewType, 2);
+    EXPECT_EQ(State().settings.ViewType, 2);
     EXPECT_EQ(State().settings.QualityOfJpeg, 7);
 }
 
@@ -730,7 +730,7 @@ TEST_F(SettingsFileTest, AFileThatAnEditorSavedAsUtf8IsUnderstood) {
         EXPECT_EQ(State().settings.DayFontFace, "ＭＳ 明朝");
     }
     LoadBytes("\xEF\xBB\xBFViewType=4\n");
-    EXPECT_EQ(State().view.ViewType, 4) << "the mark belongs to no key";
+    EXPECT_EQ(State().settings.ViewType, 4) << "the mark belongs to no key";
 }
 
 TEST_F(SettingsFileTest, AFileInUtf8StaysInUtf8) {
@@ -761,7 +761,7 @@ TEST_F(SettingsFileTest, GarbageLeavesTheDefaults) {
 TEST_F(SettingsFileTest, AZeroByteEndsALine) {
     LoadBytes("TextEditor=vi\0m\nViewType=4\n"s);
     EXPECT_EQ(State().settings.TextEditor, "vi");
-    EXPECT_EQ(State().view.ViewType, 4);
+    EXPECT_EQ(State().settings.ViewType, 4);
 }
 
 TEST_F(SettingsFileTest, AHugeFileIsReadInBoundedTime) {
@@ -769,7 +769,7 @@ TEST_F(SettingsFileTest, AHugeFileIsReadInBoundedTime) {
     const auto start = std::chrono::steady_clock::now();
     LoadBytes(huge);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
-    EXPECT_EQ(State().view.ViewType, 4);
+    EXPECT_EQ(State().settings.ViewType, 4);
 }
 
 TEST_F(SettingsFileTest, WhatIsOnlyReadIsNeverWritten) {

@@ -116,7 +116,6 @@ TEST_F(ButtonBarTest, SwitchesShowTheirStateInTheirPicture) {
     const std::tuple<ImageButton, SharedFlag*, const char*, const char*> switches[] = {
         {kIndexing, &state.run.IndexingEnabled, "Res/indexing_on.png", "Res/indexing_off.png"},
         {kSound, &state.settings.SoundMode, "Res/sound_on.png", "Res/sound_off.png"},
-        {kAll, &state.view.AllViewMode, "Res/all_on.png", "Res/all_off.png"},
         {kPause, &state.run.Paused, "Res/pause_off.png", "Res/pause_on.png"},
         {kAuto, &state.settings.AutoNavigate, "Res/auto_on.png", "Res/auto_off.png"}};
     for (const auto& [button, flag, set, clear] : switches) {
@@ -126,6 +125,11 @@ TEST_F(ButtonBarTest, SwitchesShowTheirStateInTheirPicture) {
         *flag = 0;
         SetButtonStates();
         EXPECT_EQ(TheButtonParts().images[button]->image, clear);
+    }
+    for (const bool scatter : {true, false}) {
+        ChangeView([&](ViewState& view) { view.scatter = scatter; });
+        SetButtonStates();
+        EXPECT_EQ(TheButtonParts().images[kAll]->image, scatter ? "Res/all_on.png" : "Res/all_off.png");
     }
 }
 
@@ -142,7 +146,7 @@ TEST_F(ButtonBarTest, TipsSpeakTheUsersLanguage) {
 TEST_F(ButtonBarTest, YearHidesTheLevelLabelAndSearchTakesItsPlace) {
     const Rect level = VisibleButtons()[1].area;
     ShowYear(2008);
-    State().view.SearchResultMode = 1;
+    ChangeView([&](ViewState& view) { view.searchResult = true; });
     SetSearchText("花火");
     SetButtonStates();
     const auto buttons = VisibleButtons();

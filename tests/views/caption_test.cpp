@@ -7,12 +7,9 @@
 namespace kalmora {
 namespace {
 
-CaptionInput On(int viewType, bool japanese) {
+CaptionInput On(Level level, bool japanese) {
     CaptionInput input;
-    input.viewType = viewType;
-    input.year = 2008;
-    input.month = 11;
-    input.day = 13;
+    input.period = {level, {2008, 11, 13}};
     input.japanese = japanese;
     input.showFolder = false;
     input.folder = "/life/2008";
@@ -20,27 +17,27 @@ CaptionInput On(int viewType, bool japanese) {
 }
 
 TEST(Caption, YearInBothLanguages) {
-    EXPECT_EQ(MakeCaption(On(kYearly, false)).label, "2008");
-    EXPECT_EQ(MakeCaption(On(kYearly, true)).label, "2008年");
-    EXPECT_EQ(MakeCaption(On(kYearly, true)).title, "Kalmora [2008]");
+    EXPECT_EQ(MakeCaption(On(Level::Year, false)).label, "2008");
+    EXPECT_EQ(MakeCaption(On(Level::Year, true)).label, "2008年");
+    EXPECT_EQ(MakeCaption(On(Level::Year, true)).title, "Kalmora [2008]");
 }
 
 TEST(Caption, MonthInBothLanguages) {
-    EXPECT_EQ(MakeCaption(On(kMonthly, false)).label, "Nov 2008");
-    EXPECT_EQ(MakeCaption(On(kMonthly, true)).label, "2008年11月");
-    EXPECT_EQ(MakeCaption(On(kMonthly, true)).title, "Kalmora [2008/11]");
+    EXPECT_EQ(MakeCaption(On(Level::Month, false)).label, "Nov 2008");
+    EXPECT_EQ(MakeCaption(On(Level::Month, true)).label, "2008年11月");
+    EXPECT_EQ(MakeCaption(On(Level::Month, true)).title, "Kalmora [2008/11]");
 }
 
 TEST(Caption, DayInBothLanguages) {
-    EXPECT_EQ(MakeCaption(On(kDaily, false)).label, "Thu, 13 Nov 2008");
-    EXPECT_EQ(MakeCaption(On(kDaily, true)).label, "2008年11月13日(木)");
-    EXPECT_EQ(MakeCaption(On(kDaily, true)).title, "Kalmora [2008/11/13]");
+    EXPECT_EQ(MakeCaption(On(Level::Day, false)).label, "Thu, 13 Nov 2008");
+    EXPECT_EQ(MakeCaption(On(Level::Day, true)).label, "2008年11月13日(木)");
+    EXPECT_EQ(MakeCaption(On(Level::Day, true)).title, "Kalmora [2008/11/13]");
 }
 
 TEST(Caption, MonthsAndDaysArePaddedWithZeros) {
-    CaptionInput input = On(kDaily, true);
-    input.month = 2;
-    input.day = 3;
+    CaptionInput input = On(Level::Day, true);
+    input.period.date.month = 2;
+    input.period.date.day = 3;
     EXPECT_EQ(MakeCaption(input).label, "2008年02月03日(日)");
     EXPECT_EQ(MakeCaption(input).title, "Kalmora [2008/02/03]");
     input.japanese = false;
@@ -48,35 +45,35 @@ TEST(Caption, MonthsAndDaysArePaddedWithZeros) {
 }
 
 TEST(Caption, DayLabelIsBlueOnSaturdayAndRedOnSunday) {
-    CaptionInput input = On(kDaily, true);
+    CaptionInput input = On(Level::Day, true);
     EXPECT_EQ(MakeCaption(input).labelColor, (Color{0, 0, 0}));
-    input.day = 15;
+    input.period.date.day = 15;
     EXPECT_EQ(MakeCaption(input).labelColor, (Color{0, 0, 255}));
-    input.day = 16;
+    input.period.date.day = 16;
     EXPECT_EQ(MakeCaption(input).labelColor, (Color{255, 0, 0}));
-    input.viewType = kMonthly;
+    input.period.level = Level::Month;
     EXPECT_EQ(MakeCaption(input).labelColor, (Color{0, 0, 0}));
 }
 
 TEST(Caption, FolderStandsInBracketsBehindThePeriod) {
-    CaptionInput input = On(kYearly, true);
+    CaptionInput input = On(Level::Year, true);
     input.showFolder = true;
     EXPECT_EQ(MakeCaption(input).title, "Kalmora [2008] (/life/2008)");
 }
 
 TEST(Caption, SearchIsNamedInTheTitle) {
-    CaptionInput input = On(kMonthly, true);
+    CaptionInput input = On(Level::Month, true);
     input.searchMode = true;
     input.query = "花火 tag:like";
     EXPECT_EQ(MakeCaption(input).title, "Kalmora [2008/11] Searched by 花火 tag:like");
 }
 
 TEST(LevelLabel, NamesTheNextLevelUp) {
-    EXPECT_EQ(LevelLabel(kDaily, false), "Monthly");
-    EXPECT_EQ(LevelLabel(kDaily, true), "月表示");
-    EXPECT_EQ(LevelLabel(kMonthly, false), "Yearly");
-    EXPECT_EQ(LevelLabel(kMonthly, true), "年表示");
-    EXPECT_EQ(LevelLabel(kYearly, true), "");
+    EXPECT_EQ(LevelLabel(Level::Day, false), "Monthly");
+    EXPECT_EQ(LevelLabel(Level::Day, true), "月表示");
+    EXPECT_EQ(LevelLabel(Level::Month, false), "Yearly");
+    EXPECT_EQ(LevelLabel(Level::Month, true), "年表示");
+    EXPECT_EQ(LevelLabel(Level::Year, true), "");
 }
 
 }  // namespace

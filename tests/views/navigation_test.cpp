@@ -17,16 +17,16 @@ namespace {
 class NavigationTest : public ViewTest {
 protected:
     static std::string Now() {
-        const AppState& state = State();
-        return std::to_string(state.view.ViewType) + ":" + std::to_string(state.view.TargetYear) + "/" +
-               std::to_string(state.view.TargetMonth) + "/" + std::to_string(state.view.TargetDay);
+        const auto& [level, date] = View().period;
+        return std::to_string(static_cast<int>(level)) + ":" + std::to_string(date.year) + "/" +
+               std::to_string(date.month) + "/" + std::to_string(date.day);
     }
 };
 
 TEST_F(NavigationTest, StepsInAMonth) {
     const auto step = [this](Step way) {
         ShowMonth(2008, 11);
-        State().view.TargetDay = 13;
+        ChangeView([&](ViewState& view) { view.period.date.day = 13; });
         StepPeriod(way);
         EXPECT_TRUE(Settle());
         return Now();
@@ -42,7 +42,7 @@ TEST_F(NavigationTest, StepsInAYear) {
         ShowYear(2008);
         StepPeriod(way);
         EXPECT_TRUE(Settle());
-        return State().view.TargetYear.load();
+        return View().period.date.year;
     };
     EXPECT_EQ(step(Step::OuterNext), 2010);
     EXPECT_EQ(step(Step::Next), 2009);
@@ -73,7 +73,7 @@ TEST_F(NavigationTest, DayIsClampedToTheNewMonthAndNotRestored) {
 
 TEST_F(NavigationTest, DayIsNotClampedOutsideTheDayView) {
     ShowMonth(2007, 1);
-    State().view.TargetDay = 31;
+    ChangeView([&](ViewState& view) { view.period.date.day = 31; });
     NextMonth();
     EXPECT_EQ(Now(), "2:2007/2/31");
 }
@@ -103,7 +103,7 @@ TEST_F(NavigationTest, DayStepsAdvanceTheDayRing) {
 
 TEST_F(NavigationTest, MonthsEdgeAdvancesTheScatterRingTwice) {
     ShowDay(2008, 11, 1);
-    State().view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     PrevDay();
     EXPECT_EQ(State().run.AllRing, 2);
     EXPECT_EQ(State().run.DayRing, 0);
@@ -134,22 +134,22 @@ TEST_F(NavigationTest, FourteenthDayReusesTheFirstViewerEmptied) {
 TEST_F(NavigationTest, LevelUpGoesFromDayToMonthToYearAndNoFurther) {
     ShowDay(2008, 11, 13);
     OneLevelUp();
-    EXPECT_EQ(State().view.ViewType, kMonthly);
+    EXPECT_EQ(View().period.level, Level::Month);
     ASSERT_TRUE(Settle());
     OneLevelUp();
-    EXPECT_EQ(State().view.ViewType, kYearly);
+    EXPECT_EQ(View().period.level, Level::Year);
     ASSERT_TRUE(Settle());
     OneLevelUp();
-    EXPECT_EQ(State().view.ViewType, kYearly);
+    EXPECT_EQ(View().period.level, Level::Year);
 }
 
 TEST_F(NavigationTest, ToYearlyWorksFromAMonthOnly) {
     ShowDay(2008, 11, 13);
     ToYearly();
-    EXPECT_EQ(State().view.ViewType, kDaily);
+    EXPECT_EQ(View().period.level, Level::Day);
     ShowMonth(2008, 11);
     ToYearly();
-    EXPECT_EQ(State().view.ViewType, kYearly);
+    EXPECT_EQ(View().period.level, Level::Year);
 }
 
 TEST_F(NavigationTest, RefusedLevelChangeKeepsTheNewViewWithoutLoadingIt) {
@@ -159,7 +159,7 @@ TEST_F(NavigationTest, RefusedLevelChangeKeepsTheNewViewWithoutLoadingIt) {
     navigation_.lines.Clear();
     const auto first = State().run.ObjectQueue.Lock(1, 100);
     ToYearly();  // waits its 100 ms in vain
-    EXPECT_EQ(State().view.ViewType, kYearly);
+    EXPECT_EQ(View().period.level, Level::Year);
     EXPECT_THAT(navigation_.lines.Take(), testing::IsEmpty());
     State().run.ObjectQueue.Unlock(first);
 }
@@ -169,7 +169,7 @@ TEST_F(NavigationTest, CommandIsDroppedWhileAReloadIsBeingStopped) {
     State().run.ObjectGate.Acquire("test");
     State().run.ObjectGate.RequestStop();
     StepPeriod(Step::Next);
-    EXPECT_EQ(State().view.TargetMonth, 11);
+    EXPECT_EQ(View().period.date.month, 11);
     State().run.ObjectGate.Release();
 }
 
@@ -189,10 +189,10 @@ TEST_F(NavigationTest, JumpWithoutAMonthShowsTheYear) {
 TEST_F(NavigationTest, TodayIsTheLocalDate) {
     JumpToToday();
     const SystemTime today = LocalTime();
-    EXPECT_EQ(State().view.TargetYear, today.year);
-    EXPECT_EQ(State().view.TargetMonth, today.month);
-    EXPECT_EQ(State().view.TargetDay, today.day);
-    EXPECT_EQ(State().view.ViewType, kDaily);
+    EXPECT_EQ(View().period.date.year, today.year);
+    EXPECT_EQ(View().period.date.month, today.month);
+    EXPECT_EQ(View().period.date.day, today.day);
+    EXPECT_EQ(View().period.level, Level::Day);
 }
 
 TEST_F(NavigationTest, DownFromAYearEndsInAMonthDrawnAtRandom) {
@@ -202,8 +202,8 @@ TEST_F(NavigationTest, DownFromAYearEndsInAMonthDrawnAtRandom) {
         ShowYear(1999);
         OpenTodayLevel();
         ASSERT_TRUE(Settle());
-        EXPECT_EQ(State().view.ViewType, kMonthly);
-        months.insert(State().view.TargetMonth);
+        EXPECT_EQ(View().period.level, Level::Month);
+        months.insert(View().period.date.month);
     }
     EXPECT_GT(months.size(), 1u) << "the month folder that exists does not decide";
     EXPECT_GE(*months.begin(), 1);
@@ -213,9 +213,9 @@ TEST_F(NavigationTest, DownFromAYearEndsInAMonthDrawnAtRandom) {
 TEST_F(NavigationTest, DownFromThisYearPutsTodaysMonthIntoTheDay) {
     const SystemTime today = LocalTime();
     ShowYear(today.year);
-    State().view.TargetDay = 31;
+    ChangeView([&](ViewState& view) { view.period.date.day = 31; });
     OpenTodayLevel();
-    EXPECT_EQ(State().view.TargetDay, today.month);
+    EXPECT_EQ(View().period.date.day, today.month);
 }
 
 TEST_F(NavigationTest, DownFromAMonthShowsItsFirstDayWithAFolder) {
@@ -236,7 +236,7 @@ TEST_F(NavigationTest, DownFromThisMonthShowsToday) {
     const SystemTime today = LocalTime();
     ShowMonth(today.year, today.month);
     OpenTodayLevel();
-    EXPECT_EQ(State().view.TargetDay, today.day);
+    EXPECT_EQ(View().period.date.day, today.day);
 }
 
 TEST_F(NavigationTest, DownFromADayDoesNothing) {
@@ -250,8 +250,8 @@ TEST_F(NavigationTest, ChangeToMonthlyClearsPressAndTicks) {
     State().press.ObjectHit = State().press.PressActive = 1;
     State().run.TicksInView = 12;
     ChangeToMonthly(6);
-    EXPECT_EQ(State().view.ViewType, kMonthly);
-    EXPECT_EQ(State().view.TargetMonth, 6);
+    EXPECT_EQ(View().period.level, Level::Month);
+    EXPECT_EQ(View().period.date.month, 6);
     EXPECT_EQ(State().press.ObjectHit, 0);
     EXPECT_EQ(State().press.PressActive, 0);
     EXPECT_EQ(State().run.TicksInView, 0);
@@ -268,7 +268,7 @@ TEST_F(NavigationTest, ModesFlipAndReload) {
     ASSERT_TRUE(Settle());
     EXPECT_EQ(State().settings.GoodMode, 1);
     EXPECT_EQ(State().settings.PublicMode, 1);
-    EXPECT_EQ(State().view.AllViewMode, 1);
+    EXPECT_TRUE(View().scatter);
     EXPECT_EQ(navigation_.lines.Take().size(), 3u);
     ToggleAutoNavigate();
     TogglePaused();
@@ -305,7 +305,7 @@ TEST_F(RandomNavigateTest, UnlistedYearMayMoveOnAtTheFirstTick) {
     ShowYear(1990);
     State().run.TicksInView = 1;
     EXPECT_TRUE(RandomNavigate());
-    EXPECT_EQ(State().view.TargetYear, 2005);
+    EXPECT_EQ(View().period.date.year, 2005);
     EXPECT_EQ(State().run.TicksInView, 0);
 }
 
@@ -313,11 +313,11 @@ TEST_F(RandomNavigateTest, MonthStandsForTenTicksAtLeast) {
     ShowMonth(1990, 1);
     State().run.TicksInView = 10;
     EXPECT_FALSE(RandomNavigate());
-    EXPECT_EQ(State().view.TargetYear, 1990);
+    EXPECT_EQ(View().period.date.year, 1990);
     State().run.TicksInView = 11;
     EXPECT_TRUE(RandomNavigate());
-    EXPECT_EQ(State().view.TargetYear, 2005);
-    EXPECT_EQ(State().view.TargetMonth, 5);
+    EXPECT_EQ(View().period.date.year, 2005);
+    EXPECT_EQ(View().period.date.month, 5);
 }
 
 TEST_F(RandomNavigateTest, TimingOfAutoNavigateEndsALongStand) {

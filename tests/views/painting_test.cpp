@@ -227,7 +227,7 @@ TEST_F(PaintingTest, DayShowsItsObjectsInTheirLines) {
 
 TEST_F(PaintingTest, EmptyScatterIsLoadedAtOnce) {
     ShowMonth(2008, 11);
-    State().view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     OpenWindow({960, 700});
     UpdateObjects();
     EXPECT_TRUE(Calendar().CurrentAllViewer().loaded);
@@ -237,7 +237,7 @@ TEST_F(PaintingTest, EmptyScatterIsLoadedAtOnce) {
 TEST_F(PaintingTest, ScatterKeepsEveryObjectInsideTheWindow) {
     for (int day = 1; day <= 30; ++day) AddPicture(2008, 11, day, "p.png", kRed, {120, 90});
     ShowMonth(2008, 11);
-    State().view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     OpenWindow({960, 700});
     Load();
     EXPECT_EQ(Calendar().objectsDrawn, 30);
@@ -253,7 +253,7 @@ TEST_F(PaintingTest, YearsScatterLeavesTheSecondRootOut) {
     State().settings.UseOtherFolder = true;
     State().settings.OtherDirectory = root_ + "/other";
     AddFile(root_ + "/other/2008/200811/2008_1103", "note.txt", "x");
-    State().view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     ShowYear(2008);
     OpenWindow({960, 700});
     Load();
@@ -379,7 +379,7 @@ TEST_F(PaintingTest, BackgroundBeatChangesNothingOnTheScreen) {
 TEST_F(PaintingTest, BeatBringsTheNextObjectOfTheScatterToTheTop) {
     for (int day = 1; day <= 5; ++day) AddPicture(2008, 11, day, "p.png", kRed);
     ShowMonth(2008, 11);
-    State().view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     OpenWindow({960, 700});
     Load();
     ObjectList& objects = Calendar().CurrentAllViewer().objects;

@@ -28,10 +28,12 @@ protected:
         AddText(2008, 12, 1, "december.txt", "a cat");
         AddText(2009, 1, 1, "other_year.txt", "a cat");
         ShowMonth(2008, 11);
-        State().view.TargetDay = 13;
+        ChangeView([&](ViewState& view) { view.period.date.day = 13; });
         OpenWindow({960, 700});
     }
-    ~SearchViewTest() override { State().view.AllViewMode = 0; }
+    ~SearchViewTest() override {
+        ChangeView([](ViewState& view) { view.scatter = false; });
+    }
 
     static std::string NameOf(const std::string& path) { return path.substr(path.find_last_of('/') + 1); }
     void Show(const std::string& query) {
@@ -83,7 +85,7 @@ TEST_F(SearchViewTest, DayShowsWhatWasFound) {
 }
 
 TEST_F(SearchViewTest, ScatterShowsWhatWasFoundInItsPeriod) {
-    State().view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     Show("cat");
     EXPECT_THAT(InScatter(), UnorderedElementsAre("cat.txt", "late.txt"));
     ShowYear(2008);
@@ -96,7 +98,7 @@ TEST_F(SearchViewTest, ScatterShowsWhatWasFoundInItsPeriod) {
 
 TEST_F(SearchViewTest, OtherPeriodIsSearchedWhenItIsShown) {
     Show("cat");
-    State().view.TargetMonth = 12;
+    ChangeView([&](ViewState& view) { view.period.date.month = 12; });
     Reload();
     EXPECT_THAT(InCell(12, 1), ElementsAre("december.txt"));
 }
@@ -109,13 +111,13 @@ TEST_F(SearchViewTest, EmptyResultIsAnEmptyView) {
 TEST_F(SearchViewTest, AllLoadedTurnsToAScatterOfEverythingFound) {
     MainIndex().Load(2009, 1, 0);
     MainIndex().Load(2008, 12, 0);
-    State().view.SearchAllLoaded = 1;
+    ChangeView([&](ViewState& view) { view.searchAllLoaded = true; });
     Show("cat");
-    EXPECT_EQ(State().view.AllViewMode, 1);
+    EXPECT_TRUE(View().scatter);
     EXPECT_THAT(InScatter(), UnorderedElementsAre("december.txt", "other_year.txt"));
-    State().view.AllViewMode = 0;
+    ChangeView([&](ViewState& view) { view.scatter = false; });
     Reload();
-    EXPECT_EQ(State().view.AllViewMode, 0) << "the result stands, and the user may look at it otherwise";
+    EXPECT_FALSE(View().scatter) << "the result stands, and the user may look at it otherwise";
     EXPECT_THAT(InCell(11, 13), IsEmpty());
 }
 
@@ -123,7 +125,7 @@ TEST_F(SearchViewTest, EndingItBringsTheFoldersBack) {
     Show("cat");
     EndSearch();
     ASSERT_TRUE(Settle());
-    EXPECT_FALSE(State().view.SearchResultMode);
+    EXPECT_FALSE(View().searchResult);
     EXPECT_THAT(InCell(11, 13), ElementsAre("cat.txt", "dog.txt"));
 }
 
@@ -139,7 +141,7 @@ TEST_F(SearchViewTest, LabelShowsTheQueryAndEndsTheSearch) {
     ASSERT_FALSE(area.IsEmpty());
     EXPECT_EQ(PressButton({area.x + area.width / 2, area.y + area.height / 2}), ButtonPress::Done);
     ASSERT_TRUE(Settle());
-    EXPECT_FALSE(State().view.SearchResultMode);
+    EXPECT_FALSE(View().searchResult);
     EXPECT_TRUE(label().IsEmpty());
     EXPECT_THAT(InCell(11, 13), ElementsAre("cat.txt", "dog.txt"));
 }
@@ -186,7 +188,7 @@ TEST_F(SearchViewTest, FolderIsComparedWithoutCaseAndToItsEnd) {
 }
 
 TEST_F(SearchViewTest, StopEndsTheWalkOverTheResult) {
-    State().view.AllViewMode = 1;
+    ChangeView([&](ViewState& view) { view.scatter = true; });
     Show("cat");
     int count = 0;
     ForEachFound(

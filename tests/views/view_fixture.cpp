@@ -3,6 +3,7 @@
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "search/search_run.h"
+#include "state/view_settings.h"
 #include "store/data_folder.h"
 #include "store/extension_table.h"
 #include "store/settings_file.h"
@@ -28,7 +29,7 @@ ViewTest::ViewTest() : root_(files::MakeTemporaryFolder()) {
     state.settings.DataDirectory = files::Join(root_, "files");
     MakeDirectories(state.settings.DataDirectory);
     state.settings.TimingOfChangeImage = 0;
-    state.view.SearchResultMode = state.view.SearchAllLoaded = state.view.AllViewMode = 0;
+    TakeViewFromSettings();
     ResetIndexes();
     ResetSearch();
     state.run.Paused = 0;
@@ -100,20 +101,26 @@ bool ViewTest::Settle() {
 }
 
 void ViewTest::ShowMonth(int year, int month) {
-    State().view.ViewType = kMonthly;
-    State().view.TargetYear = year;
-    State().view.TargetMonth = month;
+    ChangeView([&](ViewState& view) {
+        view.period.level = Level::Month;
+        view.period.date.year = year;
+        view.period.date.month = month;
+    });
 }
 
 void ViewTest::ShowYear(int year) {
-    State().view.ViewType = kYearly;
-    State().view.TargetYear = year;
+    ChangeView([&](ViewState& view) {
+        view.period.level = Level::Year;
+        view.period.date.year = year;
+    });
 }
 
 void ViewTest::ShowDay(int year, int month, int day) {
     ShowMonth(year, month);
-    State().view.ViewType = kDaily;
-    State().view.TargetDay = day;
+    ChangeView([&](ViewState& view) {
+        view.period.level = Level::Day;
+        view.period.date.day = day;
+    });
 }
 
 Color ViewTest::PixelAt(int x, int y) const { return window_->Snapshot()->PixelAt(x, y); }

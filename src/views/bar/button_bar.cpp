@@ -26,34 +26,32 @@ bool IsShown(std::size_t button, const AppState& state) {
 
 Caption CurrentCaption() {
     const AppState& state = State();
+    const ViewState view = View();
     CaptionInput input;
-    input.viewType = state.view.ViewType;
-    input.year = state.view.TargetYear;
-    input.month = state.view.TargetMonth;
-    input.day = state.view.TargetDay;
+    input.period = view.period;
     input.japanese = state.settings.UseJapanese;
     input.showFolder = state.settings.ShowFolderPath;
-    input.folder = MakeDayFolderPath(MainRoot(), input.year, input.viewType == kYearly ? 0 : input.month,
-                                     input.viewType == kDaily ? input.day : 0);
-    input.searchMode = state.view.SearchResultMode != 0;
+    const CalendarDate range = view.period.Range();
+    input.folder = MakeDayFolderPath(MainRoot(), range.year, range.month, range.day);
+    input.searchMode = view.searchResult;
     if (input.searchMode) input.query = SearchText();
     return MakeCaption(input);
 }
 
 void PlaceLabels(ButtonParts& bar, int clientHeight) {
-    const AppState& state = State();
+    const ViewState view = View();
     bar.date->x = kGap;
     bar.date->y = clientHeight - bar.date->height - kGap;
     int right = bar.date->x + bar.date->width;
 
-    const std::string level = LevelLabel(state.view.ViewType, state.settings.UseJapanese);
+    const std::string level = LevelLabel(view.period.level, State().settings.UseJapanese);
     bar.level->state = level.empty() ? CButton::State::Hidden : CButton::State::Normal;
     bar.level->SetText(level);
     bar.level->x = right + kGap;
     bar.level->y = clientHeight - bar.level->height - kGap;
     if (!level.empty()) right = bar.level->x + bar.level->width;
 
-    const bool searching = state.view.SearchResultMode != 0;
+    const bool searching = view.searchResult;
     bar.search->state = searching ? CButton::State::Normal : CButton::State::Hidden;
     if (searching) bar.search->SetText(text::ToDisplay(SearchText()));
     bar.search->x = right + kGap;
@@ -102,8 +100,8 @@ void CreateButtons() {
     ButtonParts& bar = TheButtonParts();
     std::lock_guard lock(bar.mutex);
     bar.date = std::make_unique<CButton>("", font, kLabelBack, kHighlight);
-    bar.level = std::make_unique<CButton>(LevelLabel(kDaily, state.settings.UseJapanese), font, kLabelBack,
-                                          kHighlight);
+    bar.level = std::make_unique<CButton>(LevelLabel(Level::Day, state.settings.UseJapanese), font,
+                                          kLabelBack, kHighlight);
     bar.search = std::make_unique<CButton>(" ", font, kSearchBack, kHighlight);
     bar.search->state = CButton::State::Hidden;
     bar.images.clear();

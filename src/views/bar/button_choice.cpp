@@ -27,7 +27,7 @@ int CommandOf(const Place& place) {
         case Part::Date:
             return kCommandOpenFolder;
         case Part::Level:
-            return State().view.ViewType == kDaily ? kCommandLevelUp : kCommandToYearly;
+            return View().period.level == Level::Day ? kCommandLevelUp : kCommandToYearly;
         case Part::Image:
             return kButtonRows[place.row].command;
         default:

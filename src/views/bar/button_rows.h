@@ -58,7 +58,7 @@ constexpr std::array<ButtonRow, kImageButtonCount> kButtonRows{{
     {"Sound", "音楽", &Settings::ShowButtonSound, "Res/sound_on.png", "Res/sound_off.png",
      [](const AppState& s) { return s.settings.SoundMode != 0; }, kCommandSound},
     {"All", "すべて表示", &Settings::ShowButtonParapara, "Res/all_on.png", "Res/all_off.png",
-     [](const AppState& s) { return s.view.AllViewMode != 0; }, kCommandAllView},
+     [](const AppState& s) { return s.view.Now().scatter; }, kCommandAllView},
     {"Pause", "一時停止", &Settings::ShowButtonStop, "Res/pause_on.png", "Res/pause_off.png",
      [](const AppState& s) { return s.run.Paused == 0; }, kCommandPause},
     // A clear ShowButtonNext hides Next 2 and leaves Next shown: kept, and held by a test.

@@ -1,6 +1,7 @@
 #include "views/control/navigation.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "base/dates.h"
 #include "base/random.h"
@@ -23,7 +24,7 @@ namespace kalmora {
 namespace {
 
 void AdvanceRing() {
-    if (State().view.AllViewMode)
+    if (View().scatter)
         Calendar().AdvanceAllRing();
     else
         Calendar().AdvanceDayRing();
@@ -34,81 +35,102 @@ void ReloadPeriod() {
     UpdateObjects();
 }
 
-void ClampDay() {
-    AppState& state = State();
-    if (state.view.ViewType == kDaily)
-        state.view.TargetDay =
-            std::min(state.view.TargetDay.load(), DaysInMonth(state.view.TargetYear, state.view.TargetMonth));
-}
-
 void BeginMonthStep() {
     StopCurrentLoad();
-    if (State().view.AllViewMode) Calendar().AdvanceAllRing();
+    if (View().scatter) Calendar().AdvanceAllRing();
 }
 
-void StepYears(int years) { State().view.TargetYear = State().view.TargetYear + years; }
+void StepYears(int years) {
+    ChangeView([&](ViewState& view) { view.period.date.year += years; });
+}
+
+Period WithPreviousMonth(Period period) {
+    CalendarDate& date = period.date;
+    if (date.month <= 1) {
+        date.month = 12;
+        --date.year;
+    } else {
+        --date.month;
+    }
+    if (period.level == Level::Day) date.day = std::min(date.day, DaysInMonth(date.year, date.month));
+    return period;
+}
+
+Period WithNextMonth(Period period) {
+    CalendarDate& date = period.date;
+    if (date.month >= 12) {
+        date.month = 1;
+        ++date.year;
+    } else {
+        ++date.month;
+    }
+    if (period.level == Level::Day) date.day = std::min(date.day, DaysInMonth(date.year, date.month));
+    return period;
+}
+
+bool IsLastDay(const CalendarDate& date) { return date.day == DaysInMonth(date.year, date.month); }
 
 void MakeStep(Step step) {
-    const int view = State().view.ViewType;
+    const Level level = View().period.level;
     switch (step) {
         case Step::OuterNext:
-            if (view == kDaily) return NextMonth();
-            return StepYears(view == kYearly ? 2 : 1);
+            if (level == Level::Day) return NextMonth();
+            return StepYears(level == Level::Year ? 2 : 1);
         case Step::Next:
-            if (view == kDaily) return NextDay();
-            return view == kYearly ? StepYears(1) : NextMonth();
+            if (level == Level::Day) return NextDay();
+            return level == Level::Year ? StepYears(1) : NextMonth();
         case Step::Previous:
-            if (view == kDaily) return PrevDay();
-            return view == kYearly ? StepYears(-1) : PrevMonth();
+            if (level == Level::Day) return PrevDay();
+            return level == Level::Year ? StepYears(-1) : PrevMonth();
         case Step::OuterPrevious:
-            if (view == kDaily) return PrevMonth();
-            return StepYears(view == kYearly ? -2 : -1);
+            if (level == Level::Day) return PrevMonth();
+            return StepYears(level == Level::Year ? -2 : -1);
     }
 }
 
-// The day under the cursor; may set TargetMonth. 0 when there is none.
-int DayUnderCursor() {
-    AppState& state = State();
+// The day under the cursor in a grid of days.
+std::optional<CalendarDate> DayUnderCursor() {
     const Window* window = MainWindow();
-    if (!window) return 0;
+    if (!window) return std::nullopt;
     const Point point = window->ToClient(CursorPosition());
     const Size client = window->ClientSize();
-    if (state.view.ViewType == kMonthly)
-        return MonthHitTest(MakeMonthGrid(state.view.TargetYear, state.view.TargetMonth,
-                                          {0, 0, client.width, client.height}, false),
-                            point);
-    if (state.view.ViewType != kYearly || !state.settings.CalendarMode) return 0;
-    const YearHit hit = YearHitTest(state.view.TargetYear, client.width, true, point);
-    if (hit.day < 1) return 0;
-    state.view.TargetMonth = hit.month;
-    return hit.day;
+    const Period period = View().period;
+    const auto& [year, month, unused] = period.date;
+    if (period.level == Level::Month) {
+        const int day =
+            MonthHitTest(MakeMonthGrid(year, month, {0, 0, client.width, client.height}, false), point);
+        return day > 0 ? std::optional(CalendarDate{year, month, day}) : std::nullopt;
+    }
+    if (period.level != Level::Year || !State().settings.CalendarMode) return std::nullopt;
+    const YearHit hit = YearHitTest(year, client.width, true, point);
+    return hit.day > 0 ? std::optional(CalendarDate{year, hit.month, hit.day}) : std::nullopt;
 }
 
 // A change that came to nothing has stopped the view: what is loaded already shall move on.
 void LetViewGoOn() {
-    const AppState& state = State();
-    if (state.view.AllViewMode || state.view.ViewType == kDaily) return;  // the next walk clears its own stop
-    YearView& slot = Calendar().SlotOf(state.view.TargetYear);
+    const ViewState view = View();
+    if (view.scatter || view.period.level == Level::Day) return;  // the next walk clears its own stop
+    YearView& slot = Calendar().SlotOf(view.period.date.year);
     if (slot.ready) slot.stop = false;
     for (MonthView& month : slot.months)
         if (month.ready) month.LowerStop();
 }
 
 void OpenMonthOfYear(const SystemTime& today) {
-    AppState& state = State();
     StopCurrentLoad();
-    state.view.ViewType = kMonthly;
-    SetButtonStates();
-    DrawButtonsOnWindow();
-    if (today.year == state.view.TargetYear) {
+    Period target{Level::Month, View().period.date};
+    if (today.year == target.date.year) {
         // Today's month goes into the day, not into the month: a slip that is kept as it is.
-        state.view.TargetDay = today.month;
+        target.date.day = today.month;
     } else {
         int found = 0;
         for (int month = 1; month <= 12 && found == 0; ++month)
-            if (files::IsFolder(MakeMonthFolderPath(MainRoot(), state.view.TargetYear, month))) found = month;
-        state.view.TargetMonth = found > 0 ? found : Random() % 12 + 1;
+            if (files::IsFolder(MakeMonthFolderPath(MainRoot(), target.date.year, month))) found = month;
+        target.date.month = found > 0 ? found : Random() % 12 + 1;
     }
+    ChangeView([&](ViewState& view) { view.period = target; });
+    SetButtonStates();
+    DrawButtonsOnWindow();
     // Draws the month at random, whatever was found before: kept as it is.
     ChangeToMonthly(0);
     SetButtonStates();
@@ -117,21 +139,20 @@ void OpenMonthOfYear(const SystemTime& today) {
 }
 
 void OpenDayOfMonth(const SystemTime& today) {
-    AppState& state = State();
     StopCurrentLoad();
-    state.view.ViewType = kDaily;
-    SetButtonStates();
-    DrawButtonsOnWindow();
-    if (today.year == state.view.TargetYear && today.month == state.view.TargetMonth) {
-        state.view.TargetDay = today.day;
+    Period target{Level::Day, View().period.date};
+    CalendarDate& date = target.date;
+    if (today.year == date.year && today.month == date.month) {
+        date.day = today.day;
     } else {
         int found = 0;
         for (int day = 1; day <= 31 && found == 0; ++day)
-            if (files::IsFolder(
-                    MakeDayFolderPath(MainRoot(), state.view.TargetYear, state.view.TargetMonth, day)))
-                found = day;
-        state.view.TargetDay = found > 0 ? found : 15;
+            if (files::IsFolder(MakeDayFolderPath(MainRoot(), date.year, date.month, day))) found = day;
+        date.day = found > 0 ? found : 15;
     }
+    ChangeView([&](ViewState& view) { view.period = target; });
+    SetButtonStates();
+    DrawButtonsOnWindow();
     // The view is a day already, so this only stops and clears.
     ChangeToDaily(0);
     SetButtonStates();
@@ -139,12 +160,11 @@ void OpenDayOfMonth(const SystemTime& today) {
     UpdateObjects();
 }
 
-void ReloadMode(SharedFlag& mode, bool setButtons) {
-    if (setButtons) StopCurrentLoad();
+// A mode of the filters.
+void FlipFilter(SharedFlag& mode) {
     const NavigationGuard guard;
     if (!guard) return;
     mode = mode ? 0 : 1;
-    if (setButtons) SetButtonStates();
     UpdateObjects();
 }
 
@@ -159,81 +179,73 @@ void StepPeriod(Step step) {
 
 void PrevMonth() {
     BeginMonthStep();
-    AppState& state = State();
-    if (state.view.TargetMonth <= 1) {
-        state.view.TargetMonth = 12;
-        StepYears(-1);
-    } else {
-        state.view.TargetMonth = state.view.TargetMonth - 1;
-    }
-    ClampDay();
+    ChangeView([](ViewState& view) { view.period = WithPreviousMonth(view.period); });
 }
 
 void NextMonth() {
     BeginMonthStep();
-    AppState& state = State();
-    if (state.view.TargetMonth >= 12) {
-        state.view.TargetMonth = 1;
-        StepYears(1);
-    } else {
-        state.view.TargetMonth = state.view.TargetMonth + 1;
-    }
-    ClampDay();
+    ChangeView([](ViewState& view) { view.period = WithNextMonth(view.period); });
 }
 
 void PrevDay() {
     StopCurrentLoad();
     AdvanceRing();
-    AppState& state = State();
-    if (state.view.TargetDay != 1) {
-        state.view.TargetDay = state.view.TargetDay - 1;
-        return;
-    }
-    PrevMonth();  // which advances the scatter's ring a second time; kept as it is
-    state.view.TargetDay = DaysInMonth(state.view.TargetYear, state.view.TargetMonth);
+    // Over the month's edge this advances the scatter's ring a second time; kept as it is.
+    if (View().period.date.day == 1) BeginMonthStep();
+    ChangeView([](ViewState& view) {
+        CalendarDate& date = view.period.date;
+        if (date.day != 1) {
+            --date.day;
+            return;
+        }
+        view.period = WithPreviousMonth(view.period);
+        date.day = DaysInMonth(date.year, date.month);
+    });
 }
 
 void NextDay() {
-    AppState& state = State();
-    const int days = DaysInMonth(state.view.TargetYear, state.view.TargetMonth);
     StopCurrentLoad();
     AdvanceRing();
-    if (state.view.TargetDay != days) {
-        state.view.TargetDay = state.view.TargetDay + 1;
-        return;
-    }
-    NextMonth();
-    state.view.TargetDay = 1;
+    if (IsLastDay(View().period.date)) BeginMonthStep();
+    ChangeView([](ViewState& view) {
+        CalendarDate& date = view.period.date;
+        if (!IsLastDay(date)) {
+            ++date.day;
+            return;
+        }
+        view.period = WithNextMonth(view.period);
+        date.day = 1;
+    });
 }
 
 void ToYearly() {
-    AppState& state = State();
-    if (state.view.ViewType != kMonthly) return;
-    if (state.run.ObjectGate.IsStopRequested()) return;
+    if (View().period.level != Level::Month) return;
+    if (State().run.ObjectGate.IsStopRequested()) return;
     StopCurrentLoad();
     // Ahead of the guard: when that refuses, the next heartbeat finds the year unloaded and loads it. Kept.
-    state.view.ViewType = kYearly;
+    ChangeView([](ViewState& view) { view.period.level = Level::Year; });
     const NavigationGuard guard;
     if (guard) ReloadPeriod();
 }
 
 void OneLevelUp() {
-    AppState& state = State();
-    if (state.view.ViewType != kDaily && state.view.ViewType != kMonthly) return;
-    if (state.run.ObjectGate.IsStopRequested()) return;
+    const Level level = View().period.level;
+    if (level == Level::Year) return;
+    if (State().run.ObjectGate.IsStopRequested()) return;
     StopCurrentLoad();
-    state.view.ViewType = state.view.ViewType == kDaily ? kMonthly : kYearly;
+    ChangeView(
+        [&](ViewState& view) { view.period.level = level == Level::Day ? Level::Month : Level::Year; });
     const NavigationGuard guard;
     if (guard) ReloadPeriod();
 }
 
 void OpenTodayLevel() {
-    AppState& state = State();
-    if (state.view.ViewType == kDaily) return;
+    const Level level = View().period.level;
+    if (level == Level::Day) return;
     // Only the first half of the guard: the changes below enter the queue by themselves.
-    if (state.run.ObjectGate.IsStopRequested()) return;
+    if (State().run.ObjectGate.IsStopRequested()) return;
     const SystemTime today = LocalTime();
-    if (state.view.ViewType == kYearly)
+    if (level == Level::Year)
         OpenMonthOfYear(today);
     else
         OpenDayOfMonth(today);
@@ -244,9 +256,12 @@ void ChangeToMonthly(int month) {
     StopCurrentLoad();
     state.press.ObjectHit = 0;
     state.press.PressActive = 0;
-    state.view.TargetMonth = month < 1 ? Random() % 12 + 1 : month;
-    if (state.view.AllViewMode) Calendar().AdvanceAllRing();
-    state.view.ViewType = kMonthly;
+    if (month < 1) month = Random() % 12 + 1;
+    if (View().scatter) Calendar().AdvanceAllRing();
+    ChangeView([&](ViewState& view) {
+        view.period.level = Level::Month;
+        view.period.date.month = month;
+    });
     state.run.TicksInView = 0;
     UpdateObjects();
     PaintView();
@@ -257,30 +272,32 @@ void ChangeToDaily(int day) {
     StopCurrentLoad();
     state.press.ObjectHit = 0;
     state.press.PressActive = 0;
-    if (day < 1) day = DayUnderCursor();
-    if (day < 1) return LetViewGoOn();
-    state.view.TargetDay = day;
+    CalendarDate target = View().period.date;
+    if (day < 1) {
+        const auto found = DayUnderCursor();
+        if (!found) return LetViewGoOn();
+        target = *found;
+    } else {
+        target.day = day;
+    }
     AdvanceRing();
-    state.view.ViewType = kDaily;
+    ChangeView([&](ViewState& view) { view.period = {Level::Day, target}; });
     state.run.TicksInView = 0;
     UpdateObjects();
     PaintView();
 }
 
 void JumpTo(int year, int month, int day) {
-    AppState& state = State();
     StopCurrentLoad();
-    TicketGuard guard(state.run.ObjectQueue, 1, 100);
+    TicketGuard guard(State().run.ObjectQueue, 1, 100);
     if (!guard) return;
     const bool toDay = month > 0 && day >= 1;
     if (toDay)
         AdvanceRing();
-    else if (state.view.AllViewMode)
+    else if (View().scatter)
         Calendar().AdvanceAllRing();
-    state.view.ViewType = month <= 0 ? kYearly : toDay ? kDaily : kMonthly;
-    state.view.TargetYear = year;
-    state.view.TargetMonth = month;
-    state.view.TargetDay = day;
+    const Level level = month <= 0 ? Level::Year : toDay ? Level::Day : Level::Month;
+    ChangeView([&](ViewState& view) { view.period = {level, {year, month, day}}; });
     SetButtonStates();
     DrawButtonsOnWindow();
     UpdateObjects();
@@ -291,11 +308,17 @@ void JumpToToday() {
     JumpTo(today.year, today.month, today.day);
 }
 
-void ToggleAllView() { ReloadMode(State().view.AllViewMode, true); }
+void ToggleAllView() {
+    StopCurrentLoad();
+    const NavigationGuard guard;
+    if (!guard) return;
+    ChangeView([](ViewState& view) { view.scatter = !view.scatter; });
+    ReloadPeriod();
+}
 
-void TogglePublicMode() { ReloadMode(State().settings.PublicMode, false); }
+void TogglePublicMode() { FlipFilter(State().settings.PublicMode); }
 
-void ToggleGoodMode() { ReloadMode(State().settings.GoodMode, false); }
+void ToggleGoodMode() { FlipFilter(State().settings.GoodMode); }
 
 void ToggleAutoNavigate() {
     State().settings.AutoNavigate = State().settings.AutoNavigate ? 0 : 1;

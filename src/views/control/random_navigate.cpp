@@ -12,20 +12,22 @@ namespace kalmora {
 namespace {
 
 // How many beats a view stands at least: one an object, one for ten above the day.
-int StandTime(int viewType, int year, int month, int day) {
+int StandTime(const Period& period) {
     const DateTree& dates = TheDateTree();
-    switch (viewType) {
-        case kYearly:
-            return dates.CountOf(year, 0, 0).value_or(0) / 10;
-        case kMonthly:
-            return std::max(10, dates.CountOf(year, month, 0).value_or(0) / 10);
+    const CalendarDate range = period.Range();
+    const int count = dates.CountOf(range.year, range.month, range.day).value_or(0);
+    switch (period.level) {
+        case Level::Year:
+            return count / 10;
+        case Level::Month:
+            return std::max(10, count / 10);
         default:
-            return dates.CountOf(year, month, day).value_or(0);
+            return count;
     }
 }
 
-int LevelOf(int viewType) {
-    return viewType == kYearly ? kYearLevel : viewType == kMonthly ? kMonthLevel : kDayLevel;
+int LevelOf(Level level) {
+    return level == Level::Year ? kYearLevel : level == Level::Month ? kMonthLevel : kDayLevel;
 }
 
 }  // namespace
@@ -34,31 +36,34 @@ bool RandomNavigate() {
     AppState& state = State();
     CalendarStore& calendar = Calendar();
     const bool slideShowWasOpen = Calendar().partners.slideShow.IsShown();
-    const int viewType = state.view.ViewType;
-    const int standTime =
-        StandTime(viewType, state.view.TargetYear, state.view.TargetMonth, state.view.TargetDay);
+    const Period period = View().period;
+    const Level level = period.level;
+    const int standTime = StandTime(period);
     if (state.run.TicksInView <= state.settings.TimingOfAutoNavigate && state.run.TicksInView <= standTime)
         return false;
 
-    const auto picked = TheDateTree().Pick(LevelOf(viewType));
-    if (!picked || picked->year < 1 || (viewType != kYearly && picked->month < 1) ||
-        (viewType == kDaily && picked->day < 1))
+    const auto picked = TheDateTree().Pick(LevelOf(level));
+    if (!picked || picked->year < 1 || (level != Level::Year && picked->month < 1) ||
+        (level == Level::Day && picked->day < 1))
         return true;
 
     StopCurrentLoad();
     TicketGuard guard(state.run.ObjectQueue, 1, 100);
     if (!guard) return false;
     state.run.TicksInView = 0;
-    if (state.view.AllViewMode)
+    if (View().scatter)
         calendar.AdvanceAllRing();
-    else if (viewType == kDaily)
+    else if (level == Level::Day)
         calendar.AdvanceDayRing();
-    state.view.TargetYear = picked->year;
-    if (viewType != kYearly) state.view.TargetMonth = picked->month;
-    if (viewType == kDaily) state.view.TargetDay = picked->day;
+    ChangeView([&](ViewState& view) {
+        CalendarDate& date = view.period.date;
+        date.year = picked->year;
+        if (level != Level::Year) date.month = picked->month;
+        if (level == Level::Day) date.day = picked->day;
+    });
     UpdateObjects();
     if (state.settings.SlideShowAutoNavigate) {
-        if (state.view.AllViewMode) Calendar().partners.slideShow.TakeNewSlides();
+        if (View().scatter) Calendar().partners.slideShow.TakeNewSlides();
         if (!state.settings.SlideShowAutoNavigate) return true;
         if (slideShowWasOpen) Calendar().partners.slideShow.Restart();
     }

@@ -23,12 +23,12 @@ void BeginSearch(const std::string& query) {
     MarkViewStale("search!!");
     Log("search: %s", query.c_str());
     SetSearchText(query);
-    State().view.SearchResultMode = 1;
+    ChangeView([](ViewState& view) { view.searchResult = true; });
 }
 
 void EndSearch() {
     MarkViewStale("search result");
-    State().view.SearchResultMode = 0;
+    ChangeView([](ViewState& view) { view.searchResult = false; });
     SetButtonStates();
     DrawButtonsOnWindow();
     UpdateObjects();

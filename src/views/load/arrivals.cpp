@@ -15,21 +15,6 @@ namespace kalmora {
 
 namespace {
 
-bool IsInView(const CalendarDate& day) {
-    const AppState& state = State();
-    if (state.view.TargetYear != day.year) return false;
-    switch (state.view.ViewType) {
-        case kYearly:
-            return true;
-        case kMonthly:
-            return state.view.TargetMonth == day.month;
-        case kDaily:
-            return state.view.TargetMonth == day.month && state.view.TargetDay == day.day;
-        default:
-            return false;
-    }
-}
-
 void AddToCell(const std::string& path, ObjectKind kind, const CalendarDate& day) {
     YearView& slot = Calendar().SlotOf(day.year);
     {
@@ -46,9 +31,9 @@ void AddToCell(const std::string& path, ObjectKind kind, const CalendarDate& day
 }  // namespace
 
 bool AddToView(const std::string& path, const CalendarDate& day) {
-    const AppState& state = State();
-    if (state.view.SearchResultMode || day.month < 1 || day.day < 1 ||
-        day.day > DaysInMonth(day.year, day.month) || !IsInView(day))
+    const ViewState view = View();
+    if (view.searchResult || day.month < 1 || day.day < 1 || day.day > DaysInMonth(day.year, day.month) ||
+        !view.period.Contains(day))
         return false;
     const ObjectKind kind = ClassifyFile(path);
     if (kind == ObjectKind::Image && GetFileName(path).starts_with("back")) {
@@ -57,9 +42,9 @@ bool AddToView(const std::string& path, const CalendarDate& day) {
     }
     if (kind != ObjectKind::Image && kind != ObjectKind::Text && kind != ObjectKind::Movie) return false;
     Calendar().partners.slideShow.AddSlide(path);
-    if (state.view.AllViewMode)
+    if (view.scatter)
         Calendar().CurrentAllViewer().objects.Add(std::make_unique<CPhoto>(path));
-    else if (state.view.ViewType == kDaily)
+    else if (view.period.level == Level::Day)
         Calendar().CurrentDayViewer().objects.Add(std::make_unique<CPhoto>(path));
     else
         AddToCell(path, kind, day);

@@ -105,7 +105,7 @@ private:
 
 void ScanDayFolder(const std::string& folder, const std::function<bool()>& stopped,
                    const std::function<void(DayEntry)>& found) {
-    if (State().view.SearchResultMode) return ScanFoundFiles(folder, stopped, found);
+    if (View().searchResult) return ScanFoundFiles(folder, stopped, found);
     Walk(stopped, found).Folder(folder, 0);
 }
 

@@ -3,15 +3,13 @@
 
 #include <cstdint>
 
+#include "state/view_state.h"
+
 namespace kalmora {
 
-// What a load is for: a copy, so that the worker never reads dates that move on meanwhile.
+// What a load is for: a copy, so that the worker never reads a period that moves on meanwhile.
 struct LoadRequest {
-    int ViewType = 0;
-    int year = 0;
-    int month = 0;
-    int day = 0;
-    bool AllViewMode = false;
+    ViewState view;
     std::uint32_t number = 0;  // see CalendarStore::loadNumber
 };
 

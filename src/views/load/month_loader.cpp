@@ -22,22 +22,22 @@ namespace kalmora {
 namespace {
 
 // The logical size of a day cell's picture in the window as it is now; empty without a window.
-Size CurrentCellSize(int viewType, int year, int month) {
+Size CurrentCellSize(Level level, int year, int month) {
     const Size client = ClientSize();
     if (client.IsEmpty()) return {};
-    if (viewType == kYearly && !State().settings.CalendarMode) {
+    if (level == Level::Year && !State().settings.CalendarMode) {
         const Rect rect = YearMonthRect(client.width, month);
         return {rect.width, rect.height};
     }
     const Rect area =
-        viewType == kYearly ? YearMonthRect(client.width, month) : Rect{0, 0, client.width, client.height};
-    const MonthGrid grid = MakeMonthGrid(year, month, area, viewType == kYearly);
+        level == Level::Year ? YearMonthRect(client.width, month) : Rect{0, 0, client.width, client.height};
+    const MonthGrid grid = MakeMonthGrid(year, month, area, level == Level::Year);
     return {grid.cellWidth, grid.cellHeight};
 }
 
 // Lets the seam begin to decode the picture of a cell, so that it is there when the cell's turn comes.
-void BeginCellPicture(int viewType, int year, int month, int day) {
-    const Size size = CurrentCellSize(viewType, year, month);
+void BeginCellPicture(Level level, int year, int month, int day) {
+    const Size size = CurrentCellSize(level, year, month);
     if (size.IsEmpty()) return;
     const CellContent content = ContentOfCell(year, month, day);
     const std::string picture =
@@ -84,16 +84,16 @@ bool LoadMonthDays(const std::string& root, int year, int month, const StopTest&
     for (int day = 1; day <= days; ++day) {
         if (ended() || (drawing.waitsWhilePaused && !WaitWhilePaused(ended))) return false;
         if (!LoadDayCell(root, year, month, day, stopped)) return false;
-        BeginCellPicture(drawing.viewType, year, month, day);
+        BeginCellPicture(drawing.level, year, month, day);
         if (!drawing.whileLoading) continue;
-        if (drawing.viewType == kMonthly) {
+        if (drawing.level == Level::Month) {
             ProgressStripe(static_cast<double>(day) / days);
             drawer.DrawThrough(day, false);
         } else {
             ProgressStripe((day - 30 + month * 30) / 365.0);
         }
     }
-    if (drawing.whileLoading && drawing.viewType == kMonthly) drawer.DrawThrough(days, true);
+    if (drawing.whileLoading && drawing.level == Level::Month) drawer.DrawThrough(days, true);
     return !ended();
 }
 
@@ -142,11 +142,11 @@ bool LoadMonth(const std::string& root, int year, int month, const StopTest& sto
     view.ready = false;
     view.loading = true;
     view.active = true;
-    if (drawing.viewType == kMonthly || month == 1) ProgressStripe(0);
+    if (drawing.level == Level::Month || month == 1) ProgressStripe(0);
 
     const bool whole = LoadMonthDays(root, year, month, stopped, drawing);
     if (whole) {
-        if (drawing.viewType == kMonthly || month == 12) ProgressStripe(kStripeFinished);
+        if (drawing.level == Level::Month || month == 12) ProgressStripe(kStripeFinished);
         std::lock_guard lock(slot.mutex);
         view.DayCursor = Random() % DaysInMonth(year, month) + 1;
         const int count = view.ObjectCount();

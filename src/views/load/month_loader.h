@@ -6,13 +6,14 @@
 
 #include <string>
 
+#include "state/period.h"
 #include "views/model/stoppable_wait.h"
 
 namespace kalmora {
 
 // Whether cells appear on the window while they are loaded, and in which of the two grid views.
 struct LoadDrawing {
-    int viewType = 0;
+    Level level = Level::Month;
     bool whileLoading = true;      // draw each cell as soon as it stands
     bool months = true;            // in a year: draw each month as soon as it stands
     bool waitsWhilePaused = true;  // never on the GUI thread, which alone can end the pause

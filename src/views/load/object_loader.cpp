@@ -25,19 +25,17 @@ namespace kalmora {
 
 namespace {
 
-std::string UpdateName() {
-    const ViewState& view = State().view;
-    if (view.ViewType == kYearly) return Format("UpdateObjects: [%d]", view.TargetYear.load());
-    if (view.ViewType == kMonthly)
-        return Format("UpdateObjects: [%d/%02d]", view.TargetYear.load(), view.TargetMonth.load());
+std::string UpdateName(const Period& period) {
+    const CalendarDate& date = period.date;
+    if (period.level == Level::Year) return Format("UpdateObjects: [%d]", date.year);
+    if (period.level == Level::Month) return Format("UpdateObjects: [%d/%02d]", date.year, date.month);
     return "UpdateObjects";
 }
 
-std::string NavigationLine() {
-    const ViewState& view = State().view;
-    const int year = view.TargetYear, month = view.TargetMonth, day = view.TargetDay;
-    if (view.ViewType == kYearly) return Format("(Year)\t%04d", year);
-    if (view.ViewType == kMonthly) return Format("(Month)\t%04d/%02d", year, month);
+std::string NavigationLine(const Period& period) {
+    const auto& [year, month, day] = period.date;
+    if (period.level == Level::Year) return Format("(Year)\t%04d", year);
+    if (period.level == Level::Month) return Format("(Month)\t%04d/%02d", year, month);
     return Format("(Day)\t%04d/%02d/%02d", year, month, day);
 }
 
@@ -45,27 +43,27 @@ StopTest StopTestOf(std::uint32_t number) {
     return [number] { return State().run.ObjectGate.IsStopRequested() || Calendar().loadNumber != number; };
 }
 
-void ClearGrid(int viewType, int year, int month) {
-    YearView& slot = Calendar().SlotOf(year);
+void ClearGrid(const Period& period) {
+    YearView& slot = Calendar().SlotOf(period.date.year);
     bool otherYear;
     {
         std::lock_guard lock(slot.mutex);
-        otherYear = slot.year != year;
-        slot.year = year;
+        otherYear = slot.year != period.date.year;
+        slot.year = period.date.year;
     }
-    if (viewType != kMonthly || otherYear) {
+    if (period.level != Level::Month || otherYear) {
         slot.Clear();
         return;
     }
     slot.stop = false;
     slot.ready = false;  // one of its months is about to change
     std::lock_guard lock(slot.mutex);
-    Calendar().MonthOf(year, month).Clear();
+    Calendar().MonthOf(period.date.year, period.date.month).Clear();
 }
 
 void StartGridLoad(const LoadRequest& request) {
     AppState& state = State();
-    ClearGrid(request.ViewType, request.year, request.month);
+    ClearGrid(request.view.period);
     state.run.TicksInView = 0;
     images::CancelPrefetch();
     const TicketLock::Ticket ticket = state.run.LoaderQueue.Lock(10, 100);
@@ -113,12 +111,14 @@ Viewer& FreshViewer(Viewer& (CalendarStore::*current)(), void (CalendarStore::*a
 void LoadDayViewer(const LoadRequest& request, const StopTest& loadStopped) {
     DayViewer& viewer = FreshViewer(&CalendarStore::CurrentDayViewer, &CalendarStore::AdvanceDayRing);
     const StopTest stopped = [&] { return loadStopped() || viewer.stop; };
-    viewer.year = request.year;
-    viewer.month = request.month;
-    viewer.day = request.day;
-    FillDay(MainRoot(), request.year, request.month, request.day, stopped, viewer.objects);
+    viewer.year = request.view.period.date.year;
+    viewer.month = request.view.period.date.month;
+    viewer.day = request.view.period.date.day;
+    FillDay(MainRoot(), request.view.period.date.year, request.view.period.date.month,
+            request.view.period.date.day, stopped, viewer.objects);
     if (const std::string other = OtherRoot(); !other.empty())
-        FillDay(other, request.year, request.month, request.day, stopped, viewer.objects);
+        FillDay(other, request.view.period.date.year, request.view.period.date.month,
+                request.view.period.date.day, stopped, viewer.objects);
     if (TicketGuard guard(viewer.queue, 1, 100); guard) viewer.objects.RotateRandomly();
 }
 
@@ -126,25 +126,28 @@ void LoadAllViewer(const LoadRequest& request, const StopTest& loadStopped) {
     AllViewer& viewer = FreshViewer(&CalendarStore::CurrentAllViewer, &CalendarStore::AdvanceAllRing);
     const StopTest stopped = [&] { return loadStopped() || viewer.stop; };
     const auto fill = [&](const std::string& root) {
-        if (request.ViewType == kDaily)
-            FillDay(root, request.year, request.month, request.day, stopped, viewer.objects);
-        if (request.ViewType == kMonthly)
-            FillMonth(root, request.year, request.month, stopped, viewer.objects);
-        if (request.ViewType != kYearly) return;
+        if (request.view.period.level == Level::Day)
+            FillDay(root, request.view.period.date.year, request.view.period.date.month,
+                    request.view.period.date.day, stopped, viewer.objects);
+        if (request.view.period.level == Level::Month)
+            FillMonth(root, request.view.period.date.year, request.view.period.date.month, stopped,
+                      viewer.objects);
+        if (request.view.period.level != Level::Year) return;
         for (int month = 1; month <= 12 && !stopped(); ++month) {
             ProgressStripe(month / 12.0);  // a sign of life: a year may be a hundred thousand files
-            FillMonth(root, request.year, month, stopped, viewer.objects);
+            FillMonth(root, request.view.period.date.year, month, stopped, viewer.objects);
         }
         ProgressStripe(kStripeFinished);
     };
-    if (State().view.SearchResultMode && State().view.SearchAllLoaded) {
+    if (request.view.searchResult && request.view.searchAllLoaded) {
         // Whatever was found, whenever it is from.
         ScanFoundFiles({}, stopped,
                        [&](DayEntry entry) { viewer.objects.Add(std::make_unique<CPhoto>(entry.path)); });
     } else {
         fill(MainRoot());
         // The second root has no part in a whole year's scatter; meant as it stands.
-        if (const std::string other = OtherRoot(); !other.empty() && request.ViewType != kYearly) fill(other);
+        if (const std::string other = OtherRoot(); !other.empty() && request.view.period.level != Level::Year)
+            fill(other);
     }
     viewer.objects.RotateRandomly();
     if (viewer.objects.IsEmpty()) viewer.loaded = true;
@@ -170,15 +173,14 @@ void UpdateObjects() {
     const ViewPartners& partners = Calendar().partners;
     if (!state.settings.SlideShowAutoNavigate) partners.slideShow.Hide();
     SetButtonStates();
-    partners.navigation.OnNavigation(NavigationLine());
-    if (state.view.ViewType == kDaily) state.run.TicksInView = 0;
+    const Period period = View().period;
+    partners.navigation.OnNavigation(NavigationLine(period));
+    if (period.level == Level::Day) state.run.TicksInView = 0;
 
     LookForDataFolder();
 
-    const std::string name = UpdateName();
-    if (!state.run.ObjectGate.Acquire(name.c_str())) return;
-    LoadRequest request{state.view.ViewType,  state.view.TargetYear,       state.view.TargetMonth,
-                        state.view.TargetDay, state.view.AllViewMode != 0, ++Calendar().loadNumber};
+    if (!state.run.ObjectGate.Acquire(UpdateName(period).c_str())) return;
+    LoadRequest request{View(), ++Calendar().loadNumber};
     const StopTest stopped = StopTestOf(request.number);
     const auto leave = [&] {
         state.run.ObjectGate.Release();
@@ -186,9 +188,9 @@ void UpdateObjects() {
     };
     if (stopped()) return leave();
     // A search of all that is loaded is shown as a scatter, so it comes before the choice of the view.
-    if (request.AllViewMode || request.ViewType == kDaily || state.view.SearchAllLoaded) {
+    if (request.view.scatter || request.view.period.level == Level::Day || request.view.searchAllLoaded) {
         RunSearch(request, stopped);
-        request.AllViewMode = state.view.AllViewMode != 0;
+        request.view.scatter = View().scatter;
     }
     if (stopped()) return leave();
     Calendar().backgrounds.Clear();
@@ -196,14 +198,14 @@ void UpdateObjects() {
     partners.slideShow.ClearSlides();
     if (stopped()) return leave();
 
-    if (!request.AllViewMode && request.ViewType != kDaily) return StartGridLoad(request);
+    if (!request.view.scatter && request.view.period.level != Level::Day) return StartGridLoad(request);
 
-    if (request.AllViewMode)
+    if (request.view.scatter)
         LoadAllViewer(request, stopped);
     else
         LoadDayViewer(request, stopped);
     if (stopped()) return leave();
-    if (request.AllViewMode) state.run.TicksInView = 0;
+    if (request.view.scatter) state.run.TicksInView = 0;
     CheckMusic(OldMusic::Stop);
     SetCaption();
     state.run.ObjectGate.Release();
@@ -221,22 +223,25 @@ void ObjectLoader(const LoadRequest& request) {
         Calendar().partners.slideShow.ClearSlides();
         SetCaption();
         const std::string root = MainRoot();
-        ScanBackgrounds(root, request.year, request.ViewType == kMonthly ? request.month : 0, stopped);
-        for (int month = 1; request.ViewType == kYearly && month <= 12 && !stopped(); ++month)
-            ScanBackgrounds(root, request.year, month, stopped);
+        ScanBackgrounds(root, request.view.period.date.year,
+                        request.view.period.level == Level::Month ? request.view.period.date.month : 0,
+                        stopped);
+        for (int month = 1; request.view.period.level == Level::Year && month <= 12 && !stopped(); ++month)
+            ScanBackgrounds(root, request.view.period.date.year, month, stopped);
         if (stopped()) return false;
-        CheckMusic(request.ViewType == kMonthly ? OldMusic::Pause : OldMusic::Stop);
+        CheckMusic(request.view.period.level == Level::Month ? OldMusic::Pause : OldMusic::Stop);
         PaintView();
         RunSearch(request, stopped);
         if (stopped()) return false;
 
         const auto load = [&](const std::string& folder, bool whileLoading) {
             // Without drawing while loading, each month of a year still appears when it is complete.
-            const LoadDrawing drawing{request.ViewType, whileLoading,
+            const LoadDrawing drawing{request.view.period.level, whileLoading,
                                       whileLoading || !State().settings.DrawWhileLoading};
-            return request.ViewType == kMonthly
-                       ? LoadMonth(folder, request.year, request.month, stopped, drawing)
-                       : LoadYear(folder, request.year, stopped, drawing);
+            return request.view.period.level == Level::Month
+                       ? LoadMonth(folder, request.view.period.date.year, request.view.period.date.month,
+                                   stopped, drawing)
+                       : LoadYear(folder, request.view.period.date.year, stopped, drawing);
         };
         if (!load(root, state.settings.DrawWhileLoading)) return false;
         state.run.FirstLoadDone = 1;
@@ -255,22 +260,24 @@ void ObjectLoader(const LoadRequest& request) {
 
 void ReloadView() {
     AppState& state = State();
-    if (state.view.AllViewMode || !state.run.ObjectGate.Acquire("Reload")) return;
-    const int year = state.view.TargetYear, month = state.view.TargetMonth, day = state.view.TargetDay;
-    const StopTest stopped = StopTestOf(++Calendar().loadNumber);
-    const LoadDrawing quiet{state.view.ViewType, false, false, false};
-    RunSearch({state.view.ViewType, year, month, day, false, Calendar().loadNumber}, stopped);
-    switch (state.view.ViewType) {
-        case kYearly:
-            ClearGrid(kYearly, year, month);
+    if (View().scatter || !state.run.ObjectGate.Acquire("Reload")) return;
+    const LoadRequest request{View(), ++Calendar().loadNumber};
+    const Period& period = request.view.period;
+    const auto& [year, month, day] = period.date;
+    const StopTest stopped = StopTestOf(request.number);
+    const LoadDrawing quiet{period.level, false, false, false};
+    RunSearch(request, stopped);
+    switch (period.level) {
+        case Level::Year:
+            ClearGrid(period);
             LoadYear(MainRoot(), year, stopped, quiet);
             break;
-        case kMonthly:
+        case Level::Month:
             Log("Reload (%d/%d)", year, month);
-            ClearGrid(kMonthly, year, month);
+            ClearGrid(period);
             LoadMonth(MainRoot(), year, month, stopped, quiet);
             break;
-        case kDaily: {
+        case Level::Day: {
             // Reads the day's cell of the grid, not the viewer that is shown; meant as it stands.
             Log("Reload (%d/%d/%d)", year, month, day);
             if (day < 1 || day > 31) break;
@@ -281,8 +288,6 @@ void ReloadView() {
             LoadDayCell(MainRoot(), year, month, day, stopped);
             break;
         }
-        default:
-            break;
     }
     state.run.ObjectGate.Release();
     if (Window* window = MainWindow()) window->Invalidate();

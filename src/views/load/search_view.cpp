@@ -17,9 +17,9 @@ bool LiesBelow(const std::string& dayFolder, const std::string& folder) {
 }  // namespace
 
 void RunSearch(const LoadRequest& request, const std::function<bool()>& stopped) {
-    if (!State().view.SearchResultMode) return;
-    Search(SearchText(), State().view.SearchAllLoaded ? SearchScope::AllLoaded : SearchScope::View,
-           {request.ViewType, request.year, request.month, request.day}, stopped);
+    if (!request.view.searchResult) return;
+    Search(SearchText(), request.view.searchAllLoaded ? SearchScope::AllLoaded : SearchScope::View,
+           request.view.period, stopped);
 }
 
 void ForEachFound(const std::string& folder, const std::function<bool()>& stopped,

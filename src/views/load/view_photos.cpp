@@ -53,8 +53,9 @@ void ForgetIn(ObjectList& list, const std::string& path) {
 
 bool RateInView(const std::string& path, EstimateType type) {
     CalendarStore& calendar = Calendar();
-    if (State().view.AllViewMode) return RateIn(calendar.CurrentAllViewer(), path, type);
-    if (State().view.ViewType == kDaily) return RateIn(calendar.CurrentDayViewer(), path, type);
+    const ViewState view = View();
+    if (view.scatter) return RateIn(calendar.CurrentAllViewer(), path, type);
+    if (view.period.level == Level::Day) return RateIn(calendar.CurrentDayViewer(), path, type);
     return RateAlone(path, type);  // the cells of a grid hold no objects
 }
 

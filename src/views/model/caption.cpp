@@ -31,24 +31,24 @@ Caption MakeCaption(const CaptionInput& in) {
     Caption caption;
     caption.labelColor = kBlack;
     std::string period;
-    switch (in.viewType) {
-        case kYearly:
-            caption.label = in.japanese ? Format("%d年", in.year) : Format("%d", in.year);
-            period = Format("[%4d]", in.year);
+    const auto& [year, month, day] = in.period.date;
+    switch (in.period.level) {
+        case Level::Year:
+            caption.label = in.japanese ? Format("%d年", year) : Format("%d", year);
+            period = Format("[%4d]", year);
             break;
-        case kMonthly:
-            caption.label = in.japanese ? Format("%d年%02d月", in.year, in.month)
-                                        : Format("%s %d", MonthName(in.month), in.year);
-            period = Format("[%4d/%02d]", in.year, in.month);
+        case Level::Month:
+            caption.label =
+                in.japanese ? Format("%d年%02d月", year, month) : Format("%s %d", MonthName(month), year);
+            period = Format("[%4d/%02d]", year, month);
             break;
         default: {
-            const int column = (DayOfWeek(in.year, in.month, in.day) + 6) % 7;
+            const int column = (DayOfWeek(year, month, day) + 6) % 7;
             const char* weekday = WeekdayName(column, in.japanese);
-            caption.label = in.japanese
-                                ? Format("%d年%02d月%02d日(%s)", in.year, in.month, in.day, weekday)
-                                : Format("%s, %d %s %d", weekday, in.day, MonthName(in.month), in.year);
+            caption.label = in.japanese ? Format("%d年%02d月%02d日(%s)", year, month, day, weekday)
+                                        : Format("%s, %d %s %d", weekday, day, MonthName(month), year);
             caption.labelColor = column == 5 ? kBlue : column == 6 ? kRed : kBlack;
-            period = Format("[%4d/%02d/%02d]", in.year, in.month, in.day);
+            period = Format("[%4d/%02d/%02d]", year, month, day);
             break;
         }
     }
@@ -58,9 +58,9 @@ Caption MakeCaption(const CaptionInput& in) {
     return caption;
 }
 
-std::string LevelLabel(int viewType, bool japanese) {
-    if (viewType == kDaily) return japanese ? "月表示" : "Monthly";
-    if (viewType == kMonthly) return japanese ? "年表示" : "Yearly";
+std::string LevelLabel(Level level, bool japanese) {
+    if (level == Level::Day) return japanese ? "月表示" : "Monthly";
+    if (level == Level::Month) return japanese ? "年表示" : "Yearly";
     return {};
 }
 

@@ -4,11 +4,12 @@
 #include <string>
 
 #include "base/geometry.h"
+#include "state/period.h"
 
 namespace kalmora {
 
 struct CaptionInput {
-    int viewType = 0, year = 0, month = 0, day = 0;
+    Period period;
     bool japanese = true;
     bool showFolder = true;
     std::string folder;  // of the period
@@ -23,6 +24,6 @@ struct Caption {
 Caption MakeCaption(const CaptionInput& input);
 
 // "Monthly" and "Yearly", or their Japanese words: the next level up from the view; empty from a year.
-std::string LevelLabel(int viewType, bool japanese);
+std::string LevelLabel(Level level, bool japanese);
 
 }  // namespace kalmora

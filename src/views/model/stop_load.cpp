@@ -6,17 +6,17 @@
 namespace kalmora {
 
 void StopCurrentLoad() {
-    const AppState& state = State();
+    const ViewState view = View();
+    const CalendarDate& date = view.period.date;
     CalendarStore& calendar = Calendar();
-    if (state.view.AllViewMode) {
+    if (view.scatter)
         calendar.CurrentAllViewer().stop = true;
-    } else if (state.view.ViewType == kDaily) {
+    else if (view.period.level == Level::Day)
         calendar.CurrentDayViewer().stop = true;
-    } else if (state.view.ViewType == kMonthly) {
-        calendar.MonthOf(state.view.TargetYear, state.view.TargetMonth).RaiseStop();
-    } else {
-        calendar.SlotOf(state.view.TargetYear).RaiseStop();
-    }
+    else if (view.period.level == Level::Month)
+        calendar.MonthOf(date.year, date.month).RaiseStop();
+    else
+        calendar.SlotOf(date.year).RaiseStop();
 }
 
 }  // namespace kalmora

@@ -43,8 +43,9 @@ bool DrawDayObject(DayViewer& viewer, const PlacedObjectPtr& object) {
     Window* window = MainWindow();
     if (!window) return false;
     const DrawContext context(*window, [&viewer] {
-        return viewer.usable && !viewer.stop && !State().view.AllViewMode &&
-               State().view.ViewType == kDaily && &Calendar().CurrentDayViewer() == &viewer;
+        const ViewState view = View();
+        return viewer.usable && !viewer.stop && !view.scatter && view.period.level == Level::Day &&
+               &Calendar().CurrentDayViewer() == &viewer;
     });
     return DrawClaimed(viewer.objects, object, [&](CPhoto& photo) {
         if (!photo.placed) viewer.PlaceOnLine(*object);
@@ -56,8 +57,7 @@ bool DrawAllObject(AllViewer& viewer, const PlacedObjectPtr& object) {
     Window* window = MainWindow();
     if (!window) return false;
     const DrawContext context(*window, [&viewer] {
-        return viewer.usable && !viewer.stop && State().view.AllViewMode &&
-               &Calendar().CurrentAllViewer() == &viewer;
+        return viewer.usable && !viewer.stop && View().scatter && &Calendar().CurrentAllViewer() == &viewer;
     });
     const Size area = ObjectArea();
     return DrawClaimed(viewer.objects, object, [&](CPhoto& photo) {

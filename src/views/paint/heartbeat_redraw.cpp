@@ -62,48 +62,43 @@ void RedrawDayLines(DayViewer& viewer) {
 }  // namespace
 
 bool IsViewReady() {
-    const AppState& state = State();
-    if (state.view.AllViewMode) return true;
-    const int year = state.view.TargetYear;
-    if (state.view.ViewType == kYearly) {
-        const YearView& slot = Calendar().SlotOf(year);
-        std::lock_guard lock(slot.mutex);
-        return slot.year == year && (slot.ready || slot.loading);
-    }
-    if (state.view.ViewType == kMonthly) {
-        const YearView& slot = Calendar().SlotOf(year);
-        const MonthView& view = Calendar().MonthOf(year, state.view.TargetMonth);
-        std::lock_guard lock(slot.mutex);
-        return slot.year == year && view.ready;
-    }
-    return true;
+    const ViewState view = View();
+    if (view.scatter || view.period.level == Level::Day) return true;
+    const CalendarDate& date = view.period.date;
+    const YearView& slot = Calendar().SlotOf(date.year);
+    std::lock_guard lock(slot.mutex);
+    if (slot.year != date.year) return false;
+    if (view.period.level == Level::Month) return Calendar().MonthOf(date.year, date.month).ready;
+    return slot.ready || slot.loading;
 }
 
 void HeartbeatRedraw(int ticks) {
     AppState& state = State();
+    const ViewState view = View();
+    const CalendarDate& date = view.period.date;
     if (state.settings.TimingOfChangeBgImage > 0 && ticks % state.settings.TimingOfChangeBgImage == 0) {
-        if (!state.view.AllViewMode && state.view.ViewType != kDaily) Calendar().partners.slideShow.Hide();
+        if (!view.scatter && view.period.level != Level::Day) Calendar().partners.slideShow.Hide();
         Calendar().backgrounds.PickRandomImage();
         // The beat ends here and nothing is repainted: the new picture shows with the next full paint. Meant,
         // and held by HeartbeatRedraw.BackgroundBeatChangesNothingOnTheScreen.
         return;
     }
-    if (state.view.AllViewMode) {
+    if (view.scatter) {
         AllViewer& viewer = Calendar().CurrentAllViewer();
         if (!viewer.loaded || state.run.ObjectGate.IsStopRequested()) return;
         CycleFront(viewer, [&](const PlacedObjectPtr& object) { return DrawAllObject(viewer, object); });
         return;
     }
-    switch (state.view.ViewType) {
-        case kYearly:
+    switch (view.period.level) {
+        case Level::Year:
             Calendar().partners.slideShow.Hide();
-            RedrawYear(state.view.TargetYear);
+            RedrawYear(date.year);
             break;
-        case kMonthly:
+        case Level::Month:
             Calendar().partners.slideShow.Hide();
-            DrawMonthStep(state.view.TargetYear, state.view.TargetMonth);
+            DrawMonthStep(date.year, date.month);
             break;
-        case kDaily: {
+        case Level::Day: {
             DayViewer& viewer = Calendar().CurrentDayViewer();
             if (state.settings.DayViewSortByTime)
                 RedrawDayLines(viewer);
@@ -112,8 +107,6 @@ void HeartbeatRedraw(int ticks) {
                            [&](const PlacedObjectPtr& object) { return DrawDayObject(viewer, object); });
             break;
         }
-        default:
-            break;
     }
 }
 

@@ -52,25 +52,20 @@ void DrawHours(Canvas& canvas, Size client, double scale) {
     }
 }
 
-void DrawPeriod(Canvas& canvas, Size client, double scale) {
-    const AppState& state = State();
-    CalendarStore& calendar = Calendar();
-    if (state.view.AllViewMode) return;
-    switch (state.view.ViewType) {
-        case kYearly:
-            calendar.objectsDrawn = DrawYear(canvas, state.view.TargetYear, client, scale);
+void DrawPeriod(Canvas& canvas, const ViewState& view, Size client, double scale) {
+    if (view.scatter) return;
+    const CalendarDate& date = view.period.date;
+    switch (view.period.level) {
+        case Level::Year:
+            Calendar().objectsDrawn = DrawYear(canvas, date.year, client, scale);
             break;
-        case kMonthly:
-            calendar.objectsDrawn =
-                Finish(DrawMonth(canvas,
-                                 MakeMonthGrid(state.view.TargetYear, state.view.TargetMonth,
-                                               {0, 0, client.width, client.height}, false),
-                                 false, scale, DecodePolicy()));
+        case Level::Month:
+            Calendar().objectsDrawn = Finish(DrawMonth(
+                canvas, MakeMonthGrid(date.year, date.month, {0, 0, client.width, client.height}, false),
+                false, scale, DecodePolicy()));
             break;
-        case kDaily:
+        case Level::Day:
             DrawHours(canvas, client, scale);
-            break;
-        default:
             break;
     }
 }
@@ -79,7 +74,6 @@ void DrawPeriod(Canvas& canvas, Size client, double scale) {
 
 void PaintBase() {
     Window* window = MainWindow();
-    const AppState& state = State();
     if (!window) return;
     SetButtonStates();
     const Size size = window->ClientSize();
@@ -88,18 +82,16 @@ void PaintBase() {
     if (!surface) return;
     const BackgroundPtr background = RenewBackground();
     const CellRedrawPause pause;
-    const int viewType = state.view.ViewType;
-    const bool known = viewType == kYearly || viewType == kMonthly || viewType == kDaily;
     {
         const auto canvas = surface->Draw();
         RestoreBackground(*canvas, background, {0, 0, size.width, size.height});
-        if (known) DrawPeriod(*canvas, size, scale);
+        DrawPeriod(*canvas, View(), size, scale);
         if (LastSeenDataFolder() == DataFolder::Away) DrawMissingFolder(*canvas, size);
     }
     SetPaintedBase(surface);
     if (const auto canvas = window->Draw()) {
         canvas->Blit({0, 0, size.width, size.height}, *surface);
-        if (known) DrawButtons(*canvas);
+        DrawButtons(*canvas);
     }
     if (!State().run.FirstPaintDone.exchange(1)) Calendar().partners.observer.OnFirstPaint();
 }

@@ -75,7 +75,7 @@ private:
                 waiting_.pop_front();
             }
             const auto& [year, month, day] = cell;
-            if (State().view.ViewType == kYearly && !State().settings.CalendarMode)
+            if (View().period.level == Level::Year && !State().settings.CalendarMode)
                 DrawMonthPictureOnWindow(year, month);
             else
                 DrawCellOnWindow(year, month, day);
@@ -95,15 +95,14 @@ CellRedraws& Redraws() {
 
 // Whether this month is part of what the window shows as a grid now.
 bool IsMonthInView(int year, int month) {
-    const AppState& state = State();
-    if (state.view.AllViewMode || state.view.TargetYear != year) return false;
-    return state.view.ViewType == kYearly ||
-           (state.view.ViewType == kMonthly && state.view.TargetMonth == month);
+    const ViewState view = View();
+    return !view.scatter && view.period.level != Level::Day && view.period.date.year == year &&
+           (view.period.level == Level::Year || view.period.date.month == month);
 }
 
 MonthGrid GridInView(const Window& window, int year, int month) {
     const Size client = window.ClientSize();
-    if (State().view.ViewType == kYearly)
+    if (View().period.level == Level::Year)
         return MakeMonthGrid(year, month, YearMonthRect(client.width, month), true);
     return MakeMonthGrid(year, month, {0, 0, client.width, client.height}, false);
 }
@@ -119,7 +118,7 @@ void DrawCell(Window& window, const MonthGrid& grid, int day) {
     const Rect cell = MonthCellRect(grid, day);
     // A picture of another shape leaves margins: what stood there before shall not show beside it.
     RestoreBackground(*canvas, background, {cell.x + 1, cell.y + 1, cell.width, cell.height});
-    DrawDayCell(*canvas, cell, day, grid.ColumnOf(day), State().view.ViewType == kYearly, &object);
+    DrawDayCell(*canvas, cell, day, grid.ColumnOf(day), View().period.level == Level::Year, &object);
     // A wide window's last rows reach under the buttons, which stay on top.
     if (cell.Bottom() >= canvas->GetSize().height - kButtonBarHeight) DrawButtons(*canvas);
 }
@@ -152,7 +151,7 @@ void DrawMonthOnWindow(int year, int month) {
 
 void DrawMonthPictureOnWindow(int year, int month) {
     Window* window = MainWindow();
-    if (!window || !IsMonthInView(year, month) || State().view.ViewType != kYearly) return;
+    if (!window || !IsMonthInView(year, month) || View().period.level != Level::Year) return;
     const Rect area = YearMonthRect(window->ClientSize().width, month);
     // Into memory first: decoding must not happen while the window is held.
     const auto picture = Surface::Create({area.width, area.height}, window->Scale());

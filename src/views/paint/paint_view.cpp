@@ -19,6 +19,9 @@ constexpr int kPauseStepMs = 500;
 
 enum class WalkEnd { Whole, Stopped, Repaint };
 
+// A grid's pictures belong to its cells.
+bool HasObjectRun(const ViewState& view) { return view.scatter || view.period.level == Level::Day; }
+
 // Waits until no full paint was asked for during the settling time; does those paints.
 void SettlePaints() {
     CalendarStore& calendar = Calendar();
@@ -100,7 +103,7 @@ void PaintView() {
 void EventPaint() {
     AppState& state = State();
     if (state.run.ObjectGate.IsHeld()) return;
-    if (!state.view.AllViewMode && state.view.ViewType != kDaily) return;
+    if (!HasObjectRun(View())) return;
     if (!state.run.ObjectGate.Acquire("EventPaint")) return;
     Calendar().objectsDrawn = 0;
     if (!Calendar().StartPaintThread([number = Calendar().loadNumber.load()] { EventPaintThread(number); }))
@@ -113,11 +116,11 @@ void EventPaintThread(std::uint32_t loadNumber) {
     do {
         SettlePaints();
         Calendar().objectsDrawn = 0;
-        if (state.run.ObjectGate.IsStopRequested() ||
-            (!state.view.AllViewMode && state.view.ViewType != kDaily))
+        const ViewState view = View();
+        if (state.run.ObjectGate.IsStopRequested() || !HasObjectRun(view))
             end = WalkEnd::Stopped;
         else
-            end = state.view.AllViewMode ? WalkAll() : WalkDay();
+            end = view.scatter ? WalkAll() : WalkDay();
     } while (end == WalkEnd::Repaint);
     SetButtonStates();
     DrawButtonsOnWindow();
