@@ -1,5 +1,5 @@
-// Puts the index into the shell's hooks: updates in the background, loading ahead, stopping, the progress of
-// all that and of the scan of the dates.
+// Shows the progress of index work and of the scan of the dates in the window, and opens the index of each
+// root.
 #pragma once
 
 namespace kalmora {

@@ -119,6 +119,14 @@ constexpr auto kRows = std::to_array<CommandRow>({
 constexpr bool IsBefore(const CommandRow& a, const CommandRow& b) { return a.command < b.command; }
 static_assert(std::is_sorted(kRows.begin(), kRows.end(), IsBefore), "the table is searched by halves");
 
+constexpr bool HasRow(Command command) {
+    return std::any_of(kRows.begin(), kRows.end(),
+                       [=](const CommandRow& row) { return row.command == command; });
+}
+static_assert(std::all_of(kKeyCommands.begin(), kKeyCommands.end(),
+                          [](const KeyCommand& key) { return key.id == kCommandAddText || HasRow(key.id); }),
+              "a key can be bound to it, so it has a row");
+
 }  // namespace
 
 void DispatchCommand(const AppParts& parts, Window& window, int id) {

@@ -10,7 +10,7 @@
 
 namespace kalmora {
 
-// Folders, settings and hooks, as every run needs them.
+// Folders, settings and what connects the rooms, as every run needs them.
 void PrepareToWrite(const StartOptions& start);
 
 std::string AbsoluteFilePath(const std::string& path);

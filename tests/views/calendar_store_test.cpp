@@ -1,0 +1,44 @@
+// The workers of the store: which of them count as running.
+#include "views/model/calendar_store.h"
+
+#include <atomic>
+#include <future>
+#include <thread>
+
+#include "views/view_fixture.h"
+
+namespace kalmora {
+namespace {
+
+using CalendarStoreTest = ViewTest;
+
+TEST_F(CalendarStoreTest, IsTheOneThatIsHandedOut) { EXPECT_EQ(&Calendar(), calendar_.get()); }
+
+TEST_F(CalendarStoreTest, WorkerThatWasLetGoCountsUntilItHasLeft) {
+    std::promise<void> go;
+    ASSERT_TRUE(calendar_->StartObjectLoader([leave = go.get_future().share()] { leave.wait(); }));
+    ASSERT_TRUE(calendar_->StartObjectLoader([] {}));
+    while (calendar_->IsObjectLoaderRunning()) TheApplication()->ProcessEvents(1);
+    EXPECT_TRUE(calendar_->AreWorkersRunning()) << "the first one still waits";
+    go.set_value();
+    EXPECT_TRUE(Settle());
+    EXPECT_FALSE(calendar_->AreWorkersRunning());
+}
+
+TEST_F(CalendarStoreTest, GoesAfterItsWorkers) {
+    std::atomic<bool> hasLeft = false;
+    std::promise<void> go;
+    ASSERT_TRUE(calendar_->StartPaintThread([&hasLeft, leave = go.get_future().share()] {
+        leave.wait();
+        hasLeft = true;
+    }));
+    std::thread release([&go] { go.set_value(); });
+    calendar_.reset();
+    EXPECT_TRUE(hasLeft);
+    release.join();
+    calendar_ = std::make_unique<CalendarStore>(
+        ViewPartners{slideShow_, music_, navigation_, commands_, filter_, observer_});
+}
+
+}  // namespace
+}  // namespace kalmora
