@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
-#include "base/crc32.h"
+#include "media/png_builder.h"
 #include "program_fixture.h"
 #include "rewrite/rewrite_journal.h"
 
@@ -13,17 +13,6 @@ namespace {
 
 using test::Outcome;
 using testing::HasSubstr;
-
-std::string Number(std::uint32_t value) {
-    std::string bytes;
-    for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(value >> shift & 0xFF);
-    return bytes;
-}
-
-std::string Chunk(const std::string& type, const std::string& content) {
-    return Number(static_cast<std::uint32_t>(content.size())) + type + content +
-           Number(Crc32(type + content));
-}
 
 class CutOffVerbTest : public test::CommandLineTest {
 protected:
@@ -59,9 +48,8 @@ protected:
     bool IsWhole() const { return files::ReadWholeFile(Photo()) == kWhole; }
     Outcome RunOnData(const std::string& verb) const { return Run("--data '" + Path("data") + "' " + verb); }
 
-    const std::string kWhole = "\x89PNG\r\n\x1A\n" +
-                               Chunk("IHDR", Number(60) + Number(40) + std::string("\x08\2\0\0\0", 5)) +
-                               Chunk("IEND", "");
+    const std::string kWhole =
+        std::string(test::kPngSignature) + test::PngHeader(60, 40) + test::PngChunk("IEND", "");
 };
 
 TEST_F(CutOffVerbTest, ShowTellsOfTheWholePhoto) {

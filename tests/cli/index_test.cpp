@@ -13,7 +13,7 @@
 #include <thread>
 #include <vector>
 
-#include "base/crc32.h"
+#include "media/png_builder.h"
 #include "program_fixture.h"
 
 namespace kalmora {
@@ -129,20 +129,8 @@ TEST_F(IndexVerbTest, KeepsToThePeriod) {
 }
 
 // The head of a PNG and no pixels.
-std::string PngHead(int width, int height) {
-    const auto number = [](std::uint32_t value) {
-        std::string bytes;
-        for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(value >> shift & 0xFF);
-        return bytes;
-    };
-    const auto chunk = [&number](const std::string& type, const std::string& content) {
-        return number(static_cast<std::uint32_t>(content.size())) + type + content +
-               number(Crc32(type + content));
-    };
-    return "\x89PNG\r\n\x1A\n" +
-           chunk("IHDR", number(static_cast<std::uint32_t>(width)) +
-                             number(static_cast<std::uint32_t>(height)) + std::string("\x08\2\0\0\0", 5)) +
-           chunk("IEND", "");
+std::string PngHead(std::uint32_t width, std::uint32_t height) {
+    return std::string(test::kPngSignature) + test::PngHeader(width, height) + test::PngChunk("IEND", "");
 }
 
 TEST_F(IndexVerbTest, PicturesAreMeasuredByTheirHeads) {

@@ -2,14 +2,12 @@
 // and JPEGs around them. The files have a frame header and a scan, but no picture that could be decoded.
 #pragma once
 
-#include <array>
 #include <cstdint>
-#include <cstdio>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "base/byte_reader.h"
+#include "exif/directory.h"
 
 namespace kalmora::test {
 
@@ -24,50 +22,60 @@ enum TiffType : std::uint16_t {
     kSignedRationalType = 10,
 };
 
-inline std::string Word16(ByteOrder order, unsigned value) {
-    const char low = static_cast<char>(value & 0xFF), high = static_cast<char>(value >> 8 & 0xFF);
-    return order == ByteOrder::Big ? std::string{high, low} : std::string{low, high};
+inline ::exif::ByteOrder OrderOf(ByteOrder order) {
+    return order == ByteOrder::Big ? ::exif::ByteOrder::Big : ::exif::ByteOrder::Little;
 }
 
-inline std::string Word32(ByteOrder order, std::uint32_t value) {
-    const std::string low = Word16(order, value & 0xFFFF), high = Word16(order, value >> 16);
-    return order == ByteOrder::Big ? high + low : low + high;
+inline std::string Word(ByteOrder order, std::uint32_t value, int length) {
+    ::exif::Writer writer(OrderOf(order));
+    writer.Put(value, length);
+    return {writer.Get().begin(), writer.Get().end()};
 }
+inline std::string Word16(ByteOrder order, unsigned value) { return Word(order, value, 2); }
+inline std::string Word32(ByteOrder order, std::uint32_t value) { return Word(order, value, 4); }
 
-// One Exif block. Directories stand in the order of the enum, each followed by its values.
+// One Exif block, in one expression: a face of exif::Block that takes and gives strings.
 class ExifBuilder {
 public:
-    enum Directory { Main, Exif, Gps, Interoperability, Thumbnail };
+    using Directory = ::exif::Block::Part;
+    static constexpr Directory Main = ::exif::Block::Main, Exif = ::exif::Block::Exif,
+                               Gps = ::exif::Block::Gps, Interoperability = ::exif::Block::Interoperability,
+                               Thumbnail = ::exif::Block::Preview;
 
-    explicit ExifBuilder(ByteOrder order = ByteOrder::Little) : order_(order) {}
+    explicit ExifBuilder(ByteOrder order = ByteOrder::Little) : order_(order), block_(OrderOf(order)) {}
 
     // `bytes` is the value as it stands in the file; `count` and `type` are written as they are given.
-    ExifBuilder& Raw(Directory where, unsigned tag, unsigned type, std::uint32_t count, std::string bytes) {
-        entries_[where].push_back({tag, type, count, std::move(bytes), false});
+    ExifBuilder& Raw(Directory where, unsigned tag, unsigned type, std::uint32_t count,
+                     std::string_view bytes) {
+        block_.At(where).AddAsGiven(static_cast<std::uint16_t>(tag), static_cast<std::uint16_t>(type), count,
+                                    {bytes.begin(), bytes.end()});
         return *this;
     }
     ExifBuilder& Ascii(Directory where, unsigned tag, std::string_view text) {
-        return Raw(where, tag, kAsciiType, static_cast<std::uint32_t>(text.size() + 1),
-                   std::string(text) + '\0');
+        block_.At(where).Text(static_cast<std::uint16_t>(tag), text);
+        return *this;
     }
     ExifBuilder& Short(Directory where, unsigned tag, unsigned value) {
-        return Raw(where, tag, kShortType, 1, Word16(order_, value));
+        block_.At(where).Short(static_cast<std::uint16_t>(tag), value);
+        return *this;
     }
     ExifBuilder& Long(Directory where, unsigned tag, std::uint32_t value) {
-        return Raw(where, tag, kLongType, 1, Word32(order_, value));
+        block_.At(where).Long(static_cast<std::uint16_t>(tag), value);
+        return *this;
     }
     ExifBuilder& Rational(Directory where, unsigned tag, std::uint32_t above, std::uint32_t below,
                           unsigned type = kRationalType) {
         return Raw(where, tag, type, 1, Word32(order_, above) + Word32(order_, below));
     }
-    ExifBuilder& Undefined(Directory where, unsigned tag, std::string bytes, unsigned type = kUndefinedType) {
-        const auto count = static_cast<std::uint32_t>(bytes.size());
-        return Raw(where, tag, type, count, std::move(bytes));
+    ExifBuilder& Undefined(Directory where, unsigned tag, std::string_view bytes,
+                           unsigned type = kUndefinedType) {
+        return Raw(where, tag, type, static_cast<std::uint32_t>(bytes.size()), bytes);
     }
     // An entry whose four value bytes are written as they are, whatever its length says.
     ExifBuilder& Pointing(Directory where, unsigned tag, unsigned type, std::uint32_t count,
                           std::uint32_t offset) {
-        entries_[where].push_back({tag, type, count, Word32(order_, offset), true});
+        block_.At(where).AddPointing(static_cast<std::uint16_t>(tag), static_cast<std::uint16_t>(type), count,
+                                     offset);
         return *this;
     }
     // The XP tags are little-endian UTF-16 in blocks of either order.
@@ -76,98 +84,30 @@ public:
         for (const char16_t unit : text) bytes += Word16(ByteOrder::Little, unit);
         return Undefined(Main, 0x9C9C, bytes + std::string(2, '\0'), kByteType);
     }
-    ExifBuilder& EmbeddedJpeg(std::string bytes) {
-        thumbnail_ = std::move(bytes);
+    ExifBuilder& EmbeddedJpeg(std::string_view bytes) {
+        block_.SetPreview({bytes.begin(), bytes.end()});
         return *this;
     }
     // Leaves the offset of the next directory out of the main one.
     ExifBuilder& WithoutNextOffset() {
-        nextOffset_ = false;
+        block_.WithoutNextOffset();
         return *this;
     }
     ExifBuilder& NextOffset(std::uint32_t offset) {
-        forcedNext_ = offset;
+        block_.SetNextOffset(offset);
         return *this;
     }
 
     ByteOrder Order() const { return order_; }
 
     std::string Build() const {
-        const bool hasThumbnail = !entries_[Thumbnail].empty() || !thumbnail_.empty();
-        std::array<std::vector<Entry>, 5> all = entries_;
-        if (hasThumbnail && !thumbnail_.empty()) {
-            all[Thumbnail].push_back({0x0201, kLongType, 1, Word32(order_, 0), false});
-            all[Thumbnail].push_back(
-                {0x0202, kLongType, 1, Word32(order_, static_cast<std::uint32_t>(thumbnail_.size())), false});
-        }
-        if (!all[Interoperability].empty())
-            all[Exif].push_back({0xA005, kLongType, 1, Word32(order_, 0), false});
-        if (!all[Exif].empty()) all[Main].push_back({0x8769, kLongType, 1, Word32(order_, 0), false});
-        if (!all[Gps].empty()) all[Main].push_back({0x8825, kLongType, 1, Word32(order_, 0), false});
-
-        std::array<std::uint32_t, 5> offsets{};
-        std::uint32_t at = 8;
-        for (std::size_t d = 0; d < all.size(); ++d) {
-            if (all[d].empty() && d != Main) continue;
-            offsets[d] = at;
-            at += DirectoryLength(all[d]);
-        }
-        const std::uint32_t thumbnailAt = at;
-        for (auto& directory : all)
-            for (Entry& entry : directory) {
-                if (entry.tag == 0x0201 && !thumbnail_.empty()) entry.bytes = Word32(order_, thumbnailAt);
-                if (entry.isRaw) continue;
-                if (entry.tag == 0x8769) entry.bytes = Word32(order_, offsets[Exif]);
-                if (entry.tag == 0x8825) entry.bytes = Word32(order_, offsets[Gps]);
-                if (entry.tag == 0xA005) entry.bytes = Word32(order_, offsets[Interoperability]);
-            }
-        std::string tiff = (order_ == ByteOrder::Big ? "MM" : "II") + Word16(order_, 42) + Word32(order_, 8);
-        for (std::size_t d = 0; d < all.size(); ++d) {
-            if (offsets[d] == 0) continue;
-            const std::uint32_t next = d == Main && hasThumbnail ? offsets[Thumbnail] : 0;
-            tiff += Directory2Bytes(all[d], offsets[d], d == Main && forcedNext_ ? forcedNext_ : next,
-                                    d != Main || nextOffset_);
-        }
-        return tiff + thumbnail_;
+        const ::exif::Bytes bytes = block_.Build();
+        return {bytes.begin(), bytes.end()};
     }
 
 private:
-    struct Entry {
-        unsigned tag, type;
-        std::uint32_t count;
-        std::string bytes;
-        bool isRaw;
-    };
-
-    static std::uint32_t DirectoryLength(const std::vector<Entry>& entries) {
-        std::size_t length = 2 + 12 * entries.size() + 4;
-        for (const Entry& entry : entries)
-            if (entry.bytes.size() > 4) length += (entry.bytes.size() + 1) / 2 * 2;
-        return static_cast<std::uint32_t>(length);
-    }
-
-    std::string Directory2Bytes(const std::vector<Entry>& entries, std::uint32_t offset, std::uint32_t next,
-                                bool withNext) const {
-        std::string head = Word16(order_, static_cast<unsigned>(entries.size())), values;
-        const auto valuesAt = static_cast<std::uint32_t>(offset + 2 + 12 * entries.size() + 4);
-        for (const Entry& entry : entries) {
-            head += Word16(order_, entry.tag) + Word16(order_, entry.type) + Word32(order_, entry.count);
-            if (entry.bytes.size() <= 4) {
-                head += entry.bytes + std::string(4 - entry.bytes.size(), '\0');
-            } else {
-                head += Word32(order_, valuesAt + static_cast<std::uint32_t>(values.size()));
-                values += entry.bytes + std::string(entry.bytes.size() % 2, '\0');
-            }
-        }
-        if (withNext) head += Word32(order_, next);
-        return head + values;
-    }
-
     ByteOrder order_;
-    std::array<std::vector<Entry>, 5> entries_;
-    std::string thumbnail_;
-    bool nextOffset_ = true;
-    std::uint32_t forcedNext_ = 0;
+    ::exif::Block block_;
 };
 
 inline std::string JpegSegmentBytes(unsigned marker, std::string_view payload) {

@@ -5,20 +5,12 @@
 #include <string>
 #include <string_view>
 
+#include "base/crc32.h"
 #include "exif_builder.h"
 
 namespace kalmora::test {
 
 inline constexpr std::string_view kPngSignature("\x89PNG\r\n\x1A\n", 8);
-
-inline std::uint32_t Crc32(std::string_view bytes) {
-    std::uint32_t crc = 0xFFFFFFFF;
-    for (const char c : bytes) {
-        crc ^= static_cast<std::uint8_t>(c);
-        for (int bit = 0; bit < 8; ++bit) crc = (crc & 1) != 0 ? crc >> 1 ^ 0xEDB88320 : crc >> 1;
-    }
-    return ~crc;
-}
 
 inline std::string PngChunk(std::string_view type, std::string_view data) {
     const std::string checked = std::string(type) + std::string(data);
@@ -30,9 +22,9 @@ inline std::string PngText(std::string_view keyword, std::string_view text) {
     return PngChunk("tEXt", std::string(keyword) + '\0' + std::string(text));
 }
 
-inline std::string PngHeader() {
-    return PngChunk("IHDR",
-                    Word32(ByteOrder::Big, 1) + Word32(ByteOrder::Big, 1) + std::string("\x08\0\0\0\0", 5));
+inline std::string PngHeader(std::uint32_t width = 1, std::uint32_t height = 1) {
+    return PngChunk("IHDR", Word32(ByteOrder::Big, width) + Word32(ByteOrder::Big, height) +
+                                std::string("\x08\0\0\0\0", 5));
 }
 
 // One grey pixel.

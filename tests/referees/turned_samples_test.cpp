@@ -1,22 +1,17 @@
 // Photos of real cameras after turns, in the eyes of another program: every embedded picture and every
 // trailer has the bytes that it had, but for the thumbnail, which is turned along.
 #include <gmock/gmock.h>
-#include <jpeglib.h>
 
-#include <array>
 #include <cmath>
-#include <csetjmp>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <map>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "embedded_pictures.h"
 #include "media/multi_picture_builder.h"
 #include "media/rotation.h"
 #include "platform/files.h"
@@ -27,40 +22,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string ContentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
+using test::ContentOf;
+using test::DecodedPicture;
+using test::Embedded;
+using test::OutputOf;
 
-std::string OutputOf(const std::string& command) {
-    std::FILE* pipe = popen(command.c_str(), "r");  // NOLINT(bugprone-command-processor): as a user would
-    if (!pipe) return {};
-    std::string output;
-    std::vector<char> block(1u << 16);
-    while (const std::size_t length = std::fread(block.data(), 1, block.size(), pipe))
-        output.append(block.data(), length);
-    pclose(pipe);
-    return output;
-}
-
-// What one file holds: tag to bytes, as the other program prints them. Warnings are among them.
-using Embedded = std::map<std::string, std::string>;
-
-// Of all files by one call.
+// Warnings are among it.
 std::map<std::string, Embedded> ReadAll(const std::string& folder) {
-    const auto records = nlohmann::json::parse(
-        OutputOf("cd '" + folder +
-                 "' && exiftool -j -a -G1:4 -b -Preview:all -Trailer -Warning -ImageSize . 2>/dev/null"),
-        nullptr, false);
-    std::map<std::string, Embedded> files;
-    if (!records.is_array()) return files;
-    for (const auto& record : records) {
-        Embedded& embedded = files[fs::path(record["SourceFile"].get<std::string>()).filename().string()];
-        for (const auto& [key, value] : record.items())
-            if (key != "SourceFile")
-                embedded[key] = value.is_string() ? value.get<std::string>() : value.dump();
-    }
-    return files;
+    return test::EmbeddedIn(folder, "-G1:4 -Warning -ImageSize");
 }
 
 bool IsThumbnail(const std::string& key) {
@@ -84,54 +53,8 @@ std::string FromBase64(std::string_view text) {
     return bytes;
 }
 
-struct DecoderError {
-    jpeg_error_mgr base;
-    std::jmp_buf back;
-};
-
-struct Grey {
-    int width = 0, height = 0;
-    std::string pixels;
-    int At(int x, int y) const {
-        return static_cast<std::uint8_t>(
-            pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                   static_cast<std::size_t>(x)]);
-    }
-};
-
-// The brightness of the pixels; nothing for what cannot be decoded.
-Grey Decoded(const std::string& jpeg) {
-    jpeg_decompress_struct decoder;
-    DecoderError error;
-    Grey grey;
-    decoder.err = jpeg_std_error(&error.base);
-    error.base.error_exit = [](j_common_ptr any) {
-        std::longjmp(reinterpret_cast<DecoderError*>(any->err)->back, 1);
-    };
-    error.base.output_message = [](j_common_ptr) {};
-    if (setjmp(error.back) == 0) {
-        jpeg_create_decompress(&decoder);
-        jpeg_mem_src(&decoder, reinterpret_cast<const unsigned char*>(jpeg.data()), jpeg.size());
-        jpeg_read_header(&decoder, TRUE);
-        decoder.out_color_space = JCS_GRAYSCALE;
-        jpeg_start_decompress(&decoder);
-        grey.width = static_cast<int>(decoder.output_width);
-        grey.height = static_cast<int>(decoder.output_height);
-        grey.pixels.resize(std::size_t{decoder.output_width} * decoder.output_height);
-        while (decoder.output_scanline < decoder.output_height) {
-            JSAMPROW row = reinterpret_cast<JSAMPROW>(grey.pixels.data()) +
-                           std::size_t{decoder.output_width} * decoder.output_scanline;
-            jpeg_read_scanlines(&decoder, &row, 1);
-        }
-    } else {
-        grey = {};
-    }
-    jpeg_destroy_decompress(&decoder);
-    return grey;
-}
-
 // How far they differ on average once the first one is turned clockwise by a quarter.
-double DifferenceOfQuarterTurn(const Grey& before, const Grey& after) {
+double DifferenceOfQuarterTurn(const DecodedPicture& before, const DecodedPicture& after) {
     if (before.width == 0 || before.width != after.height || before.height != after.width) return 255;
     double sum = 0;
     for (int y = 0; y < after.height; ++y)
@@ -140,7 +63,7 @@ double DifferenceOfQuarterTurn(const Grey& before, const Grey& after) {
     return sum / after.width / after.height;
 }
 
-double Difference(const Grey& a, const Grey& b) {
+double Difference(const DecodedPicture& a, const DecodedPicture& b) {
     if (a.width == 0 || a.width != b.width || a.height != b.height) return 255;
     double sum = 0;
     for (std::size_t i = 0; i < a.pixels.size(); ++i)
@@ -227,7 +150,8 @@ TEST_F(TurnedSamplesTest, HoldWhatTheyHeld) {
                 ASSERT_TRUE(found.contains(key)) << "lost " << key;
                 const std::string& now = found.at(key);
                 if (IsThumbnail(key)) {
-                    const Grey old = Decoded(FromBase64(value)), fresh = Decoded(FromBase64(now));
+                    const DecodedPicture old = test::Decoded(FromBase64(value), test::Channels::Brightness);
+                    const DecodedPicture fresh = test::Decoded(FromBase64(now), test::Channels::Brightness);
                     // One that had to be encoded anew loses a little.
                     EXPECT_LT(isQuarterTurn ? DifferenceOfQuarterTurn(old, fresh) : Difference(old, fresh), 8)
                         << key;

@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
@@ -20,6 +19,8 @@ namespace kalmora {
 namespace {
 
 namespace fs = std::filesystem;
+
+using test::ContentOf;
 
 class WordedSamplesTest : public testing::Test {
 protected:
@@ -39,10 +40,6 @@ protected:
         files::RemoveFolderTree(folder_);
     }
 
-    static std::string ContentOf(const fs::path& path) {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
     std::string PathOf(const std::string& name) const { return files::Join(photos_, name); }
     void Put(const std::string& name, const std::string& content) {
         std::ofstream(PathOf(name), std::ios::binary) << content;

@@ -1,16 +1,10 @@
 // Photos of real cameras after each kind of write, judged by two independent readers and a decoder: nothing
 // is reported that was not reported before, and every tag that was not written says what it said.
 #include <gmock/gmock.h>
-#include <jpeglib.h>
 
 #include <algorithm>
-#include <array>
-#include <csetjmp>
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <set>
@@ -19,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "embedded_pictures.h"
 #include "media/exif_reader.h"
 #include "media/photo_file.h"
 #include "platform/files.h"
@@ -30,21 +25,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string ContentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::string OutputOf(const std::string& command) {
-    std::FILE* pipe = popen(command.c_str(), "r");  // NOLINT(bugprone-command-processor): as a user would
-    if (!pipe) return {};
-    std::string output;
-    std::array<char, 1 << 16> block;
-    while (const std::size_t length = std::fread(block.data(), 1, block.size(), pipe))
-        output.append(block.data(), length);
-    pclose(pipe);
-    return output;
-}
+using test::ContentOf;
+using test::OutputOf;
 
 // What one reader says of one file: tag to value.
 using Tags = std::multimap<std::string, std::string>;
@@ -92,41 +74,6 @@ std::map<std::string, Tags> ReadByExiv2(const std::string& folder) {
                 break;
             }
     return files;
-}
-
-struct DecoderError {
-    jpeg_error_mgr base;
-    std::jmp_buf back;
-};
-
-// The pixels; empty for what cannot be decoded.
-std::string PixelsOf(const std::string& jpeg) {
-    jpeg_decompress_struct decoder;
-    DecoderError error;
-    std::string pixels;
-    decoder.err = jpeg_std_error(&error.base);
-    error.base.error_exit = [](j_common_ptr any) {
-        std::longjmp(reinterpret_cast<DecoderError*>(any->err)->back, 1);
-    };
-    error.base.output_message = [](j_common_ptr) {};
-    if (setjmp(error.back) != 0) {
-        jpeg_destroy_decompress(&decoder);
-        return pixels;
-    }
-    jpeg_create_decompress(&decoder);
-    jpeg_mem_src(&decoder, reinterpret_cast<const unsigned char*>(jpeg.data()), jpeg.size());
-    jpeg_read_header(&decoder, TRUE);
-    jpeg_start_decompress(&decoder);
-    const std::size_t stride =
-        std::size_t{decoder.output_width} * static_cast<std::size_t>(decoder.output_components);
-    pixels.resize(stride * decoder.output_height);
-    while (decoder.output_scanline < decoder.output_height) {
-        JSAMPROW row = reinterpret_cast<JSAMPROW>(pixels.data()) + stride * decoder.output_scanline;
-        jpeg_read_scanlines(&decoder, &row, 1);
-    }
-    jpeg_finish_decompress(&decoder);
-    jpeg_destroy_decompress(&decoder);
-    return pixels;
 }
 
 // The maker note as it stands, and its place in the block.
@@ -296,7 +243,7 @@ TEST_F(WrittenSamplesTest, SayToOtherReadersWhatTheySaid) {
             const std::string after = ContentOf(PathOf(name));
             if (before.starts_with("\xFF\xD8")) {
                 EXPECT_TRUE(SegmentsOf(before) == SegmentsOf(after)) << "a segment";
-                EXPECT_TRUE(PixelsOf(before) == PixelsOf(after)) << "the pixels";
+                EXPECT_TRUE(test::Decoded(before) == test::Decoded(after)) << "the pixels";
                 EXPECT_TRUE(MakerNoteOf(before) == MakerNoteOf(after)) << "the maker note";
             } else {
                 const auto pixels = [](const std::string& png) {

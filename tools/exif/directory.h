@@ -1,9 +1,12 @@
-// Directories of tagged values, as an Exif block is made of them, and the bytes in one order that they stand
-// in.
+// Builds Exif blocks: directories of tagged values, the bytes in one order that they stand in, and the block
+// of five directories that a photo has.
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace exif {
@@ -41,13 +44,14 @@ private:
     Bytes bytes_;
 };
 
-// One directory. Values of more than four bytes stand behind it in the order in which they were added, so
-// entries are added in the order of their tags.
+// One directory. Entries are written in the order in which they were added, which is to be that of their
+// tags, and values of more than four bytes stand behind it in the same order.
 class Directory {
 public:
     explicit Directory(ByteOrder order) : order_(order) {}
 
-    void Add(std::uint16_t tag, Type type, Bytes value) { entries_.push_back({tag, type, std::move(value)}); }
+    // The count follows from the length of the value.
+    void Add(std::uint16_t tag, Type type, Bytes value);
     void Add(std::uint16_t tag, Type type, std::string_view value) {
         Add(tag, type, Bytes(value.begin(), value.end()));
     }
@@ -61,20 +65,29 @@ public:
         Numbers(tag, Type::SignedRational,
                 {static_cast<std::uint32_t>(above), static_cast<std::uint32_t>(below)}, 4);
     }
-    // A number that is known only when all is laid out: replaces the value of an entry that was added.
+    // An entry as a hostile file may have it: type and count are written as they are given.
+    void AddAsGiven(std::uint16_t tag, std::uint16_t type, std::uint32_t count, Bytes value);
+    // An entry whose four value bytes are this number, whatever its length says; SetLong leaves it alone.
+    void AddPointing(std::uint16_t tag, std::uint16_t type, std::uint32_t count, std::uint32_t offset);
+    // A number that is known only when all is laid out: replaces the value of entries that were added.
     void SetLong(std::uint16_t tag, std::uint32_t value);
+    // Adds the entry for such a number where there is none.
+    void WantLong(std::uint16_t tag);
+
+    bool IsEmpty() const { return entries_.empty(); }
 
     // In bytes, with the values behind the directory.
     std::uint32_t Length() const;
     // At the end of `out`, whose first byte offsets count from; `next` is the offset of the directory that
-    // follows, or 0.
-    void Write(Writer& out, std::uint32_t next) const;
+    // follows, or 0, or left out.
+    void Write(Writer& out, std::optional<std::uint32_t> next) const;
 
 private:
     struct Entry {
-        std::uint16_t tag;
-        Type type;
+        std::uint16_t tag = 0, type = 0;
+        std::uint32_t count = 0;
         Bytes value;
+        bool isFixed = false;
     };
     void Numbers(std::uint16_t tag, Type type, const std::vector<std::uint32_t>& numbers, int length);
 
@@ -82,10 +95,40 @@ private:
     std::vector<Entry> entries_;
 };
 
-// The content of an APP1 segment from "Exif" on: the main directory, which has an entry for the pointer to
-// the Exif directory (tag 0x8769, any value), and the preview, a JPEG, with its own directory. Without a
-// preview that directory is left out. `dotsPerInch` is told of the preview.
-Bytes Segment(ByteOrder order, Directory main, const Directory& exif, const Bytes& preview,
-              std::uint32_t dotsPerInch);
+// A block of directories in the order of the enum, each followed by its values; those without an entry are
+// left out, but for the main one. Behind them stands the preview, a JPEG.
+class Block {
+public:
+    enum Part { Main, Exif, Gps, Interoperability, Preview };
+
+    explicit Block(ByteOrder order)
+        : order_(order),
+          parts_{Directory(order), Directory(order), Directory(order), Directory(order), Directory(order)} {}
+
+    ByteOrder Order() const { return order_; }
+    Directory& At(Part part) { return parts_[part]; }
+    void SetPreview(Bytes jpeg) { preview_ = std::move(jpeg); }
+    // Leaves the offset of the next directory out of the main one.
+    void WithoutNextOffset() { hasNextOffset_ = false; }
+    // Writes this offset there instead of the true one.
+    void SetNextOffset(std::uint32_t offset) { nextOffset_ = offset; }
+
+    // From the byte order mark on. Pointers to the directories and to the preview are set to where those
+    // stand, and added at the end of their directory where they are missing.
+    Bytes Build() const;
+
+private:
+    std::optional<std::uint32_t> NextOfMain(std::uint32_t preview) const;
+
+    ByteOrder order_;
+    std::array<Directory, 5> parts_;
+    Bytes preview_;
+    bool hasNextOffset_ = true;
+    std::uint32_t nextOffset_ = 0;
+};
+
+// The content of an APP1 segment from "Exif" on: a block of the main and the Exif directory, and of the
+// preview with its own directory, which says that it has so many dots per inch.
+Bytes Segment(ByteOrder order, Directory main, Directory exif, Bytes preview, std::uint32_t dotsPerInch);
 
 }  // namespace exif
