@@ -7,6 +7,7 @@
 #include "views/bar/button_parts.h"
 #include "views/bar/button_rows.h"
 #include "views/control/press_button.h"
+#include "views/paint/paint_base.h"
 #include "views/view_fixture.h"
 
 namespace kalmora {
@@ -221,6 +222,61 @@ TEST_F(ButtonBarTest, ProgressWithoutATextDrawsNothing) {
     const Color before = PixelAt(960 - 407, 629);
     ShowProgress(1.0, "");
     EXPECT_EQ(PixelAt(960 - 407, 629), before);
+}
+
+// ---- pixels
+
+class BarPixelsTest : public ButtonBarTest {
+protected:
+    static constexpr Size kClient{960, 700};
+
+    // The strip of the bar as it is on the screen.
+    std::vector<Color> Strip() {
+        std::vector<Color> pixels;
+        const auto window = window_->Snapshot();
+        for (int y = kClient.height - kBarHeight; y < kClient.height; ++y)
+            for (int x = 0; x < kClient.width; ++x) pixels.push_back(window->PixelAt(x, y));
+        return pixels;
+    }
+};
+
+TEST_F(BarPixelsTest, DrawnTwiceIsTheSameAsOnce) {
+    PaintBase();
+    const auto once = Strip();
+    DrawButtonsOnWindow();
+    EXPECT_TRUE(Strip() == once);
+    DrawButtonsOnWindow();
+    EXPECT_TRUE(Strip() == once) << "half-transparent edges get no darker";
+}
+
+TEST_F(BarPixelsTest, PressAndFocusLeaveNothingBehind) {
+    PaintBase();
+    const auto atRest = Strip();
+    const Rect next = Find(VisibleButtons(), "Next")->area;
+    SetPressedButton(Middle(next), true);
+    EXPECT_FALSE(Strip() == atRest);
+    SetPressedButton(Middle(next), false);
+    EXPECT_TRUE(Strip() == atRest);
+    MoveButtonFocus(+1);
+    EXPECT_FALSE(Strip() == atRest);
+    ClearButtonFocus();
+    EXPECT_TRUE(Strip() == atRest);
+}
+
+TEST_F(BarPixelsTest, WhatIsDrawnUnderTheButtonsStaysThere) {
+    PaintBase();
+    constexpr Color kGreen{0, 200, 0};
+    const Rect area{300, kClient.height - 20, 100, 20};
+    {
+        const auto canvas = window_->Draw();
+        DrawUnderButtons(*canvas, area, [&](Canvas& target, Point origin) {
+            target.FillRect({area.x - origin.x, area.y - origin.y, area.width, area.height}, kGreen);
+        });
+    }
+    const auto drawn = Strip();
+    EXPECT_EQ(PixelAt(350, kClient.height - 2), kGreen);
+    DrawButtonsOnWindow();
+    EXPECT_TRUE(Strip() == drawn);
 }
 
 }  // namespace

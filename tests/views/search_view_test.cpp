@@ -7,7 +7,7 @@
 #include "views/bar/button_bar.h"
 #include "views/control/press_button.h"
 #include "views/control/search_mode.h"
-#include "views/load/day_folder_scan.h"
+#include "views/load/day_listing.h"
 #include "views/load/object_loader.h"
 #include "views/model/calendar_store.h"
 #include "views/view_fixture.h"

@@ -1,5 +1,8 @@
 #include "views/bar/button_bar.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "search/search_run.h"
 #include "state/app_state.h"
 #include "store/data_folder.h"
@@ -7,7 +10,6 @@
 #include "views/bar/button_parts.h"
 #include "views/model/calendar_store.h"
 #include "views/model/caption.h"
-#include "views/model/painted_base.h"
 
 namespace kalmora {
 
@@ -78,12 +80,17 @@ void PlaceImages(ButtonParts& bar, Size client) {
     }
 }
 
-void PaintAll(ButtonParts& bar, Canvas& canvas) {
-    bar.painted.clear();
-    ForEachButton(bar, [&](const CButton& button, std::size_t) {
-        button.Paint(canvas);
-        if (button.IsVisible()) bar.painted.push_back(button.Area());
-    });
+Rect StripOf(Size client) {
+    const int height = std::clamp(client.height, 0, kBarHeight);
+    return {0, client.height - height, client.width, height};
+}
+
+// The whole strip, so that nothing half-transparent is painted over itself. While the window has just got
+// another size there is no ground for it: its own paint is about to come.
+void PaintStrip(ButtonParts& bar, Canvas& canvas) {
+    const Size client = canvas.GetSize();
+    if (bar.ground && bar.groundClient == client) canvas.Blit(StripOf(client), *bar.ground);
+    ForEachButton(bar, [&](const CButton& button, std::size_t) { button.Paint(canvas); });
     if (bar.focused && bar.focused->IsVisible()) bar.focused->PaintFocus(canvas);
 }
 
@@ -116,6 +123,7 @@ void DestroyButtons() {
     bar.search.reset();
     bar.images.clear();
     bar.focused = nullptr;
+    bar.ground.reset();
 }
 
 void SetCaption() {
@@ -141,26 +149,39 @@ void SetButtonStates() {
     PlaceImages(bar, client);
 }
 
+void SetBarGround(const Surface& base) {
+    const Size client = base.GetSize();
+    const Rect strip = StripOf(client);
+    std::unique_ptr<Surface> ground = Surface::Create({strip.width, strip.height}, base.Scale());
+    if (ground) ground->Draw()->Blit({0, 0, strip.width, strip.height}, base, {strip.x, strip.y});
+    ButtonParts& bar = TheButtonParts();
+    std::lock_guard lock(bar.mutex);
+    bar.ground = std::move(ground);
+    bar.groundClient = client;
+}
+
+void DrawUnderButtons(Canvas& canvas, const Rect& area,
+                      const std::function<void(Canvas& canvas, Point origin)>& draw) {
+    draw(canvas, {0, 0});
+    const Size client = canvas.GetSize();
+    const Rect strip = StripOf(client);
+    if (area.Bottom() < strip.y) return;
+    ButtonParts& bar = TheButtonParts();
+    std::lock_guard lock(bar.mutex);
+    if (bar.ground && bar.groundClient == client) draw(*bar.ground->Draw(), {strip.x, strip.y});
+    PaintStrip(bar, canvas);
+}
+
 void DrawButtons(Canvas& canvas) {
     ButtonParts& bar = TheButtonParts();
     std::lock_guard lock(bar.mutex);
-    PaintAll(bar, canvas);
+    PaintStrip(bar, canvas);
 }
 
 void DrawButtonsOnWindow() {
     Window* window = MainWindow();
     if (!window) return;
-    const SurfacePtr base = PaintedBase();
-    const auto canvas = window->Draw();
-    if (!canvas) return;
-    ButtonParts& bar = TheButtonParts();
-    std::lock_guard lock(bar.mutex);
-    // What lies under the buttons first: a label that became shorter must not leave its old end, nor a
-    // pressed button its shade.
-    for (const Rect& area : bar.painted) {
-        if (base && base->GetSize() == canvas->GetSize()) canvas->Blit(area, *base, {area.x, area.y});
-    }
-    PaintAll(bar, *canvas);
+    if (const auto canvas = window->Draw()) DrawButtons(*canvas);
 }
 
 }  // namespace kalmora

@@ -2,6 +2,7 @@
 // gauge.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,9 +20,18 @@ void SetButtonStates();
 // The date label's text and the window's title alone. Any thread.
 void SetCaption();
 
-// Draws every visible button. Any thread.
-void DrawButtons(Canvas& canvas);
-void DrawButtonsOnWindow();  // straight onto the window, over the background where a button stood before
+// ---- the strip along the window's lower edge, painted whole: its ground, then every visible button. Any
+// thread.
+inline constexpr int kBarHeight = 50;  // logical pixels
+void DrawButtons(Canvas& canvas);      // of a whole window
+void DrawButtonsOnWindow();
+// What lies under the buttons: the lower strip of a whole window that was painted without them.
+void SetBarGround(const Surface& base);
+// For what is redrawn in parts and may reach under the buttons: draws it on the window's canvas and, where
+// `area` reaches that far, into the ground too, and the buttons on top. `origin` is the point of the window
+// at which the canvas that `draw` gets begins.
+void DrawUnderButtons(Canvas& canvas, const Rect& area,
+                      const std::function<void(Canvas& canvas, Point origin)>& draw);
 
 // What a press on a button does.
 enum class ButtonAction { Nothing, Command, Help, Filter, Indexing, EndSearch };

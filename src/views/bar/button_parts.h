@@ -5,6 +5,7 @@
 #include <mutex>
 #include <vector>
 
+#include "platform/canvas.h"
 #include "views/bar/button.h"
 #include "views/bar/button_rows.h"
 
@@ -14,8 +15,9 @@ struct ButtonParts {
     std::mutex mutex;  // guards everything below; never held while a press does its work
     std::unique_ptr<CButton> date, level, search;
     std::vector<std::unique_ptr<CButton>> images;  // by ImageButton; all of them, or none before the start
-    std::vector<Rect> painted;                     // where buttons stand on the window
-    CButton* focused = nullptr;                    // the one that Enter presses; one of the above
+    std::unique_ptr<Surface> ground;  // the strip without its buttons; null before the first paint
+    Size groundClient;                // of the window that the ground was painted for
+    CButton* focused = nullptr;       // the one that Enter presses; one of the above
 };
 ButtonParts& TheButtonParts();
 

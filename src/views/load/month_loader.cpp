@@ -9,7 +9,7 @@
 #include "platform/image.h"
 #include "state/app_state.h"
 #include "store/data_folder.h"
-#include "views/load/day_folder_scan.h"
+#include "views/load/day_listing.h"
 #include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
 #include "views/model/cell_content.h"
@@ -106,8 +106,7 @@ bool LoadDayCell(const std::string& root, int year, int month, int day, const St
     if (ended()) return false;
     const std::string folder = MakeDayFolderPath(root, year, month, day);
 
-    std::vector<DayEntry> found;
-    ScanDayFolder(folder, ended, [&](DayEntry entry) { found.push_back(std::move(entry)); });
+    const std::vector<DayEntry> found = TakeListing(ListDayFolder(folder, ended));
     if (ended()) return false;
 
     std::vector<DayEntry> all;

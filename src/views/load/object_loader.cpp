@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "base/dates.h"
 #include "base/format.h"
@@ -12,7 +13,7 @@
 #include "state/app_state.h"
 #include "store/data_folder.h"
 #include "views/bar/button_bar.h"
-#include "views/load/day_folder_scan.h"
+#include "views/load/day_listing.h"
 #include "views/load/month_loader.h"
 #include "views/load/scan_backgrounds.h"
 #include "views/load/search_view.h"
@@ -79,11 +80,15 @@ void StartGridLoad(const LoadRequest& request) {
     state.run.ObjectGate.Release();
 }
 
+void AddListing(DayListing listing, ObjectList& list) {
+    for (const DayEntry& entry : TakeListing(std::move(listing)))
+        list.Add(std::make_unique<CPhoto>(entry.path));
+}
+
 void FillDay(const std::string& root, int year, int month, int day, const StopTest& stopped,
              ObjectList& list) {
     if (month < 1 || day < 1) return;  // a jump may name any; the folder would be a month's or a year's
-    ScanDayFolder(MakeDayFolderPath(root, year, month, day), stopped,
-                  [&](DayEntry entry) { list.Add(std::make_unique<CPhoto>(entry.path)); });
+    AddListing(ListDayFolder(MakeDayFolderPath(root, year, month, day), stopped), list);
 }
 
 void FillMonth(const std::string& root, int year, int month, const StopTest& stopped, ObjectList& list) {
@@ -141,8 +146,7 @@ void LoadAllViewer(const LoadRequest& request, const StopTest& loadStopped) {
     };
     if (request.view.searchResult && request.view.searchAllLoaded) {
         // Whatever was found, whenever it is from.
-        ScanFoundFiles({}, stopped,
-                       [&](DayEntry entry) { viewer.objects.Add(std::make_unique<CPhoto>(entry.path)); });
+        AddListing(ListFoundFiles({}, stopped), viewer.objects);
     } else {
         fill(MainRoot());
         // The second root has no part in a whole year's scatter; meant as it stands.

@@ -1,12 +1,13 @@
 // The background picture of the view.
 #pragma once
 
+#include <memory>
+
 #include "platform/canvas.h"
-#include "views/model/painted_base.h"
 
 namespace kalmora {
 
-using BackgroundPtr = SurfacePtr;
+using BackgroundPtr = std::shared_ptr<const Surface>;
 
 // The background for the picture that is to be shown now: for a full paint. Shared, never written once handed
 // out. Null without a window. Any thread; decodes when picture or window size are new.

@@ -2,13 +2,12 @@
 
 #include "pictures/draw_context.h"
 #include "state/app_state.h"
+#include "views/bar/button_bar.h"
 #include "views/model/calendar_store.h"
 
 namespace kalmora {
 
 namespace {
-
-constexpr int kButtonBarHeight = 50;  // kept free for the buttons
 
 bool PassesFilter(CPhoto& photo) {
     if (photo.kind != ObjectKind::Text && photo.kind != ObjectKind::Image && photo.kind != ObjectKind::Movie)
@@ -36,7 +35,7 @@ bool DrawClaimed(ObjectList& list, const PlacedObjectPtr& object, DrawOne draw) 
 
 Size ObjectArea() {
     const Size client = ClientSize();
-    return {client.width, client.height - kButtonBarHeight};
+    return {client.width, client.height - kBarHeight};
 }
 
 bool DrawDayObject(DayViewer& viewer, const PlacedObjectPtr& object) {

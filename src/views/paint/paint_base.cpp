@@ -8,7 +8,6 @@
 #include "views/bar/button_bar.h"
 #include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
-#include "views/model/painted_base.h"
 #include "views/paint/background.h"
 #include "views/paint/missing_folder.h"
 #include "views/paint/paint_month.h"
@@ -78,7 +77,7 @@ void PaintBase() {
     SetButtonStates();
     const Size size = window->ClientSize();
     const double scale = window->Scale();
-    const std::shared_ptr<Surface> surface = Surface::Create(size, scale);
+    const std::unique_ptr<Surface> surface = Surface::Create(size, scale);
     if (!surface) return;
     const BackgroundPtr background = RenewBackground();
     const CellRedrawPause pause;
@@ -88,7 +87,7 @@ void PaintBase() {
         DrawPeriod(*canvas, View(), size, scale);
         if (LastSeenDataFolder() == DataFolder::Away) DrawMissingFolder(*canvas, size);
     }
-    SetPaintedBase(surface);
+    SetBarGround(*surface);
     if (const auto canvas = window->Draw()) {
         canvas->Blit({0, 0, size.width, size.height}, *surface);
         DrawButtons(*canvas);

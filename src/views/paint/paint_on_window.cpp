@@ -19,8 +19,6 @@ namespace kalmora {
 
 namespace {
 
-constexpr int kButtonBarHeight = 50;  // what the buttons may take of the window's lower end
-
 using CellName = std::tuple<int, int, int>;
 
 // The one worker that draws cells later.
@@ -116,11 +114,13 @@ void DrawCell(Window& window, const MonthGrid& grid, int day) {
     const auto canvas = window.Draw();
     if (!canvas || canvas->GetSize() != window.ClientSize()) return;
     const Rect cell = MonthCellRect(grid, day);
-    // A picture of another shape leaves margins: what stood there before shall not show beside it.
-    RestoreBackground(*canvas, background, {cell.x + 1, cell.y + 1, cell.width, cell.height});
-    DrawDayCell(*canvas, cell, day, grid.ColumnOf(day), View().period.level == Level::Year, &object);
-    // A wide window's last rows reach under the buttons, which stay on top.
-    if (cell.Bottom() >= canvas->GetSize().height - kButtonBarHeight) DrawButtons(*canvas);
+    DrawUnderButtons(*canvas, cell, [&](Canvas& target, Point origin) {
+        const Rect place{cell.x - origin.x, cell.y - origin.y, cell.width, cell.height};
+        // A picture of another shape leaves margins: what stood there before shall not show beside it.
+        RestoreBackground(target, background, {place.x + 1, place.y + 1, cell.width, cell.height},
+                          {cell.x + 1, cell.y + 1});
+        DrawDayCell(target, place, day, grid.ColumnOf(day), View().period.level == Level::Year, &object);
+    });
 }
 
 }  // namespace
@@ -164,7 +164,11 @@ void DrawMonthPictureOnWindow(int year, int month) {
                            Decode::Now);
     }
     if (!IsMonthInView(year, month)) return;
-    if (const auto canvas = window->Draw()) canvas->Blit(area, *picture);
+    const auto canvas = window->Draw();
+    if (!canvas) return;
+    DrawUnderButtons(*canvas, area, [&](Canvas& target, Point origin) {
+        target.Blit({area.x - origin.x, area.y - origin.y, area.width, area.height}, *picture);
+    });
 }
 
 bool DrawMonthStep(int year, int month) {

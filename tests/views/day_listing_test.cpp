@@ -1,4 +1,4 @@
-#include "views/load/day_folder_scan.h"
+#include "views/load/day_listing.h"
 
 #include <filesystem>
 
@@ -15,35 +15,51 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class DayFolderScanTest : public ViewTest {
+class DayListingTest : public ViewTest {
 protected:
     std::vector<std::string> Scan() {
         std::vector<std::string> names;
-        ScanDayFolder(
-            DayFolder(2008, 11, 13), [] { return false; },
-            [&](const DayEntry& entry) { names.push_back(entry.path.substr(entry.path.rfind('/') + 1)); });
+        for (const DayEntry& entry : TakeListing(List()))
+            names.push_back(entry.path.substr(entry.path.rfind('/') + 1));
         return names;
+    }
+    DayListing List() {
+        return ListDayFolder(DayFolder(2008, 11, 13), [] { return false; });
     }
     std::string Add(const std::string& name, std::string_view content = "x") {
         return AddFile(DayFolder(2008, 11, 13), name, content);
     }
 };
 
-TEST_F(DayFolderScanTest, TakesTextsImagesAndMoviesInOrder) {
+TEST_F(DayListingTest, ListingChangesNothing) {
+    const std::string empty = Add("empty.txt", ""), back = Add("back.jpg"), song = Add("song.mp3");
+    Add("a.jpg");
+    const DayListing listing = List();
+    EXPECT_TRUE(files::Exists(empty));
+    EXPECT_THAT(calls_.Take(), IsEmpty()) << "no slide is added";
+    EXPECT_THAT(Calendar().backgrounds.Music(), IsEmpty());
+    EXPECT_EQ(Calendar().backgrounds.CurrentImage(), "");
+    EXPECT_EQ(listing.entries.size(), 1u);
+    EXPECT_THAT(listing.emptyTexts, ElementsAre(empty));
+    EXPECT_THAT(listing.backgrounds, ElementsAre(back));
+    EXPECT_THAT(listing.music, ElementsAre(song));
+}
+
+TEST_F(DayListingTest, TakesTextsImagesAndMoviesInOrder) {
     for (const char* name : {"b.jpg", "A.txt", "c.avi", "d.doc", "noextension", "$calendar.cidx"}) Add(name);
     EXPECT_THAT(Scan(), ElementsAre("A.txt", "b.jpg", "c.avi"));
 }
 
-TEST_F(DayFolderScanTest, MissingFolderHasNothing) { EXPECT_THAT(Scan(), IsEmpty()); }
+TEST_F(DayListingTest, MissingFolderHasNothing) { EXPECT_THAT(Scan(), IsEmpty()); }
 
-TEST_F(DayFolderScanTest, SubFoldersAreWalkedWhereTheyStand) {
+TEST_F(DayListingTest, SubFoldersAreWalkedWhereTheyStand) {
     Add("a.jpg");
     Add("z.jpg");
     AddFile(DayFolder(2008, 11, 13) + "/more/deep", "inner.jpg", "x");
     EXPECT_THAT(Scan(), ElementsAre("a.jpg", "inner.jpg", "z.jpg"));
 }
 
-TEST_F(DayFolderScanTest, EmptyTextVanishesFromTheDisk) {
+TEST_F(DayListingTest, EmptyTextVanishesFromTheDisk) {
     const std::string empty = Add("empty.txt", "");
     const std::string full = Add("full.txt", "x");
     EXPECT_THAT(Scan(), ElementsAre("full.txt"));
@@ -51,7 +67,7 @@ TEST_F(DayFolderScanTest, EmptyTextVanishesFromTheDisk) {
     EXPECT_TRUE(files::Exists(full));
 }
 
-TEST_F(DayFolderScanTest, EmptyFilesOfOtherKindsStay) {
+TEST_F(DayListingTest, EmptyFilesOfOtherKindsStay) {
     const std::string picture = Add("empty.jpg", ""), movie = Add("empty.avi", ""),
                       other = Add("empty.doc", "");
     EXPECT_THAT(Scan(), ElementsAre("empty.avi", "empty.jpg"));
@@ -60,7 +76,7 @@ TEST_F(DayFolderScanTest, EmptyFilesOfOtherKindsStay) {
     EXPECT_TRUE(files::Exists(other));
 }
 
-TEST_F(DayFolderScanTest, BackPicturesGoToTheBackgroundSet) {
+TEST_F(DayListingTest, BackPicturesGoToTheBackgroundSet) {
     const std::string back = Add("back_sea.jpg");
     Add("Back.jpg");
     Add("background.txt");
@@ -69,7 +85,7 @@ TEST_F(DayFolderScanTest, BackPicturesGoToTheBackgroundSet) {
     EXPECT_EQ(Calendar().backgrounds.CurrentImage(), back);
 }
 
-TEST_F(DayFolderScanTest, ShortcutStandsForItsTarget) {
+TEST_F(DayListingTest, ShortcutStandsForItsTarget) {
     const std::string target = AddFile(root_ + "/elsewhere", "far.jpg", "x");
     const std::string song = AddFile(root_ + "/elsewhere", "song.mp3", "x");
     const std::string document = AddFile(root_ + "/elsewhere", "paper.doc", "x");
@@ -82,7 +98,7 @@ TEST_F(DayFolderScanTest, ShortcutStandsForItsTarget) {
     EXPECT_THAT(Calendar().backgrounds.Music(), ElementsAre(song));
 }
 
-TEST_F(DayFolderScanTest, LoopOfLinksEnds) {
+TEST_F(DayListingTest, LoopOfLinksEnds) {
     Add("a.jpg");
     std::error_code error;
     std::filesystem::create_directory_symlink(DayFolder(2008, 11, 13), DayFolder(2008, 11, 13) + "/loop",
@@ -93,13 +109,13 @@ TEST_F(DayFolderScanTest, LoopOfLinksEnds) {
     EXPECT_GE(names.size(), 1u);
 }
 
-TEST_F(DayFolderScanTest, NamesOfEveryAlphabetAreTaken) {
+TEST_F(DayListingTest, NamesOfEveryAlphabetAreTaken) {
     const std::string raw = "raw\xE9\xFF.jpg";  // no valid UTF-8
     for (const std::string& name : {std::string("運動会.jpg"), std::string("party🎉é.jpg"), raw}) Add(name);
     EXPECT_THAT(Scan(), testing::UnorderedElementsAre("運動会.jpg", "party🎉é.jpg", raw));
 }
 
-TEST_F(DayFolderScanTest, TwentyThousandFilesAreListed) {
+TEST_F(DayListingTest, TwentyThousandFilesAreListed) {
     const std::string folder = DayFolder(2008, 11, 13);
     Add("00000.jpg");
     for (int i = 1; i < 20000; ++i) {
@@ -110,15 +126,14 @@ TEST_F(DayFolderScanTest, TwentyThousandFilesAreListed) {
     EXPECT_EQ(Scan().size(), 20000u);
 }
 
-TEST_F(DayFolderScanTest, StopEndsTheWalk) {
+TEST_F(DayListingTest, StopEndsTheWalk) {
     for (const char* name : {"a.jpg", "b.jpg", "c.jpg"}) Add(name);
-    int found = 0;
-    ScanDayFolder(
-        DayFolder(2008, 11, 13), [&] { return found == 2; }, [&](const DayEntry&) { ++found; });
-    EXPECT_EQ(found, 2);
+    int asked = 0;
+    const DayListing listing = ListDayFolder(DayFolder(2008, 11, 13), [&] { return ++asked > 2; });
+    EXPECT_EQ(listing.entries.size(), 2u) << "what was listed until then is given";
 }
 
-TEST_F(DayFolderScanTest, WhatIsFoundIsToldToTheSlideShow) {
+TEST_F(DayListingTest, WhatIsFoundIsToldToTheSlideShow) {
     const std::string picture = Add("a.jpg");
     Add("back.jpg");
     Add("song.mp3");

@@ -1,4 +1,4 @@
-#include "views/load/day_folder_scan.h"
+#include "views/load/day_listing.h"
 
 #include <set>
 #include <utility>
@@ -19,8 +19,7 @@ constexpr int kDeepestFolder = 64;
 
 class Walk {
 public:
-    Walk(const std::function<bool()>& stopped, const std::function<void(DayEntry)>& found)
-        : stopped_(stopped), found_(found) {}
+    explicit Walk(const StopTest& stopped) : stopped_(stopped) {}
 
     void Folder(const std::string& folder, int depth) {
         if (depth > kDeepestFolder) return;
@@ -38,6 +37,8 @@ public:
         File(path, path.substr(path.find_last_of(files::kSeparator) + 1));
     }
 
+    DayListing Take() { return std::move(listing_); }
+
 private:
     // A linked folder is entered the first time it is met, so that links which form a loop end.
     bool EntersOnce(const std::string& path) {
@@ -52,29 +53,26 @@ private:
                 Shortcut(path);
                 break;
             case ObjectKind::Music:
-                Calendar().backgrounds.AddMusic(path, false);
+                listing_.music.push_back(path);
                 break;
             case ObjectKind::Text:
-                // A scrap that was never filled vanishes: the empty file is deleted, meant as it stands.
                 if (const auto status = files::GetStatus(path); !status)
                     break;
-                else if (status->isRegular && status->size == 0) {
-                    Log("remove empty text: %s", path.c_str());
-                    files::RemoveFile(path);
-                    break;
-                }
-                Tell(path, kind);
+                else if (status->isRegular && status->size == 0)
+                    listing_.emptyTexts.push_back(path);
+                else
+                    listing_.entries.push_back({path, kind});
                 break;
             case ObjectKind::Image:
                 // Lower case only here, unlike elsewhere: "Back.jpg" is an ordinary picture of the day.
                 if (name.starts_with("back")) {
-                    Calendar().backgrounds.AddImage(path);
+                    listing_.backgrounds.push_back(path);
                     break;
                 }
-                Tell(path, kind);
+                listing_.entries.push_back({path, kind});
                 break;
             case ObjectKind::Movie:
-                Tell(path, kind);
+                listing_.entries.push_back({path, kind});
                 break;
             default:
                 break;
@@ -86,33 +84,42 @@ private:
         if (!target || target->empty()) return;
         const ObjectKind kind = ClassifyFile(*target);
         if (kind == ObjectKind::Text || kind == ObjectKind::Image || kind == ObjectKind::Movie)
-            Tell(*target, kind);
+            listing_.entries.push_back({*target, kind});
         else if (kind == ObjectKind::Music && files::Exists(*target))
-            Calendar().backgrounds.AddMusic(*target, false);
+            listing_.music.push_back(*target);
     }
 
-    void Tell(const std::string& path, ObjectKind kind) {
-        Calendar().partners.slideShow.AddSlide(path);
-        found_({path, kind});
-    }
-
-    const std::function<bool()>& stopped_;
-    const std::function<void(DayEntry)>& found_;
+    const StopTest& stopped_;
+    DayListing listing_;
     std::set<std::pair<std::uint64_t, std::uint64_t>> entered_;
 };
 
 }  // namespace
 
-void ScanDayFolder(const std::string& folder, const std::function<bool()>& stopped,
-                   const std::function<void(DayEntry)>& found) {
-    if (View().searchResult) return ScanFoundFiles(folder, stopped, found);
-    Walk(stopped, found).Folder(folder, 0);
+DayListing ListDayFolder(const std::string& folder, const StopTest& stopped) {
+    if (View().searchResult) return ListFoundFiles(folder, stopped);
+    Walk walk(stopped);
+    walk.Folder(folder, 0);
+    return walk.Take();
 }
 
-void ScanFoundFiles(const std::string& folder, const std::function<bool()>& stopped,
-                    const std::function<void(DayEntry)>& found) {
-    Walk walk(stopped, found);
+DayListing ListFoundFiles(const std::string& folder, const StopTest& stopped) {
+    Walk walk(stopped);
     ForEachFound(folder, stopped, [&](const std::string& path) { walk.FoundFile(path); });
+    return walk.Take();
+}
+
+std::vector<DayEntry> TakeListing(DayListing listing) {
+    // A scrap that was never filled vanishes: the empty file is deleted, meant as it is.
+    for (const std::string& path : listing.emptyTexts) {
+        Log("remove empty text: %s", path.c_str());
+        files::RemoveFile(path);
+    }
+    BackgroundSet& backgrounds = Calendar().backgrounds;
+    for (const std::string& path : listing.backgrounds) backgrounds.AddImage(path);
+    for (const std::string& path : listing.music) backgrounds.AddMusic(path, false);
+    for (const DayEntry& entry : listing.entries) Calendar().partners.slideShow.AddSlide(entry.path);
+    return std::move(listing.entries);
 }
 
 }  // namespace kalmora

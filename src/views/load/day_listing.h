@@ -1,0 +1,32 @@
+// DayListing: what a day's folder holds for the views.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "views/model/stoppable_wait.h"
+#include "views/model/year_view.h"
+
+namespace kalmora {
+
+// A value: making it changes nothing, on the disk or in the program. Each list is in the folder's order.
+struct DayListing {
+    std::vector<DayEntry> entries;         // texts, pictures and movies; a shortcut counts as its target
+    std::vector<std::string> backgrounds;  // pictures called "back..."
+    std::vector<std::string> music;
+    std::vector<std::string> emptyTexts;  // scraps that were never filled
+};
+
+// Walks the folder with its sub-folders. While a search result is shown the disk is not walked: the result's
+// entries below the folder are listed. `stopped` is asked between any two entries; true ends the walk, and
+// what was listed until then is given. A folder that cannot be read has nothing. Any thread.
+DayListing ListDayFolder(const std::string& folder, const StopTest& stopped);
+
+// The same of what the search in force has found below the folder, of an empty one of all that it has found.
+DayListing ListFoundFiles(const std::string& folder, const StopTest& stopped);
+
+// Does what a listing asks for, also of one that was stopped: deletes the empty texts, adds backgrounds and
+// music to those of the period in view, and the entries to the slide show. Gives the entries. Any thread.
+std::vector<DayEntry> TakeListing(DayListing listing);
+
+}  // namespace kalmora
