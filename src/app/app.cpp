@@ -28,6 +28,7 @@
 #include "store/extension_table.h"
 #include "store/settings_file.h"
 #include "views/bar/button_bar.h"
+#include "views/control/calendar_views.h"
 #include "views/load/object_loader.h"
 #include "views/paint/background.h"
 #include "views/paint/paint_on_window.h"
@@ -63,6 +64,7 @@ int App::Run() {
     settingsExisted_ = LoadEnvironment(options_);
     calendar_ = std::make_unique<CalendarStore>(
         ViewPartners{rooms_.slideShow, rooms_.music, *this, *this, rooms_.filter, *this});
+    IntroduceViews(*calendar_);
     ConnectIndex();
     ForgetSearch();
     PrefetchBackground();

@@ -8,6 +8,7 @@
 #include "store/extension_table.h"
 #include "store/settings_file.h"
 #include "views/bar/button_bar.h"
+#include "views/control/calendar_views.h"
 #include "views/model/calendar_store.h"
 #include "views/paint/paint_on_window.h"
 #include "views/paint/paint_view.h"
@@ -39,6 +40,7 @@ ViewTest::ViewTest() : root_(files::MakeTemporaryFolder()) {
     state.run.DayRing = state.run.AllRing = 0;
     calendar_ = std::make_unique<CalendarStore>(
         ViewPartners{slideShow_, music_, navigation_, commands_, filter_, observer_});
+    IntroduceViews(*calendar_);
 }
 
 ViewTest::~ViewTest() {

@@ -14,7 +14,6 @@
 #include "views/bar/button_bar.h"
 #include "views/control/navigation_guard.h"
 #include "views/load/object_loader.h"
-#include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
 #include "views/model/stop_load.h"
 #include "views/paint/paint_view.h"
@@ -38,10 +37,6 @@ void ReloadPeriod() {
 void BeginMonthStep() {
     StopCurrentLoad();
     if (View().scatter) Calendar().AdvanceAllRing();
-}
-
-void StepYears(int years) {
-    ChangeView([&](ViewState& view) { view.period.date.year += years; });
 }
 
 Period WithPreviousMonth(Period period) {
@@ -70,50 +65,19 @@ Period WithNextMonth(Period period) {
 
 bool IsLastDay(const CalendarDate& date) { return date.day == DaysInMonth(date.year, date.month); }
 
-void MakeStep(Step step) {
-    const Level level = View().period.level;
-    switch (step) {
-        case Step::OuterNext:
-            if (level == Level::Day) return NextMonth();
-            return StepYears(level == Level::Year ? 2 : 1);
-        case Step::Next:
-            if (level == Level::Day) return NextDay();
-            return level == Level::Year ? StepYears(1) : NextMonth();
-        case Step::Previous:
-            if (level == Level::Day) return PrevDay();
-            return level == Level::Year ? StepYears(-1) : PrevMonth();
-        case Step::OuterPrevious:
-            if (level == Level::Day) return PrevMonth();
-            return StepYears(level == Level::Year ? -2 : -1);
-    }
-}
-
 // The day under the cursor in a grid of days.
 std::optional<CalendarDate> DayUnderCursor() {
     const Window* window = MainWindow();
     if (!window) return std::nullopt;
-    const Point point = window->ToClient(CursorPosition());
-    const Size client = window->ClientSize();
-    const Period period = View().period;
-    const auto& [year, month, unused] = period.date;
-    if (period.level == Level::Month) {
-        const int day =
-            MonthHitTest(MakeMonthGrid(year, month, {0, 0, client.width, client.height}, false), point);
-        return day > 0 ? std::optional(CalendarDate{year, month, day}) : std::nullopt;
-    }
-    if (period.level != Level::Year || !State().settings.CalendarMode) return std::nullopt;
-    const YearHit hit = YearHitTest(year, client.width, true, point);
-    return hit.day > 0 ? std::optional(CalendarDate{year, hit.month, hit.day}) : std::nullopt;
+    const ViewState view = View();
+    return Calendar().ViewOf(view).DayUnder(view.period, window->ToClient(CursorPosition()),
+                                            window->ClientSize());
 }
 
 // A change that came to nothing has stopped the view: what is loaded already shall move on.
 void LetViewGoOn() {
     const ViewState view = View();
-    if (view.scatter || view.period.level == Level::Day) return;  // the next walk clears its own stop
-    YearView& slot = Calendar().SlotOf(view.period.date.year);
-    if (slot.ready) slot.stop = false;
-    for (MonthView& month : slot.months)
-        if (month.ready) month.LowerStop();
+    Calendar().ViewOf(view).GoOn(view.period);
 }
 
 void OpenMonthOfYear(const SystemTime& today) {
@@ -173,8 +137,12 @@ void FlipFilter(SharedFlag& mode) {
 void StepPeriod(Step step) {
     const NavigationGuard guard;
     if (!guard) return;
-    MakeStep(step);
+    Calendar().ViewOf(View()).MakeStep(step);
     ReloadPeriod();
+}
+
+void StepYears(int years) {
+    ChangeView([&](ViewState& view) { view.period.date.year += years; });
 }
 
 void PrevMonth() {

@@ -4,13 +4,15 @@
 // change is still being made is dropped, silently.
 #pragma once
 
+#include "views/model/calendar_view.h"
+
 namespace kalmora {
 
 // ---- steps, commands 1010 to 1013, with their guard and reload
-enum class Step { OuterNext, Next, Previous, OuterPrevious };
 void StepPeriod(Step step);
 
 // ---- the date alone, no guard, no reload
+void StepYears(int years);
 void PrevMonth();
 void NextMonth();
 void PrevDay();

@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "views/load/load_request.h"
+#include "views/model/load_request.h"
 
 namespace kalmora {
 

@@ -6,6 +6,10 @@
 
 namespace kalmora {
 
+constexpr bool IsInWindow(Point point, Size client) {
+    return point.x >= 0 && point.y >= 0 && point.x < client.width && point.y < client.height;
+}
+
 // ---- one month as a grid: seven columns, Monday first, up to six rows
 struct MonthGrid {
     int year = 0;

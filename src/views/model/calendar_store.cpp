@@ -62,6 +62,14 @@ double ClientScale() {
     return window ? window->Scale() : 1.0;
 }
 
+CalendarView& CalendarStore::ViewOf(Level level) const {
+    return level == Level::Year ? *yearView : level == Level::Month ? *monthView : *dayView;
+}
+
+CalendarView& CalendarStore::ViewOf(const ViewState& view) const {
+    return view.scatter ? *scatterView : ViewOf(view.period.level);
+}
+
 YearView& CalendarStore::SlotOf(int year) { return years[Index(year)]; }
 
 MonthView& CalendarStore::MonthOf(int year, int month) {

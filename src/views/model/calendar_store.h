@@ -12,6 +12,7 @@
 #include "platform/thread.h"
 #include "platform/window.h"
 #include "views/model/background_set.h"
+#include "views/model/calendar_view.h"
 #include "views/model/view_partners.h"
 #include "views/model/viewers.h"
 #include "views/model/year_view.h"
@@ -25,6 +26,14 @@ struct CalendarStore {
     ~CalendarStore();
 
     const ViewPartners partners;
+    // The four views, handed over by control before anything is loaded (see control/calendar_views.h).
+    CalendarView* yearView = nullptr;
+    CalendarView* monthView = nullptr;
+    CalendarView* dayView = nullptr;
+    CalendarView* scatterView = nullptr;
+    CalendarView& ViewOf(Level level) const;            // never the scatter
+    CalendarView& ViewOf(const ViewState& view) const;  // the one in force
+
     std::array<YearView, kRingSize> years;
     std::array<DayViewer, kRingSize> dayViewers;
     std::array<AllViewer, kRingSize> allViewers;

@@ -7,16 +7,7 @@ namespace kalmora {
 
 void StopCurrentLoad() {
     const ViewState view = View();
-    const CalendarDate& date = view.period.date;
-    CalendarStore& calendar = Calendar();
-    if (view.scatter)
-        calendar.CurrentAllViewer().stop = true;
-    else if (view.period.level == Level::Day)
-        calendar.CurrentDayViewer().stop = true;
-    else if (view.period.level == Level::Month)
-        calendar.MonthOf(date.year, date.month).RaiseStop();
-    else
-        calendar.SlotOf(date.year).RaiseStop();
+    Calendar().ViewOf(view).Stop(view.period);
 }
 
 }  // namespace kalmora

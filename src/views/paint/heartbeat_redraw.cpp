@@ -15,19 +15,6 @@ namespace {
 constexpr int kMaxRetries = 10;
 constexpr std::size_t kMaxEntriesWalked = 300;
 
-void RedrawYear(int year) {
-    // One phase for the whole process; it starts before 0, so that the first beat draws phase 0.
-    static std::atomic<int> phase{-1};
-    const int current = phase = (phase + 1) % 3;
-    for (int month = 1; month <= 12; ++month) {
-        if (((month - 1) / 4 + (month - 1) % 4) % 3 != current) continue;
-        if (State().settings.CalendarMode)
-            DrawMonthStep(year, month);
-        else
-            StepMonthPicture(year, month);
-    }
-}
-
 // Draws the first object and moves it to the tail; when nothing could be drawn, the next, at most ten more.
 template <typename Viewer, typename DrawOne>
 void CycleFront(Viewer& viewer, DrawOne draw) {
@@ -61,53 +48,51 @@ void RedrawDayLines(DayViewer& viewer) {
 
 }  // namespace
 
+void RedrawYear(int year) {
+    // One phase for the whole process; it starts before 0, so that the first beat draws phase 0.
+    static std::atomic<int> phase{-1};
+    const int current = phase = (phase + 1) % 3;
+    for (int month = 1; month <= 12; ++month) {
+        if (((month - 1) / 4 + (month - 1) % 4) % 3 != current) continue;
+        if (State().settings.CalendarMode)
+            DrawMonthStep(year, month);
+        else
+            StepMonthPicture(year, month);
+    }
+}
+
+void RedrawDay() {
+    DayViewer& viewer = Calendar().CurrentDayViewer();
+    if (State().settings.DayViewSortByTime)
+        RedrawDayLines(viewer);
+    else
+        CycleFront(viewer, [&](const PlacedObjectPtr& object) { return DrawDayObject(viewer, object); });
+}
+
+void RedrawScatter() {
+    AllViewer& viewer = Calendar().CurrentAllViewer();
+    if (!viewer.loaded || State().run.ObjectGate.IsStopRequested()) return;
+    CycleFront(viewer, [&](const PlacedObjectPtr& object) { return DrawAllObject(viewer, object); });
+}
+
 bool IsViewReady() {
     const ViewState view = View();
-    if (view.scatter || view.period.level == Level::Day) return true;
-    const CalendarDate& date = view.period.date;
-    const YearView& slot = Calendar().SlotOf(date.year);
-    std::lock_guard lock(slot.mutex);
-    if (slot.year != date.year) return false;
-    if (view.period.level == Level::Month) return Calendar().MonthOf(date.year, date.month).ready;
-    return slot.ready || slot.loading;
+    return Calendar().ViewOf(view).IsReady(view.period);
 }
 
 void HeartbeatRedraw(int ticks) {
-    AppState& state = State();
-    const ViewState view = View();
-    const CalendarDate& date = view.period.date;
-    if (state.settings.TimingOfChangeBgImage > 0 && ticks % state.settings.TimingOfChangeBgImage == 0) {
-        if (!view.scatter && view.period.level != Level::Day) Calendar().partners.slideShow.Hide();
+    const ViewState state = View();
+    CalendarView& view = Calendar().ViewOf(state);
+    const int backgroundTicks = State().settings.TimingOfChangeBgImage;
+    const bool changesBackground = backgroundTicks > 0 && ticks % backgroundTicks == 0;
+    if (!view.DrawsObjects()) Calendar().partners.slideShow.Hide();
+    if (changesBackground) {
         Calendar().backgrounds.PickRandomImage();
         // The beat ends here and nothing is repainted: the new picture shows with the next full paint. Meant,
         // and held by HeartbeatRedraw.BackgroundBeatChangesNothingOnTheScreen.
         return;
     }
-    if (view.scatter) {
-        AllViewer& viewer = Calendar().CurrentAllViewer();
-        if (!viewer.loaded || state.run.ObjectGate.IsStopRequested()) return;
-        CycleFront(viewer, [&](const PlacedObjectPtr& object) { return DrawAllObject(viewer, object); });
-        return;
-    }
-    switch (view.period.level) {
-        case Level::Year:
-            Calendar().partners.slideShow.Hide();
-            RedrawYear(date.year);
-            break;
-        case Level::Month:
-            Calendar().partners.slideShow.Hide();
-            DrawMonthStep(date.year, date.month);
-            break;
-        case Level::Day: {
-            DayViewer& viewer = Calendar().CurrentDayViewer();
-            if (state.settings.DayViewSortByTime)
-                RedrawDayLines(viewer);
-            else
-                CycleFront(viewer,
-                           [&](const PlacedObjectPtr& object) { return DrawDayObject(viewer, object); });
-            break;
-        }
-    }
+    view.Beat(state.period);
 }
 
 }  // namespace kalmora

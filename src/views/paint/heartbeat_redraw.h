@@ -9,4 +9,10 @@ void HeartbeatRedraw(int ticks);
 // True when the period in view is loaded or being loaded, so that there is something to redraw.
 bool IsViewReady();
 
+// What a view does at a beat: a third of a year's months, one object of the day (of each of its lines), one
+// object of the scatter.
+void RedrawYear(int year);
+void RedrawDay();
+void RedrawScatter();
+
 }  // namespace kalmora

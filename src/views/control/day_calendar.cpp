@@ -1,0 +1,100 @@
+#include "views/control/day_calendar.h"
+
+#include "base/log.h"
+#include "state/app_state.h"
+#include "store/data_folder.h"
+#include "views/control/navigation.h"
+#include "views/load/month_loader.h"
+#include "views/load/viewer_load.h"
+#include "views/model/calendar_geometry.h"
+#include "views/model/calendar_store.h"
+#include "views/paint/heartbeat_redraw.h"
+#include "views/paint/paint_period.h"
+#include "views/paint/walk_objects.h"
+
+namespace kalmora {
+
+namespace {
+
+DayLines LinesOf(Size client) {
+    const Settings& settings = State().settings;
+    return MakeDayLines(client.height, settings.DayNumberOfLine, settings.DayDuration, settings.DayStartTime);
+}
+
+}  // namespace
+
+Loading DayCalendar::Load(const LoadRequest& request, const StopTest& stopped) {
+    LoadDayViewer(request, stopped);
+    return Loading::Done;
+}
+
+// Reads the day's cell of the grid, not the viewer that is shown; meant as it stands.
+void DayCalendar::Reload(const LoadRequest& request, const StopTest& stopped) {
+    const auto& [year, month, day] = request.view.period.date;
+    Log("Reload (%d/%d/%d)", year, month, day);
+    if (day < 1 || day > 31) return;
+    {
+        std::lock_guard lock(Calendar().SlotOf(year).mutex);
+        Calendar().MonthOf(year, month).days[static_cast<std::size_t>(day - 1)].Clear();
+    }
+    LoadDayCell(MainRoot(), year, month, day, stopped);
+}
+
+void DayCalendar::Stop(const Period&) { Calendar().CurrentDayViewer().stop = true; }
+
+void DayCalendar::GoOn(const Period&) {}  // the next walk clears its own stop
+
+bool DayCalendar::IsReady(const Period&) const { return true; }
+
+void DayCalendar::Paint(Canvas& canvas, const Period&, Size client, double scale) {
+    PaintHours(canvas, client, scale);
+}
+
+WalkEnd DayCalendar::DrawObjects() { return WalkDay(); }
+
+void DayCalendar::Beat(const Period&) { RedrawDay(); }
+
+void DayCalendar::MakeStep(Step step) {
+    switch (step) {
+        case Step::OuterNext:
+            return NextMonth();
+        case Step::Next:
+            return NextDay();
+        case Step::Previous:
+            return PrevDay();
+        case Step::OuterPrevious:
+            return PrevMonth();
+    }
+}
+
+ViewHit DayCalendar::HitTest(const Period& period, Point point, Size client) const {
+    ViewHit hit;
+    hit.part = ViewHit::Part::DayGround;
+    hit.date = period.date;
+    if (ObjectList::Hit object; Calendar().CurrentDayViewer().objects.HitTest(point, &object)) {
+        hit.part = ViewHit::Part::Object;
+        hit.hasObject = true;
+        hit.area = object.drawn;
+        hit.path = object.path;
+        hit.kind = object.kind;
+    }
+    const DayLines lines = LinesOf(client);
+    for (int line = lines.lines - 1; line >= 0; --line) {
+        if (!lines.HourPictureRect(line).ContainsInclusive(point)) continue;
+        hit.part = ViewHit::Part::HourPicture;
+        hit.hour = lines.HourOfLine(line);
+        break;
+    }
+    return hit;
+}
+
+std::optional<CalendarDate> DayCalendar::DayUnder(const Period&, Point, Size) const { return std::nullopt; }
+
+bool DayCalendar::HasDayCells() const { return false; }
+
+std::optional<DropTarget> DayCalendar::TargetOfDrop(const Period& period, Point point, Size client) const {
+    const DayLines lines = LinesOf(client);
+    return DropTarget{period.date, point.x < kDayLeftMargin || point.y >= lines.LineTop(lines.lines)};
+}
+
+}  // namespace kalmora

@@ -1,0 +1,29 @@
+// The day: its objects on the lines of the hours.
+#pragma once
+
+#include "views/model/calendar_view.h"
+
+namespace kalmora {
+
+class DayCalendar : public CalendarView {
+public:
+    Loading Load(const LoadRequest& request, const StopTest& stopped) override;
+    void Reload(const LoadRequest& request, const StopTest& stopped) override;
+    void Stop(const Period& period) override;
+    void GoOn(const Period& period) override;
+    bool IsReady(const Period& period) const override;
+
+    void Paint(Canvas& canvas, const Period& period, Size client, double scale) override;
+    bool DrawsObjects() const override { return true; }
+    WalkEnd DrawObjects() override;
+    void Beat(const Period& period) override;
+
+    void MakeStep(Step step) override;
+
+    ViewHit HitTest(const Period& period, Point point, Size client) const override;
+    std::optional<CalendarDate> DayUnder(const Period& period, Point point, Size client) const override;
+    bool HasDayCells() const override;
+    std::optional<DropTarget> TargetOfDrop(const Period& period, Point point, Size client) const override;
+};
+
+}  // namespace kalmora

@@ -1,0 +1,115 @@
+#include "views/control/month_calendar.h"
+
+#include "base/log.h"
+#include "store/data_folder.h"
+#include "views/control/navigation.h"
+#include "views/load/scan_backgrounds.h"
+#include "views/model/calendar_geometry.h"
+#include "views/model/calendar_store.h"
+#include "views/model/cell_content.h"
+#include "views/paint/paint_on_window.h"
+#include "views/paint/paint_period.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr int kNumberFrom = 10, kNumberTo = 30;  // the day number's square in a cell
+
+bool IsOnDayNumber(const Rect& cell, Point point) {
+    const int dx = point.x - cell.x, dy = point.y - cell.y;
+    return dx >= kNumberFrom && dx <= kNumberTo && dy >= kNumberFrom && dy <= kNumberTo;
+}
+
+MonthGrid GridOf(const Period& period, Size client) {
+    return MakeMonthGrid(period.date.year, period.date.month, {0, 0, client.width, client.height}, false);
+}
+
+}  // namespace
+
+Loading MonthCalendar::Load(const LoadRequest& request, const StopTest&) {
+    StartGridLoad(request, *this);
+    return Loading::GoesOn;
+}
+
+void MonthCalendar::Reload(const LoadRequest& request, const StopTest& stopped) {
+    const CalendarDate& date = request.view.period.date;
+    Log("Reload (%d/%d)", date.year, date.month);
+    ClearGrid(request.view.period);
+    LoadMonth(MainRoot(), date.year, date.month, stopped, {Level::Month, false, false, false});
+}
+
+void MonthCalendar::FindBackgrounds(const std::string& root, const Period& period,
+                                    const StopTest& stopped) const {
+    ScanBackgrounds(root, period.date.year, period.date.month, stopped);
+}
+
+bool MonthCalendar::LoadFolders(const std::string& root, const Period& period, const StopTest& stopped,
+                                LoadDrawing drawing) const {
+    return LoadMonth(root, period.date.year, period.date.month, stopped, drawing);
+}
+
+void MonthCalendar::Stop(const Period& period) {
+    Calendar().MonthOf(period.date.year, period.date.month).RaiseStop();
+}
+
+void MonthCalendar::GoOn(const Period& period) { Calendar().ViewOf(Level::Year).GoOn(period); }
+
+bool MonthCalendar::IsReady(const Period& period) const {
+    const YearView& slot = Calendar().SlotOf(period.date.year);
+    std::lock_guard lock(slot.mutex);
+    return slot.year == period.date.year && Calendar().MonthOf(period.date.year, period.date.month).ready;
+}
+
+void MonthCalendar::Paint(Canvas& canvas, const Period& period, Size client, double scale) {
+    Calendar().objectsDrawn = PaintMonth(canvas, period.date.year, period.date.month, client, scale);
+}
+
+WalkEnd MonthCalendar::DrawObjects() { return WalkEnd::Stopped; }
+
+void MonthCalendar::Beat(const Period& period) { DrawMonthStep(period.date.year, period.date.month); }
+
+void MonthCalendar::MakeStep(Step step) {
+    switch (step) {
+        case Step::OuterNext:
+            return StepYears(1);
+        case Step::Next:
+            return NextMonth();
+        case Step::Previous:
+            return PrevMonth();
+        case Step::OuterPrevious:
+            return StepYears(-1);
+    }
+}
+
+ViewHit MonthCalendar::HitTest(const Period& period, Point point, Size client) const {
+    ViewHit hit;
+    const MonthGrid grid = GridOf(period, client);
+    const int day = MonthHitTest(grid, point);
+    if (day < 1) return hit;
+    hit.date = {period.date.year, period.date.month, day};
+    hit.area = MonthCellRect(grid, day);
+    hit.part = IsOnDayNumber(hit.area, point) ? ViewHit::Part::DayNumber : ViewHit::Part::Object;
+    hit.hasObject = hit.picksDay = true;
+    const CellContent content = ContentOfCell(hit.date.year, hit.date.month, day);
+    if (content.count == 0) return hit;
+    hit.path = content.entry.path;
+    hit.kind = content.entry.kind;
+    return hit;
+}
+
+std::optional<CalendarDate> MonthCalendar::DayUnder(const Period& period, Point point, Size client) const {
+    const int day = MonthHitTest(GridOf(period, client), point);
+    if (day < 1) return std::nullopt;
+    return CalendarDate{period.date.year, period.date.month, day};
+}
+
+bool MonthCalendar::HasDayCells() const { return true; }
+
+std::optional<DropTarget> MonthCalendar::TargetOfDrop(const Period& period, Point point, Size client) const {
+    if (!IsInWindow(point, client)) return std::nullopt;
+    if (const auto day = DayUnder(period, point, client)) return DropTarget{*day, false};
+    return DropTarget{{period.date.year, period.date.month, 0}, true};
+}
+
+}  // namespace kalmora

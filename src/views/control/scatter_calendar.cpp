@@ -1,0 +1,67 @@
+#include "views/control/scatter_calendar.h"
+
+#include "state/app_state.h"
+#include "views/load/viewer_load.h"
+#include "views/model/calendar_store.h"
+#include "views/paint/heartbeat_redraw.h"
+#include "views/paint/walk_objects.h"
+
+namespace kalmora {
+
+namespace {
+
+// What the scatter leaves to the view of its period.
+CalendarView& Below(const Period& period) { return Calendar().ViewOf(period.level); }
+
+}  // namespace
+
+Loading ScatterCalendar::Load(const LoadRequest& request, const StopTest& stopped) {
+    LoadAllViewer(request, stopped);
+    if (!stopped()) State().run.TicksInView = 0;
+    return Loading::Done;
+}
+
+void ScatterCalendar::Reload(const LoadRequest&, const StopTest&) {}  // the command leaves the scatter alone
+
+void ScatterCalendar::Stop(const Period&) { Calendar().CurrentAllViewer().stop = true; }
+
+void ScatterCalendar::GoOn(const Period&) {}  // the next walk clears its own stop
+
+bool ScatterCalendar::IsReady(const Period&) const { return true; }
+
+void ScatterCalendar::Paint(Canvas&, const Period&, Size, double) {}
+
+WalkEnd ScatterCalendar::DrawObjects() { return WalkAll(); }
+
+void ScatterCalendar::Beat(const Period&) { RedrawScatter(); }
+
+void ScatterCalendar::MakeStep(Step step) { Below(View().period).MakeStep(step); }
+
+ViewHit ScatterCalendar::HitTest(const Period& period, Point point, Size) const {
+    ViewHit hit;
+    if (period.level == Level::Day) hit.part = ViewHit::Part::DayGround;
+    hit.date = period.date;
+    ObjectList::Hit object;
+    if (!Calendar().CurrentAllViewer().objects.HitTest(point, &object)) return hit;
+    hit.part = ViewHit::Part::Object;
+    hit.hasObject = true;
+    hit.area = object.drawn;
+    hit.path = object.path;
+    hit.kind = object.kind;
+    return hit;
+}
+
+// Days are found where their cells would be: kept as it is.
+std::optional<CalendarDate> ScatterCalendar::DayUnder(const Period& period, Point point, Size client) const {
+    return Below(period).DayUnder(period, point, client);
+}
+
+bool ScatterCalendar::HasDayCells() const { return Below(View().period).HasDayCells(); }
+
+std::optional<DropTarget> ScatterCalendar::TargetOfDrop(const Period& period, Point point,
+                                                        Size client) const {
+    if (period.level == Level::Day) return Below(period).TargetOfDrop(period, point, client);
+    return DropTarget{period.date, false};
+}
+
+}  // namespace kalmora

@@ -1,0 +1,137 @@
+#include "views/control/year_calendar.h"
+
+#include "state/app_state.h"
+#include "store/data_folder.h"
+#include "views/control/navigation.h"
+#include "views/load/scan_backgrounds.h"
+#include "views/model/calendar_geometry.h"
+#include "views/model/calendar_store.h"
+#include "views/model/cell_content.h"
+#include "views/paint/heartbeat_redraw.h"
+#include "views/paint/paint_period.h"
+
+namespace kalmora {
+
+namespace {
+
+bool IsOnAMonth(Point point, int clientWidth) {
+    for (int month = 1; month <= 12; ++month)
+        if (YearMonthRect(clientWidth, month).ContainsInclusive(point)) return true;
+    return false;
+}
+
+void FillFromCell(const CalendarDate& day, ViewHit* hit) {
+    const CellContent content = ContentOfCell(day.year, day.month, day.day);
+    if (content.count == 0) return;
+    hit->path = content.entry.path;
+    hit->kind = content.entry.kind;
+}
+
+}  // namespace
+
+Loading YearCalendar::Load(const LoadRequest& request, const StopTest&) {
+    StartGridLoad(request, *this);
+    return Loading::GoesOn;
+}
+
+void YearCalendar::Reload(const LoadRequest& request, const StopTest& stopped) {
+    ClearGrid(request.view.period);
+    LoadYear(MainRoot(), request.view.period.date.year, stopped, {Level::Year, false, false, false});
+}
+
+void YearCalendar::FindBackgrounds(const std::string& root, const Period& period,
+                                   const StopTest& stopped) const {
+    ScanBackgrounds(root, period.date.year, 0, stopped);
+    for (int month = 1; month <= 12 && !stopped(); ++month)
+        ScanBackgrounds(root, period.date.year, month, stopped);
+}
+
+bool YearCalendar::LoadFolders(const std::string& root, const Period& period, const StopTest& stopped,
+                               LoadDrawing drawing) const {
+    return LoadYear(root, period.date.year, stopped, drawing);
+}
+
+void YearCalendar::Stop(const Period& period) { Calendar().SlotOf(period.date.year).RaiseStop(); }
+
+void YearCalendar::GoOn(const Period& period) {
+    YearView& slot = Calendar().SlotOf(period.date.year);
+    if (slot.ready) slot.stop = false;
+    for (MonthView& month : slot.months)
+        if (month.ready) month.LowerStop();
+}
+
+bool YearCalendar::IsReady(const Period& period) const {
+    const YearView& slot = Calendar().SlotOf(period.date.year);
+    std::lock_guard lock(slot.mutex);
+    return slot.year == period.date.year && (slot.ready || slot.loading);
+}
+
+void YearCalendar::Paint(Canvas& canvas, const Period& period, Size client, double scale) {
+    Calendar().objectsDrawn = PaintYear(canvas, period.date.year, client, scale);
+}
+
+WalkEnd YearCalendar::DrawObjects() { return WalkEnd::Stopped; }
+
+void YearCalendar::Beat(const Period& period) { RedrawYear(period.date.year); }
+
+void YearCalendar::MakeStep(Step step) {
+    switch (step) {
+        case Step::OuterNext:
+            return StepYears(2);
+        case Step::Next:
+            return StepYears(1);
+        case Step::Previous:
+            return StepYears(-1);
+        case Step::OuterPrevious:
+            return StepYears(-2);
+    }
+}
+
+ViewHit YearCalendar::HitTest(const Period& period, Point point, Size client) const {
+    ViewHit hit;
+    const int year = period.date.year;
+    const bool days = State().settings.CalendarMode != 0;
+    if (const YearHit found = YearHitTest(year, client.width, days, point); found.month >= 1) {
+        hit.part = ViewHit::Part::Object;
+        hit.hasObject = true;
+        hit.date = {year, found.month, days ? found.day : 0};
+        const Rect area = YearMonthRect(client.width, found.month);
+        if (days) {
+            hit.area = MonthCellRect(MakeMonthGrid(year, found.month, area, true), found.day);
+            FillFromCell(hit.date, &hit);
+        } else {
+            hit.area = area;
+            const int day =
+                Calendar().MonthOf(year, found.month).ready ? RepresentativeDay(year, found.month) : 0;
+            if (day > 0) FillFromCell({year, found.month, day}, &hit);
+        }
+    }
+    if (const int month = MonthPictureHitTest(client.width, point); month > 0) {
+        hit.part = ViewHit::Part::MonthHeading;
+        hit.date = {year, month, 0};
+    }
+    return hit;
+}
+
+std::optional<CalendarDate> YearCalendar::DayUnder(const Period& period, Point point, Size client) const {
+    if (!HasDayCells()) return std::nullopt;
+    const YearHit hit = YearHitTest(period.date.year, client.width, true, point);
+    if (hit.day < 1) return std::nullopt;
+    return CalendarDate{period.date.year, hit.month, hit.day};
+}
+
+bool YearCalendar::HasDayCells() const { return State().settings.CalendarMode != 0; }
+
+std::optional<DropTarget> YearCalendar::TargetOfDrop(const Period& period, Point point, Size client) const {
+    if (!IsInWindow(point, client)) return std::nullopt;
+    const int year = period.date.year;
+    if (!IsOnAMonth(point, client.width)) return DropTarget{{year, 0, 0}, true};
+    if (!HasDayCells()) return std::nullopt;
+    if (const auto day = DayUnder(period, point, client)) return DropTarget{*day, false};
+    // Beside the days of a month: its background, as far as the year view can set one.
+    const YearHit month = YearHitTest(year, client.width, false, point);
+    if (month.month < 1) return std::nullopt;
+    return DropTarget{{year, month.month, 0}, true};
+}
+
+}  // namespace kalmora

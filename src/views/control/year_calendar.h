@@ -1,0 +1,37 @@
+// The year: twelve months, as grids of days or (CalendarMode 0) as one picture each.
+#pragma once
+
+#include "views/load/grid_load.h"
+#include "views/model/calendar_view.h"
+
+namespace kalmora {
+
+class YearCalendar : public CalendarView, private GridWork {
+public:
+    Loading Load(const LoadRequest& request, const StopTest& stopped) override;
+    void Reload(const LoadRequest& request, const StopTest& stopped) override;
+    void Stop(const Period& period) override;
+    void GoOn(const Period& period) override;
+    bool IsReady(const Period& period) const override;
+
+    void Paint(Canvas& canvas, const Period& period, Size client, double scale) override;
+    bool DrawsObjects() const override { return false; }
+    WalkEnd DrawObjects() override;
+    void Beat(const Period& period) override;
+
+    void MakeStep(Step step) override;
+
+    ViewHit HitTest(const Period& period, Point point, Size client) const override;
+    std::optional<CalendarDate> DayUnder(const Period& period, Point point, Size client) const override;
+    bool HasDayCells() const override;
+    std::optional<DropTarget> TargetOfDrop(const Period& period, Point point, Size client) const override;
+
+private:
+    void FindBackgrounds(const std::string& root, const Period& period,
+                         const StopTest& stopped) const override;
+    OldMusic AtOldMusic() const override { return OldMusic::Stop; }
+    bool LoadFolders(const std::string& root, const Period& period, const StopTest& stopped,
+                     LoadDrawing drawing) const override;
+};
+
+}  // namespace kalmora

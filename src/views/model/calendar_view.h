@@ -1,0 +1,85 @@
+// CalendarView: one way to look at a period. The year, the month, the day and the scatter are its four
+// classes (see views/control/); who loads, paints or asks what lies under a point asks the view that is in
+// force.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "base/dates.h"
+#include "platform/canvas.h"
+#include "store/extension_table.h"
+#include "views/model/load_request.h"
+#include "views/model/stoppable_wait.h"
+
+namespace kalmora {
+
+// Commands 1010 to 1013.
+enum class Step { OuterNext, Next, Previous, OuterPrevious };
+
+// What lies under a point.
+struct ViewHit {
+    enum class Part { Nothing, Object, MonthHeading, DayNumber, HourPicture, DayGround };
+    Part part = Part::Nothing;  // DayGround: beside the objects of a day, in its lines or its scatter
+    CalendarDate date;          // the day of a cell, the month of a heading
+    int hour = 0;               // of an hour picture
+    bool picksDay = false;      // a press on it makes `date` the day that is left
+    bool hasObject = false;     // a cell, a month's picture or an object lies there, whatever `part` is
+    Rect area;                  // of it, in client coordinates
+    std::string path;           // of it; empty for an empty cell
+    ObjectKind kind = ObjectKind::Unknown;
+};
+
+// What a drop on the window is meant for.
+struct DropTarget {
+    CalendarDate day;           // month and day 0 where the period in view has none
+    bool isBackground = false;  // pictures become the background of that period
+};
+
+enum class Loading { Done, GoesOn };             // GoesOn: a worker has taken the gate over
+enum class WalkEnd { Whole, Stopped, Repaint };  // Repaint: a full paint was asked for meanwhile
+
+// Without data of its own: what it shows stands in the CalendarStore. Any thread, unless it says otherwise.
+class CalendarView {
+public:
+    CalendarView() = default;
+    CalendarView(const CalendarView&) = delete;
+    CalendarView& operator=(const CalendarView&) = delete;
+    virtual ~CalendarView() = default;
+
+    // ---- load
+    // Fills the view for the request; with the object gate held.
+    virtual Loading Load(const LoadRequest& request, const StopTest& stopped) = 0;
+    // Command 1021: reads the period again on the calling thread; with the object gate held.
+    virtual void Reload(const LoadRequest& request, const StopTest& stopped) = 0;
+    // Raises the stop flag of what holds the period.
+    virtual void Stop(const Period& period) = 0;
+    // Lowers it again where the period is loaded: a change of the view came to nothing.
+    virtual void GoOn(const Period& period) = 0;
+    // The period is loaded or being loaded, so that there is something to redraw.
+    virtual bool IsReady(const Period& period) const = 0;
+
+    // ---- paint
+    // What lies over the background, but for objects that are drawn one by one.
+    virtual void Paint(Canvas& canvas, const Period& period, Size client, double scale) = 0;
+    // A grid's pictures belong to its cells; a day's and a scatter's objects are drawn by a run of their own.
+    virtual bool DrawsObjects() const = 0;
+    // The body of such a run. On the paint thread.
+    virtual WalkEnd DrawObjects() = 0;
+    // What changes at a heartbeat. On its thread.
+    virtual void Beat(const Period& period) = 0;
+
+    // ---- step
+    // Changes the date; the caller loads. GUI thread.
+    virtual void MakeStep(Step step) = 0;
+
+    // ---- what lies where, in client coordinates; GUI thread
+    virtual ViewHit HitTest(const Period& period, Point point, Size client) const = 0;
+    // The day whose cell lies under the point; nothing in a view without days.
+    virtual std::optional<CalendarDate> DayUnder(const Period& period, Point point, Size client) const = 0;
+    virtual bool HasDayCells() const = 0;
+    // Nothing for a point that means nothing.
+    virtual std::optional<DropTarget> TargetOfDrop(const Period& period, Point point, Size client) const = 0;
+};
+
+}  // namespace kalmora

@@ -1,0 +1,15 @@
+// What each kind of view paints over the background, into a picture of the whole window. Any thread; on the
+// GUI thread no picture is waited for, and a worker draws later what is still coarse.
+#pragma once
+
+#include "platform/canvas.h"
+
+namespace kalmora {
+
+// Give how many objects were drawn.
+int PaintYear(Canvas& canvas, int year, Size client, double scale);
+int PaintMonth(Canvas& canvas, int year, int month, Size client, double scale);
+// The pictures of the hours at the heads of a day's lines.
+void PaintHours(Canvas& canvas, Size client, double scale);
+
+}  // namespace kalmora

@@ -1,0 +1,80 @@
+#include "views/paint/walk_objects.h"
+
+#include "platform/clock.h"
+#include "state/app_state.h"
+#include "views/model/calendar_store.h"
+#include "views/model/stoppable_wait.h"
+#include "views/paint/draw_objects.h"
+#include "views/paint/progress_stripe.h"
+
+namespace kalmora {
+
+namespace {
+
+constexpr int kYieldAboveMs = 10;
+constexpr int kPauseStepMs = 500;
+
+// The walk over a viewer's objects; `draw` places and draws one.
+template <typename Viewer, typename DrawOne>
+WalkEnd WalkObjects(Viewer& viewer, DrawOne draw) {
+    AppState& state = State();
+    const auto stopped = [&] {
+        return viewer.stop || !viewer.usable || state.run.ObjectGate.IsStopRequested();
+    };
+    const auto restless = [&] { return stopped() || Calendar().IsPaintLeftToRun(); };
+    // A stop that no load followed must not keep the period empty for good.
+    viewer.stop = false;
+    const std::vector<PlacedObjectPtr> objects = viewer.objects.Snapshot();
+    if (objects.empty()) return WalkEnd::Whole;
+    TicketGuard guard(viewer.queue, 5, 100);
+    if (!guard) return WalkEnd::Stopped;
+    for (std::size_t index = 0; index < objects.size(); ++index) {
+        ProgressStripe(static_cast<double>(index) / static_cast<double>(objects.size()));
+        while (state.run.Paused) {
+            if (stopped()) return WalkEnd::Stopped;
+            if (Calendar().IsPaintLeftToRun()) return WalkEnd::Repaint;
+            SleepUnless(restless, kPauseStepMs);
+        }
+        if (stopped()) return WalkEnd::Stopped;
+        if (Calendar().IsPaintLeftToRun()) return WalkEnd::Repaint;
+        if (Calendar().partners.slideShow.IsShown()) continue;
+        if (draw(objects[index])) ++Calendar().objectsDrawn;
+        if (state.settings.TimingOfChangeImage > kYieldAboveMs)
+            SleepUnless(restless, state.settings.TimingOfChangeImage);
+    }
+    viewer.loaded = true;
+    ProgressStripe(kStripeFinished);
+    return WalkEnd::Whole;
+}
+
+}  // namespace
+
+WalkEnd WalkDay() {
+    DayViewer& viewer = Calendar().CurrentDayViewer();
+    {
+        TicketGuard guard(viewer.queue, 5, 100);
+        if (!guard) return WalkEnd::Stopped;
+        viewer.objects.ClearVisibleMarks();
+        const AppState& state = State();
+        const Size client = ClientSize();
+        const DayLines lines = MakeDayLines(client.height, state.settings.DayNumberOfLine,
+                                            state.settings.DayDuration, state.settings.DayStartTime);
+        if (viewer.clientWidth != client.width || viewer.lines.lineHeight != lines.lineHeight)
+            viewer.ResetPlaces(lines, client.width);
+    }
+    return WalkObjects(viewer, [&](const PlacedObjectPtr& object) { return DrawDayObject(viewer, object); });
+}
+
+WalkEnd WalkAll() {
+    AllViewer& viewer = Calendar().CurrentAllViewer();
+    viewer.objects.ClearVisibleMarks();
+    viewer.drawing = true;
+    const WalkEnd end =
+        WalkObjects(viewer, [&](const PlacedObjectPtr& object) { return DrawAllObject(viewer, object); });
+    const Size area = ObjectArea();
+    viewer.SetDrawnArea({0, 0, area.width, area.height});
+    viewer.drawing = false;
+    return end;
+}
+
+}  // namespace kalmora
