@@ -15,6 +15,7 @@
 #include "platform/window.h"
 #include "state/app_state.h"
 #include "views/bar/button_bar.h"
+#include "views/control/calendar_views.h"
 #include "views/load/object_loader.h"
 #include "views/model/calendar_store.h"
 #include "views/paint/background.h"
@@ -132,6 +133,7 @@ int RunShot(const StartOptions& start, const ShotOptions& options) {
     Times times;
     RoomsToCome rooms;
     CalendarStore calendar({rooms.slideShow, rooms.music, times, times, rooms.filter, times});
+    IntroduceViews(calendar);
     PrefetchBackground();
     WindowOptions windowOptions;
     windowOptions.title = "Kalmora";
