@@ -21,11 +21,11 @@
 #include "media/photo_file.h"
 #include "platform/abandoned_files.h"
 #include "platform/files.h"
-#include "platform/shell.h"
 #include "platform/transfer.h"
 #include "state/app_state.h"
 #include "store/data_folder.h"
 #include "store/file_helpers.h"
+#include "store/shortcuts.h"
 
 namespace kalmora {
 
@@ -315,7 +315,7 @@ void Importer::MakeLink(ImportedFile file, const TargetNames::Choice& choice) {
         // and held by ImportShortcutTest.IndexHasThePathBesideTheLink.
         AddToIndex(choice.path);
         file.target = choice.path + ".lnk";
-        if (!shell::CreateShortcut(file.target, file.source)) {
+        if (!CreateShortcut(file.target, file.source)) {
             file.result = ImportResult::Denied;
             file.target.clear();
         }

@@ -4,12 +4,12 @@
 #include <cstdio>
 
 #include "platform/files.h"
-#include "platform/shell.h"
 #include "platform/transfer.h"
 #include "state/app_state.h"
 #include "store/data_folder.h"
 #include "store/date_folder.h"
 #include "store/file_helpers.h"
+#include "store/shortcuts.h"
 #include "text/text.h"
 
 namespace kalmora {
@@ -78,7 +78,7 @@ bool TargetNames::StandsAt(const std::string& path) const {
 
 bool TargetNames::IsSame(const std::string& path, const Incoming& file) const {
     if (form_ == Form::Shortcut && !files::Exists(path)) {
-        const auto target = shell::ResolveShortcut(path + kLinkEnd);
+        const auto target = ResolveShortcut(path + kLinkEnd);
         const auto named = target ? files::GetStatus(*target) : std::nullopt,
                    wanted = files::GetStatus(file.source);
         return named && wanted && named->volume == wanted->volume && named->identity == wanted->identity;

@@ -13,15 +13,10 @@
 #include <string_view>
 #include <vector>
 
+#include "base/path_names.h"
 #include "base/system_time.h"
 
 namespace kalmora::files {
-
-#if defined(_WIN32)
-inline constexpr char kSeparator = '\\';
-#else
-inline constexpr char kSeparator = '/';
-#endif
 
 enum class FileResult { Done, NotFound, Denied, NoSpace, Exists, Failed };
 
@@ -56,10 +51,11 @@ bool Exists(const std::string& path);                          // folders count
 bool IsFolder(const std::string& path);
 
 bool IsAbsolute(std::string_view path);
-// "folder/name"; no separator is doubled. An empty folder gives the name alone.
-std::string Join(std::string_view folder, std::string_view name);
-// Changes each of the other platform's separators into this platform's.
-std::string WithPlatformSeparators(std::string_view path);
+// Below the current folder when it is relative.
+std::string AbsolutePath(const std::string& path);
+// Absolute, with the links among its folders followed; the last name is left as it is. Where the folder does
+// not stand, the normalized absolute path.
+std::string PhysicalPath(const std::string& path);
 
 // All entries but "." and "..", ascending by name without regard to ASCII case (ties: byte order). Empty when
 // the folder cannot be read; `result` tells why. One pass over the folder, no look at each file.

@@ -4,11 +4,11 @@
 #include <cstdlib>
 #include <span>
 
-#include "platform/qt/byte_source.h"
+#include "base/byte_source.h"
+#include "formats/picture_heads.h"
 #include "platform/qt/decode_limits.h"
 #include "platform/qt/jpeg_decoder.h"
 #include "platform/qt/picture_decoder.h"
-#include "platform/qt/picture_heads.h"
 
 using namespace kalmora;
 
@@ -23,9 +23,9 @@ void Check(const QImage& image) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::span<const std::uint8_t> bytes(data, size);
-    const qt::MemorySource source(bytes);
+    const MemorySource source(bytes);
     qt::MeasureJpeg(source);
-    qt::ReadPictureHead(source);
+    ReadPictureHead(source);
     images::EmbeddedPreview embedded;
     embedded.orientation = size == 0 ? 1 : data[size - 1] % 10;
     Check(qt::DecodePicture(source, Size{}, images::Preview::Never, embedded));

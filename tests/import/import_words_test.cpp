@@ -5,7 +5,7 @@
 #include "import/import.h"
 #include "import/import_fixture.h"
 #include "media/photo_file.h"
-#include "platform/shell.h"
+#include "store/shortcuts.h"
 
 namespace kalmora {
 namespace {
@@ -146,7 +146,7 @@ TEST_F(ImportShortcutTest, SourceStaysAndALinkPointsAtIt) {
     const std::string source = Add("A.JPG", PhotoTaken("2008:11:13 10:15:30"));
     options.source = ImportOptions::Source::GetsShortcut;
     Import();
-    EXPECT_EQ(shell::ResolveShortcut(PathOf("A.JPG.lnk")), source);
+    EXPECT_EQ(ResolveShortcut(PathOf("A.JPG.lnk")), source);
     EXPECT_TRUE(files::Exists(source));
     EXPECT_THAT(Results(), ElementsAre(ImportResult::Linked));
     EXPECT_EQ(told[0].target, PathOf("A.JPG.lnk"));
@@ -169,8 +169,8 @@ TEST_F(ImportShortcutTest, EachFileHasItsOwnLinkAndNoneASecond) {
     Add("101/A.JPG", PhotoTaken("2008:11:13 10:15:31") + "2");
     options.source = ImportOptions::Source::GetsShortcut;
     Import();
-    EXPECT_EQ(shell::ResolveShortcut(PathOf("A.JPG.lnk")), OnCard("100/A.JPG"));
-    EXPECT_EQ(shell::ResolveShortcut(PathOf("A[1].jpg.lnk")), OnCard("101/A.JPG"));
+    EXPECT_EQ(ResolveShortcut(PathOf("A.JPG.lnk")), OnCard("100/A.JPG"));
+    EXPECT_EQ(ResolveShortcut(PathOf("A[1].jpg.lnk")), OnCard("101/A.JPG"));
     Import();
     EXPECT_THAT(Results(), ElementsAre(ImportResult::Same, ImportResult::Same));
     EXPECT_EQ(NamesInDay().size(), 3u) << "two links and the index";

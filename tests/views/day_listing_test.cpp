@@ -3,8 +3,8 @@
 #include <filesystem>
 
 #include "platform/files.h"
-#include "platform/shell.h"
 #include "store/data_folder.h"
+#include "store/shortcuts.h"
 #include "views/load/scan_backgrounds.h"
 #include "views/model/calendar_store.h"
 #include "views/view_fixture.h"
@@ -90,9 +90,9 @@ TEST_F(DayListingTest, ShortcutStandsForItsTarget) {
     const std::string song = AddFile(root_ + "/elsewhere", "song.mp3", "x");
     const std::string document = AddFile(root_ + "/elsewhere", "paper.doc", "x");
     Add("e.doc");
-    ASSERT_TRUE(shell::CreateShortcut(DayFolder(2008, 11, 13) + "/a.lnk", target));
-    ASSERT_TRUE(shell::CreateShortcut(DayFolder(2008, 11, 13) + "/b.lnk", song));
-    ASSERT_TRUE(shell::CreateShortcut(DayFolder(2008, 11, 13) + "/c.lnk", document));
+    ASSERT_TRUE(CreateShortcut(DayFolder(2008, 11, 13) + "/a.lnk", target));
+    ASSERT_TRUE(CreateShortcut(DayFolder(2008, 11, 13) + "/b.lnk", song));
+    ASSERT_TRUE(CreateShortcut(DayFolder(2008, 11, 13) + "/c.lnk", document));
     Add("d.lnk", "no shortcut at all");
     EXPECT_THAT(Scan(), ElementsAre("far.jpg"));
     EXPECT_THAT(Calendar().backgrounds.Music(), ElementsAre(song));

@@ -11,9 +11,9 @@
 #include "camera_exif.h"
 #include "life.h"
 #include "photo.h"
-#include "platform/shell.h"
 #include "riff.h"
 #include "sample_folder.h"
+#include "store/shortcuts.h"
 #include "text/text.h"
 
 namespace sample {
@@ -233,7 +233,7 @@ private:
         }
         if (!best) return;
         const std::string target = folder_.Absolute(DayFolder(best->when) + "/" + best->fileName);
-        const std::string link = kalmora::shell::MakeShortcut(target, folder_.Absolute(DayFolder(from)));
+        const std::string link = kalmora::MakeShortcut(target, folder_.Absolute(DayFolder(from)));
         folder_.Write(DayFolder(from) + "/A_year_ago.lnk", Bytes(link.begin(), link.end()), from);
     }
 

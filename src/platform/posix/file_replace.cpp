@@ -14,7 +14,6 @@
 #include "platform/files.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/file_errors.h"
-#include "platform/posix/path_names.h"
 #include "platform/posix/scratch_names.h"
 #include "platform/posix/write_all.h"
 #include "platform/transfer.h"

@@ -17,7 +17,6 @@
 
 #include "platform/posix/file_errors.h"
 #include "platform/posix/file_status.h"
-#include "platform/posix/path_names.h"
 #include "platform/posix/unix_time.h"
 
 namespace kalmora::files {
@@ -119,23 +118,6 @@ bool IsFolder(const std::string& path) {
 }
 
 bool IsAbsolute(std::string_view path) { return !path.empty() && path.front() == kSeparator; }
-
-std::string Join(std::string_view folder, std::string_view name) {
-    if (folder.empty()) return std::string(name);
-    while (!name.empty() && name.front() == kSeparator) name.remove_prefix(1);
-    std::string path;
-    path.reserve(folder.size() + 1 + name.size());
-    path = folder;
-    if (path.back() != kSeparator && !name.empty()) path.push_back(kSeparator);
-    path += name;
-    return path;
-}
-
-std::string WithPlatformSeparators(std::string_view path) {
-    std::string result(path);
-    std::replace(result.begin(), result.end(), '\\', kSeparator);
-    return result;
-}
 
 std::vector<FolderEntry> ListFolder(const std::string& folder, FileResult* result) {
     std::vector<FolderEntry> entries;

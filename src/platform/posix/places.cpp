@@ -7,10 +7,10 @@
 #include <array>
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <system_error>
 
 #include "platform/files.h"
-#include "platform/posix/path_names.h"
 
 namespace kalmora::files {
 
@@ -102,6 +102,22 @@ std::string FindCameraCardBelow(const std::vector<std::string>& mountFolders) {
                 if (std::string card = Join(root, name); IsFolder(card)) return card;
         }
     return {};
+}
+
+std::string AbsolutePath(const std::string& path) {
+    if (IsAbsolute(path)) return path;
+    const std::string current = CurrentFolder();
+    return Join(current.empty() ? "/" : current, path);
+}
+
+std::string PhysicalPath(const std::string& path) {
+    const std::string absolute = AbsolutePath(path);
+    const std::string name = NameOfPath(absolute);
+    const bool isName = !name.empty() && name != "." && name != "..";
+    const std::unique_ptr<char, void (*)(void*)> resolved(
+        realpath((isName ? FolderOfPath(absolute) : absolute).c_str(), nullptr), std::free);
+    if (!resolved) return NormalizePath(absolute);
+    return isName ? Join(resolved.get(), name) : std::string(resolved.get());
 }
 
 std::string FindCameraCard() {

@@ -16,7 +16,6 @@
 #include "platform/posix/descriptor.h"
 #include "platform/posix/file_errors.h"
 #include "platform/posix/file_status.h"
-#include "platform/posix/path_names.h"
 #include "platform/posix/scratch_names.h"
 
 namespace kalmora::files {
@@ -80,7 +79,7 @@ bool IsLink(const std::string& path) {
 bool LiesIn(const std::string& path, const std::string& folder) {
     struct stat wanted {};
     if (stat(folder.c_str(), &wanted) != 0) return false;
-    std::string at = AbsolutePathOf(path);
+    std::string at = files::AbsolutePath(path);
     for (;;) {
         // NOLINTNEXTLINE(concurrency-mt-unsafe): the buffer is its own
         if (char* const real = realpath(at.c_str(), nullptr)) {

@@ -13,7 +13,6 @@
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/posix/descriptor.h"
-#include "platform/posix/path_names.h"
 #include "platform/shell.h"
 #include "text/text.h"
 
@@ -164,7 +163,7 @@ bool MoveInto(const TrashPlace& place, const std::string& path) {
 
 bool MoveToTrash(const std::string& path) {
     if (NameOfPath(path).empty()) return false;
-    const std::string whole = PhysicalPath(path);
+    const std::string whole = files::PhysicalPath(path);
     const auto status = LookAt(whole);
     if (!status) return false;
     const std::string home = files::Join(FolderOfPath(files::UserDataFolder()), "Trash");

@@ -3,8 +3,8 @@
 
 #include <QImage>
 
+#include "base/byte_source.h"
 #include "base/geometry.h"
-#include "platform/qt/byte_source.h"
 
 namespace kalmora::qt {
 

@@ -11,7 +11,7 @@
 #include <cstdlib>
 #include <span>
 
-#include "platform/qt/byte_source.h"
+#include "base/byte_source.h"
 #include "platform/qt/jpeg_decoder.h"
 
 namespace kalmora::jpeg {
@@ -71,7 +71,7 @@ private:
 }  // namespace
 
 std::string TurnByPixels(std::string_view jpeg, int degrees, std::size_t most) {
-    const qt::MemorySource source(std::span(reinterpret_cast<const std::uint8_t*>(jpeg.data()), jpeg.size()));
+    const MemorySource source(std::span(reinterpret_cast<const std::uint8_t*>(jpeg.data()), jpeg.size()));
     const QImage image = qt::DecodeJpeg(source, {});
     if (image.isNull()) return {};
     const QImage turned =

@@ -2,8 +2,8 @@
 
 #include <atomic>
 
-#include "platform/qt/byte_source.h"
-#include "platform/qt/picture_heads.h"
+#include "formats/picture_heads.h"
+#include "platform/file_source.h"
 
 namespace kalmora {
 
@@ -16,11 +16,11 @@ images::PreviewReader qt::ThePreviewReader() { return previewReader; }
 void images::SetPreviewReader(PreviewReader reader) { previewReader = reader; }
 
 Size images::Measure(const std::string& path) {
-    qt::FileSource source;
+    FileSource source;
     if (!source.Open(path)) return Size{};
-    const qt::PictureHead head = qt::ReadPictureHead(source);
+    const PictureHead head = ReadPictureHead(source);
     const PreviewReader readPreview = previewReader;
-    if (head.format != qt::PictureHead::Format::Jpeg || readPreview == nullptr) return head.size;
+    if (head.format != PictureHead::Format::Jpeg || readPreview == nullptr) return head.size;
     const int orientation = readPreview(path, false).orientation;
     const bool liesOnItsSide = orientation >= 5 && orientation <= 8;
     return liesOnItsSide ? Size{head.size.height, head.size.width} : head.size;

@@ -1,5 +1,6 @@
 #include "platform/qt/picture_decoder.h"
 
+#include "platform/file_source.h"
 #include "platform/qt/decode_limits.h"
 #include "platform/qt/decoding_gate.h"
 #include "platform/qt/jpeg_decoder.h"

@@ -4,8 +4,8 @@
 #include <QImage>
 #include <string>
 
+#include "base/byte_source.h"
 #include "platform/image.h"
-#include "platform/qt/byte_source.h"
 
 namespace kalmora::qt {
 

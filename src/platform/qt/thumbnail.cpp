@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/qt/byte_source.h"
+#include "base/byte_source.h"
 #include "platform/qt/jpeg_decoder.h"
 
 namespace kalmora::qt {

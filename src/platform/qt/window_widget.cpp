@@ -8,16 +8,17 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPaintEvent>
+#include <QSysInfo>
 #include <QTextDocument>
 #include <QToolTip>
 #include <QWheelEvent>
 #include <QWindowStateChangeEvent>
 #include <cmath>
 
+#include "formats/uri_list.h"
 #include "platform/drop_event.h"
 #include "platform/qt/gui_queue.h"
 #include "platform/qt/key_codes.h"
-#include "platform/qt/uri_list.h"
 #include "platform/qt/values.h"
 
 namespace kalmora::qt {
@@ -213,7 +214,8 @@ void WindowWidget::dragMoveEvent(QDragMoveEvent* event) { AnswerDrag(*event); }
 void WindowWidget::dropEvent(QDropEvent* event) {
     DropEvent drop;
     const std::string list = OfferedList(event->mimeData());
-    drop.paths = LocalPaths(list);
+    const std::string host = FromQt(QSysInfo::machineHostName());
+    drop.paths = LocalPaths(list, host);
     drop.point = ToPoint(event->position());
     NoteModifiers(drop, event->modifiers());
     if (drop.paths.empty()) return event->ignore();
@@ -231,7 +233,7 @@ void WindowWidget::dropEvent(QDropEvent* event) {
     drop.result = &result;
     Send(drop);
     if (result == DropResult::NotTaken) return event->ignore();
-    const bool isMoved = result == DropResult::Moved && AreAllLocalPaths(list);
+    const bool isMoved = result == DropResult::Moved && AreAllLocalPaths(list, host);
     Answer(*event, isMoved ? Qt::MoveAction : Qt::CopyAction);
 }
 

@@ -5,9 +5,9 @@
 
 #include "base/log.h"
 #include "platform/files.h"
-#include "platform/shell.h"
 #include "state/app_state.h"
 #include "store/extension_table.h"
+#include "store/shortcuts.h"
 #include "views/load/search_view.h"
 #include "views/model/calendar_store.h"
 
@@ -80,7 +80,7 @@ private:
     }
 
     void Shortcut(const std::string& path) {
-        const auto target = shell::ResolveShortcut(path);
+        const auto target = ResolveShortcut(path);
         if (!target || target->empty()) return;
         const ObjectKind kind = ClassifyFile(*target);
         if (kind == ObjectKind::Text || kind == ObjectKind::Image || kind == ObjectKind::Movie)

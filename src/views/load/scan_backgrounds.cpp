@@ -4,9 +4,9 @@
 #include <string_view>
 
 #include "platform/files.h"
-#include "platform/shell.h"
 #include "store/data_folder.h"
 #include "store/extension_table.h"
+#include "store/shortcuts.h"
 #include "text/encoding.h"
 #include "text/text.h"
 #include "views/model/calendar_store.h"
@@ -53,7 +53,7 @@ void ScanFolder(const std::string& folder, const StopTest& stopped) {
                 if (entry.name.starts_with("back")) backgrounds.AddImage(path);
                 break;
             case ObjectKind::Shortcut:
-                if (const auto target = shell::ResolveShortcut(path);
+                if (const auto target = ResolveShortcut(path);
                     target && ClassifyFile(*target) == ObjectKind::Music && files::Exists(*target))
                     backgrounds.AddMusic(*target, true);
                 break;

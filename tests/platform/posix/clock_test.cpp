@@ -6,7 +6,8 @@
 #include <ctime>
 #include <thread>
 
-#include "temporary_folder.h"
+#include "scoped_variable.h"
+#include "support/temporary_folder.h"
 
 namespace kalmora {
 namespace {

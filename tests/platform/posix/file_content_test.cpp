@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "platform/files.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace kalmora::files {
 namespace {

@@ -8,7 +8,7 @@
 #include <filesystem>
 
 #include "platform/clock.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace kalmora::files {
 namespace {
@@ -34,17 +34,6 @@ void Link(const std::string& target, const std::string& link) {
 }
 
 // ---- names
-
-TEST(Join, PutsOneSeparatorBetweenFolderAndName) {
-    EXPECT_EQ(Join("/data", "2008"), "/data/2008");
-    EXPECT_EQ(Join("/data/", "2008"), "/data/2008");
-    EXPECT_EQ(Join("/data/", "/2008"), "/data/2008");
-    EXPECT_EQ(Join("/", "data"), "/data");
-}
-
-TEST(Join, GivesTheNameAloneForAnEmptyFolder) { EXPECT_EQ(Join("", "a.jpg"), "a.jpg"); }
-
-TEST(Join, GivesTheFolderAloneForAnEmptyName) { EXPECT_EQ(Join("/data", ""), "/data"); }
 
 TEST(IsAbsolute, HoldsForPathsFromTheRootOnly) {
     EXPECT_TRUE(IsAbsolute("/"));

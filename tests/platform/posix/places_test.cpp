@@ -5,9 +5,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/path_names.h"
 #include "platform/files.h"
-#include "platform/posix/path_names.h"
-#include "temporary_folder.h"
+#include "scoped_variable.h"
+#include "support/temporary_folder.h"
 
 namespace kalmora::files {
 namespace {
@@ -20,6 +21,17 @@ TEST(ExecutablePath, IsThisVeryProgram) {
     EXPECT_TRUE(Exists(ExecutablePath()));
     EXPECT_EQ(FolderOfPath(ExecutablePath()), ExecutableFolder());
     EXPECT_EQ(GetStatus(ExecutablePath())->identity, GetStatus("/proc/self/exe")->identity);
+}
+
+TEST(PhysicalPath, FollowsTheFoldersButNotTheLastName) {
+    const TemporaryFolder folder;
+    folder.AddFolder("real");
+    ASSERT_EQ(symlink("real", (folder / "link").c_str()), 0);
+    ASSERT_EQ(symlink("nowhere", (folder / "real/end").c_str()), 0);
+    const std::string real = PhysicalPath(folder / "real");
+    EXPECT_EQ(PhysicalPath(folder / "link/end"), real + "/end");
+    EXPECT_EQ(PhysicalPath(folder / "link/."), real);
+    EXPECT_EQ(PhysicalPath("/no/such/../folder/x"), "/no/folder/x");
 }
 
 TEST(UserDataFolder, FollowsTheDesktopsVariable) {

@@ -8,7 +8,7 @@
 #include <thread>
 
 #include "platform/files.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace kalmora {
 namespace {

@@ -11,7 +11,7 @@
 #include <fstream>
 
 #include "platform/abandoned_files.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace kalmora::files {
 namespace {

@@ -8,7 +8,8 @@
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/shell.h"
-#include "temporary_folder.h"
+#include "scoped_variable.h"
+#include "support/temporary_folder.h"
 
 namespace kalmora::shell {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/qt/picture_heads.h"
+#include "formats/picture_heads.h"
 
 #include <gtest/gtest.h>
 
@@ -16,8 +16,7 @@ using namespace std::string_literals;
 using namespace test;
 
 Size Measure(std::string_view bytes) {
-    return qt::ReadPictureHead(
-               qt::MemorySource({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}))
+    return ReadPictureHead(MemorySource({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}))
         .size;
 }
 

@@ -3,18 +3,15 @@
 #include <string>
 
 #include "base/byte_reader.h"
-#include "platform/files.h"
-#include "platform/posix/path_names.h"
-#include "platform/posix/shortcut.h"
-#include "platform/posix/wide_names.h"
-#include "platform/shell.h"
+#include "formats/shell_link.h"
+#include "formats/shell_link_layout.h"
+#include "formats/wide_names.h"
 #include "text/text.h"
 
-namespace kalmora::shell {
+namespace kalmora {
 
 namespace {
 
-constexpr std::size_t kLargestShortcut = 1u << 20;
 // Longer than any path of either platform; what claims to be longer is no path.
 constexpr std::size_t kLongestPath = 32768;
 
@@ -78,18 +75,12 @@ std::string AbsolutePath(const ByteReader& info) {
     return base + suffix;
 }
 
-struct StoredPaths {
-    std::string absolute;  // with the separators it was stored with
-    std::string relative;  // to the folder of the shortcut, likewise
-};
-
-// Empty when the bytes are no shortcut. A shortcut that is cut short gives what can be read of it.
-std::optional<StoredPaths> ReadPaths(const ByteReader& file) {
+std::optional<ShellLinkPaths> ReadPaths(const ByteReader& file) {
     if (file.U32(0) != std::uint32_t{lnk::kHeaderSize} || !file.Has(0, lnk::kHeaderSize)) return std::nullopt;
     if (!file.StartsWith(lnk::kClassIdOffset, AsText(lnk::kClassId))) return std::nullopt;
     const std::uint32_t flags = file.U32(lnk::kFlagsOffset).value_or(0);
     std::size_t at = lnk::kHeaderSize;
-    StoredPaths paths;
+    ShellLinkPaths paths;
     if (flags & lnk::kHasTargetIdList) {
         const std::optional<std::uint16_t> length = file.U16(at);
         if (!length) return paths;
@@ -118,43 +109,16 @@ std::optional<StoredPaths> ReadPaths(const ByteReader& file) {
 
 bool HasZero(const std::string& path) { return path.find('\0') != std::string::npos; }
 
-// The place that a relative path names. The dots are taken out, unless a link on the way makes that another
-// place.
-std::string PlaceOf(const std::string& folder, const std::string& relative, bool& stands) {
-    std::string asStored = files::Join(folder, files::WithPlatformSeparators(relative));
-    std::string plain = NormalizePath(asStored);
-    const auto stored = files::GetStatus(asStored);
-    stands = stored.has_value();
-    if (!stands || plain == asStored) return plain;
-    const auto plainStatus = files::GetStatus(plain);
-    const bool isSame =
-        plainStatus && plainStatus->volume == stored->volume && plainStatus->identity == stored->identity;
-    return isSame ? plain : asStored;
-}
-
 }  // namespace
 
-std::optional<std::string> ParseShortcut(std::string_view bytes, const std::string& folder) {
+std::optional<ShellLinkPaths> ParseShellLink(std::string_view bytes) {
     const ByteReader file({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()},
                           ByteOrder::Little);
-    std::optional<StoredPaths> paths = ReadPaths(file);
+    std::optional<ShellLinkPaths> paths = ReadPaths(file);
     if (!paths) return std::nullopt;
     if (HasZero(paths->absolute)) paths->absolute.clear();
     if (HasZero(paths->relative)) paths->relative.clear();
-    if (paths->relative.empty()) {
-        if (paths->absolute.empty()) return std::nullopt;
-        return paths->absolute;
-    }
-    bool stands = false;
-    std::string place = PlaceOf(folder, paths->relative, stands);
-    if (!stands && !paths->absolute.empty()) return paths->absolute;
-    return place;
+    return paths;
 }
 
-std::optional<std::string> ResolveShortcut(const std::string& linkPath) {
-    const std::optional<std::string> bytes = files::ReadWholeFile(linkPath, kLargestShortcut);
-    if (!bytes) return std::nullopt;
-    return ParseShortcut(*bytes, FolderOfPath(linkPath));
-}
-
-}  // namespace kalmora::shell
+}  // namespace kalmora

@@ -1,15 +1,7 @@
-#include "platform/posix/path_names.h"
-
-#include <unistd.h>
+#include "base/path_names.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdlib>
-#include <memory>
-#include <string_view>
 #include <vector>
-
-#include "platform/files.h"
 
 namespace kalmora {
 
@@ -38,7 +30,30 @@ void Append(std::string& path, std::string_view name) {
     path += name;
 }
 
+constexpr char kOtherSeparator = kSeparator == '/' ? '\\' : '/';
+
 }  // namespace
+
+namespace files {
+
+std::string Join(std::string_view folder, std::string_view name) {
+    if (folder.empty()) return std::string(name);
+    while (!name.empty() && name.front() == kSeparator) name.remove_prefix(1);
+    std::string path;
+    path.reserve(folder.size() + 1 + name.size());
+    path = folder;
+    if (path.back() != kSeparator && !name.empty()) path.push_back(kSeparator);
+    path += name;
+    return path;
+}
+
+std::string WithPlatformSeparators(std::string_view path) {
+    std::string result(path);
+    std::replace(result.begin(), result.end(), kOtherSeparator, kSeparator);
+    return result;
+}
+
+}  // namespace files
 
 std::string FolderOfPath(const std::string& path) {
     const std::size_t separator = path.rfind(kSeparator);
@@ -51,28 +66,11 @@ std::string NameOfPath(const std::string& path) {
     return separator == std::string::npos ? path : path.substr(separator + 1);
 }
 
-std::string AbsolutePathOf(const std::string& path) {
-    if (files::IsAbsolute(path)) return path;
-    std::array<char, 8192> buffer;
-    const char* current = getcwd(buffer.data(), buffer.size());
-    return files::Join(current ? current : "/", path);
-}
-
 std::string NormalizePath(const std::string& path) {
     std::string result;
-    if (files::IsAbsolute(path)) result.push_back(kSeparator);
+    if (path.starts_with(kSeparator)) result.push_back(kSeparator);
     for (const std::string_view name : Components(path)) Append(result, name);
     return result.empty() ? "." : result;
-}
-
-std::string PhysicalPath(const std::string& path) {
-    const std::string absolute = AbsolutePathOf(path);
-    const std::string name = NameOfPath(absolute);
-    const bool isName = !name.empty() && name != "." && name != "..";
-    const std::unique_ptr<char, void (*)(void*)> resolved(
-        realpath((isName ? FolderOfPath(absolute) : absolute).c_str(), nullptr), std::free);
-    if (!resolved) return NormalizePath(absolute);
-    return isName ? files::Join(resolved.get(), name) : std::string(resolved.get());
 }
 
 std::string RelativePath(const std::string& folder, const std::string& path) {

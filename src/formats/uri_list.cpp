@@ -1,14 +1,11 @@
-#include "platform/qt/uri_list.h"
-
-#include <unistd.h>
+#include "formats/uri_list.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 
 #include "text/text.h"
 
-namespace kalmora::qt {
+namespace kalmora {
 
 namespace {
 
@@ -40,19 +37,17 @@ std::optional<std::string> Unescape(std::string_view text) {
     return bytes;
 }
 
-bool IsThisMachine(std::string_view host) {
-    if (host.empty() || text::EqualsNoCase(host, "localhost")) return true;
-    std::array<char, 256> name{};
-    return gethostname(name.data(), name.size() - 1) == 0 && text::EqualsNoCase(host, name.data());
+bool IsThisMachine(std::string_view name, std::string_view host) {
+    return name.empty() || text::EqualsNoCase(name, "localhost") || text::EqualsNoCase(name, host);
 }
 
-std::optional<std::string> LocalPath(std::string_view uri) {
+std::optional<std::string> LocalPath(std::string_view uri, std::string_view host) {
     if (!text::StartsWithNoCase(uri, kScheme)) return std::nullopt;
     uri.remove_prefix(kScheme.size());
     if (uri.starts_with("//")) {
         uri.remove_prefix(2);
         const std::size_t slash = std::min(uri.find('/'), uri.size());
-        if (!IsThisMachine(uri.substr(0, slash))) return std::nullopt;
+        if (!IsThisMachine(uri.substr(0, slash), host)) return std::nullopt;
         uri.remove_prefix(slash);
     }
     if (!uri.starts_with('/')) return std::nullopt;
@@ -73,16 +68,16 @@ bool TakeAddress(std::string_view& uriList, std::string_view& address) {
 
 }  // namespace
 
-std::vector<std::string> LocalPaths(std::string_view uriList) {
+std::vector<std::string> LocalPaths(std::string_view uriList, std::string_view host) {
     std::vector<std::string> paths;
     for (std::string_view address; TakeAddress(uriList, address);)
-        if (std::optional<std::string> path = LocalPath(address)) paths.push_back(std::move(*path));
+        if (std::optional<std::string> path = LocalPath(address, host)) paths.push_back(std::move(*path));
     return paths;
 }
 
-bool AreAllLocalPaths(std::string_view uriList) {
+bool AreAllLocalPaths(std::string_view uriList, std::string_view host) {
     for (std::string_view address; TakeAddress(uriList, address);)
-        if (!LocalPath(address)) return false;
+        if (!LocalPath(address, host)) return false;
     return true;
 }
 
@@ -101,4 +96,4 @@ std::string FileUri(std::string_view path) {
     return uri;
 }
 
-}  // namespace kalmora::qt
+}  // namespace kalmora

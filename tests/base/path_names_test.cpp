@@ -1,9 +1,6 @@
-#include "platform/posix/path_names.h"
+#include "base/path_names.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
-
-#include "temporary_folder.h"
 
 namespace kalmora {
 namespace {
@@ -35,16 +32,16 @@ TEST(RelativePath, LeadsFromTheFolderToThePath) {
     EXPECT_EQ(RelativePath("/da", "/d/a"), "../d/a");
 }
 
-TEST(PhysicalPath, FollowsTheFoldersButNotTheLastName) {
-    const test::TemporaryFolder folder;
-    folder.AddFolder("real");
-    ASSERT_EQ(symlink("real", (folder / "link").c_str()), 0);
-    ASSERT_EQ(symlink("nowhere", (folder / "real/end").c_str()), 0);
-    const std::string real = PhysicalPath(folder / "real");
-    EXPECT_EQ(PhysicalPath(folder / "link/end"), real + "/end");
-    EXPECT_EQ(PhysicalPath(folder / "link/."), real);
-    EXPECT_EQ(PhysicalPath("/no/such/../folder/x"), "/no/folder/x");
+TEST(Join, PutsOneSeparatorBetweenFolderAndName) {
+    EXPECT_EQ(files::Join("/data", "2008"), "/data/2008");
+    EXPECT_EQ(files::Join("/data/", "2008"), "/data/2008");
+    EXPECT_EQ(files::Join("/data/", "/2008"), "/data/2008");
+    EXPECT_EQ(files::Join("/", "data"), "/data");
 }
+
+TEST(Join, GivesTheNameAloneForAnEmptyFolder) { EXPECT_EQ(files::Join("", "a.jpg"), "a.jpg"); }
+
+TEST(Join, GivesTheFolderAloneForAnEmptyName) { EXPECT_EQ(files::Join("/data", ""), "/data"); }
 
 }  // namespace
 }  // namespace kalmora

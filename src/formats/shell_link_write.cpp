@@ -1,15 +1,12 @@
 // Writing .lnk files: an absolute path in both alphabets, and the relative path beside it.
-#include <algorithm>
 #include <string>
 
-#include "platform/files.h"
-#include "platform/posix/path_names.h"
-#include "platform/posix/shortcut.h"
-#include "platform/posix/wide_names.h"
-#include "platform/shell.h"
+#include "formats/shell_link.h"
+#include "formats/shell_link_layout.h"
+#include "formats/wide_names.h"
 #include "text/text.h"
 
-namespace kalmora::shell {
+namespace kalmora {
 
 namespace {
 
@@ -30,17 +27,16 @@ private:
     std::string bytes_;
 };
 
-std::string Header(std::uint32_t flags, const std::string& target) {
-    const std::optional<files::FileStatus> status = files::GetStatus(target);
+std::string Header(std::uint32_t flags, const ShellLinkTarget& target) {
     ByteWriter header;
     header.U32(lnk::kHeaderSize);
     for (const std::uint8_t byte : lnk::kClassId) header.Text(std::string(1, static_cast<char>(byte)));
     header.U32(flags);
-    header.U32(status && status->isFolder ? lnk::kAttributeFolder : lnk::kAttributeArchive);
-    header.U64(status ? status->created.ticks : 0);
-    header.U64(status ? status->accessed.ticks : 0);
-    header.U64(status ? status->written.ticks : 0);
-    header.U32(status && !status->isFolder ? status->size & 0xFFFFFFFFu : 0);
+    header.U32(target.isFolder ? lnk::kAttributeFolder : lnk::kAttributeArchive);
+    header.U64(target.created.ticks);
+    header.U64(target.accessed.ticks);
+    header.U64(target.written.ticks);
+    header.U32(target.isFolder ? 0 : target.size & 0xFFFFFFFFu);
     header.U32(0);  // the icon's number
     header.U32(lnk::kShowNormal);
     header.Zeros(lnk::kHeaderSize - header.Length());
@@ -89,31 +85,18 @@ std::string LinkInfo(const std::string& target) {
     return info.Bytes();
 }
 
-// With the separators of the format, which begins at ".\" for what lies in the same folder. Empty when the
-// way cannot be told: a name that has such a separator inside would come back as two.
-std::string StoredRelativePath(const std::string& folder, const std::string& target) {
-    std::string way = RelativePath(folder, target);
-    if (way.empty() || way.find('\\') != std::string::npos) return {};
-    if (!way.starts_with("../")) way.insert(0, "./");
-    std::replace(way.begin(), way.end(), files::kSeparator, '\\');
-    return way;
-}
-
 }  // namespace
 
-std::string MakeShortcut(const std::string& targetPath, const std::string& linkFolder) {
-    const std::string target = NormalizePath(AbsolutePathOf(targetPath));
-    // The way is told between the real places: ".." leads out of the real folder, not back over a link to it.
-    const std::string folder = PhysicalPath(files::Join(linkFolder, "."));
-    const std::string relative = ToWideName(StoredRelativePath(folder, PhysicalPath(target)));
-    const std::size_t relativeUnits = relative.size() / 2;
+std::string MakeShellLink(const ShellLinkTarget& target) {
     constexpr std::size_t kMostUnits = 0xFFFF;
+    const std::string relative = ToWideName(target.relative);
+    const std::size_t relativeUnits = relative.size() / 2;
     const bool hasRelative = relativeUnits > 0 && relativeUnits <= kMostUnits;
 
     ByteWriter file;
     file.Text(
         Header(lnk::kHasLinkInfo | lnk::kIsUnicode | (hasRelative ? lnk::kHasRelativePath : 0u), target));
-    file.Text(LinkInfo(target));
+    file.Text(LinkInfo(target.path));
     if (hasRelative) {
         file.U16(relativeUnits);
         file.Text(relative);
@@ -122,10 +105,4 @@ std::string MakeShortcut(const std::string& targetPath, const std::string& linkF
     return file.Bytes();
 }
 
-bool CreateShortcut(const std::string& linkPath, const std::string& targetPath) {
-    if (targetPath.empty()) return false;
-    return files::WriteWholeFile(linkPath, MakeShortcut(targetPath, FolderOfPath(linkPath))) ==
-           files::FileResult::Done;
-}
-
-}  // namespace kalmora::shell
+}  // namespace kalmora

@@ -1,9 +1,9 @@
-#include "platform/posix/wide_names.h"
+#include "formats/wide_names.h"
 
 #include "base/byte_reader.h"
 #include "text/text.h"
 
-namespace kalmora::shell {
+namespace kalmora {
 
 namespace {
 
@@ -54,4 +54,4 @@ std::string FromWideName(std::span<const std::uint8_t> bytes) {
     return out;
 }
 
-}  // namespace kalmora::shell
+}  // namespace kalmora

@@ -1,4 +1,4 @@
-#include "platform/qt/picture_heads.h"
+#include "formats/picture_heads.h"
 
 #include <algorithm>
 #include <array>
@@ -13,7 +13,7 @@
 #include "base/byte_reader.h"
 #include "base/crc32.h"
 
-namespace kalmora::qt {
+namespace kalmora {
 
 namespace {
 
@@ -275,4 +275,4 @@ PictureHead ReadPictureHead(const ByteSource& source) {
     return {size.IsEmpty() ? Format::None : Format::Other, size};
 }
 
-}  // namespace kalmora::qt
+}  // namespace kalmora

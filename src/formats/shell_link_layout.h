@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace kalmora::shell::lnk {
+namespace kalmora::lnk {
 
 // ---- the header
 inline constexpr std::size_t kHeaderSize = 76;
@@ -49,4 +49,4 @@ inline constexpr std::uint32_t kFixedDrive = 3;
 inline constexpr std::uint32_t kShowNormal = 1;
 inline constexpr std::uint32_t kAttributeFolder = 0x10, kAttributeArchive = 0x20;
 
-}  // namespace kalmora::shell::lnk
+}  // namespace kalmora::lnk

@@ -1,17 +1,16 @@
+#include "store/shortcuts.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <random>
+#include <filesystem>
 
+#include "base/path_names.h"
 #include "platform/files.h"
-#include "platform/posix/path_names.h"
-#include "platform/posix/wide_names.h"
-#include "platform/shell.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 #include "text/text.h"
 
-namespace kalmora::shell {
+namespace kalmora {
 namespace {
 
 using test::TemporaryFolder;
@@ -167,7 +166,7 @@ TEST(Shortcut, LeadsRightFromAFolderThatIsReachedThroughALink) {
     // "../a.jpg" from the link's own place is another file than from the folder it stands for.
     folder.Add("deep/a.jpg", "the wrong one");
     const std::string target = folder.Add("a.jpg", "the right one");
-    ASSERT_EQ(symlink("deep/data", (folder / "data").c_str()), 0);
+    std::filesystem::create_directory_symlink("deep/data", folder / "data");
     ASSERT_TRUE(CreateShortcut(folder / "data/a.lnk", target));
     const auto found = ResolveShortcut(folder / "data/a.lnk");
     ASSERT_TRUE(found);
@@ -175,8 +174,8 @@ TEST(Shortcut, LeadsRightFromAFolderThatIsReachedThroughALink) {
 }
 
 TEST(Shortcut, TakesARelativeTargetFromTheCurrentFolder) {
-    EXPECT_THAT(ParseShortcut(MakeShortcut("some/file", "/nowhere/at/all"), "/elsewhere"),
-                Optional(AbsolutePathOf("some/file")));
+    EXPECT_THAT(ReadShortcut(MakeShortcut("some/file", "/nowhere/at/all"), "/elsewhere"),
+                Optional(files::AbsolutePath("some/file")));
 }
 
 TEST(Shortcut, ReplacesTheOneBefore) {
@@ -218,11 +217,11 @@ TEST(ForeignShortcut, LeadsToItsRelativePathWhenSomethingStandsThere) {
     folder.AddFolder("200812");
     folder.AddFolder("200812/2008_1201");
     const std::string target = folder.Add("200811/2008_1113/A.JPG", "x");
-    EXPECT_THAT(ParseShortcut(WindowsShortcut().Bytes(), folder / "200812/2008_1201"), Optional(target));
+    EXPECT_THAT(ReadShortcut(WindowsShortcut().Bytes(), folder / "200812/2008_1201"), Optional(target));
 }
 
 TEST(ForeignShortcut, KeepsTheSeparatorsOfAPathThatCannotStandHere) {
-    EXPECT_THAT(ParseShortcut(WindowsShortcut().Bytes(), "/nowhere"),
+    EXPECT_THAT(ReadShortcut(WindowsShortcut().Bytes(), "/nowhere"),
                 Optional(std::string("C:\\life\\2008\\200811\\2008_1113\\A.JPG")));
 }
 
@@ -233,8 +232,8 @@ TEST(ForeignShortcut, MayStoreItsTextsNarrow) {
     link.isWide = false;
     link.relative = ".\\表.jpg";
     link.localNarrow = "C:\\\x95\x5C.jpg";
-    EXPECT_THAT(ParseShortcut(link.Bytes(), folder.Path()), Optional(target));
-    EXPECT_THAT(ParseShortcut(link.Bytes(), "/nowhere"), Optional(std::string("C:\\表.jpg")));
+    EXPECT_THAT(ReadShortcut(link.Bytes(), folder.Path()), Optional(target));
+    EXPECT_THAT(ReadShortcut(link.Bytes(), "/nowhere"), Optional(std::string("C:\\表.jpg")));
 }
 
 TEST(ForeignShortcut, PrefersTheWidePathOfTheBlock) {
@@ -242,47 +241,47 @@ TEST(ForeignShortcut, PrefersTheWidePathOfTheBlock) {
     link.isInfoWide = true;
     link.localNarrow = "C:\\?.jpg";
     link.localWide = "C:\\😀.jpg";
-    EXPECT_THAT(ParseShortcut(link.Bytes(), "/nowhere"), Optional(std::string("C:\\😀.jpg")));
+    EXPECT_THAT(ReadShortcut(link.Bytes(), "/nowhere"), Optional(std::string("C:\\😀.jpg")));
     link.localWide = "";
-    EXPECT_THAT(ParseShortcut(link.Bytes(), "/nowhere"), Optional(std::string("C:\\?.jpg")));
+    EXPECT_THAT(ReadShortcut(link.Bytes(), "/nowhere"), Optional(std::string("C:\\?.jpg")));
 }
 
 TEST(ForeignShortcut, JoinsTheSuffix) {
     ForeignShortcut link = WindowsShortcut();
     link.localNarrow = "C:\\life";
     link.suffixNarrow = "2008\\A.JPG";
-    EXPECT_THAT(ParseShortcut(link.Bytes(), "/nowhere"), Optional(std::string("C:\\life\\2008\\A.JPG")));
+    EXPECT_THAT(ReadShortcut(link.Bytes(), "/nowhere"), Optional(std::string("C:\\life\\2008\\A.JPG")));
     link.localNarrow = "C:\\";
-    EXPECT_THAT(ParseShortcut(link.Bytes(), "/nowhere"), Optional(std::string("C:\\2008\\A.JPG")));
+    EXPECT_THAT(ReadShortcut(link.Bytes(), "/nowhere"), Optional(std::string("C:\\2008\\A.JPG")));
     link.isInfoWide = true;
     link.localWide = "/data";
     link.suffixWide = "写真.jpg";
-    EXPECT_THAT(ParseShortcut(link.Bytes(), "/nowhere"), Optional(std::string("/data/写真.jpg")));
+    EXPECT_THAT(ReadShortcut(link.Bytes(), "/nowhere"), Optional(std::string("/data/写真.jpg")));
 }
 
 TEST(ForeignShortcut, MayLieOnANetworkShare) {
     ForeignShortcut link = WindowsShortcut();
     link.shareNarrow = "\\\\server\\photos";
     link.suffixNarrow = "2008\\A.JPG";
-    EXPECT_THAT(ParseShortcut(link.Bytes(), "/nowhere"),
+    EXPECT_THAT(ReadShortcut(link.Bytes(), "/nowhere"),
                 Optional(std::string("\\\\server\\photos\\2008\\A.JPG")));
     link.shareWide = "\\\\server\\写真";
-    EXPECT_THAT(ParseShortcut(link.Bytes(), "/nowhere"),
+    EXPECT_THAT(ReadShortcut(link.Bytes(), "/nowhere"),
                 Optional(std::string("\\\\server\\写真\\2008\\A.JPG")));
 }
 
 TEST(ForeignShortcut, WithoutARelativePathGivesTheAbsoluteOne) {
     ForeignShortcut link = WindowsShortcut();
     link.relative.clear();
-    EXPECT_THAT(ParseShortcut(link.Bytes(), "/nowhere"), Optional(link.localNarrow));
+    EXPECT_THAT(ReadShortcut(link.Bytes(), "/nowhere"), Optional(link.localNarrow));
 }
 
 TEST(ForeignShortcut, WithoutAnAbsolutePathGivesTheRelativeOne) {
     ForeignShortcut link;
     link.relative = "..\\a.jpg";
-    EXPECT_THAT(ParseShortcut(link.Bytes(), "/nowhere/at"), Optional(std::string("/nowhere/a.jpg")));
+    EXPECT_THAT(ReadShortcut(link.Bytes(), "/nowhere/at"), Optional(std::string("/nowhere/a.jpg")));
     link.idList = std::string(20, 'x');
-    EXPECT_THAT(ParseShortcut(link.Bytes(), "/nowhere/at"), Optional(std::string("/nowhere/a.jpg")));
+    EXPECT_THAT(ReadShortcut(link.Bytes(), "/nowhere/at"), Optional(std::string("/nowhere/a.jpg")));
 }
 
 TEST(ForeignShortcut, ThatSaysSoHasNoUseForItsBlock) {
@@ -290,56 +289,56 @@ TEST(ForeignShortcut, ThatSaysSoHasNoUseForItsBlock) {
     link.moreFlags = 0x100;  // the block is to be passed over; then it is not there either
     link.hasInfo = false;
     link.relative = "a.jpg";
-    EXPECT_THAT(ParseShortcut(link.Bytes(), "/nowhere"), Optional(std::string("/nowhere/a.jpg")));
+    EXPECT_THAT(ReadShortcut(link.Bytes(), "/nowhere"), Optional(std::string("/nowhere/a.jpg")));
 }
 
 TEST(ForeignShortcut, WithoutAnyPathLeadsNowhere) {
     ForeignShortcut link;
-    EXPECT_FALSE(ParseShortcut(link.Bytes(), "/"));
+    EXPECT_FALSE(ReadShortcut(link.Bytes(), "/"));
     link.name = "a name is no path";
     link.idList = "xx";
-    EXPECT_FALSE(ParseShortcut(link.Bytes(), "/"));
+    EXPECT_FALSE(ReadShortcut(link.Bytes(), "/"));
 }
 
 // ---- what is no shortcut
 
-TEST(ParseShortcut, RefusesWhatIsNoShortcut) {
-    EXPECT_FALSE(ParseShortcut("", "/"));
-    EXPECT_FALSE(ParseShortcut("L", "/"));
-    EXPECT_FALSE(ParseShortcut(std::string(76, '\0'), "/"));
+TEST(ReadShortcut, RefusesWhatIsNoShortcut) {
+    EXPECT_FALSE(ReadShortcut("", "/"));
+    EXPECT_FALSE(ReadShortcut("L", "/"));
+    EXPECT_FALSE(ReadShortcut(std::string(76, '\0'), "/"));
     std::string bytes = WindowsShortcut().Bytes();
-    EXPECT_TRUE(ParseShortcut(bytes, "/"));
+    EXPECT_TRUE(ReadShortcut(bytes, "/"));
     for (const std::size_t at : {0u, 4u, 19u}) {
         std::string other = bytes;
         other[at] = static_cast<char>(other[at] ^ 1);
-        EXPECT_FALSE(ParseShortcut(other, "/")) << at;
+        EXPECT_FALSE(ReadShortcut(other, "/")) << at;
     }
 }
 
-TEST(ParseShortcut, SurvivesEveryTruncation) {
+TEST(ReadShortcut, SurvivesEveryTruncation) {
     for (const std::string& bytes : {WindowsShortcut().Bytes(), MakeShortcut("/no/写真.jpg", "/no/way")}) {
         for (std::size_t length = 0; length < bytes.size(); ++length) {
-            const auto target = ParseShortcut(std::string_view(bytes).substr(0, length), "/nowhere");
+            const auto target = ReadShortcut(std::string_view(bytes).substr(0, length), "/nowhere");
             if (length < 76) {
                 EXPECT_FALSE(target) << length;
             }
         }
-        EXPECT_TRUE(ParseShortcut(bytes, "/nowhere"));
+        EXPECT_TRUE(ReadShortcut(bytes, "/nowhere"));
     }
 }
 
-TEST(ParseShortcut, SurvivesLengthsAndOffsetsThatLie) {
+TEST(ReadShortcut, SurvivesLengthsAndOffsetsThatLie) {
     const std::string good = WindowsShortcut().Bytes();
     for (std::size_t at = 20; at + 4 <= good.size(); ++at)
         for (const std::uint32_t value :
              {0u, 1u, 0x1Bu, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFEu, 0xFFFFFFFFu}) {
             std::string bytes = good;
             bytes.replace(at, 4, Number(value, 4));
-            ParseShortcut(bytes, "/nowhere");
+            ReadShortcut(bytes, "/nowhere");
         }
 }
 
-TEST(ParseShortcut, RefusesAPathThatDoesNotEnd) {
+TEST(ReadShortcut, RefusesAPathThatDoesNotEnd) {
     ForeignShortcut link = WindowsShortcut();
     link.relative.clear();
     link.name.clear();
@@ -349,21 +348,21 @@ TEST(ParseShortcut, RefusesAPathThatDoesNotEnd) {
     // No zero byte from the path to the end of the block.
     const std::size_t path = bytes.find("C:\\life");
     for (std::size_t at = path; at < bytes.size(); ++at) bytes[at] = 'x';
-    EXPECT_FALSE(ParseShortcut(bytes, "/nowhere"));
+    EXPECT_FALSE(ReadShortcut(bytes, "/nowhere"));
 }
 
-TEST(ParseShortcut, TakesNoPathWithAZeroInside) {
+TEST(ReadShortcut, TakesNoPathWithAZeroInside) {
     ForeignShortcut link;
     link.relative = std::string("a\0b", 3);
-    EXPECT_FALSE(ParseShortcut(link.Bytes(), "/nowhere"));
+    EXPECT_FALSE(ReadShortcut(link.Bytes(), "/nowhere"));
 }
 
-TEST(ParseShortcut, DoesNotBelieveAnInfoBlockThatIsTooSmall) {
+TEST(ReadShortcut, DoesNotBelieveAnInfoBlockThatIsTooSmall) {
     ForeignShortcut link = WindowsShortcut();
     link.idList.clear();
     std::string bytes = link.Bytes();
     bytes.replace(76, 4, Number(0x1B, 4));
-    EXPECT_FALSE(ParseShortcut(bytes, "/nowhere"));
+    EXPECT_FALSE(ReadShortcut(bytes, "/nowhere"));
 }
 
 TEST(ResolveShortcut, IsEmptyForWhatCannotBeRead) {
@@ -374,24 +373,5 @@ TEST(ResolveShortcut, IsEmptyForWhatCannotBeRead) {
     EXPECT_FALSE(ResolveShortcut(folder.Add("empty.lnk", "")));
 }
 
-TEST(WideName, ComesBackForAnyBytes) {
-    std::mt19937 random(3);
-    const std::string_view pieces[] = {"a",        "表", "😀", "\xFF", "\x80", "\xED\xA0\x80", "\xED\xB2\x80",
-                                       "\xF0\x9F", "é"};
-    for (int round = 0; round < 20'000; ++round) {
-        std::string name;
-        for (auto i = random() % 8; i > 0; --i) name += pieces[random() % std::size(pieces)];
-        const std::string wide = ToWideName(name);
-        ASSERT_EQ(FromWideName({reinterpret_cast<const std::uint8_t*>(wide.data()), wide.size()}), name);
-    }
-}
-
-TEST(WideName, ReplacesLoneUnitsThatStandForNoByte) {
-    const std::string wide =
-        Number(0xD800, 2) + Number('a', 2) + Number(0xDC00, 2) + Number(0xDD00, 2) + Number(0xDCFF, 2);
-    EXPECT_EQ(FromWideName({reinterpret_cast<const std::uint8_t*>(wide.data()), wide.size()}),
-              "\uFFFDa\uFFFD\uFFFD\xFF");
-}
-
 }  // namespace
-}  // namespace kalmora::shell
+}  // namespace kalmora

@@ -1,15 +1,13 @@
-// Where a decoder takes its bytes from: a file, or memory that stands for one. Not shared between threads.
+// Where a reader of a format takes its bytes from: a file, or memory that stands for one. Not shared between
+// threads.
 #pragma once
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <span>
-#include <string>
 
-#include "platform/files.h"
-
-namespace kalmora::qt {
+namespace kalmora {
 
 class ByteSource {
 public:
@@ -17,18 +15,6 @@ public:
     // How many bytes from offset on were put into `into`; fewer than it holds at the end, 0 past it.
     virtual std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> into) const = 0;
     virtual std::uint64_t Size() const = 0;
-};
-
-class FileSource final : public ByteSource {
-public:
-    bool Open(const std::string& path) { return file_.Open(path); }
-    std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> into) const override {
-        return file_.ReadAt(offset, into);
-    }
-    std::uint64_t Size() const override { return file_.Size(); }
-
-private:
-    files::InputFile file_;
 };
 
 // The bytes are not copied and must outlive the source.
@@ -47,4 +33,4 @@ private:
     std::span<const std::uint8_t> bytes_;
 };
 
-}  // namespace kalmora::qt
+}  // namespace kalmora
