@@ -17,6 +17,7 @@
 #include "media/photo_file.h"
 #include "media/photo_metadata.h"
 #include "media/preview_reader.h"
+#include "pictures/picture_cache.h"
 #include "platform/image.h"
 
 namespace {
@@ -50,12 +51,12 @@ std::size_t AskObject(const char* path) {
 }
 
 std::size_t ReadThumbnail(const char* path) {
-    return kalmora::ReadEmbeddedPreview(path, true).thumbnail.size();
+    return kalmora::ExifPreviews().Read(path, kalmora::images::WithThumbnail::Yes).thumbnail.size();
 }
 
 // Never from the cache: a picture is asked for once between two clearings of it.
 std::size_t LoadCell(const char* path) {
-    const kalmora::Size size = kalmora::images::Load(path, kMonthCell).GetSize();
+    const kalmora::Size size = kalmora::Pictures().Load(path, kMonthCell).GetSize();
     return static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height);
 }
 
@@ -69,7 +70,7 @@ struct Job {
 };
 
 double RunOnce(const Job& job, const std::vector<std::string>& paths, std::size_t& sum) {
-    kalmora::images::ClearCache();
+    kalmora::Pictures().Clear();
     const double start = bench::ThreadSeconds();
     for (const std::string& path : paths) sum += job.run(path.c_str());
     return bench::ThreadSeconds() - start;
@@ -84,7 +85,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     const int rounds = argc > 2 ? std::max(1, std::atoi(argv[2])) : 9;
-    kalmora::images::SetPreviewReader(&kalmora::ReadEmbeddedPreview);
+    kalmora::Pictures().UsePreviews(&kalmora::ExifPreviews());
 
     Job jobs[] = {{"bound", "lower bound, metadata", Bound, -1},
                   {"metadata", "ReadPhotoMetadata", ReadMetadata, 0},

@@ -6,6 +6,7 @@
 #include "base/dates.h"
 #include "base/log.h"
 #include "media/preview_reader.h"
+#include "pictures/picture_cache.h"
 #include "platform/files.h"
 #include "platform/image.h"
 #include "state/app_state.h"
@@ -131,6 +132,6 @@ bool LoadEnvironment(const StartOptions& options) {
     return existed;
 }
 
-void ConnectRooms() { images::SetPreviewReader(&ReadEmbeddedPreview); }
+void ConnectRooms() { Pictures().UsePreviews(&ExifPreviews()); }
 
 }  // namespace kalmora

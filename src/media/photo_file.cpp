@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "media/date_text.h"
+#include "pictures/picture_cache.h"
 #include "platform/files.h"
 #include "platform/image.h"
 #include "state/app_state.h"
@@ -117,14 +118,14 @@ Size PhotoFile::ImageSize() {
     if (kind != ObjectKind::Image) return {imageWidth, imageHeight};
     if (!Facts().exif) ReadPhotoMetadata(path, Facts().exif.emplace(), StoredSize::Read);
     const PhotoMetadata& metadata = Metadata();
-    if (metadata.storedSize.IsEmpty()) return images::Measure(path);
+    if (metadata.storedSize.IsEmpty()) return Pictures().Measure(path);
     const bool turned = metadata.orientation >= 5;
     return turned ? Size{metadata.storedSize.height, metadata.storedSize.width} : metadata.storedSize;
 }
 
 bool PhotoFile::MeasurePicture(const std::string& picture) {
     if (imageWidth < 0 || imageHeight < 0) {
-        const Size size = images::Measure(picture);
+        const Size size = Pictures().Measure(picture);
         imageWidth = size.width;
         imageHeight = size.height;
     }

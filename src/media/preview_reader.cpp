@@ -12,7 +12,8 @@ constexpr std::uint32_t kLargestThumbnail = 1u << 20;
 
 }  // namespace
 
-images::EmbeddedPreview ReadEmbeddedPreview(const std::string& path, bool withThumbnail) {
+images::EmbeddedPreview ExifPreviewReader::Read(const std::string& path,
+                                                images::WithThumbnail withThumbnail) const {
     images::EmbeddedPreview preview;
     ByteWindow file;
     if (!file.Open(path)) return preview;
@@ -21,13 +22,19 @@ images::EmbeddedPreview ReadEmbeddedPreview(const std::string& path, bool withTh
     if (!exif::ReadBlock(file, block)) return preview;
     const std::int32_t orientation = exif::FirstNumber(file, block, exif::Tag::Orientation);
     if (orientation >= 1 && orientation <= 8) preview.orientation = orientation;
-    if (!withThumbnail || block.thumbnailLength > kLargestThumbnail) return preview;
+    if (withThumbnail == images::WithThumbnail::No || block.thumbnailLength > kLargestThumbnail)
+        return preview;
     const auto start = file.At(block.thumbnailOffset, 2);
     if (start.size() < 2 || start[0] != 0xFF || start[1] != 0xD8) return preview;
     if (!file.Has(block.thumbnailOffset, block.thumbnailLength)) return preview;
     preview.thumbnail.resize(block.thumbnailLength);
     if (!file.Fill(block.thumbnailOffset, preview.thumbnail)) preview.thumbnail.clear();
     return preview;
+}
+
+const ExifPreviewReader& ExifPreviews() {
+    static const auto* const reader = new ExifPreviewReader;  // workers may outlive main
+    return *reader;
 }
 
 }  // namespace kalmora

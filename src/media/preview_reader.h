@@ -4,13 +4,18 @@
 
 #include <string>
 
+#include "pictures/picture_cache.h"
 #include "platform/image.h"
 
 namespace kalmora {
 
-// The hook for images::SetPreviewReader; the program sets it at start. Any thread. A file without metadata
-// gives orientation 1, no size and no thumbnail. A thumbnail is handed out only when it begins as a JPEG and
-// is at most 1 MB.
-images::EmbeddedPreview ReadEmbeddedPreview(const std::string& path, bool withThumbnail);
+// A thumbnail is handed out only when it begins as a JPEG and is at most 1 MB.
+class ExifPreviewReader final : public images::PreviewReader {
+public:
+    images::EmbeddedPreview Read(const std::string& path, images::WithThumbnail withThumbnail) const override;
+};
+
+// One without state, for as long as the process lives. Any thread.
+const ExifPreviewReader& ExifPreviews();
 
 }  // namespace kalmora

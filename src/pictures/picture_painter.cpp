@@ -4,9 +4,12 @@
 #include <utility>
 
 #include "pictures/movie_stills.h"
+#include "pictures/picture_cache.h"
 #include "pictures/res_pictures.h"
 
 namespace kalmora {
+
+using Exactness = PictureCache::Exactness;
 
 namespace {
 
@@ -62,11 +65,12 @@ void PreparePixels(const PictureSource& source, Size box, double scale, const Pa
         style.fit == PaintStyle::Fit::Fill ? CoveringPixels(box, source.size, scale) : BoxPixels(box, scale);
     const images::Preview preview = PreviewFor(box, style);
     if (decode == Decode::Now) {
-        prepared.picture = images::Load(source.picture, pixels, preview);
+        prepared.picture = Pictures().Load(source.picture, pixels, preview);
     } else {
-        prepared.picture = images::LoadCached(source.picture, pixels, false, preview);
+        prepared.picture = Pictures().LoadCached(source.picture, pixels, Exactness::Exact, preview);
         prepared.complete = !prepared.picture.IsEmpty();
-        if (!prepared.complete) prepared.picture = images::LoadCached(source.picture, pixels, true, preview);
+        if (!prepared.complete)
+            prepared.picture = Pictures().LoadCached(source.picture, pixels, Exactness::Nearest, preview);
     }
     if (prepared.picture.IsEmpty()) return;
     prepared.look = source.kind == ObjectKind::Movie ? Look::Movie : Look::Picture;

@@ -4,6 +4,7 @@
 #include <map>
 #include <mutex>
 
+#include "pictures/picture_cache.h"
 #include "platform/files.h"
 #include "store/resources.h"
 
@@ -41,7 +42,7 @@ Size MeasureResPicture(const std::string& name) {
         std::lock_guard lock(mutex);
         if (const auto found = sizes->find(name); found != sizes->end()) return found->second;
     }
-    const Size size = images::Measure(FindResource(name));
+    const Size size = Pictures().Measure(FindResource(name));
     if (size.IsEmpty()) return size;  // may be installed later: asked again next time
     std::lock_guard lock(mutex);
     return (*sizes)[name] = size;
@@ -54,9 +55,9 @@ Image LoadResPicture(const std::string& name, Size logical, double scale) {
                       static_cast<int>(logical.height * scale + 0.5)};
     if (wanted.width > natural.width || wanted.height > natural.height) {
         const std::string sharper = FindResource(DoubleSizeName(name));
-        if (files::Exists(sharper)) return images::Load(sharper, {}, images::Preview::Never);
+        if (files::Exists(sharper)) return Pictures().Load(sharper, {}, images::Preview::Never);
     }
-    return images::Load(FindResource(name), {}, images::Preview::Never);
+    return Pictures().Load(FindResource(name), {}, images::Preview::Never);
 }
 
 }  // namespace kalmora

@@ -5,6 +5,7 @@
 #include "app/desktop_services.h"
 #include "app/dispatch.h"
 #include "media/rotation.h"
+#include "pictures/picture_cache.h"
 #include "platform/files.h"
 #include "rewrite/safe_rewrite.h"
 #include "views/load/object_loader.h"
@@ -45,7 +46,7 @@ protected:
         }
         EXPECT_TRUE(surface->SavePng(png));
         EXPECT_TRUE(MakeFolders(folder));
-        EXPECT_TRUE(images::SaveJpeg(images::Load(png, {}, images::Preview::Never), path, 95));
+        EXPECT_TRUE(images::SaveJpeg(Pictures().Load(png, {}, images::Preview::Never), path, 95));
         return path;
     }
     static bool MakeFolders(const std::string& folder) {

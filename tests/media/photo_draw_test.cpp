@@ -7,6 +7,7 @@
 #include "media/preview_reader.h"
 #include "photo_fixture.h"
 #include "picture_files.h"
+#include "pictures/picture_cache.h"
 #include "pictures/picture_painter.h"
 #include "platform/image.h"
 #include "png_builder.h"
@@ -20,7 +21,7 @@ using test::RecordingCanvas;
 
 class PhotoDrawTest : public test::PhotoTest {
 protected:
-    PhotoDrawTest() { images::ClearCache(); }
+    PhotoDrawTest() { Pictures().Clear(); }
 
     CPhoto Image(unsigned width, unsigned height, int x = 100, int y = 200) {
         return {folder.Put("a.jpg", test::DecodableJpeg(width, height)), x, y, CPhoto::Measure::Later};
@@ -321,7 +322,7 @@ TEST_F(PhotoDrawTest, ACellOfTheSameBoxShowsTheSamePixels) {
 
 TEST_F(PhotoDrawTest, DecodesThePixelsOfTheSurface) {
     for (const double scale : {1.0, 2.0}) {
-        images::ClearCache();
+        Pictures().Clear();
         RecordingCanvas sharp(scale);
         CPhoto image = Image(2000, 1000);
         image.DrawScaledToWidth(DrawContext(sharp), 200);
@@ -340,10 +341,10 @@ TEST_F(PhotoDrawTest, DecodesEnoughForAPictureThatIsStretched) {
 
 class SmallPreviewTest : public PhotoDrawTest {
 protected:
-    SmallPreviewTest() { images::SetPreviewReader(ReadEmbeddedPreview); }
+    SmallPreviewTest() { Pictures().UsePreviews(&ExifPreviews()); }
     ~SmallPreviewTest() override {
-        images::SetPreviewReader(nullptr);
-        images::ClearCache();
+        Pictures().UsePreviews(nullptr);
+        Pictures().Clear();
     }
     // A photo of 1600 by 1200 with a thumbnail of 40 by 30.
     int DecodedWidth(int width) {

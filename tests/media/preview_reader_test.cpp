@@ -14,8 +14,9 @@ const std::string kSmall = "\xFF\xD8" + std::string(9000, 's') + "\xFF\xD9";
 
 class PreviewReaderTest : public testing::Test {
 protected:
-    images::EmbeddedPreview Read(const std::string& content, bool withThumbnail = true) {
-        return ReadEmbeddedPreview(folder.Put("a.jpg", content), withThumbnail);
+    images::EmbeddedPreview Read(const std::string& content,
+                                 images::WithThumbnail withThumbnail = images::WithThumbnail::Yes) {
+        return ExifPreviews().Read(folder.Put("a.jpg", content), withThumbnail);
     }
     test::TemporaryFolder folder;
 };
@@ -29,7 +30,7 @@ TEST_F(PreviewReaderTest, GivesTurnSizeAndThumbnail) {
 }
 
 TEST_F(PreviewReaderTest, LeavesTheThumbnailWhereNobodyWantsIt) {
-    const auto preview = Read(test::JpegWith(ExifBuilder().EmbeddedJpeg(kSmall)), false);
+    const auto preview = Read(test::JpegWith(ExifBuilder().EmbeddedJpeg(kSmall)), images::WithThumbnail::No);
     EXPECT_TRUE(preview.thumbnail.empty());
     EXPECT_EQ(preview.storedSize, (Size{640, 480}));
 }
@@ -53,8 +54,8 @@ TEST_F(PreviewReaderTest, OfAFileWithoutMetadataIsUprightAndEmpty) {
     EXPECT_EQ(plain.orientation, 1);
     EXPECT_EQ(plain.storedSize, (Size{17, 9}));
     EXPECT_TRUE(plain.thumbnail.empty());
-    for (const auto& other :
-         {Read(""), Read("text"), ReadEmbeddedPreview(folder.PathOf("absent.jpg"), true)}) {
+    for (const auto& other : {Read(""), Read("text"),
+                              ExifPreviews().Read(folder.PathOf("absent.jpg"), images::WithThumbnail::Yes)}) {
         EXPECT_EQ(other.orientation, 1);
         EXPECT_TRUE(other.storedSize.IsEmpty());
         EXPECT_TRUE(other.thumbnail.empty());

@@ -256,7 +256,7 @@ TEST_F(RotationOfSeveralTest, ThumbnailThatTheToolCannotTurnIsTurnedByItsPixels)
         DecodableJpeg(64, 64, ExifBuilder().EmbeddedJpeg(Longer(DecodableJpeg(20, 12), 500)).Build()));
     UseResults(DecodableJpeg(64, 64), "no picture");
     ASSERT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
-    const auto preview = ReadEmbeddedPreview(path, true);
+    const auto preview = ExifPreviews().Read(path, images::WithThumbnail::Yes);
     ByteWindow window(preview.thumbnail);
     EXPECT_EQ(ReadJpegFrameSize(window), (Size{12, 20}));
     EXPECT_EQ(preview.thumbnail.size(), DecodableJpeg(20, 12).size() + 500);
@@ -268,11 +268,11 @@ TEST_F(RotationOfSeveralTest, ThumbnailThatCannotBeTurnedIsNotUsedAnyMore) {
         DecodableJpeg(
             64, 64,
             ExifBuilder().Short(ExifBuilder::Main, 0x0112, 1).EmbeddedJpeg("\xFF\xD8 no picture").Build()));
-    ASSERT_FALSE(ReadEmbeddedPreview(path, true).thumbnail.empty());
+    ASSERT_FALSE(ExifPreviews().Read(path, images::WithThumbnail::Yes).thumbnail.empty());
     UseResults(DecodableJpeg(64, 64));
     ASSERT_EQ(RotateJpeg(path, 180), RotateResult::Turned);
-    EXPECT_TRUE(ReadEmbeddedPreview(path, true).thumbnail.empty());
-    EXPECT_EQ(ReadEmbeddedPreview(path, true).orientation, 1);
+    EXPECT_TRUE(ExifPreviews().Read(path, images::WithThumbnail::Yes).thumbnail.empty());
+    EXPECT_EQ(ExifPreviews().Read(path, images::WithThumbnail::Yes).orientation, 1);
 }
 
 // ---- the tool's warnings, and times

@@ -1,11 +1,16 @@
 #include "platform/qt/decoding_gate.h"
 
 #include <chrono>
+#include <cstdlib>
 
 namespace kalmora::qt {
 
 DecodingGate& DecodingGate::Instance() {
-    static auto* gate = new DecodingGate;  // threads may outlive main
+    static auto* gate = [] {
+        auto* made = new DecodingGate;  // threads may outlive main
+        std::atexit([] { EndDecoding(); });
+        return made;
+    }();
     return *gate;
 }
 
@@ -31,6 +36,11 @@ void DecodingGate::Leave() {
     std::lock_guard lock(mutex_);
     --inside_;
     left_.notify_all();
+}
+
+bool EndDecoding() {
+    constexpr int kLongestWaitMs = 500;  // as long as a user hardly notices
+    return DecodingGate::Instance().Close(kLongestWaitMs);
 }
 
 }  // namespace kalmora::qt

@@ -32,8 +32,9 @@ private:
     int inside_ = 0;                      // guarded by mutex_
 };
 
-// The end of all decoding: forgets the wishes, closes the gate and waits for half a second at the most. False
-// when somebody is still inside, so that the toolkit must be left standing.
+// The end of all decoding: closes the gate and waits at most half a second. False when somebody is still
+// inside, so that the toolkit must be left standing. The end of the process does the same where nobody has
+// done it before.
 bool EndDecoding();
 
 // Inside the gate for a scope. Test it first: false when the gate is closed.

@@ -1,5 +1,6 @@
 #include "platform/qt/picture_decoder.h"
 
+#include "formats/orientation.h"
 #include "platform/file_source.h"
 #include "platform/qt/decode_limits.h"
 #include "platform/qt/decoding_gate.h"
@@ -9,11 +10,12 @@
 #include "platform/qt/thumbnail.h"
 #include "platform/qt/toolkit_decoder.h"
 
-namespace kalmora::qt {
+namespace kalmora {
+
+namespace qt {
 
 using images::EmbeddedPreview;
 using images::Preview;
-using images::PreviewReader;
 
 Size NeededSize(Size picture, Size wanted) {
     if (picture.IsEmpty() || wanted.IsEmpty()) return picture;
@@ -61,22 +63,24 @@ QImage DecodePicture(const ByteSource& source, Size wanted, Preview preview,
     return WithoutExcess(image, NeededSize(Size{image.width(), image.height()}, wanted));
 }
 
-DecodedPicture DecodePictureFile(const std::string& path, Size wanted, Preview preview,
-                                 PreviewReader readPreview) {
-    const DecodingPass pass;
+}  // namespace qt
+
+images::DecodedPicture images::Decode(const std::string& path, Size wanted, Preview preview,
+                                      const PreviewReader* reader) {
+    const qt::DecodingPass pass;
     FileSource source;
     if (!pass || !source.Open(path)) return DecodedPicture{};
     EmbeddedPreview embedded;
-    if (readPreview != nullptr && LooksLikeJpeg(source)) {
+    if (reader != nullptr && qt::LooksLikeJpeg(source)) {
         // The whole picture is no question of its thumbnail, unless the thumbnail is what is wanted.
-        const bool withThumbnail =
+        const bool isThumbnailOfUse =
             preview == Preview::Always || (preview == Preview::IfEnough && !wanted.IsEmpty());
-        embedded = readPreview(path, withThumbnail);
+        embedded = reader->Read(path, isThumbnailOfUse ? WithThumbnail::Yes : WithThumbnail::No);
     }
     DecodedPicture result;
-    result.image = MakeImage(DecodePicture(source, wanted, preview, embedded));
+    result.image = qt::MakeImage(qt::DecodePicture(source, wanted, preview, embedded));
     result.outcome = result.image.IsEmpty() ? DecodeOutcome::NoPicture : DecodeOutcome::Decoded;
     return result;
 }
 
-}  // namespace kalmora::qt
+}  // namespace kalmora

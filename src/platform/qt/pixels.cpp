@@ -36,6 +36,10 @@ Size Image::GetSize() const {
     return pixels_ ? Size{pixels_->Get().width(), pixels_->Get().height()} : Size{};
 }
 
+std::size_t Image::ByteCount() const {
+    return pixels_ ? static_cast<std::size_t>(pixels_->Get().sizeInBytes()) : 0;
+}
+
 Color Image::PixelAt(int x, int y) const { return pixels_ ? qt::ColorAt(pixels_->Get(), x, y) : Color{}; }
 
 }  // namespace kalmora

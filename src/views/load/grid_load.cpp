@@ -1,6 +1,6 @@
 #include "views/load/grid_load.h"
 
-#include "platform/image.h"
+#include "pictures/picture_cache.h"
 #include "state/app_state.h"
 #include "store/data_folder.h"
 #include "views/bar/button_bar.h"
@@ -77,7 +77,7 @@ void StartGridLoad(const LoadRequest& request, const GridWork& work) {
     AppState& state = State();
     ClearGrid(request.view.period);
     state.run.TicksInView = 0;
-    images::CancelPrefetch();
+    Pictures().CancelPrefetch();
     const TicketLock::Ticket ticket = state.run.LoaderQueue.Lock(10, 100);
     if (ticket == TicketLock::kRefused) return state.run.ObjectGate.Release();
     // The gate goes over to the worker without being opened in between: a command that comes now finds it

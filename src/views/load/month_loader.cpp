@@ -4,9 +4,9 @@
 
 #include "base/dates.h"
 #include "base/random.h"
+#include "pictures/picture_cache.h"
 #include "pictures/picture_painter.h"
 #include "platform/files.h"
-#include "platform/image.h"
 #include "state/app_state.h"
 #include "store/data_folder.h"
 #include "views/load/day_listing.h"
@@ -42,7 +42,7 @@ void BeginCellPicture(Level level, int year, int month, int day) {
     const CellContent content = ContentOfCell(year, month, day);
     const std::string picture =
         content.count > 0 ? PictureFileOf(content.entry.path, content.entry.kind) : std::string();
-    if (!picture.empty()) images::Prefetch(picture, BoxPixels(size, ClientScale()));
+    if (!picture.empty()) Pictures().Prefetch(picture, BoxPixels(size, ClientScale()));
 }
 
 // Starts at a random entry and skips on to one that may be shown; the start when none may.

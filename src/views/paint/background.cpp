@@ -4,6 +4,7 @@
 #include <mutex>
 #include <string>
 
+#include "pictures/picture_cache.h"
 #include "platform/files.h"
 #include "platform/image.h"
 #include "state/app_state.h"
@@ -54,7 +55,7 @@ BackgroundCache& Cache() {
 std::shared_ptr<const Surface> MakeBackground(const std::string& path, Size size, double scale) {
     std::shared_ptr<Surface> surface = Surface::Create(size, scale);
     if (!surface) return nullptr;
-    const Image image = images::Load(path, BackgroundPixels(size, scale), images::Preview::Never);
+    const Image image = Pictures().Load(path, BackgroundPixels(size, scale), images::Preview::Never);
     const auto canvas = surface->Draw();
     canvas->FillRect({0, 0, size.width, size.height}, kPaper);
     canvas->DrawImage({0, 0, size.width, size.height}, image);
@@ -101,9 +102,9 @@ void RestoreBackground(Canvas& canvas, const BackgroundPtr& background, const Re
 
 void PrefetchBackground() {
     const WindowRectValue& frame = State().settings.WindowRect;
-    images::Prefetch(BackgroundPath(),
-                     BackgroundPixels({frame.right - frame.left, frame.bottom - frame.top}, 1.0),
-                     images::Preview::Never);
+    Pictures().Prefetch(BackgroundPath(),
+                        BackgroundPixels({frame.right - frame.left, frame.bottom - frame.top}, 1.0),
+                        images::Preview::Never);
 }
 
 }  // namespace kalmora

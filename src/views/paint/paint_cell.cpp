@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "pictures/picture_cache.h"
 #include "platform/files.h"
-#include "platform/image.h"
 #include "state/app_state.h"
 #include "views/model/calendar_store.h"
 #include "views/model/cell_content.h"
@@ -44,7 +44,7 @@ bool IsCellPictureCached(int year, int month, int day) {
     if (picture.empty()) return true;
     const MonthGrid grid = MakeMonthGrid(year, month, {0, 0, window->ClientSize().width, 0}, false);
     const Size pixels = BoxPixels({grid.cellWidth, grid.cellHeight}, window->Scale());
-    return !images::LoadCached(picture, pixels, false).IsEmpty();
+    return !Pictures().LoadCached(picture, pixels, PictureCache::Exactness::Exact).IsEmpty();
 }
 
 PreparedPicture PrepareCellObject(int year, int month, int day, Size cell, double scale, Decode decode) {

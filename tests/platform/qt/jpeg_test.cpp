@@ -11,8 +11,7 @@ namespace {
 const std::string kPicture = test::DecodableJpeg(64, 48);
 
 Size SizeOf(const std::string& jpeg) {
-    return qt::MeasureJpeg(
-        qt::MemorySource({reinterpret_cast<const std::uint8_t*>(jpeg.data()), jpeg.size()}));
+    return qt::MeasureJpeg(MemorySource({reinterpret_cast<const std::uint8_t*>(jpeg.data()), jpeg.size()}));
 }
 
 TEST(JpegExamination, TellsStrayBytesFromDamage) {

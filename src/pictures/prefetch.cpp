@@ -1,24 +1,35 @@
-#include "platform/qt/prefetch.h"
+#include "pictures/prefetch.h"
 
 #include <algorithm>
 
-namespace kalmora::qt {
+namespace kalmora {
 
 namespace {
 
-constexpr std::size_t kMostWishes = 4096;
+constexpr std::size_t kMostRequests = 4096;
+constexpr int kEndCheckMs = 60'000;
 
 }  // namespace
 
-void Prefetcher::Add(const ImageWish& wish) {
+Prefetcher::~Prefetcher() {
     {
         std::lock_guard lock(mutex_);
-        if (!known_.insert(wish).second) return;
-        if (waiting_.size() == kMostWishes) {
+        isStopping_ = true;
+    }
+    changed_.notify_all();
+    for (const Thread& thread : threads_)
+        while (!thread.WaitForEnd(kEndCheckMs)) continue;
+}
+
+void Prefetcher::Add(const PictureRequest& request) {
+    {
+        std::lock_guard lock(mutex_);
+        if (!known_.insert(request).second) return;
+        if (waiting_.size() == kMostRequests) {
             known_.erase(waiting_.front());
             waiting_.pop_front();
         }
-        waiting_.push_back(wish);
+        waiting_.push_back(request);
         if (threads_.empty()) StartThreads();
     }
     changed_.notify_all();
@@ -37,15 +48,16 @@ void Prefetcher::StartThreads() {
 void Prefetcher::Work() {
     std::unique_lock lock(mutex_);
     for (;;) {
-        changed_.wait(lock, [this] { return !waiting_.empty(); });
-        const ImageWish wish = std::move(waiting_.front());
+        changed_.wait(lock, [this] { return !waiting_.empty() || isStopping_; });
+        if (isStopping_) return;
+        const PictureRequest request = std::move(waiting_.front());
         waiting_.pop_front();
         ++served_;
         lock.unlock();
-        load_(wish);
+        load_(request);
         lock.lock();
         --served_;
-        known_.erase(wish);
+        known_.erase(request);
         changed_.notify_all();
     }
 }
@@ -53,7 +65,7 @@ void Prefetcher::Work() {
 void Prefetcher::Cancel() {
     {
         std::lock_guard lock(mutex_);
-        for (const ImageWish& wish : waiting_) known_.erase(wish);
+        for (const PictureRequest& request : waiting_) known_.erase(request);
         waiting_.clear();
     }
     changed_.notify_all();
@@ -61,8 +73,8 @@ void Prefetcher::Cancel() {
 
 void Prefetcher::Wait() {
     std::unique_lock lock(mutex_);
-    // Without a single thread nobody will ever serve a wish.
+    // Without a single thread nobody will ever serve a request.
     changed_.wait(lock, [this] { return (waiting_.empty() && served_ == 0) || threads_.empty(); });
 }
 
-}  // namespace kalmora::qt
+}  // namespace kalmora

@@ -1,12 +1,9 @@
-#include "platform/qt/image_cache.h"
+#include "pictures/decoded_pictures.h"
 
 #include <iterator>
 #include <utility>
 
-#include "platform/qt/decode_limits.h"
-#include "platform/qt/pixels.h"
-
-namespace kalmora::qt {
+namespace kalmora {
 
 namespace {
 
@@ -15,12 +12,12 @@ constexpr std::size_t kEntryBytes = 512;
 
 }  // namespace
 
-const Image& ImageCache::Use(Entries::iterator entry) {
+const Image& DecodedPictures::Use(Entries::iterator entry) {
     entries_.splice(entries_.begin(), entries_, entry);
     return entry->image;
 }
 
-std::optional<Image> ImageCache::Find(const ImageKey& key) {
+std::optional<Image> DecodedPictures::Find(const PictureKey& key) {
     std::lock_guard lock(mutex_);
     const auto found = byKey_.find(key);
     if (found == byKey_.end()) return std::nullopt;
@@ -28,18 +25,18 @@ std::optional<Image> ImageCache::Find(const ImageKey& key) {
     return Use(found->second);
 }
 
-Image ImageCache::FindNearest(const FileVersion& file, Size wanted) {
+Image DecodedPictures::FindNearest(const FileVersion& file, Size wanted) {
     std::lock_guard lock(mutex_);
     auto best = byKey_.end();
     std::int64_t bestPixels = 0;
     bool bestCovers = false;
-    for (auto it = byKey_.lower_bound(ImageKey{file, -1, -1, images::Preview::Never});
+    for (auto it = byKey_.lower_bound(PictureKey{file, -1, -1, images::Preview::Never});
          it != byKey_.end() && it->first.file == file; ++it) {
         const Image& image = it->second->image;
         if (image.IsEmpty()) continue;
         const Size size = image.GetSize();
         const bool covers = !wanted.IsEmpty() && (size.width >= wanted.width || size.height >= wanted.height);
-        const std::int64_t pixels = PixelCount(size);
+        const std::int64_t pixels = std::int64_t{size.width} * size.height;
         const bool isBetter = best == byKey_.end() || (covers != bestCovers ? covers
                                                        : covers             ? pixels < bestPixels
                                                                             : pixels > bestPixels);
@@ -53,7 +50,7 @@ Image ImageCache::FindNearest(const FileVersion& file, Size wanted) {
     return Use(best->second);
 }
 
-std::optional<Image> ImageCache::FindOrJoin(const ImageKey& key, std::shared_ptr<Running>& running) {
+std::optional<Image> DecodedPictures::FindOrJoin(const PictureKey& key, std::shared_ptr<Running>& running) {
     std::unique_lock lock(mutex_);
     if (const auto found = byKey_.find(key); found != byKey_.end()) {
         ++hits_;
@@ -71,16 +68,16 @@ std::optional<Image> ImageCache::FindOrJoin(const ImageKey& key, std::shared_ptr
     return std::nullopt;
 }
 
-Image ImageCache::Finish(const ImageKey& key, const std::shared_ptr<Running>& running, Decoded decoded) {
+Image DecodedPictures::Finish(const PictureKey& key, const std::shared_ptr<Running>& running,
+                              images::DecodedPicture decoded) {
     const Image image = decoded.image;
-    const std::size_t bytes =
-        kEntryBytes + (image.IsEmpty() ? 0 : static_cast<std::size_t>(image.Get()->Get().sizeInBytes()));
+    const std::size_t bytes = kEntryBytes + image.ByteCount();
     {
         std::lock_guard lock(mutex_);
         running->image = image;
         running->isDone = true;
         running_.erase(key);
-        if (decoded.keep && bytes <= limit_) {
+        if (decoded.outcome != images::DecodeOutcome::Unreadable && bytes <= limit_) {
             Shrink(limit_ - bytes);
             entries_.push_front(Entry{key, image, bytes});
             byKey_[key] = entries_.begin();
@@ -91,7 +88,7 @@ Image ImageCache::Finish(const ImageKey& key, const std::shared_ptr<Running>& ru
     return image;
 }
 
-void ImageCache::Shrink(std::size_t limit) {
+void DecodedPictures::Shrink(std::size_t limit) {
     while (bytes_ > limit) {
         bytes_ -= entries_.back().bytes;
         byKey_.erase(entries_.back().key);
@@ -99,20 +96,20 @@ void ImageCache::Shrink(std::size_t limit) {
     }
 }
 
-images::CacheStatistics ImageCache::Statistics() const {
+CacheStatistics DecodedPictures::Statistics() const {
     std::lock_guard lock(mutex_);
-    return images::CacheStatistics{bytes_, limit_, hits_, decodes_};
+    return CacheStatistics{bytes_, limit_, hits_, decodes_};
 }
 
-void ImageCache::SetLimit(std::size_t bytes) {
+void DecodedPictures::SetLimit(std::size_t bytes) {
     std::lock_guard lock(mutex_);
     limit_ = bytes;
     Shrink(limit_);
 }
 
-void ImageCache::Clear() {
+void DecodedPictures::Clear() {
     std::lock_guard lock(mutex_);
     Shrink(0);
 }
 
-}  // namespace kalmora::qt
+}  // namespace kalmora
