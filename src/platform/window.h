@@ -64,11 +64,36 @@ struct Tip {
     Rect area;
 };
 
+enum class WindowStyle {
+    Ordinary,       // framed, in the task bar, may be minimised and maximised
+    FramelessTool,  // nothing but its drawing area, in no task bar
+    ResizableTool,  // framed, in no task bar
+};
+
+// Whether a click on the window or showing it gives it the keys.
+enum class WindowFocus { Takes, Refuses };
+
+enum class OwnerMoves {
+    Ignored,
+    Followed,  // the window moves with its owner, as far as that moves
+};
+
 struct WindowOptions {
     std::string title;
     Rect frame;  // outer rectangle on the screen, logical pixels
     bool acceptDrops = false;
     std::string iconPath;
+    WindowStyle style = WindowStyle::Ordinary;
+    WindowFocus focus = WindowFocus::Takes;
+    // The window stays in front of its owner and is minimised with it. It must not be shown any more once its
+    // owner has gone, but may be destroyed later. Null for none.
+    Window* owner = nullptr;
+    OwnerMoves ownerMoves = OwnerMoves::Ignored;
+};
+
+enum class WindowLayer {
+    Ordinary,
+    Topmost,  // in front of all ordinary windows of all programs
 };
 
 class Window {
@@ -87,6 +112,8 @@ public:
     virtual void SetTitle(const std::string& title) = 0;  // any thread
     virtual std::string Title() const = 0;                // any thread
     virtual void Show() = 0;
+    // As Show; the window that has the focus keeps it.
+    virtual void ShowWithoutFocus() = 0;
     virtual void Hide() = 0;
     // As the user would (a Minimize event follows); nothing where no window manager could bring it back. GUI
     // thread.
@@ -95,6 +122,10 @@ public:
     virtual bool IsVisible() const = 0;    // any thread
     virtual Rect NormalFrame() const = 0;  // the outer rectangle when neither minimised nor maximised
     virtual void SetFrame(const Rect& outer) = 0;
+    // From 0, not to be seen, to 1, the opacity at the start. Where the desktop does not mix windows it stays
+    // 1 for the eye. Soon; any thread.
+    virtual void SetOpacity(double opacity) = 0;
+    virtual void SetLayer(WindowLayer layer) = 0;  // at once, shown or hidden
     // Between the screen and the window's drawing area. Any thread.
     virtual Point ToClient(Point screen) const = 0;
     virtual Point ToScreen(Point client) const = 0;

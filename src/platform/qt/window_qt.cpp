@@ -43,6 +43,14 @@ std::uint64_t Pack(QPoint point) {
            static_cast<std::uint32_t>(point.y());
 }
 
+Qt::WindowFlags FlagsOf(const WindowOptions& options) {
+    Qt::WindowFlags flags = Qt::Window;
+    if (options.style == WindowStyle::FramelessTool) flags = Qt::Tool | Qt::FramelessWindowHint;
+    if (options.style == WindowStyle::ResizableTool) flags = Qt::Tool;
+    if (options.focus == WindowFocus::Refuses) flags |= Qt::WindowDoesNotAcceptFocus;
+    return flags;
+}
+
 Point Unpack(std::uint64_t packed) {
     return Point{static_cast<int>(static_cast<std::uint32_t>(packed >> 32)),
                  static_cast<int>(static_cast<std::uint32_t>(packed))};
@@ -69,6 +77,7 @@ QtWindow::QtWindow(std::shared_ptr<Link> link, QWidget* widget, const WindowOpti
       title_(options.title) {
     link_->window = this;
     Windows().push_back(this);
+    SetStyle(options);
     widget_->setWindowTitle(ToDisplayText(options.title));
     if (!options.iconPath.empty()) widget_->setWindowIcon(QIcon(ToQt(options.iconPath)));
     if (options.acceptDrops) widget_->setAcceptDrops(true);
@@ -82,6 +91,20 @@ QtWindow::~QtWindow() {
     buffer_->Drop();
     widget_->hide();
     widget_->deleteLater();
+}
+
+void QtWindow::SetStyle(const WindowOptions& options) {
+    const Qt::WindowFlags flags = FlagsOf(options);
+    if (flags != Qt::Window) widget_->setWindowFlags(flags);
+    if (options.focus == WindowFocus::Refuses) widget_->setAttribute(Qt::WA_ShowWithoutActivating);
+    if (options.owner == nullptr) return;
+    const auto* owner = static_cast<const QtWindow*>(options.owner);
+    if (options.ownerMoves == OwnerMoves::Followed) owner_ = owner->GetLink();
+    // An owner in the toolkit's sense would destroy the widget with its own; the native windows know each
+    // other instead.
+    widget_->winId();
+    owner->Widget()->winId();
+    widget_->windowHandle()->setTransientParent(owner->Widget()->windowHandle());
 }
 
 void QtWindow::PostToSelf(void (QtWindow::*work)()) {
@@ -149,7 +172,20 @@ void QtWindow::OnShown() {
     }
 }
 
-void QtWindow::OnMoved() { clientOrigin_ = Pack(widget_->mapToGlobal(QPoint(0, 0))); }
+void QtWindow::OnMoved() {
+    const QPoint origin = widget_->mapToGlobal(QPoint(0, 0));
+    const Point before = Unpack(clientOrigin_.exchange(Pack(origin)));
+    const QPoint by = origin - QPoint(before.x, before.y);
+    if (isOriginKnown_ && !by.isNull())
+        for (QtWindow* window : Windows()) window->FollowOwner(*this, by);
+    isOriginKnown_ = isVisible_;
+}
+
+void QtWindow::FollowOwner(const QtWindow& moved, QPoint by) {
+    if (!owner_ || owner_->window != &moved || stage_ != Stage::Open) return;
+    if (wantedOuter_.isValid()) wantedOuter_.translate(by);
+    widget_->setGeometry(widget_->geometry().translated(by));
+}
 
 void QtWindow::OnResized() {
     FitBuffer();
@@ -212,8 +248,20 @@ void QtWindow::Show() {
     if (!isVisible_) OnShown();
 }
 
+void QtWindow::ShowWithoutFocus() {
+    if (stage_ == Stage::Closed) return;
+    // What the toolkit asks when it shows the native window.
+    constexpr char kProperty[] = "_q_showWithoutActivating";
+    widget_->winId();
+    const QVariant before = widget_->windowHandle()->property(kProperty);
+    widget_->windowHandle()->setProperty(kProperty, true);
+    Show();
+    widget_->windowHandle()->setProperty(kProperty, before);
+}
+
 void QtWindow::Hide() {
     widget_->hide();
+    isOriginKnown_ = false;
     isVisible_ = false;  // the toolkit does not tell of it when the window was minimised
 }
 
@@ -227,6 +275,20 @@ void QtWindow::Activate() {
     Show();
     widget_->raise();
     widget_->activateWindow();
+}
+
+void QtWindow::SetOpacity(double opacity) {
+    GuiQueue::Instance().Post([link = link_, opacity] {
+        if (link->window != nullptr) link->window->widget_->setWindowOpacity(std::clamp(opacity, 0.0, 1.0));
+    });
+}
+
+void QtWindow::SetLayer(WindowLayer layer) {
+    Qt::WindowFlags flags = widget_->windowFlags();
+    flags.setFlag(Qt::WindowStaysOnTopHint, layer == WindowLayer::Topmost);
+    widget_->winId();
+    widget_->overrideWindowFlags(flags);  // setWindowFlags would hide the window
+    widget_->windowHandle()->setFlags(flags);
 }
 
 QMargins QtWindow::FrameMargins() const {

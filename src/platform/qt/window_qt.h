@@ -38,12 +38,15 @@ public:
     void SetTitle(const std::string& title) override;
     std::string Title() const override;
     void Show() override;
+    void ShowWithoutFocus() override;
     void Hide() override;
     void Minimize() override;
     void Activate() override;
     bool IsVisible() const override { return isVisible_; }
     Rect NormalFrame() const override;
     void SetFrame(const Rect& outer) override;
+    void SetOpacity(double opacity) override;
+    void SetLayer(WindowLayer layer) override;
     Point ToClient(Point screen) const override;
     Point ToScreen(Point client) const override;
     void Invalidate() override;
@@ -83,6 +86,8 @@ private:
     void ServeMinimize();
     void ServeRestore();
     void SettleFrame();
+    void SetStyle(const WindowOptions& options);
+    void FollowOwner(const QtWindow& moved, QPoint by);
     QMargins FrameMargins() const;
 
     const std::shared_ptr<Link> link_;
@@ -90,6 +95,7 @@ private:
     const std::shared_ptr<WindowProcedure> procedure_;
     std::function<Tip(Point client)> tipAt_;
     const std::shared_ptr<BackBuffer> buffer_;
+    std::shared_ptr<Link> owner_;  // whose moves are followed; null for none
     Stage stage_ = Stage::Open;
     std::map<int, QBasicTimer> timers_;
     // The outer rectangle that was asked for before the window manager's frame was known; null when settled.
@@ -101,6 +107,7 @@ private:
     std::atomic<bool> isVisible_ = false;
     std::atomic<bool> isPaintPosted_ = false;
     std::atomic<std::uint64_t> clientOrigin_ = 0;  // on the screen; x in the high half
+    bool isOriginKnown_ = false;                   // since it was shown
     mutable std::mutex titleMutex_;
     std::string title_;  // guarded by titleMutex_
 };

@@ -1,0 +1,118 @@
+#include "platform/foreground_window.h"
+
+#include <xcb/xcb.h>
+
+#include <QGuiApplication>
+#include <QMargins>
+#include <QRect>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+namespace kalmora {
+
+namespace {
+
+struct FreeReply {
+    void operator()(void* reply) const { std::free(reply); }
+};
+template <typename Value>
+using Reply = std::unique_ptr<Value, FreeReply>;
+
+// Texts past this are cut, as titles of thousands of letters are nobody's.
+constexpr std::uint32_t kMostWords = 1024;
+
+class XServer {
+public:
+    explicit XServer(xcb_connection_t* connection)
+        : connection_(connection), root_(xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root) {}
+
+    xcb_window_t Root() const { return root_; }
+
+    xcb_atom_t Atom(std::string_view name) const {
+        const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+            connection_,
+            xcb_intern_atom(connection_, 1, static_cast<std::uint16_t>(name.size()), name.data()), nullptr));
+        return atom ? atom->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+    }
+
+    // Empty when the window has no such property.
+    std::string Property(xcb_window_t window, xcb_atom_t name) const {
+        if (name == XCB_ATOM_NONE) return {};
+        const Reply<xcb_get_property_reply_t> answer(xcb_get_property_reply(
+            connection_,
+            xcb_get_property(connection_, 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, kMostWords),
+            nullptr));
+        if (!answer) return {};
+        return {static_cast<const char*>(xcb_get_property_value(answer.get())),
+                static_cast<std::size_t>(xcb_get_property_value_length(answer.get()))};
+    }
+
+    // The window without its frame, in the server's pixels.
+    std::optional<QRect> Client(xcb_window_t window) const {
+        const Reply<xcb_get_geometry_reply_t> size(
+            xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, window), nullptr));
+        const Reply<xcb_translate_coordinates_reply_t> place(xcb_translate_coordinates_reply(
+            connection_, xcb_translate_coordinates(connection_, window, root_, 0, 0), nullptr));
+        if (!size || !place) return std::nullopt;
+        return QRect(place->dst_x, place->dst_y, size->width, size->height);
+    }
+
+private:
+    xcb_connection_t* const connection_;
+    const xcb_window_t root_;
+};
+
+template <typename Value>
+Value NumberAt(const std::string& bytes, std::size_t index) {
+    Value value{};
+    if (bytes.size() >= (index + 1) * sizeof value)
+        std::memcpy(&value, bytes.data() + index * sizeof value, sizeof value);
+    return value;
+}
+
+std::string TitleOf(const XServer& server, xcb_window_t window) {
+    std::string title = server.Property(window, server.Atom("_NET_WM_NAME"));
+    return title.empty() ? server.Property(window, XCB_ATOM_WM_NAME) : title;
+}
+
+// The property has two texts, each with a zero byte behind it: the program's and the class.
+std::string ClassOf(const XServer& server, xcb_window_t window) {
+    const std::string both = server.Property(window, XCB_ATOM_WM_CLASS);
+    const std::size_t first = both.find('\0');
+    if (first == std::string::npos) return both;
+    return both.substr(first + 1, both.find('\0', first + 1) - first - 1);
+}
+
+// Left, right, top and bottom of the window manager's frame, in the server's pixels.
+QMargins FrameOf(const XServer& server, xcb_window_t window) {
+    const std::string sides = server.Property(window, server.Atom("_NET_FRAME_EXTENTS"));
+    const auto side = [&](std::size_t index) {
+        return static_cast<int>(NumberAt<std::uint32_t>(sides, index));
+    };
+    return {side(0), side(2), side(1), side(3)};
+}
+
+}  // namespace
+
+std::optional<ForegroundWindow> FindForegroundWindow() {
+    const auto* x11 =
+        qGuiApp == nullptr ? nullptr : qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    // The platform without a display answers too, and has no server.
+    if (x11 == nullptr || x11->connection() == nullptr) return std::nullopt;
+    const XServer server(x11->connection());
+    const auto window =
+        NumberAt<xcb_window_t>(server.Property(server.Root(), server.Atom("_NET_ACTIVE_WINDOW")), 0);
+    if (window == XCB_WINDOW_NONE) return std::nullopt;
+    const std::optional<QRect> client = server.Client(window);
+    if (!client) return std::nullopt;  // it has gone since
+    const QRect outer = client->marginsAdded(FrameOf(server, window));
+    const double scale = qGuiApp->devicePixelRatio();
+    const auto logical = [scale](int pixels) { return static_cast<int>(pixels / scale); };
+    return ForegroundWindow{
+        TitleOf(server, window), ClassOf(server, window),
+        Rect{logical(outer.x()), logical(outer.y()), logical(outer.width()), logical(outer.height())}};
+}
+
+}  // namespace kalmora
