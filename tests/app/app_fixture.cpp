@@ -1,13 +1,10 @@
 #include "app/app_fixture.h"
 
-#include <QCoreApplication>
-#include <QMouseEvent>
-#include <QWindow>
-
 #include "app/main_window.h"
 #include "base/log.h"
 #include "platform/files.h"
 #include "store/date_tree.h"
+#include "support/pointer.h"
 #include "views/bar/button_bar.h"
 #include "views/model/calendar_store.h"
 
@@ -58,11 +55,7 @@ void AppTest::OpenMainWindow(Size size) {
 }
 
 void AppTest::Pointer(Point screen, bool leftButton) {
-    QWindow elsewhere;
-    const QPointF at(screen.x, screen.y);
-    QMouseEvent move(QEvent::MouseMove, at, at, Qt::NoButton, leftButton ? Qt::LeftButton : Qt::NoButton,
-                     Qt::NoModifier);
-    QCoreApplication::sendEvent(&elsewhere, &move);
+    test::MovePointer(screen, leftButton ? test::LeftButton::Down : test::LeftButton::Up);
 }
 
 std::unique_ptr<Window> AppTest::MakeMainWindow() {

@@ -1,8 +1,6 @@
 // Files that are dropped on the window: which day they are meant for, and what becomes of them.
 #include "app/drop_files.h"
 
-#include <sys/stat.h>
-
 #include <filesystem>
 #include <fstream>
 
@@ -13,6 +11,7 @@
 #include "index/update.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "support/permissions.h"
 #include "views/load/arrivals.h"
 #include "views/load/object_loader.h"
 #include "views/model/calendar_geometry.h"
@@ -151,7 +150,7 @@ TEST_F(DropFilesTest, WithControlItIsCopiedAndIndexed) {
 TEST_F(DropFilesTest, ReadOnlyAndEmptyFilesAreCopied) {
     ShowMonth(2008, 11);
     const std::string locked = Add("locked.txt"), empty = Add("empty.mov", "");
-    ASSERT_EQ(chmod(locked.c_str(), 0444), 0);
+    test::MakeReadOnly(locked);
     DropFiles({{locked, empty}, OnDay(13), false}, DropPlace::MainWindow);
     EXPECT_TRUE(files::Exists(locked) && files::Exists(empty));
     EXPECT_TRUE(files::Exists(Day(13, "locked.txt")) && files::Exists(Day(13, "empty.mov")));

@@ -1,5 +1,4 @@
 // What is done to the photos in the view: ratings and turns.
-#include <sys/stat.h>
 
 #include "app/app_fixture.h"
 #include "app/desktop_services.h"
@@ -8,6 +7,7 @@
 #include "pictures/picture_cache.h"
 #include "platform/files.h"
 #include "rewrite/safe_rewrite.h"
+#include "support/permissions.h"
 #include "views/load/object_loader.h"
 #include "views/model/calendar_store.h"
 #include "views/paint/draw_objects.h"
@@ -59,7 +59,7 @@ protected:
         const std::string tool = files::Join(root_, "tool");
         ASSERT_EQ(files::WriteWholeFile(tool, "#!/bin/sh\ncat '" + turned + "' > \"$6\"\n"),
                   files::FileResult::Done);
-        chmod(tool.c_str(), 0755);
+        test::MakeExecutable(tool);
         State().settings.PathOfJpegTran = tool;
     }
     void OpenDay() {

@@ -1,6 +1,5 @@
 // kalmora import, run as a script would run it.
 #include <gmock/gmock.h>
-#include <unistd.h>
 
 #include <array>
 #include <cstdio>
@@ -11,6 +10,7 @@
 
 #include "media/exif_builder.h"
 #include "platform/files.h"
+#include "support/machine.h"
 
 namespace kalmora {
 namespace {
@@ -198,7 +198,7 @@ TEST_F(ImportVerbTest, DryRunSaysWhatWouldHappenAndTouchesNothing) {
 }
 
 TEST_F(ImportVerbTest, FolderThatCannotBeReadIsAFailure) {
-    if (geteuid() == 0) GTEST_SKIP() << "this user reads everything";
+    if (test::IsSuperuser()) GTEST_SKIP() << "this user reads everything";
     std::filesystem::permissions(folder_ + "/card/DCIM/101", std::filesystem::perms::none);
     EXPECT_EQ(Run("import card/DCIM"), 1);
     EXPECT_THAT(Errors(), HasSubstr("101: cannot be listed"));

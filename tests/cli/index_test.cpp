@@ -1,10 +1,5 @@
 // kalmora index and kalmora update, as a script uses them: alone, two at once, and interrupted.
-#include <fcntl.h>
 #include <gmock/gmock.h>
-#include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <filesystem>
@@ -15,6 +10,7 @@
 
 #include "media/png_builder.h"
 #include "program_fixture.h"
+#include "support/machine.h"
 
 namespace kalmora {
 namespace {
@@ -70,27 +66,11 @@ protected:
     void RemoveIndexes() const {
         for (const auto& [path, text] : Indexes()) files::RemoveFile(path);
     }
-    // Starts the program and goes on; what it says is lost.
-    pid_t Start(std::vector<std::string> arguments) const {
+    // The command line that works on the data.
+    std::vector<std::string> Words(std::vector<std::string> arguments) const {
         arguments.insert(arguments.begin(),
                          {KALMORA_PROGRAM, "--home", Path("home"), "--data", Path("data")});
-        std::vector<char*> words;
-        for (std::string& word : arguments) words.push_back(word.data());
-        words.push_back(nullptr);
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-        posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
-        pid_t process = -1;
-        EXPECT_EQ(posix_spawn(&process, KALMORA_PROGRAM, &actions, nullptr, words.data(), environ), 0);
-        posix_spawn_file_actions_destroy(&actions);
-        return process;
-    }
-    // Its exit status; -1 when a signal ended it.
-    static int WaitFor(pid_t process) {
-        int status = 0;
-        EXPECT_EQ(waitpid(process, &status, 0), process);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        return arguments;
     }
 };
 
@@ -194,13 +174,13 @@ TEST_F(IndexVerbTest, InterruptedRunLeavesWholeIndexesAndTheNextOneMakesTheRest)
     for (int attempt = 0; attempt < 20 && !wasInterrupted; ++attempt) {
         RemoveIndexes();
         const std::string log = Path("log" + std::to_string(attempt));
-        const pid_t process = Start({"--log", log, "update"});
+        test::ChildProcess process(Words({"--log", log, "update"}));
         for (int i = 0; i < 10000; ++i) {
             if (files::ReadWholeFile(log).value_or("").find("UpdateIndex: ") != std::string::npos) break;
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
-        kill(process, SIGINT);
-        const int status = WaitFor(process);
+        process.Interrupt();
+        const int status = process.WaitForEnd();
         const Texts made = Indexes();
         wasInterrupted = status == 1;
         if (!wasInterrupted) {

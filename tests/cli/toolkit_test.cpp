@@ -1,12 +1,12 @@
 // Which verbs load the toolkit: it takes several times as long as what most of them do.
 #include <gmock/gmock.h>
 
-#include <cstdlib>
 #include <filesystem>
 
 #include "media/picture_files.h"
 #include "media/png_builder.h"
 #include "program_fixture.h"
+#include "support/machine.h"
 
 namespace kalmora {
 namespace {
@@ -27,11 +27,11 @@ protected:
     }
     // What the system says about the libraries that it loads.
     std::string LoadedBy(const std::string& arguments, int status = 0) const {
-        setenv("LD_DEBUG", "files", 1);
-        setenv("LD_DEBUG_OUTPUT", Path("loaded").c_str(), 1);
+        test::SetVariable("LD_DEBUG", "files");
+        test::SetVariable("LD_DEBUG_OUTPUT", Path("loaded"));
         EXPECT_EQ(Run("--data '" + Path("data") + "' " + arguments).status, status) << Errors();
-        unsetenv("LD_DEBUG");
-        unsetenv("LD_DEBUG_OUTPUT");
+        test::ClearVariable("LD_DEBUG");
+        test::ClearVariable("LD_DEBUG_OUTPUT");
         std::string loaded;
         for (const auto& entry : files::ListFolder(folder_))
             if (entry.name.starts_with("loaded.")) {

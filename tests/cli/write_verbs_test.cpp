@@ -1,6 +1,5 @@
 // The verbs that write into photos, as a script uses them.
 #include <gmock/gmock.h>
-#include <sys/stat.h>
 
 #include <cstdlib>
 #include <nlohmann/json.hpp>
@@ -9,6 +8,7 @@
 #include "media/picture_files.h"
 #include "media/png_builder.h"
 #include "program_fixture.h"
+#include "support/permissions.h"
 
 namespace kalmora {
 namespace {
@@ -157,7 +157,7 @@ TEST_F(WriteVerbsTest, RotateTellsWhatIsWrong) {
 
 TEST_F(WriteVerbsTest, ReadOnlyPhotoIsDeniedByEachOfThem) {
     Write("t.jpg", DecodableJpeg(64, 48));
-    ASSERT_EQ(chmod(Path("t.jpg").c_str(), 0444), 0);
+    test::MakeReadOnly(Path("t.jpg"));
     for (const char* words : {"rate --json t.jpg like", "comment --json t.jpg x",
                               "date --json t.jpg '2008-11-13 10:15:00'", "rotate --json t.jpg 90"}) {
         const Outcome outcome = Run(words);

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <gmock/gmock.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <string>
@@ -13,6 +12,7 @@
 #include "import/import_source.h"
 #include "index/index_fixture.h"
 #include "media/photo_file.h"
+#include "support/machine.h"
 
 namespace kalmora {
 
@@ -20,7 +20,7 @@ class ImportTest : public IndexTest {
 protected:
     ImportTest() : card(MakeFolder("card/DCIM")) {
         State().settings.TempFolder = MakeFolder("Temp");
-        setenv("XDG_DATA_HOME", At("share").c_str(), 1);  // the trash
+        test::SetVariable("XDG_DATA_HOME", At("share"));  // the trash
         options.sources = {card};
         options.root = root;
         options.onFile = [this](const ImportedFile& file) { told.push_back(file); };
@@ -28,7 +28,7 @@ protected:
     ~ImportTest() override {
         State().settings.TempFolder.clear();
         State().settings.RenameFileWhenMove = false;
-        unsetenv("XDG_DATA_HOME");
+        test::ClearVariable("XDG_DATA_HOME");
     }
 
     std::string OnCard(std::string_view name) const { return files::Join(card, name); }

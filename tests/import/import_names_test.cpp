@@ -1,7 +1,8 @@
 #include "import/import_names.h"
 
 #include <gmock/gmock.h>
-#include <sys/stat.h>
+
+#include <filesystem>
 
 #include "import/import_fixture.h"
 

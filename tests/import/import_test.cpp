@@ -2,10 +2,13 @@
 #include "import/import.h"
 
 #include <gmock/gmock.h>
-#include <sys/stat.h>
+
+#include <filesystem>
 
 #include "import/import_fixture.h"
 #include "platform/transfer.h"
+#include "support/machine.h"
+#include "support/permissions.h"
 
 namespace kalmora {
 namespace {
@@ -135,7 +138,7 @@ TEST_F(ImportFolderTest, NastyCardComesInWhole) {
     std::size_t size = 0;
     for (const std::string& name : names) Add(name, name == "empty.jpg" ? "" : std::string(++size, 'x'));
     const std::string locked = Add("locked.jpg", std::string(++size, 'x'));
-    ASSERT_EQ(chmod(locked.c_str(), 0444), 0);
+    test::MakeReadOnly(locked);
     const ImportSummary summary = Import();
     EXPECT_EQ(summary.failures, 0);
     EXPECT_EQ(summary.counts.at(ImportResult::Copied), static_cast<int>(names.size()) + 1);
@@ -147,7 +150,7 @@ TEST_F(ImportFolderTest, NastyCardComesInWhole) {
 
 TEST_F(ImportFolderTest, PipesAndLinksToNothingArePassedOver) {
     Add("a.jpg");
-    ASSERT_EQ(mkfifo(OnCard("pipe.jpg").c_str(), 0600), 0);
+    ASSERT_TRUE(test::MakePipe(OnCard("pipe.jpg")));
     std::filesystem::create_symlink("nowhere", OnCard("dangling.jpg"));
     std::filesystem::create_symlink("a.jpg", OnCard("linked.jpg"));
     std::filesystem::create_directory_symlink(card, OnCard("round"));
@@ -436,7 +439,7 @@ TEST_F(ImportMoveTest, LinkGoesAndItsFileIsCopied) {
 
 TEST_F(ImportMoveTest, ProtectedFileStaysAndItsCopyIsWritable) {
     const std::string source = Add("a.jpg", "content");
-    ASSERT_EQ(chmod(source.c_str(), 0444), 0);
+    test::MakeReadOnly(source);
     options.source = ImportOptions::Source::Goes;
     Import();
     EXPECT_FALSE(files::GetStatus(PathOf("a.jpg"))->isReadOnly);
@@ -496,7 +499,7 @@ TEST_F(ImportAcrossVolumesTest, VerifiedCopyTakesTheSourcesPlace) {
 TEST_F(ImportAcrossVolumesTest, ProtectedSourceIsCopiedAndStays) {
     if (!isThere_) GTEST_SKIP() << "this machine has one volume only";
     const std::string source = AddThere("a.jpg", "content");
-    ASSERT_EQ(chmod(source.c_str(), 0444), 0);
+    test::MakeReadOnly(source);
     Import();
     EXPECT_EQ(ContentOf(PathOf("a.jpg")), "content");
     EXPECT_TRUE(files::Exists(source));

@@ -1,6 +1,7 @@
 // What an import writes beside its files: the phone's date, words for the comments, shortcuts.
 #include <gmock/gmock.h>
-#include <sys/stat.h>
+
+#include <filesystem>
 
 #include "import/import.h"
 #include "import/import_fixture.h"

@@ -1,10 +1,11 @@
 // Loading a day: from its index file, or from its folder.
-#include <sys/stat.h>
-#include <unistd.h>
 
+#include <filesystem>
 #include <thread>
 
 #include "index_fixture.h"
+#include "support/machine.h"
+#include "support/permissions.h"
 
 namespace kalmora {
 namespace {
@@ -110,7 +111,7 @@ TEST_F(DayIndexLoad, FolderThatCannotBeWrittenServesFromMemory) {
 TEST_F(DayIndexLoad, WriteProtectedIndexStaysAsItIs) {
     PutInDay("a.jpg", PhotoTaken("2008:11:13 09:00:00"));
     const std::string index = PutInDay(kIndexFileName, "nonsense\n");
-    ASSERT_EQ(chmod(index.c_str(), 0444), 0);
+    test::MakeReadOnly(index);
     const DayIndex day = LoadDay();
     EXPECT_THAT(NamesOf(day), ElementsAre("a.jpg"));
     EXPECT_TRUE(day.dirty);
@@ -267,7 +268,7 @@ TEST_F(DayIndexFolder, NestingHasAnEnd) {
 
 TEST_F(DayIndexFolder, WhatIsNoOrdinaryFileDoesNotBlock) {
     PutInDay("a.txt");
-    ASSERT_EQ(mkfifo(PathOf("pipe.txt").c_str(), 0600), 0);
+    ASSERT_TRUE(test::MakePipe(PathOf("pipe.txt")));
     const DayIndex day = LoadDay();
     EXPECT_THAT(NamesOf(day), ElementsAre("a.txt", "pipe.txt"));
     EXPECT_EQ(day.Find(PathOf("pipe.txt"))->comment, "");
@@ -277,7 +278,7 @@ TEST_F(DayIndexFolder, WhatAKilledWriterLeftIsRemovedAfterAnHour) {
     // No process has such a number.
     const std::string old = PutInDay(".kalmora-2147480000-7.cidx", "half"),
                       young = PutInDay(".kalmora-2147480000-8.cidx", "half"),
-                      own = PutInDay(".kalmora-" + std::to_string(getpid()) + "-9.cidx", "half"),
+                      own = PutInDay(".kalmora-" + std::to_string(test::OwnProcessId()) + "-9.cidx", "half"),
                       other = PutInDay(".kalmora-x-1.cidx", "x");
     for (const std::string& path : {old, own, other}) Touch(path, 0);
     EXPECT_THAT(LoadDay().entries, IsEmpty());
@@ -387,13 +388,13 @@ TEST_F(DayIndexWrite, FailureKeepsTheOldFileAndTheDirtyMark) {
     PutInDay("a.txt");
     DayIndex day = LoadDay();
     const std::string old = IndexOf();
-    ASSERT_EQ(chmod(IndexPath().c_str(), 0444), 0);
+    test::MakeReadOnly(IndexPath());
     PutInDay("b.txt");
     day.Add(PathOf("b.txt"));
     EXPECT_FALSE(day.Write());
     EXPECT_TRUE(day.dirty);
     EXPECT_EQ(IndexOf(), old);
-    ASSERT_EQ(chmod(IndexPath().c_str(), 0644), 0);
+    test::MakeWritable(IndexPath());
     EXPECT_TRUE(day.Write());
     EXPECT_NE(IndexOf(), old);
 }

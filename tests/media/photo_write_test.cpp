@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <array>
 #include <vector>
@@ -8,6 +7,7 @@
 #include "media/png_text_file.h"
 #include "platform/files.h"
 #include "png_builder.h"
+#include "support/permissions.h"
 #include "write_fixture.h"
 
 namespace kalmora {
@@ -203,7 +203,7 @@ TEST_F(PhotoWriteTest, OnAnImageThatIsNoJpegLeavesTheFile) {
 TEST_F(PhotoWriteTest, FailureIsToldAndTheObjectHasMovedOn) {
     KeepLog();
     const std::string path = folder.Put("a.jpg", JpegOf(""));
-    chmod(path.c_str(), 0444);
+    test::MakeReadOnly(path);
     PhotoFile photo(path);
     EXPECT_EQ(photo.Estimate(EstimateType::Like), RewriteResult::Denied);
     EXPECT_EQ(photo.SetComment("words"), RewriteResult::Denied);

@@ -1,8 +1,8 @@
 #include "media/rotation.h"
 
 #include <gmock/gmock.h>
-#include <sys/stat.h>
 
+#include <filesystem>
 #include <vector>
 
 #include "exif_builder.h"
@@ -11,6 +11,7 @@
 #include "multi_picture_builder.h"
 #include "picture_files.h"
 #include "platform/files.h"
+#include "support/permissions.h"
 #include "write_fixture.h"
 
 namespace kalmora {
@@ -33,7 +34,7 @@ protected:
         const std::string path =
             folder.Put("tool", "#!/bin/sh\nprintf '%s\\n' \"$@\" >>'" + folder.PathOf("said") +
                                    "'\nfor word; do source=$target; target=$word; done\n" + script + "\n");
-        chmod(path.c_str(), 0755);
+        test::MakeExecutable(path);
         State().settings.PathOfJpegTran = path;
     }
     bool WasCalled() const { return files::Exists(folder.PathOf("said")); }
@@ -118,7 +119,7 @@ TEST_F(RotationTest, OfAMirroredPictureTurnsTheOtherWay) {
 
 TEST_F(RotationTest, ReadOnlyPictureIsLeft) {
     const std::string path = PutPhoto();
-    chmod(path.c_str(), 0444);
+    test::MakeReadOnly(path);
     EXPECT_EQ(RotateJpeg(path, 90), RotateResult::Denied);
     EXPECT_FALSE(WasCalled());
 }

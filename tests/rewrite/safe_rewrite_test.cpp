@@ -1,10 +1,6 @@
 #include "rewrite/safe_rewrite.h"
 
 #include <gmock/gmock.h>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
@@ -19,6 +15,8 @@
 #include "rewrite/temp_folder.h"
 #include "store/data_folder.h"
 #include "store/store_fixture.h"
+#include "support/machine.h"
+#include "support/permissions.h"
 
 namespace kalmora {
 namespace {
@@ -212,11 +210,11 @@ TEST_F(SafeRewriteTest, FileThatCannotBeWrittenIsLeft) {
     EXPECT_EQ(SafeRewrite("", plan), RewriteResult::Unreadable);
     EXPECT_EQ(SafeRewrite("/dev/null", plan), RewriteResult::Unreadable);
     const std::string path = Put("a.bin", "old words");
-    chmod(path.c_str(), 0444);
+    test::MakeReadOnly(path);
     EXPECT_EQ(SafeRewrite(path, plan), RewriteResult::Denied);
     EXPECT_EQ(ContentOf(path), "old words");
     const std::string pipe = At("pipe");
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0666), 0);
+    ASSERT_TRUE(test::MakePipe(pipe));
     EXPECT_FALSE(IsDone(SafeRewrite(pipe, plan)));
 }
 
@@ -500,8 +498,7 @@ TEST_F(CutOffTest, FolderInWhichAnotherWritesIsLeftAlone) {
 // torn.
 TEST_F(CutOffTest, StartAndStopDoNotDisturbAnotherProcess) {
     const std::string path = Put("a.bin", std::string(200'000, 'a')), ready = At("ready");
-    const pid_t writer = fork();
-    if (writer == 0) {
+    test::ChildProcess writer([&] {
         for (char letter = 'b';; letter = letter == 'z' ? 'b' : static_cast<char>(letter + 1)) {
             // Of another length each time, so that it needs its copy.
             const std::string content(200'000 + static_cast<std::size_t>(letter), letter);
@@ -510,17 +507,17 @@ TEST_F(CutOffTest, StartAndStopDoNotDisturbAnotherProcess) {
                 change.content = content;
                 return RewriteResult::Written;
             });
-            if (result != RewriteResult::Written) _exit(1);
+            if (result != RewriteResult::Written) return 1;
             files::AppendToFile(ready, "x");
         }
-    }
+    });
     const auto written = [&] {
         const auto status = files::GetStatus(ready);
         return status ? status->size : 0;
     };
     constexpr std::uint64_t kWrites = 60;
     int starts = 0;
-    while (written() < kWrites && waitpid(writer, nullptr, WNOHANG) == 0) {
+    while (written() < kWrites && writer.IsRunning()) {
         SettleRewrites(At("Temp"));
         PrepareTempFolder(At("Temp"));
         SweepTempFolder(At("Temp"));
@@ -528,8 +525,7 @@ TEST_F(CutOffTest, StartAndStopDoNotDisturbAnotherProcess) {
     }
     EXPECT_GE(written(), kWrites) << "the writer was refused";
     EXPECT_GT(starts, 0);
-    kill(writer, SIGKILL);
-    waitpid(writer, nullptr, 0);
+    writer.Kill();
     SettleRewrites(At("Temp"));
     const std::string content = ContentOf(path);
     EXPECT_EQ(content.find_first_not_of(content[0]), std::string::npos);

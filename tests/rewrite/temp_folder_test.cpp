@@ -1,7 +1,8 @@
 #include "rewrite/temp_folder.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
+
+#include <filesystem>
 
 #include "platform/files.h"
 #include "store/store_fixture.h"
@@ -20,8 +21,8 @@ TEST_F(TempFolderTest, TheSweepTakesScratchFilesAndNothingElse) {
     Put("Temp/$folder/$inside");
     Put("Temp/folder/$inside");
     Put("target");
-    ASSERT_EQ(symlink(At("target").c_str(), At("Temp/$link").c_str()), 0);
-    ASSERT_EQ(symlink(At("Temp/folder").c_str(), At("Temp/$folder link").c_str()), 0);
+    std::filesystem::create_symlink(At("target"), At("Temp/$link"));
+    std::filesystem::create_symlink(At("Temp/folder"), At("Temp/$folder link"));
 
     EXPECT_EQ(SweepTempFolder(temp), 3);
     EXPECT_FALSE(files::Exists(At("Temp/$a.jpg")));

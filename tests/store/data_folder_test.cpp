@@ -1,8 +1,8 @@
 #include "store/data_folder.h"
 
 #include <gmock/gmock.h>
-#include <unistd.h>
 
+#include <filesystem>
 #include <thread>
 
 #include "store/date_folder.h"

@@ -1,14 +1,15 @@
 #include "store/date_tree.h"
 
 #include <gmock/gmock.h>
-#include <unistd.h>
 
+#include <filesystem>
 #include <map>
 #include <thread>
 
 #include "store/data_folder.h"
 #include "store/extension_table.h"
 #include "store_fixture.h"
+#include "support/machine.h"
 
 namespace kalmora {
 
@@ -176,16 +177,16 @@ TEST_F(DateTreeScan, ARootThatIsMissingHoldsNothing) {
 TEST_F(DateTreeScan, LinksThatRunInACircleEnd) {
     PutDay({2008, 11, 13}, "sub/a.jpg");
     const std::string day = MakeDayFolderPath(root, 2008, 11, 13);
-    ASSERT_EQ(symlink(day.c_str(), (day + "/sub/again").c_str()), 0);
-    ASSERT_EQ(symlink(".", (day + "/self").c_str()), 0);
-    ASSERT_EQ(symlink(root.c_str(), (root + "/2010").c_str()), 0);
+    std::filesystem::create_symlink(day, (day + "/sub/again"));
+    std::filesystem::create_symlink(".", (day + "/self"));
+    std::filesystem::create_symlink(root, (root + "/2010"));
     ASSERT_TRUE(tree.ScanAll(root));
     EXPECT_EQ(tree.CountOf(2008, 11, 13), 1);
 }
 
 TEST_F(DateTreeScan, AYearThatIsALinkToAFolderIsAYear) {
     Put("elsewhere/200811/2008_1113/a.jpg");
-    ASSERT_EQ(symlink(At("elsewhere").c_str(), (root + "/2008").c_str()), 0);
+    std::filesystem::create_symlink(At("elsewhere"), (root + "/2008"));
     ASSERT_TRUE(tree.ScanAll(root));
     EXPECT_EQ(tree.CountOf(2008, 11, 13), 1);
 }
@@ -195,7 +196,7 @@ TEST_F(DateTreeScan, AFolderWithoutPermissionIsEmpty) {
     PutDay({2008, 11, 14}, "a.jpg");
     const std::string closed = MakeDayFolderPath(root, 2008, 11, 13);
     std::filesystem::permissions(closed, std::filesystem::perms::none);
-    const bool isRoot = geteuid() == 0;  // root reads it all the same
+    const bool isRoot = test::IsSuperuser();  // root reads it all the same
     EXPECT_TRUE(tree.ScanAll(root));
     std::filesystem::permissions(closed, std::filesystem::perms::owner_all);
     EXPECT_EQ(Dates(kDayLevel).size(), isRoot ? 2u : 1u);

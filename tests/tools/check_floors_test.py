@@ -40,14 +40,15 @@ class CheckFloors(unittest.TestCase):
     def faults(self, files):
         """The tool's lines for GOOD and these files, less the closing one; [] when it is content."""
         tree = {**GOOD, **files}
-        with tempfile.TemporaryDirectory() as src:
+        with tempfile.TemporaryDirectory() as folder:
+            src = os.path.join(folder, "src")
             for path, text in tree.items():
                 full = os.path.join(src, path)
                 os.makedirs(os.path.dirname(full), exist_ok=True)
                 with open(full, "w", encoding="utf-8") as file:
                     file.write(text)
             result = subprocess.run([sys.executable, TOOL, src], capture_output=True, text=True, check=False)
-            lines = [line.replace(os.path.relpath(src) + "/", "") for line in result.stdout.splitlines()]
+            lines = [line.replace(os.path.relpath(src) + "/", "").replace(os.path.relpath(folder) + "/", "") for line in result.stdout.splitlines()]
         self.assertEqual(result.stderr, "")
         self.assertEqual(result.returncode, 1 if len(lines) > 1 else 0)
         return lines[:-1]
@@ -168,6 +169,18 @@ class CheckFloors(unittest.TestCase):
         self.assertFault({"app/run.cpp": "#include <nlohmann/json.hpp>\n"}, "app/run.cpp:1", "is for cli/")
         self.assertFault({"store/cache.cpp": "#include <nlohmann/json.hpp>\n"}, "store/cache.cpp:1", "is for cli/")
 
+    def test_tests_know_the_machine_in_their_own_places_only(self):
+        for header in ("unistd.h", "sys/stat.h", "QWidget", "xcb/xcb.h"):
+            with self.subTest(header=header):
+                self.assertFault({"../tests/media/exif_test.cpp": f"#include <gtest/gtest.h>\n#include <{header}>\n"},
+                                 "tests/media/exif_test.cpp:2", f"<{header}> is for tests/platform/ only")
+                for place in ("platform/qt", "platform/support", "faults", "scenario"):
+                    self.assertEqual(self.faults({f"../tests/{place}/a.cpp": f"#include <{header}>\n"}), [])
+        self.assertFault({"../tests/media/a.cpp": '#include "platform/posix/names.h"\n'}, "tests/media/a.cpp:1",
+                         "is for tests/platform/ only")
+        self.assertEqual(self.faults({"../tests/media/a.cpp": '#include "platform/files.h"\n#include <vector>\n'
+                                                              "#include <nlohmann/json.hpp>\n"}), [])
+
     def test_a_platform_folder_belongs_to_itself(self):
         files = {"media/exif.cpp": '#include "platform/posix/names.h"\n'}
         self.assertFault(files, "media/exif.cpp:1", "belongs to platform/posix/ alone")
@@ -204,7 +217,7 @@ class CheckFloors(unittest.TestCase):
                          'include it as "media/photo.h"')
 
     def test_an_include_beside_the_file_is_found(self):
-        self.assertEqual(self.faults({"media/exif.cpp": '#include "photo.h"\n#include "../store/settings.h"\n'}), [])
+        self.assertEqual(self.faults({"media/exif.cpp": '#include "photo.h"\n#include "../store/settings_file.h"\n'}), [])
         self.assertFault({"media/exif.cpp": '#include "../views/model/grid.h"\n'}, "media/exif.cpp:1",
                          "views/model is not on a lower floor")
 
