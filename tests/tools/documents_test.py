@@ -2,9 +2,16 @@
 
 import os
 import re
+import sys
 import unittest
 
 PROJECT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+
+
+sys.path.insert(0, os.path.join(PROJECT, "tools"))
+sys.dont_write_bytecode = True
+
+import seam_functions  # noqa: E402
 
 
 def read(*path):
@@ -51,6 +58,25 @@ class Documents(unittest.TestCase):
                     self.assertTrue(os.path.exists(os.path.join(PROJECT, target)))
                     if anchor:
                         self.assertIn(anchor, set(anchors(read(target))))
+
+    def test_the_contributors_guide_names_all_that_a_platform_must_write(self):
+        chapter = read("docs", "contributing.md").split("\n### What a second platform must write\n")[1].split("\n#")[0]
+        listed = [line for line in chapter.splitlines() if line.startswith(("- `", "  `"))]
+        self.assertEqual(listed, list(seam_functions.lines(seam_functions.all_headers())),
+                         "put in what tools/seam_functions.py prints")
+
+    def test_what_a_platform_must_write_is_what_a_header_leaves_open(self):
+        self.assertEqual(seam_functions.functions(
+            """// A comment; with Words(of, code);
+            namespace a { struct Plain { int x = 0; int Get() const { return x; } };
+            enum class E { One, Two };
+            inline int Written() { return 1; }
+            int Open(const std::string& path, E e = E::One);
+            class Shape { public: virtual ~Shape() = default; static std::unique_ptr<Shape> Create();
+              virtual void Draw(int x) = 0;  // (always)
+              bool Is() const { return is_; }
+              void Later(); private: bool is_ = false; std::function<void()> hook_; };
+            Shape* TheShape(); }"""), ["Open", "Shape::Create", "Shape::Draw", "Shape::Later", "TheShape"])
 
     def test_lines_fit_a_page(self):
         for document in documents():
