@@ -155,10 +155,10 @@ TEST_F(IndexVerbTest, TwoProcessesOnOneTreeLeaveWholeIndexes) {
             if (number % 7 == 0) files::WriteWholeFile(path, "# Calendar Index [0.99]\nFILE=gone.txt\n-\n");
             if (number % 11 == 0) files::WriteWholeFile(path, "no index");
         }
-        const pid_t one = Start({"update"}), other = Start({"update"}), third = Start({"index"});
-        EXPECT_EQ(WaitFor(one), 0);
-        EXPECT_EQ(WaitFor(other), 0);
-        EXPECT_EQ(WaitFor(third), 0);
+        test::ChildProcess one(Words({"update"})), other(Words({"update"})), third(Words({"index"}));
+        EXPECT_EQ(one.WaitForEnd(), 0);
+        EXPECT_EQ(other.WaitForEnd(), 0);
+        EXPECT_EQ(third.WaitForEnd(), 0);
         // Each of them wrote what it found true; the one who only makes may have kept what was old.
         EXPECT_EQ(RunOnData("update").status, 0);
         EXPECT_EQ(Indexes(), whole);
