@@ -4,6 +4,7 @@
 
 #include "base/dates.h"
 #include "import/import_source.h"
+#include "import/import_walk.h"
 #include "index/index_progress.h"
 #include "platform/files.h"
 #include "platform/transfer.h"

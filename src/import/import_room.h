@@ -4,8 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "import/import.h"
-#include "import/import_walk.h"
+#include "import/import_options.h"
 
 namespace kalmora {
 

@@ -12,7 +12,7 @@
 #include "platform/edit_file.h"
 #include "platform/files.h"
 #include "rewrite/rewrite_journal.h"
-#include "rewrite/rewrite_roads.h"
+#include "rewrite/rewrite_strategy.h"
 #include "rewrite/temp_folder.h"
 #include "state/app_state.h"
 #include "store/data_folder.h"

@@ -7,7 +7,6 @@
 
 #include "platform/edit_file.h"
 #include "rewrite/rewrite_journal.h"
-#include "rewrite/safe_rewrite.h"
 
 namespace kalmora {
 

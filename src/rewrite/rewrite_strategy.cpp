@@ -1,4 +1,4 @@
-#include "rewrite/rewrite_roads.h"
+#include "rewrite/rewrite_strategy.h"
 
 #include <algorithm>
 #include <cstdint>
