@@ -89,7 +89,7 @@ bool App::StartPlatform() {
     if (!application_) return false;
     ConnectRooms();
     // A rewrite that was cut off is recovered while its copy still lies in the folder that is swept next.
-    SettleRewrites(State().settings.TempFolder);
+    RecoverRewrites(State().settings.TempFolder);
     PrepareTempFolder(State().settings.TempFolder);
     return true;
 }
@@ -180,7 +180,7 @@ bool App::Stop() {
     calendar_.reset();
     DestroyButtons();
     keys_.UnregisterHotKeys();
-    SettleRewrites(State().settings.TempFolder);
+    RecoverRewrites(State().settings.TempFolder);
     SweepTempFolder(State().settings.TempFolder);
     return true;
 }

@@ -150,7 +150,7 @@ std::set<MonthToCome> ArrivalJournal::Settle() {
     if (!months_.file.IsOpen()) return {};
     // A photo whose words were being written is whole before it is asked for them.
     const std::vector<WordsToCome> toCome = ParseWordsRecords(ReadAll(words_.file));
-    if (!toCome.empty()) SettleRewrites(tempFolder_);
+    if (!toCome.empty()) RecoverRewrites(tempFolder_);
     std::vector<PhotoFile> photos;
     std::vector<std::string> words;
     std::set<std::string> seen;  // noted once for a move by name and once for a copy

@@ -30,15 +30,16 @@ void PutText(std::string& out, std::string_view text) {
     out += text;
 }
 
-void PutNote(std::string& out, const RewriteNote& note) {
-    Put(out, static_cast<std::uint32_t>(note.road));
-    PutText(out, note.path);
-    for (const std::uint64_t number : {note.oldSize, note.newSize, note.offset, note.oldLength})
+void PutNote(std::string& out, const RewriteRecord& record) {
+    Put(out, static_cast<std::uint32_t>(record.strategy));
+    PutText(out, record.path);
+    for (const std::uint64_t number : {record.oldSize, record.newSize, record.offset, record.oldLength})
         Put(out, number);
-    PutText(out, note.oldBytes);
-    PutText(out, note.newBytes);
-    PutText(out, note.copyName);
-    for (const std::uint64_t number : {note.accessed.ticks, note.written.ticks, note.volume, note.identity})
+    PutText(out, record.oldBytes);
+    PutText(out, record.newBytes);
+    PutText(out, record.copyName);
+    for (const std::uint64_t number :
+         {record.accessed.ticks, record.written.ticks, record.volume, record.identity})
         Put(out, number);
 }
 
@@ -48,19 +49,19 @@ public:
     explicit NoteReader(std::string_view body)
         : bytes_({reinterpret_cast<const std::uint8_t*>(body.data()), body.size()}, ByteOrder::Little) {}
 
-    bool Take(RewriteNote& note) {
-        const std::uint64_t road = Number();
-        note.road = static_cast<RewriteNote::Road>(road);
-        note.path = Text();
-        for (std::uint64_t* number : {&note.oldSize, &note.newSize, &note.offset, &note.oldLength})
+    bool Take(RewriteRecord& record) {
+        const std::uint64_t strategy = Number();
+        record.strategy = static_cast<RewriteRecord::Strategy>(strategy);
+        record.path = Text();
+        for (std::uint64_t* number : {&record.oldSize, &record.newSize, &record.offset, &record.oldLength})
             *number = Number();
-        note.oldBytes = Text();
-        note.newBytes = Text();
-        note.copyName = Text();
+        record.oldBytes = Text();
+        record.newBytes = Text();
+        record.copyName = Text();
         for (std::uint64_t* number :
-             {&note.accessed.ticks, &note.written.ticks, &note.volume, &note.identity})
+             {&record.accessed.ticks, &record.written.ticks, &record.volume, &record.identity})
             *number = Number();
-        return isGood_ && road >= 1 && road <= 4 && !note.path.empty();
+        return isGood_ && strategy >= 1 && strategy <= 4 && !record.path.empty();
     }
 
 private:
@@ -86,9 +87,9 @@ private:
     bool isGood_ = true;
 };
 
-// The notes of a journal of that size, open in any way.
+// The records of a journal of that size, open in any way.
 template <typename File>
-std::vector<RewriteNote> NotesIn(const File& file, std::uint64_t size) {
+std::vector<RewriteRecord> NotesIn(const File& file, std::uint64_t size) {
     std::array<std::uint8_t, kHeadLength> head{};
     if (file.ReadAt(0, head) < head.size()) return {};
     const ByteReader reader(head, ByteOrder::Little);
@@ -100,10 +101,11 @@ std::vector<RewriteNote> NotesIn(const File& file, std::uint64_t size) {
     if (file.ReadAt(kHeadLength, {reinterpret_cast<std::uint8_t*>(body.data()), body.size()}) < body.size() ||
         Crc32(body) != *reader.U32(16))
         return {};
-    std::vector<RewriteNote> notes;
+    std::vector<RewriteRecord> records;
     NoteReader from(body);
-    for (RewriteNote note; notes.size() < kMostNotes && from.Take(note);) notes.push_back(std::move(note));
-    return notes;
+    for (RewriteRecord record; records.size() < kMostNotes && from.Take(record);)
+        records.push_back(std::move(record));
+    return records;
 }
 
 }  // namespace
@@ -112,20 +114,20 @@ FileResult RewriteJournal::Open(const std::string& tempFolder) {
     return file_.OpenOrMake(JournalPath(tempFolder));
 }
 
-std::vector<RewriteNote> RewriteJournal::Read() const {
+std::vector<RewriteRecord> RewriteJournal::Read() const {
     const auto status = file_.Status();
-    return status ? NotesIn(file_, status->size) : std::vector<RewriteNote>();
+    return status ? NotesIn(file_, status->size) : std::vector<RewriteRecord>();
 }
 
-FileResult RewriteJournal::Write(std::span<const RewriteNote> notes) {
+FileResult RewriteJournal::Write(std::span<const RewriteRecord> records) {
     body_.assign(kHeadLength, '\0');
-    for (const RewriteNote& note : notes) PutNote(body_, note);
+    for (const RewriteRecord& record : records) PutNote(body_, record);
     const std::string_view body = std::string_view(body_).substr(kHeadLength);
-    if (body.size() > kLongestBody || notes.size() > kMostNotes) return FileResult::Failed;
+    if (body.size() > kLongestBody || records.size() > kMostNotes) return FileResult::Failed;
     std::string head(kMagic);
     Put(head, body.size());
     Put(head, Crc32(body), 4);
-    Put(head, notes.size(), 4);
+    Put(head, records.size(), 4);
     std::copy(head.begin(), head.end(), body_.begin());
     const FileResult written = file_.WriteAt(0, body_);
     return written == FileResult::Done ? file_.FlushContent() : written;
@@ -143,20 +145,20 @@ FileResult LockTempFolder(const std::string& tempFolder, files::FileLock& lock, 
     return lock.Acquire(files::Join(tempFolder, "rewrite.lock"), timeoutMs);
 }
 
-std::vector<RewriteNote> PeekAtNotes(const std::string& tempFolder) {
+std::vector<RewriteRecord> PeekAtJournal(const std::string& tempFolder) {
     files::InputFile file;
     if (!file.Open(JournalPath(tempFolder))) return {};
     return NotesIn(file, file.Size());
 }
 
-std::vector<std::string> NotedCopies(const std::string& tempFolder) {
+std::vector<std::string> CopiesInJournal(const std::string& tempFolder) {
     std::vector<std::string> names;
     // Looking must not make a journal where there is none.
     if (!files::Exists(JournalPath(tempFolder))) return names;
     RewriteJournal journal;
     if (journal.Open(tempFolder) != FileResult::Done) return names;
-    for (RewriteNote& note : journal.Read())
-        if (!note.copyName.empty()) names.push_back(std::move(note.copyName));
+    for (RewriteRecord& record : journal.Read())
+        if (!record.copyName.empty()) names.push_back(std::move(record.copyName));
     return names;
 }
 

@@ -25,14 +25,14 @@ namespace {
 using files::EditFile;
 using files::FileResult;
 using files::FileStatus;
-using Road = RewriteNote::Road;
+using Strategy = RewriteRecord::Strategy;
 
 constexpr std::size_t kGroupFiles = 32;
-constexpr std::size_t kGroupBytes = 8u << 20;        // of what one group's notes hold
-constexpr std::uint64_t kMostNotedBytes = 1u << 20;  // of one stretch that is kept in a note
-constexpr int kPatienceMs = 60'000;                  // with others who are writing
-constexpr int kSettlingPatienceMs = 200;             // with others who have settled what there was
-constexpr int kReadingPatienceMs = 2000;             // with others who are writing what is to be read
+constexpr std::size_t kGroupBytes = 8u << 20;           // of what one group's records hold
+constexpr std::uint64_t kMostRecordedBytes = 1u << 20;  // of one stretch that is kept in a record
+constexpr int kLockWaitMs = 60'000;                     // with others who are writing
+constexpr int kRecoveryLockWaitMs = 200;                // another program or thread is recovering
+constexpr int kReadingLockWaitMs = 2000;                // with others who are writing what is to be read
 
 RewriteResult ResultOf(FileResult result) {
     switch (result) {
@@ -72,7 +72,7 @@ struct Job {
     std::size_t index = 0;
     EditFile file;
     FileStatus before;
-    RewriteNote note;
+    RewriteRecord record;
     std::string nextBytes;  // what follows the inserted stretch
     Stamp stamp = Stamp::LocalClock;
     RewriteResult result = RewriteResult::Failed;
@@ -92,18 +92,18 @@ RewriteResult OpenJob(const std::string& path, Job& job) {
     const auto status = job.file.Status();
     if (!status) return RewriteResult::Unreadable;
     job.before = *status;
-    job.note.path = path;
-    job.note.oldSize = status->size;
-    job.note.accessed = status->accessed;
-    job.note.written = status->written;
-    job.note.volume = status->volume;
-    job.note.identity = status->identity;
+    job.record.path = path;
+    job.record.oldSize = status->size;
+    job.record.accessed = status->accessed;
+    job.record.written = status->written;
+    job.record.volume = status->volume;
+    job.record.identity = status->identity;
     return RewriteResult::Written;
 }
 
 // True while the path still names the file that was opened, unwritten since.
 bool IsUntouched(const Job& job) {
-    const auto opened = job.file.Status(), named = files::GetStatus(job.note.path);
+    const auto opened = job.file.Status(), named = files::GetStatus(job.record.path);
     return opened && named && IsSameFile(*opened, *named) && opened->size == job.before.size &&
            opened->written == job.before.written;
 }
@@ -116,68 +116,68 @@ std::optional<std::string> ReadStretch(const EditFile& file, std::uint64_t offse
 }
 
 // Leaves out what stays the same at both ends.
-void TrimNote(RewriteNote& note) {
-    const auto differs =
-        std::mismatch(note.oldBytes.begin(), note.oldBytes.end(), note.newBytes.begin(), note.newBytes.end())
-            .first;
-    const auto head = static_cast<std::size_t>(differs - note.oldBytes.begin());
-    const auto last = std::mismatch(note.oldBytes.rbegin(), note.oldBytes.rend(), note.newBytes.rbegin(),
-                                    note.newBytes.rend())
+void TrimRecord(RewriteRecord& record) {
+    const auto differs = std::mismatch(record.oldBytes.begin(), record.oldBytes.end(),
+                                       record.newBytes.begin(), record.newBytes.end())
+                             .first;
+    const auto head = static_cast<std::size_t>(differs - record.oldBytes.begin());
+    const auto last = std::mismatch(record.oldBytes.rbegin(), record.oldBytes.rend(),
+                                    record.newBytes.rbegin(), record.newBytes.rend())
                           .first;
     const std::size_t tail =
-        std::min(static_cast<std::size_t>(last - note.oldBytes.rbegin()), note.oldBytes.size() - head);
-    const std::size_t length = note.oldBytes.size() - head - tail;
-    note.oldBytes = note.oldBytes.substr(head, length);
-    note.newBytes = note.newBytes.substr(head, length);
-    note.offset += head;
-    note.oldLength = length;
+        std::min(static_cast<std::size_t>(last - record.oldBytes.rbegin()), record.oldBytes.size() - head);
+    const std::size_t length = record.oldBytes.size() - head - tail;
+    record.oldBytes = record.oldBytes.substr(head, length);
+    record.newBytes = record.newBytes.substr(head, length);
+    record.offset += head;
+    record.oldLength = length;
 }
 
-// Chooses the road that writes the least. Unchanged when nothing would be written.
-RewriteResult ChooseRoad(Job& job, FileChange& change) {
-    RewriteNote& note = job.note;
+// Chooses the strategy that writes the least. Unchanged when nothing would be written.
+RewriteResult ChooseStrategy(Job& job, FileChange& change) {
+    RewriteRecord& record = job.record;
     job.stamp = change.stamp;
-    if (change.offset > note.oldSize || change.oldLength > note.oldSize - change.offset)
+    if (change.offset > record.oldSize || change.oldLength > record.oldSize - change.offset)
         return RewriteResult::Changed;
-    note.copyName = change.copyName.empty() ? "$" + GetFileName(note.path) : change.copyName;
-    note.offset = change.offset;
-    note.oldLength = change.oldLength;
-    note.newBytes = std::move(change.content);
-    note.newSize = note.oldSize - note.oldLength + note.newBytes.size();
-    note.road = Road::Copied;
-    if (std::max<std::uint64_t>(note.oldLength, note.newBytes.size()) > kMostNotedBytes)
+    record.copyName = change.copyName.empty() ? "$" + GetFileName(record.path) : change.copyName;
+    record.offset = change.offset;
+    record.oldLength = change.oldLength;
+    record.newBytes = std::move(change.content);
+    record.newSize = record.oldSize - record.oldLength + record.newBytes.size();
+    record.strategy = Strategy::Copied;
+    if (std::max<std::uint64_t>(record.oldLength, record.newBytes.size()) > kMostRecordedBytes)
         return RewriteResult::Written;
-    auto old = ReadStretch(job.file, note.offset, note.oldLength);
+    auto old = ReadStretch(job.file, record.offset, record.oldLength);
     if (!old) return RewriteResult::Unreadable;
-    if (*old == note.newBytes) return RewriteResult::Unchanged;
-    if (note.newSize == note.oldSize) {
-        note.road = Road::InPlace;
-        note.oldBytes = std::move(*old);
-        TrimNote(note);
+    if (*old == record.newBytes) return RewriteResult::Unchanged;
+    if (record.newSize == record.oldSize) {
+        record.strategy = Strategy::InPlace;
+        record.oldBytes = std::move(*old);
+        TrimRecord(record);
         return RewriteResult::Written;
     }
-    if (note.newSize < note.oldSize || (note.newSize - note.oldSize) % kCheapGrowth != 0)
+    if (record.newSize < record.oldSize || (record.newSize - record.oldSize) % kCheapGrowth != 0)
         return RewriteResult::Written;
     const std::size_t unit = job.file.InsertUnit();
-    if (unit == 0 || (note.newSize - note.oldSize) % unit != 0) return RewriteResult::Written;
-    const std::uint64_t start = note.offset / unit * unit;
-    const auto head = ReadStretch(job.file, start, note.offset - start);
-    const std::uint64_t end = note.offset + note.oldLength;
-    auto next = ReadStretch(job.file, end, std::min<std::uint64_t>(unit, note.oldSize - end));
-    if (start >= note.oldSize || !head || !next) return RewriteResult::Written;
-    note.road = Road::Inserted;
-    note.oldBytes = *head + *old;
-    note.newBytes = *head + note.newBytes;
-    note.offset = start;
-    note.oldLength = note.oldBytes.size();
+    if (unit == 0 || (record.newSize - record.oldSize) % unit != 0) return RewriteResult::Written;
+    const std::uint64_t start = record.offset / unit * unit;
+    const auto head = ReadStretch(job.file, start, record.offset - start);
+    const std::uint64_t end = record.offset + record.oldLength;
+    auto next = ReadStretch(job.file, end, std::min<std::uint64_t>(unit, record.oldSize - end));
+    if (start >= record.oldSize || !head || !next) return RewriteResult::Written;
+    record.strategy = Strategy::Inserted;
+    record.oldBytes = *head + *old;
+    record.newBytes = *head + record.newBytes;
+    record.offset = start;
+    record.oldLength = record.oldBytes.size();
     job.nextBytes = std::move(*next);
     return RewriteResult::Written;
 }
 
-// Back from the road of inserting to the one with a copy.
-void TakeCopyRoad(RewriteNote& note) {
-    note.road = Road::Copied;
-    note.oldBytes.clear();
+// Back from the strategy of inserting to the one with a copy.
+void UseCopyStrategy(RewriteRecord& record) {
+    record.strategy = Strategy::Copied;
+    record.oldBytes.clear();
 }
 
 // The Temp folder while it is ours: its lock, its journal, and what earlier runs left in it.
@@ -188,11 +188,11 @@ public:
     const std::string& Folder() const { return folder_; }
     bool IsOpen() const { return lock_.IsHeld(); }
 
-    // Settles what stands in the journal and sweeps the scratch files.
-    RewriteResult Open(int patienceMs = kPatienceMs) {
+    // Recovers the files of the journal and sweeps the scratch files.
+    RewriteResult Open(int lockWaitMs = kLockWaitMs) {
         if (folder_.empty()) return RewriteResult::Failed;
         if (!files::IsFolder(folder_) && !MakeDirectories(folder_)) return RewriteResult::Denied;
-        const FileResult locked = LockTempFolder(folder_, lock_, patienceMs);
+        const FileResult locked = LockTempFolder(folder_, lock_, lockWaitMs);
         if (locked == FileResult::Failed) return RewriteResult::InUse;
         FileResult result = locked;
         if (result == FileResult::Done) result = journal_.Open(folder_);
@@ -200,48 +200,48 @@ public:
             Close();
             return result == FileResult::NotFound ? RewriteResult::Denied : ResultOf(result);
         }
-        Settle();
+        Recover();
         SweepScratchFiles(folder_);
         return RewriteResult::Written;
     }
     void Close() {
-        waiting_.clear();
+        pending_.clear();
         journal_ = {};
         lock_.Release();
     }
 
-    // Notes what is to come. On failure no note of it stands.
-    FileResult Announce(std::vector<RewriteNote> notes) {
-        notes.insert(notes.end(), waiting_.begin(), waiting_.end());
-        const FileResult result = journal_.Write(notes);
+    // Writes what is to come into the journal. On failure the journal has no record of it.
+    FileResult WriteRecords(std::vector<RewriteRecord> records) {
+        records.insert(records.end(), pending_.begin(), pending_.end());
+        const FileResult result = journal_.Write(records);
         if (result != FileResult::Done) Finish(RewriteJournal::Clearing::Soon);
         return result;
     }
-    // What could be neither done nor undone: its note stays.
-    void Leave(const RewriteNote& note) {
-        Log("cannot be put back now: %s", note.path.c_str());
-        waiting_.push_back(note);
+    // What could be neither done nor undone: its record stays.
+    void Leave(const RewriteRecord& record) {
+        Log("cannot be put back now: %s", record.path.c_str());
+        pending_.push_back(record);
     }
     void Finish(RewriteJournal::Clearing clearing) {
-        if (waiting_.empty())
+        if (pending_.empty())
             journal_.Clear(clearing);
         else
-            journal_.Write(waiting_);
+            journal_.Write(pending_);
     }
-    int Mended() const { return mended_; }
-    // What could not be settled.
-    const std::vector<RewriteNote>& Waiting() const { return waiting_; }
+    int RestoredFiles() const { return restoredFiles_; }
+    // What could not be recovered.
+    const std::vector<RewriteRecord>& Pending() const { return pending_; }
 
 private:
-    void Settle() {
-        const std::vector<RewriteNote> notes = journal_.Read();
-        if (notes.empty()) return;
-        // The latest first: of two notes about the same file it tells what the other left.
-        for (auto note = notes.rbegin(); note != notes.rend(); ++note) {
-            const Settled settled = SettleNote(*note, folder_);
-            Log("settled %s: %d", note->path.c_str(), static_cast<int>(settled));
-            if (settled == Settled::Mended) ++mended_;
-            if (settled == Settled::Waits) waiting_.push_back(*note);
+    void Recover() {
+        const std::vector<RewriteRecord> records = journal_.Read();
+        if (records.empty()) return;
+        // The latest first: of two records of the same file it describes what the other left.
+        for (auto record = records.rbegin(); record != records.rend(); ++record) {
+            const Recovery recovery = RecoverFile(*record, folder_);
+            Log("recovery of %s: %d", record->path.c_str(), static_cast<int>(recovery));
+            if (recovery == Recovery::Restored) ++restoredFiles_;
+            if (recovery == Recovery::Pending) pending_.push_back(*record);
         }
         Finish(RewriteJournal::Clearing::Flushed);
     }
@@ -249,22 +249,22 @@ private:
     std::string folder_;
     files::FileLock lock_;
     RewriteJournal journal_;
-    std::vector<RewriteNote> waiting_;
-    int mended_ = 0;
+    std::vector<RewriteRecord> pending_;
+    int restoredFiles_ = 0;
 };
 
 // Looks whether the file became what it should, gives it its times; all but the flush.
 RewriteResult ApplyAndCheck(Job& job, const std::string& tempFolder, bool& nothingDone) {
     nothingDone = true;
     if (!IsUntouched(job)) return RewriteResult::Changed;
-    const FileResult applied = ApplyNote(job.file, job.note, tempFolder, nothingDone);
+    const FileResult applied = ApplyRewrite(job.file, job.record, tempFolder, nothingDone);
     if (applied != FileResult::Done) return ResultOf(applied);
-    const auto named = files::GetStatus(job.note.path);
-    if (named && IsSameFile(*named, job.before) && named->size == 0 && job.note.newSize != 0)
-        Log("Error: Create File (0byte) %s", job.note.path.c_str());
-    if (!HoldsNewBytes(job.file, job.note, tempFolder)) return RewriteResult::Failed;
+    const auto named = files::GetStatus(job.record.path);
+    if (named && IsSameFile(*named, job.before) && named->size == 0 && job.record.newSize != 0)
+        Log("Error: Create File (0byte) %s", job.record.path.c_str());
+    if (!HoldsNewBytes(job.file, job.record, tempFolder)) return RewriteResult::Failed;
     if (!job.nextBytes.empty()) {
-        const std::uint64_t end = job.note.offset + job.note.newBytes.size();
+        const std::uint64_t end = job.record.offset + job.record.newBytes.size();
         if (ReadStretch(job.file, end, job.nextBytes.size()) != job.nextBytes) return RewriteResult::Failed;
     }
     // Not the owner's right to set them is no reason to take the words back.
@@ -274,29 +274,29 @@ RewriteResult ApplyAndCheck(Job& job, const std::string& tempFolder, bool& nothi
 
 // Somebody who put another file at the path while we wrote has the last word.
 RewriteResult LastLook(const Job& job) {
-    const auto named = files::GetStatus(job.note.path);
+    const auto named = files::GetStatus(job.record.path);
     if (named && IsSameFile(*named, job.before)) return RewriteResult::Written;
-    Log("replaced while it was written: %s", job.note.path.c_str());
+    Log("replaced while it was written: %s", job.record.path.c_str());
     return RewriteResult::Changed;
 }
 
-// Back to the old file, unless it has become somebody else's, which is what `result` tells then.
-Settled Undo(TempSession& session, Job& job, RewriteResult& result) {
-    const Settled undone = UndoNote(job.file, job.note, session.Folder());
-    if (undone == Settled::Waits) session.Leave(job.note);
-    if (undone == Settled::LeftAlone) result = RewriteResult::Changed;
+// Back to the old file, unless another program has changed it: `result` says so then.
+Recovery Undo(TempSession& session, Job& job, RewriteResult& result) {
+    const Recovery undone = UndoRewrite(job.file, job.record, session.Folder());
+    if (undone == Recovery::Pending) session.Leave(job.record);
+    if (undone == Recovery::ChangedByOthers) result = RewriteResult::Changed;
     return undone;
 }
 
-// The road with a copy: one file by itself.
+// The strategy with a copy: one file by itself.
 RewriteResult RunWithCopy(TempSession& session, Job& job) {
-    const std::string copy = files::Join(session.Folder(), job.note.copyName);
-    if (const FileResult copied = files::CopyFile(job.note.path, copy); copied != FileResult::Done)
+    const std::string copy = files::Join(session.Folder(), job.record.copyName);
+    if (const FileResult copied = files::CopyFile(job.record.path, copy); copied != FileResult::Done)
         return ResultOf(copied);
     const auto copyStatus = files::GetStatus(copy);
-    RewriteResult result =
-        copyStatus && copyStatus->size == job.note.oldSize ? RewriteResult::Written : RewriteResult::Changed;
-    if (result == RewriteResult::Written) result = ResultOf(session.Announce({job.note}));
+    RewriteResult result = copyStatus && copyStatus->size == job.record.oldSize ? RewriteResult::Written
+                                                                                : RewriteResult::Changed;
+    if (result == RewriteResult::Written) result = ResultOf(session.WriteRecords({job.record}));
     if (result != RewriteResult::Written) {
         files::RemoveFile(copy);
         return result;
@@ -304,24 +304,24 @@ RewriteResult RunWithCopy(TempSession& session, Job& job) {
     bool nothingDone = false;
     result = ApplyAndCheck(job, session.Folder(), nothingDone);
     if (result == RewriteResult::Written) result = ResultOf(job.file.Flush());
-    Settled undone = Settled::Whole;
+    Recovery undone = Recovery::AlreadyWhole;
     if (result == RewriteResult::Written)
         result = LastLook(job);
     else if (!nothingDone)
         undone = Undo(session, job, result);
-    // The note goes before the copy, so that no note stands without one.
+    // The record goes before the copy, so that no record is left without its copy.
     session.Finish(RewriteJournal::Clearing::Flushed);
-    if (undone != Settled::Waits) files::RemoveFile(copy);
+    if (undone != Recovery::Pending) files::RemoveFile(copy);
     return result;
 }
 
 // Files that need no copy, together. Fills their results.
 void RunGroup(TempSession& session, std::vector<Job>& jobs) {
-    std::vector<RewriteNote> notes;
-    notes.reserve(jobs.size());
-    for (const Job& job : jobs) notes.push_back(job.note);
-    if (const FileResult noted = session.Announce(std::move(notes)); noted != FileResult::Done) {
-        for (Job& job : jobs) job.result = ResultOf(noted);
+    std::vector<RewriteRecord> records;
+    records.reserve(jobs.size());
+    for (const Job& job : jobs) records.push_back(job.record);
+    if (const FileResult recorded = session.WriteRecords(std::move(records)); recorded != FileResult::Done) {
+        for (Job& job : jobs) job.result = ResultOf(recorded);
         return;
     }
     std::vector<Job*> written, again;
@@ -332,7 +332,7 @@ void RunGroup(TempSession& session, std::vector<Job>& jobs) {
             written.push_back(&job);
         else if (!nothingDone)
             Undo(session, job, job.result);
-        else if (job.note.road == Road::Inserted && job.result == RewriteResult::Failed)
+        else if (job.record.strategy == Strategy::Inserted && job.result == RewriteResult::Failed)
             again.push_back(&job);
     }
     std::vector<EditFile*> toFlush;
@@ -345,7 +345,7 @@ void RunGroup(TempSession& session, std::vector<Job>& jobs) {
     }
     session.Finish(RewriteJournal::Clearing::Soon);
     for (Job* job : again) {
-        TakeCopyRoad(job->note);
+        UseCopyStrategy(job->record);
         job->result = RunWithCopy(session, *job);
     }
 }
@@ -356,7 +356,7 @@ public:
     Group(TempSession& session, std::vector<RewriteResult>& results) : session_(session), results_(results) {}
 
     void Add(Job job) {
-        bytes_ += job.note.oldBytes.size() + job.note.newBytes.size();
+        bytes_ += job.record.oldBytes.size() + job.record.newBytes.size();
         jobs_.push_back(std::move(job));
         if (jobs_.size() >= kGroupFiles || bytes_ >= kGroupBytes) Run();
     }
@@ -451,11 +451,11 @@ std::vector<RewriteResult> SafeRewriteAll(
         FileChange change;
         results[i] = OpenJob(paths[i], job);
         if (results[i] == RewriteResult::Written) results[i] = plan(i, change);
-        if (results[i] == RewriteResult::Written) results[i] = ChooseRoad(job, change);
+        if (results[i] == RewriteResult::Written) results[i] = ChooseStrategy(job, change);
         if (results[i] == RewriteResult::Unchanged)
             job.file.SetTimes(job.before.accessed, TimeOf(change.stamp));
         if (results[i] != RewriteResult::Written) continue;
-        if (job.note.road == Road::Copied) {
+        if (job.record.strategy == Strategy::Copied) {
             group.RunAndStay();
             results[i] = RunWithCopy(session, job);
             job.file.Close();
@@ -469,23 +469,23 @@ std::vector<RewriteResult> SafeRewriteAll(
     return results;
 }
 
-int SettleRewrites(const std::string& tempFolder) {
+int RecoverRewrites(const std::string& tempFolder) {
     if (!files::IsFolder(tempFolder)) return 0;
     TempSession session(tempFolder);
-    session.Open(kSettlingPatienceMs);
-    return session.Mended();
+    session.Open(kRecoveryLockWaitMs);
+    return session.RestoredFiles();
 }
 
-std::vector<std::string> SettleBeforeReading(const std::string& tempFolder) {
-    const std::vector<RewriteNote> notes = PeekAtNotes(tempFolder);
-    if (notes.empty()) return {};
+std::vector<std::string> RecoverBeforeReading(const std::string& tempFolder) {
+    const std::vector<RewriteRecord> records = PeekAtJournal(tempFolder);
+    if (records.empty()) return {};
     TempSession session(tempFolder);
-    const RewriteResult opened = session.Open(kReadingPatienceMs);
+    const RewriteResult opened = session.Open(kReadingLockWaitMs);
     std::vector<std::string> torn;
     // Who is still writing after that time has a file in hand that will be whole.
     if (opened == RewriteResult::InUse) return torn;
-    for (const RewriteNote& note : opened == RewriteResult::Written ? session.Waiting() : notes)
-        torn.push_back(note.path);
+    for (const RewriteRecord& record : opened == RewriteResult::Written ? session.Pending() : records)
+        torn.push_back(record.path);
     return torn;
 }
 

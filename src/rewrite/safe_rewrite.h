@@ -1,12 +1,11 @@
-// Writing into the user's files: the one road of every change to a photo. After a kill at any instruction, or
-// a power cut, the file is the old one or the new one, whole.
+// Writing into the user's files: every change to a photo is made here. After a kill at any
+// instruction, or a power cut, the file is the old one or the new one, whole.
 //
-// What is about to change is noted, with what stood there, in a journal in the Temp folder
-// (rewrite_journal.h) and flushed; then the file is changed where it stands, so that it stays the same file;
-// it is read back, given its times, flushed, and the note goes. Whatever fails on the way, what stood there
-// is put back.
+// The change is recorded, with the bytes that it replaces, in a journal in the Temp folder
+// (rewrite_journal.h) and flushed; then the file is changed in place, so that it stays the same file; it is
+// read back, given its times, flushed, and the record is removed. On any failure the old bytes are put back.
 //
-// - Bytes over as many bytes: the note alone holds what stood there.
+// - Bytes over as many bytes: the record alone holds the old bytes.
 // - A file that grows by whole blocks, where the file system can insert space: the same.
 // - Any other change of length: the file is first copied to the Temp folder, as "$" and its name.
 //
@@ -14,7 +13,7 @@
 // UTC, unless the change says otherwise: meant, so that the index and other programs of this family agree,
 // and held by a test. That goes for a file that says already what it should as well.
 //
-// Somebody who writes or replaces the file while we do has the last word: his version stands, the result is
+// Somebody who writes or replaces the file while we do wins: that version stays, the result is
 // Changed, and a copy that was made of the old one stays in the Temp folder under a name without "$".
 //
 // Any thread. One rewrite at a time for a Temp folder, by a lock that other programs and threads share and
@@ -90,19 +89,19 @@ RewriteResult SafeRewrite(const std::string& path, const PlanChange& plan);
 
 // Many files, in groups that share their flushes: with the same safety for each, many times faster than one
 // by one. `plan` is called with the place of the path in the list, once for each, in order. A path that
-// stands twice in the list is changed twice.
+// is in the list twice is changed twice.
 std::vector<RewriteResult> SafeRewriteAll(
     std::span<const std::string> paths,
     const std::function<RewriteResult(std::size_t index, FileChange& change)>& plan);
 
 // Makes whole what an earlier run left behind. The program calls it at start before it sweeps the Temp
 // folder; every rewrite does the same by itself. If another program or thread holds the lock, waits at most
-// 200 ms, then leaves the folder to that one. Returns how many files it had to mend.
-int SettleRewrites(const std::string& tempFolder);
+// 200 ms, then leaves the folder to that one. Returns how many files it restored.
+int RecoverRewrites(const std::string& tempFolder);
 
 // The same for a program that is about to read photos; where nothing is to be done it costs one look at the
 // journal. While another program or thread is writing, waits for it for at most 2 seconds. A Temp folder that
 // cannot be written is left as it is. The paths of the files that may be torn still.
-std::vector<std::string> SettleBeforeReading(const std::string& tempFolder);
+std::vector<std::string> RecoverBeforeReading(const std::string& tempFolder);
 
 }  // namespace kalmora

@@ -15,7 +15,7 @@ int SweepScratchFiles(const std::string& folder) {
     std::optional<std::vector<std::string>> needed;
     for (const files::FolderEntry& entry : files::ListFolder(folder)) {
         if (entry.isFolder || !entry.name.starts_with('$')) continue;
-        if (!needed) needed = NotedCopies(folder);
+        if (!needed) needed = CopiesInJournal(folder);
         if (std::find(needed->begin(), needed->end(), entry.name) != needed->end()) continue;
         if (files::RemoveFile(files::Join(folder, entry.name)) == files::FileResult::Done) ++removed;
     }
@@ -23,10 +23,10 @@ int SweepScratchFiles(const std::string& folder) {
 }
 
 int SweepTempFolder(const std::string& folder) {
-    constexpr int kPatienceMs = 200;
+    constexpr int kLockWaitMs = 200;
     if (!files::IsFolder(folder)) return 0;
     files::FileLock lock;
-    if (LockTempFolder(folder, lock, kPatienceMs) != files::FileResult::Done) return 0;
+    if (LockTempFolder(folder, lock, kLockWaitMs) != files::FileResult::Done) return 0;
     return SweepScratchFiles(folder);
 }
 

@@ -7,8 +7,8 @@ namespace kalmora {
 
 // Removes the files in the folder whose names begin with "$" (scratch files carry such names); other files
 // and all folders stay. Returns how many went. While a rewrite of this or another program holds the lock,
-// waits at most 200 ms, then leaves the folder to the next sweep. A copy from which a file has still to be
-// mended stays.
+// waits at most 200 ms, then leaves the folder to the next sweep. A copy that recovery still
+// needs stays.
 int SweepTempFolder(const std::string& folder);
 // The same for the holder of the folder's lock (rewrite_journal.h).
 int SweepScratchFiles(const std::string& folder);

@@ -22,23 +22,23 @@ protected:
         Write("data/2008/200811/2008_1113/a.png", kWhole);
     }
 
-    // As a kill in the middle of writing leaves it: note and copy stand, the file ends too early.
+    // As a kill in the middle of writing leaves it: record and copy stand, the file ends too early.
     void Tear() const {
         const auto status = files::GetStatus(Photo());
-        RewriteNote note;
-        note.road = RewriteNote::Road::Copied;
-        note.path = Photo();
-        note.oldSize = kWhole.size();
-        note.newSize = kWhole.size() + 1;
-        note.newBytes = "x";
-        note.offset = kWhole.size();
-        note.copyName = "$a.png";
-        note.written = status->written;
-        note.accessed = status->accessed;
+        RewriteRecord record;
+        record.strategy = RewriteRecord::Strategy::Copied;
+        record.path = Photo();
+        record.oldSize = kWhole.size();
+        record.newSize = kWhole.size() + 1;
+        record.newBytes = "x";
+        record.offset = kWhole.size();
+        record.copyName = "$a.png";
+        record.written = status->written;
+        record.accessed = status->accessed;
         Write("home/Temp/$a.png", kWhole);
         RewriteJournal journal;
         ASSERT_EQ(journal.Open(Path("home/Temp")), files::FileResult::Done);
-        ASSERT_EQ(journal.Write({&note, 1}), files::FileResult::Done);
+        ASSERT_EQ(journal.Write({&record, 1}), files::FileResult::Done);
         Write("data/2008/200811/2008_1113/a.png", kWhole.substr(0, 20));
     }
     std::string Photo() const { return Path("data/2008/200811/2008_1113/a.png"); }

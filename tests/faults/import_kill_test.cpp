@@ -187,7 +187,7 @@ protected:
                 EXPECT_NE(end, ChildEnd::Broken);
                 kills += end == ChildEnd::Killed;
                 test::SetFaultPlan({.withoutNoReplace = withoutNoReplace});
-                SettleRewrites(State().settings.TempFolder);
+                RecoverRewrites(State().settings.TempFolder);
                 ExpectNothingIsLost(volumes, withNotes);
                 Run(options);
                 ExpectEveryFileOnce(volumes, source);

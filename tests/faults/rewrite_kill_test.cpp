@@ -58,7 +58,7 @@ private:
         ASSERT_EQ(end, ChildEnd::Killed);
         ++tally.kills;
         if (const std::string left = Read(path); left != course.before && left != course.after) ++tally.torn;
-        SettleRewrites(State().settings.TempFolder);
+        RecoverRewrites(State().settings.TempFolder);
         const std::string found = Read(path);
         ++(found == course.after ? tally.fresh : tally.old);
         ASSERT_TRUE(found == course.before || found == course.after);
@@ -110,10 +110,10 @@ TEST_F(RewriteKillTest, WhileMendingThePhotoIsMendedByTheNextStart) {
                         });
                     const ChildEnd end =
                         test::RunInChild({.fault = Fault::KillHalf, .atCall = mendingCall},
-                                         [] { SettleRewrites(State().settings.TempFolder); });
+                                         [] { RecoverRewrites(State().settings.TempFolder); });
                     if (end == ChildEnd::Finished) break;
                     ++kills;
-                    SettleRewrites(State().settings.TempFolder);
+                    RecoverRewrites(State().settings.TempFolder);
                     const std::string found = Read(path);
                     ASSERT_TRUE(found == course.before || found == course.after)
                         << photo.name << ", " << work.name << ", call " << call << ", mending call "
@@ -149,7 +149,7 @@ TEST_F(RewriteKillTest, AmongManyEachPhotoIsTheOldOrTheNewOne) {
     for (int call = 1; call <= calls; ++call) {
         putAll();
         ASSERT_EQ(test::RunInChild({.fault = Fault::KillHalf, .atCall = call}, rateAll), ChildEnd::Killed);
-        SettleRewrites(State().settings.TempFolder);
+        RecoverRewrites(State().settings.TempFolder);
         for (std::size_t i = 0; i < paths.size(); ++i) {
             const std::string found = Read(paths[i]);
             ASSERT_TRUE(found == old[i] || found == fresh[i]) << photos[i].name << ", call " << call;
@@ -189,7 +189,7 @@ TEST_F(RewriteFaultTest, AnErrorAtAnyCallIsToldAndLeavesThePhotoWhole) {
                             }
                         }
                         if (!IsDone(result)) ++told;
-                        SettleRewrites(State().settings.TempFolder);
+                        RecoverRewrites(State().settings.TempFolder);
                         const std::string found = Read(path);
                         ASSERT_TRUE(found == course.before || found == course.after) << at();
                         if (result == RewriteResult::Written) {
@@ -226,7 +226,7 @@ TEST_F(RewriteFaultTest, WhatAnotherProgramPutsInItsPlaceAtAnyCallStands) {
                 ++(result == RewriteResult::Written ? late : refused);
                 ASSERT_EQ(Read(path), other) << photo.name << ", " << work.name << ", call " << call;
                 ASSERT_FALSE(HasScratch());
-                SettleRewrites(State().settings.TempFolder);
+                RecoverRewrites(State().settings.TempFolder);
                 ASSERT_EQ(Read(path), other) << photo.name << ", " << work.name << ", call " << call;
             }
         }

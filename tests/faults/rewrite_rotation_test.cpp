@@ -51,7 +51,7 @@ TEST_F(RotationFaultTest, KilledAtAnyCallThePictureIsTheOldOrTheTurnedOne) {
             ASSERT_EQ(test::RunInChild({.fault = fault, .atCall = call}, [&] { RotateJpeg(path, 90); }),
                       ChildEnd::Killed)
                 << call;
-            SettleRewrites(State().settings.TempFolder);
+            RecoverRewrites(State().settings.TempFolder);
             const std::string found = Read(path);
             ASSERT_TRUE(found == before || found == after) << "call " << call << " of " << calls;
             ASSERT_FALSE(HasScratch());
@@ -77,7 +77,7 @@ TEST_F(RotationFaultTest, KilledAtAnyCallWhatFollowsThePictureIsWhole) {
             for (int call = 1; call <= calls; ++call) {
                 path = Put({"turn.jpg", before});
                 test::RunInChild({.fault = fault, .atCall = call}, [&] { RotateJpeg(path, 90); });
-                SettleRewrites(State().settings.TempFolder);
+                RecoverRewrites(State().settings.TempFolder);
                 const std::string found = Read(path);
                 ASSERT_TRUE(found == before || found == after) << "call " << call << " of " << calls;
                 ASSERT_FALSE(HasScratch());
@@ -110,7 +110,7 @@ TEST_F(RotationFaultTest, KilledWhileTheToolWritesThePictureIsPutBack) {
     for (int call = 1; call <= calls; ++call) {
         path = PutPicture();
         test::RunInChild({.fault = Fault::KillBefore, .atCall = call}, [&] { RotateJpeg(path, 90); });
-        SettleRewrites(State().settings.TempFolder);
+        RecoverRewrites(State().settings.TempFolder);
         ASSERT_EQ(Read(path), before) << call;
     }
 }
@@ -136,7 +136,7 @@ TEST_F(RotationFaultTest, WhatAnotherProgramPutsInItsPlaceAtAnyCallStands) {
         test::SetFaultPlan(plan);
         const RotateResult result = RotateJpeg(path, 90);
         test::SetFaultPlan({});
-        SettleRewrites(State().settings.TempFolder);
+        RecoverRewrites(State().settings.TempFolder);
         turned += result == RotateResult::Turned ? 1 : 0;
         ASSERT_EQ(Read(path), other) << call << " of " << calls;
         ASSERT_FALSE(HasScratch()) << call;

@@ -50,49 +50,49 @@ protected:
     std::string Log() const { return ContentOf(At("log")); }
 };
 
-// What a run leaves when it ends between its note and its end.
+// What a run leaves when it ends between its record and its end.
 class CutOffTest : public SafeRewriteTest {
 protected:
     CutOffTest() { std::filesystem::create_directory(At("Temp")); }
 
-    RewriteNote NoteOf(const std::string& path, RewriteNote::Road road) const {
-        RewriteNote note;
-        note.road = road;
-        note.path = path;
+    RewriteRecord RecordOf(const std::string& path, RewriteRecord::Strategy strategy) const {
+        RewriteRecord record;
+        record.strategy = strategy;
+        record.path = path;
         const auto status = files::GetStatus(path);
         if (status) {
-            note.oldSize = status->size;
-            note.volume = status->volume;
-            note.identity = status->identity;
-            note.accessed = status->accessed;
-            note.written = status->written;
+            record.oldSize = status->size;
+            record.volume = status->volume;
+            record.identity = status->identity;
+            record.accessed = status->accessed;
+            record.written = status->written;
         }
-        return note;
+        return record;
     }
-    void Leave(const std::vector<RewriteNote>& notes) const {
+    void Leave(const std::vector<RewriteRecord>& records) const {
         RewriteJournal journal;
         ASSERT_EQ(journal.Open(At("Temp")), files::FileResult::Done);
-        ASSERT_EQ(journal.Write(notes), files::FileResult::Done);
+        ASSERT_EQ(journal.Write(records), files::FileResult::Done);
     }
     // "old words" becoming "new words" at the beginning of the file.
-    RewriteNote InPlaceNote(const std::string& path) const {
-        RewriteNote note = NoteOf(path, RewriteNote::Road::InPlace);
-        note.newSize = note.oldSize;
-        note.oldLength = 3;
-        note.oldBytes = "old";
-        note.newBytes = "new";
-        return note;
+    RewriteRecord InPlaceRecord(const std::string& path) const {
+        RewriteRecord record = RecordOf(path, RewriteRecord::Strategy::InPlace);
+        record.newSize = record.oldSize;
+        record.oldLength = 3;
+        record.oldBytes = "old";
+        record.newBytes = "new";
+        return record;
     }
     // "old words" becoming "newer words", with its copy.
-    RewriteNote CopiedNote(const std::string& path) const {
-        RewriteNote note = NoteOf(path, RewriteNote::Road::Copied);
-        note.oldSize = 9;
-        note.newSize = 11;
-        note.oldLength = 3;
-        note.newBytes = "newer";
-        note.copyName = "$" + std::filesystem::path(path).filename().string();
-        Put("Temp/" + note.copyName, "old words");
-        return note;
+    RewriteRecord CopiedRecord(const std::string& path) const {
+        RewriteRecord record = RecordOf(path, RewriteRecord::Strategy::Copied);
+        record.oldSize = 9;
+        record.newSize = 11;
+        record.oldLength = 3;
+        record.newBytes = "newer";
+        record.copyName = "$" + std::filesystem::path(path).filename().string();
+        Put("Temp/" + record.copyName, "old words");
+        return record;
     }
     bool IsJournalClear() const {
         RewriteJournal journal;
@@ -308,7 +308,7 @@ TEST_F(SafeRewriteTest, ManyGiveEachItsResult) {
     }
 }
 
-TEST_F(SafeRewriteTest, FileThatStandsTwiceInTheListIsChangedTwice) {
+TEST_F(SafeRewriteTest, FileThatIsInTheListTwiceIsChangedTwice) {
     const std::string path = Put("a.bin", "0");
     std::filesystem::create_hard_link(path, At("b.bin"));
     const std::vector<std::string> paths{path, At("b.bin"), path};
@@ -340,40 +340,40 @@ TEST_F(SafeRewriteTest, TwoThreadsWriteOneAfterTheOther) {
 }
 
 // ---- what an earlier run left
-TEST_F(CutOffTest, TornFileIsMended) {
+TEST_F(CutOffTest, TornFileIsRestored) {
     const std::string path = Put("a.bin", "old words");
     for (const char* torn : {"ned words", "old words", "new words"}) {
         Put("a.bin", "old words");
-        Leave({InPlaceNote(path)});
+        Leave({InPlaceRecord(path)});
         Put("a.bin", torn);
         const bool isTorn = std::string_view(torn).starts_with("ned");
-        EXPECT_EQ(SettleRewrites(At("Temp")), isTorn ? 1 : 0) << torn;
+        EXPECT_EQ(RecoverRewrites(At("Temp")), isTorn ? 1 : 0) << torn;
         EXPECT_EQ(ContentOf(path), isTorn ? "old words" : torn);
         EXPECT_TRUE(IsJournalClear());
     }
 }
 
-TEST_F(CutOffTest, FileIsMendedFromItsCopy) {
+TEST_F(CutOffTest, FileIsRestoredFromItsCopy) {
     const std::string path = Put("a.bin", "old words");
     for (const char* torn : {"newerords", "newer wor", "n", "", "old words", "newer words"}) {
         Put("a.bin", torn);
-        Leave({CopiedNote(path)});
-        SettleRewrites(At("Temp"));
+        Leave({CopiedRecord(path)});
+        RecoverRewrites(At("Temp"));
         EXPECT_EQ(ContentOf(path), std::string_view(torn) == "newer words" ? "newer words" : "old words")
             << torn;
         EXPECT_THAT(InTemp(), ElementsAre("rewrite.journal", "rewrite.lock")) << torn;
     }
 }
 
-TEST_F(CutOffTest, FileThatAnEarlierVersionLeftToAProgramIsMended) {
+TEST_F(CutOffTest, FileThatAnEarlierVersionLeftToAProgramIsRestored) {
     for (const char* left : {"old words", "old wo", "the program's", ""}) {
         const std::string path = Put("a.bin", "old words");
-        RewriteNote note = NoteOf(path, RewriteNote::Road::Tool);
-        note.copyName = "$a.bin";
+        RewriteRecord record = RecordOf(path, RewriteRecord::Strategy::Tool);
+        record.copyName = "$a.bin";
         Put("Temp/$a.bin", "old words");
-        Leave({note});
+        Leave({record});
         std::ofstream(path, std::ios::binary) << left;
-        SettleRewrites(At("Temp"));
+        RecoverRewrites(At("Temp"));
         EXPECT_EQ(ContentOf(path), "old words") << left;
         EXPECT_THAT(InTemp(), ElementsAre("rewrite.journal", "rewrite.lock")) << left;
     }
@@ -381,86 +381,86 @@ TEST_F(CutOffTest, FileThatAnEarlierVersionLeftToAProgramIsMended) {
 
 TEST_F(CutOffTest, FileThatHasGoneComesBackFromItsCopy) {
     const std::string path = Put("a.bin", "old words");
-    Leave({CopiedNote(path)});
+    Leave({CopiedRecord(path)});
     std::filesystem::remove(path);
-    EXPECT_EQ(SettleRewrites(At("Temp")), 1);
+    EXPECT_EQ(RecoverRewrites(At("Temp")), 1);
     EXPECT_EQ(ContentOf(path), "old words");
 }
 
 TEST_F(CutOffTest, FileOfAnotherHandStaysAndSoDoesTheCopy) {
     const std::string path = Put("a.bin", "somebody else's");
-    Leave({CopiedNote(path)});
-    EXPECT_EQ(SettleRewrites(At("Temp")), 0);
+    Leave({CopiedRecord(path)});
+    EXPECT_EQ(RecoverRewrites(At("Temp")), 0);
     EXPECT_EQ(ContentOf(path), "somebody else's");
     EXPECT_EQ(ContentOf(At("Temp/kept-a.bin")), "old words");
     Put("a.bin", "XXX words");
-    Leave({InPlaceNote(path)});
-    EXPECT_EQ(SettleRewrites(At("Temp")), 0);
+    Leave({InPlaceRecord(path)});
+    EXPECT_EQ(RecoverRewrites(At("Temp")), 0);
     EXPECT_EQ(ContentOf(path), "XXX words");
 }
 
 TEST_F(CutOffTest, NoteAboutADriveThatIsAwayWaits) {
     const std::string path = Put("card/a.bin", "newer");
-    Leave({CopiedNote(path)});
+    Leave({CopiedRecord(path)});
     std::filesystem::rename(At("card"), At("away"));
-    EXPECT_EQ(SettleRewrites(At("Temp")), 0);
+    EXPECT_EQ(RecoverRewrites(At("Temp")), 0);
     EXPECT_FALSE(IsJournalClear());
     EXPECT_TRUE(files::Exists(At("Temp/$a.bin"))) << "the sweep passes it over";
-    // Other rewrites go on meanwhile, and keep the note.
+    // Other rewrites go on meanwhile, and keep the record.
     EXPECT_EQ(SafeRewrite(Put("b.bin", "old words"), Change(0, 3, "new")), RewriteResult::Written);
     EXPECT_EQ(SweepTempFolder(At("Temp")), 0);
     std::filesystem::rename(At("away"), At("card"));
-    EXPECT_EQ(SettleRewrites(At("Temp")), 1);
+    EXPECT_EQ(RecoverRewrites(At("Temp")), 1);
     EXPECT_EQ(ContentOf(path), "old words");
     EXPECT_TRUE(IsJournalClear());
 }
 
-TEST_F(CutOffTest, NextRewriteSettlesWhatWasLeft) {
+TEST_F(CutOffTest, NextRewriteRecoversWhatWasLeft) {
     const std::string path = Put("a.bin", "old words");
-    Leave({InPlaceNote(path)});
+    Leave({InPlaceRecord(path)});
     Put("a.bin", "nld words");
     EXPECT_EQ(SafeRewrite(Put("b.bin", "old words"), Change(0, 3, "new")), RewriteResult::Written);
     EXPECT_EQ(ContentOf(path), "old words");
 }
 
 TEST_F(CutOffTest, SettlingAFolderThatIsNotThereDoesNothing) {
-    EXPECT_EQ(SettleRewrites(At("absent")), 0);
+    EXPECT_EQ(RecoverRewrites(At("absent")), 0);
     EXPECT_FALSE(files::Exists(At("absent")));
-    EXPECT_EQ(SettleRewrites(""), 0);
+    EXPECT_EQ(RecoverRewrites(""), 0);
 }
 
 // A photo that a killed run had left half-written was read as a broken one.
 TEST_F(CutOffTest, ReaderFindsEveryFileWhole) {
-    const std::string note = Put("a.bin", "old words"), copied = Put("b.bin", "old words");
-    Leave({InPlaceNote(note), CopiedNote(copied)});
+    const std::string record = Put("a.bin", "old words"), copied = Put("b.bin", "old words");
+    Leave({InPlaceRecord(record), CopiedRecord(copied)});
     Put("a.bin", "nld words");
     Put("b.bin", "newer wor");
-    EXPECT_THAT(SettleBeforeReading(At("Temp")), IsEmpty());
-    EXPECT_EQ(ContentOf(note), "old words");
+    EXPECT_THAT(RecoverBeforeReading(At("Temp")), IsEmpty());
+    EXPECT_EQ(ContentOf(record), "old words");
     EXPECT_EQ(ContentOf(copied), "old words");
     EXPECT_TRUE(IsJournalClear());
 }
 
 TEST_F(CutOffTest, ReaderMakesNothingWhereNothingIsToBeDone) {
-    EXPECT_THAT(SettleBeforeReading(At("absent")), IsEmpty());
+    EXPECT_THAT(RecoverBeforeReading(At("absent")), IsEmpty());
     EXPECT_FALSE(files::Exists(At("absent")));
-    EXPECT_THAT(SettleBeforeReading(At("Temp")), IsEmpty());
+    EXPECT_THAT(RecoverBeforeReading(At("Temp")), IsEmpty());
     EXPECT_THAT(InTemp(), IsEmpty());
     Put("Temp/rewrite.journal", "no journal");
-    EXPECT_THAT(SettleBeforeReading(At("Temp")), IsEmpty());
+    EXPECT_THAT(RecoverBeforeReading(At("Temp")), IsEmpty());
     EXPECT_THAT(InTemp(), ElementsAre("rewrite.journal"));
 }
 
-TEST_F(CutOffTest, ReaderIsToldOfWhatCannotBeSettledNow) {
+TEST_F(CutOffTest, ReaderGetsThePathsThatCannotBeRecoveredNow) {
     const std::string away = Put("card/b.bin", "newer");
-    Leave({CopiedNote(away)});
+    Leave({CopiedRecord(away)});
     std::filesystem::rename(At("card"), At("away"));
-    EXPECT_THAT(SettleBeforeReading(At("Temp")), ElementsAre(away));
+    EXPECT_THAT(RecoverBeforeReading(At("Temp")), ElementsAre(away));
 }
 
 TEST_F(CutOffTest, ReaderWaitsForWhoeverIsWriting) {
     const std::string path = Put("a.bin", "old words");
-    Leave({InPlaceNote(path)});
+    Leave({InPlaceRecord(path)});
     Put("a.bin", "nld words");
     files::FileLock other;
     ASSERT_EQ(LockTempFolder(At("Temp"), other), files::FileResult::Done);
@@ -470,7 +470,7 @@ TEST_F(CutOffTest, ReaderWaitsForWhoeverIsWriting) {
         isWritten = true;
         other.Release();
     });
-    EXPECT_THAT(SettleBeforeReading(At("Temp")), IsEmpty());
+    EXPECT_THAT(RecoverBeforeReading(At("Temp")), IsEmpty());
     EXPECT_TRUE(isWritten);
     writer.join();
     EXPECT_EQ(ContentOf(path), "new words");
@@ -480,16 +480,16 @@ TEST_F(CutOffTest, ReaderWaitsForWhoeverIsWriting) {
 TEST_F(CutOffTest, FolderInWhichAnotherWritesIsLeftAlone) {
     const std::string path = Put("a.bin", "nld words");
     Put("Temp/$other.jpg");
-    Leave({InPlaceNote(path)});
+    Leave({InPlaceRecord(path)});
     files::FileLock other;
     ASSERT_EQ(LockTempFolder(At("Temp"), other), files::FileResult::Done);
-    EXPECT_EQ(SettleRewrites(At("Temp")), 0);
+    EXPECT_EQ(RecoverRewrites(At("Temp")), 0);
     EXPECT_EQ(SweepTempFolder(At("Temp")), 0);
     EXPECT_TRUE(PrepareTempFolder(At("Temp")));
     EXPECT_TRUE(files::Exists(At("Temp/$other.jpg")));
     EXPECT_EQ(ContentOf(path), "nld words");
     other.Release();
-    EXPECT_EQ(SettleRewrites(At("Temp")), 1);
+    EXPECT_EQ(RecoverRewrites(At("Temp")), 1);
     EXPECT_EQ(ContentOf(path), "old words");
     EXPECT_FALSE(files::Exists(At("Temp/$other.jpg")));
 }
@@ -518,7 +518,7 @@ TEST_F(CutOffTest, StartAndStopDoNotDisturbAnotherProcess) {
     constexpr std::uint64_t kWrites = 60;
     int starts = 0;
     while (written() < kWrites && writer.IsRunning()) {
-        SettleRewrites(At("Temp"));
+        RecoverRewrites(At("Temp"));
         PrepareTempFolder(At("Temp"));
         SweepTempFolder(At("Temp"));
         ++starts;
@@ -526,7 +526,7 @@ TEST_F(CutOffTest, StartAndStopDoNotDisturbAnotherProcess) {
     EXPECT_GE(written(), kWrites) << "the writer was refused";
     EXPECT_GT(starts, 0);
     writer.Kill();
-    SettleRewrites(At("Temp"));
+    RecoverRewrites(At("Temp"));
     const std::string content = ContentOf(path);
     EXPECT_EQ(content.find_first_not_of(content[0]), std::string::npos);
     EXPECT_EQ(content.size(), 200'000 + static_cast<std::size_t>(content[0]));
