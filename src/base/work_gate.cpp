@@ -17,10 +17,12 @@ bool WorkGate::Acquire(const char* name) {
     waiter_ = true;
     if (held_) {
         stop_ = true;
+        ShowStop();
         // One wait of the whole bound: who waits how long is the same as with single looks, but the waiter is
         // woken the moment the holder leaves.
         if (!released_.wait_for(lock, kMaxLooks * kLookInterval, [this] { return !held_; })) {
             held_ = stop_ = waiter_ = false;
+            ShowStop();
             Log("[WorkGate] %s goes on without waiting any longer", name);
             return true;
         }
@@ -28,6 +30,7 @@ bool WorkGate::Acquire(const char* name) {
     stop_ = false;
     waiter_ = false;
     held_ = true;
+    ShowStop();
     return true;
 }
 
@@ -35,6 +38,7 @@ void WorkGate::Release() {
     {
         std::lock_guard lock(mutex_);
         held_ = false;
+        ShowStop();
     }
     released_.notify_all();
 }
@@ -44,14 +48,12 @@ bool WorkGate::IsHeld() const {
     return held_;
 }
 
-bool WorkGate::IsStopRequested() const {
-    std::lock_guard lock(mutex_);
-    return held_ && stop_;
-}
+bool WorkGate::IsStopRequested() const { return isStopRequested_; }
 
 void WorkGate::RequestStop() {
     std::lock_guard lock(mutex_);
     stop_ = held_;
+    ShowStop();
 }
 
 }  // namespace kalmora

@@ -1,6 +1,7 @@
 // WorkGate: who may work on the object lists (or a month), one worker at a time, with a bounded, polite wait.
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
 #include <mutex>
 
@@ -18,17 +19,20 @@ public:
     void Release();
 
     bool IsHeld() const;
-    // True when the holder has been asked to leave: held and stop are both set.
+    // True when the holder has been asked to leave: held and stop are both set. Costs an atomic read.
     bool IsStopRequested() const;
     // stop := held, as the month's stop request does.
     void RequestStop();
 
 private:
+    void ShowStop() { isStopRequested_ = held_ && stop_; }
+
     mutable std::mutex mutex_;
     std::condition_variable released_;
-    bool held_ = false;    // guarded by mutex_
-    bool stop_ = false;    // guarded by mutex_
-    bool waiter_ = false;  // guarded by mutex_
+    bool held_ = false;                          // guarded by mutex_
+    bool stop_ = false;                          // guarded by mutex_
+    bool waiter_ = false;                        // guarded by mutex_
+    std::atomic<bool> isStopRequested_ = false;  // held_ && stop_; written under mutex_
 };
 
 }  // namespace kalmora
