@@ -12,7 +12,6 @@
 #include "app/search_dialog.h"
 #include "base/commands.h"
 #include "base/log.h"
-#include "index/index_stop.h"
 #include "index/update.h"
 #include "input/accelerators.h"
 #include "input/navigation_log.h"
@@ -24,7 +23,6 @@
 #include "state/app_state.h"
 #include "state/view_settings.h"
 #include "store/data_folder.h"
-#include "store/date_tree.h"
 #include "store/extension_table.h"
 #include "store/settings_file.h"
 #include "views/bar/button_bar.h"
@@ -43,11 +41,6 @@ constexpr char kFirstRunQuestion[] =
     "データディレクトリ = ";
 
 // Each leaves at its next file, after it has finished the one in hand with all that is known of it.
-void AskWorkersToLeave() {
-    InterruptIndexing();
-    TheDateTree().RequestStop();
-}
-
 }  // namespace
 
 App::App(const StartOptions& options)
@@ -98,7 +91,7 @@ bool App::MakeMainWindow() {
     window_ = CreateMainWindow([this](Window& window, const Event& event) {
         if (event.type == EventType::Destroy) {
             end_->Begin();
-            AskWorkersToLeave();
+            StopDesktopWork();
         }
         return MainWindowProc(parts_, window, event);
     });
@@ -170,7 +163,7 @@ bool App::WaitForWorkers() {
 
 // False when the process has to end as it is.
 bool App::Stop() {
-    AskWorkersToLeave();
+    StopDesktopWork();
     tray_.RemoveIcon();
     const bool isSaved = end_->Save();
     keys_.UnregisterHotKeys();

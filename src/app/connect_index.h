@@ -2,9 +2,17 @@
 // root.
 #pragma once
 
+#include "base/work_context.h"
+
 namespace kalmora {
 
 // Once, at start, after the settings are read and before other threads run.
 void ConnectIndex();
+
+// What long work of the window's program is given: it is stopped by StopDesktopWork, and its progress is
+// shown in the window. Nothing of that before ConnectIndex. Any thread.
+const WorkContext& DesktopWork();
+// At the end of the program: each worker leaves at its next file.
+void StopDesktopWork();
 
 }  // namespace kalmora

@@ -6,6 +6,7 @@
 
 #include "app/startup_threads.h"
 #include "base/log.h"
+#include "base/worker.h"
 #include "platform/clock.h"
 #include "platform/thread.h"
 #include "platform/window.h"
@@ -118,8 +119,9 @@ void Heartbeat::Stop() {
     if (!timer_) return;
     // The timer waits for its call without a bound, so it goes on a thread of its own.
     const std::shared_ptr<PeriodicTimer> timer = std::move(timer_);
-    if (lastBeat_.StartSuspended("LastBeat", [timer] { timer->Stop(); })) lastBeat_.Resume();
-    lastBeat_.WaitForEnd(kLastBeatMs);
+    lastBeat_ =
+        StartWorker("LastBeat", Worker::Priority::Normal, [timer](const StopToken&) { timer->Stop(); });
+    lastBeat_.WaitAtMost(kLastBeatMs);
 }
 
 void IdleRefresh(IndexUpdates& indexUpdates) {

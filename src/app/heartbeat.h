@@ -5,6 +5,7 @@
 
 #include "app/rooms_above.h"
 #include "app/services.h"
+#include "base/worker.h"
 #include "platform/thread.h"
 #include "views/model/slide_show.h"
 
@@ -54,7 +55,7 @@ private:
     RatingPetals& petals_;
     IndexUpdates& indexUpdates_;
     std::unique_ptr<PeriodicTimer> timer_;
-    Thread lastBeat_;  // waits for the last beat
+    Worker lastBeat_;  // waits for the last beat
 };
 
 // Every ten seconds on the GUI thread: when the user has been away long enough, brings a month's index up to

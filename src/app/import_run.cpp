@@ -3,10 +3,11 @@
 #include <string>
 #include <utility>
 
+#include "app/connect_index.h"
 #include "app/import_words.h"
+#include "base/worker.h"
 #include "index/update.h"
 #include "platform/clock.h"
-#include "platform/thread.h"
 #include "platform/window.h"
 #include "state/app_state.h"
 #include "text/text.h"
@@ -40,17 +41,21 @@ WordsLanguage LanguageOfTheUser() {
     return State().settings.UseJapanese ? WordsLanguage::Japanese : WordsLanguage::English;
 }
 
-void ShowArrived(const ImportedFile& file) {
-    if (HasArrived(file.result))
-        AddToView(file.result == ImportResult::Linked ? file.source : file.target, file.day);
-}
+// Shows in the view what has arrived, and keeps what the user is to be told at the end.
+class Arrivals final : public ArrivalListener {
+public:
+    void OnFile(const ImportedFile& file) override {
+        if (HasArrived(file.result))
+            AddToView(file.result == ImportResult::Linked ? file.source : file.target, file.day);
+        remarks.Note(file);
+    }
+    ImportRemarks remarks;
+};
 
 ImportSummary ImportAndTell(ImportOptions& options) {
-    ImportRemarks remarks;
-    options.onFile = [&remarks](const ImportedFile& file) {
-        ShowArrived(file);
-        remarks.Note(file);
-    };
+    Arrivals arrivals;
+    options.arrivals = &arrivals;
+    options.context = DesktopWork();
     const ImportSummary summary = RunImport(options);
     const SystemTime today = LocalTime();
     if (summary.done > 0) StartBackgroundUpdate(today.year * 100 + today.month);
@@ -58,7 +63,7 @@ ImportSummary ImportAndTell(ImportOptions& options) {
     if (IsPlainSuccess(summary))
         ShowInTitle(SumInWords(summary, language));
     else
-        SayLater(ImportInWords(summary, remarks, language));
+        SayLater(ImportInWords(summary, arrivals.remarks, language));
     return summary;
 }
 
@@ -82,19 +87,14 @@ bool StartImportOf(ImportOptions options) {
         return false;
     }
     options.index = ImportOptions::Index::UpToDate;
-    Thread thread;
     state.run.ImportRunning = 1;
-    const bool started = thread.StartSuspended("Import", [options = std::move(options)]() mutable {
+    const auto body = [options = std::move(options)](const StopToken&) mutable {
         ImportAndTell(options);
         State().run.ImportRunning = 0;
-    });
-    if (!started) {
-        state.run.ImportRunning = 0;
-        return false;
-    }
-    thread.SetPriority(Thread::Priority::Highest);
-    thread.Resume();
-    return true;
+    };
+    const bool isStarted = StartWorker("Import", Worker::Priority::Highest, body).IsStarted();
+    if (!isStarted) state.run.ImportRunning = 0;
+    return isStarted;
 }
 
 std::optional<ImportSummary> ImportHere(ImportOptions options) {

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "base/log.h"
-#include "platform/thread.h"
+#include "base/worker.h"
 
 namespace kalmora {
 
@@ -25,16 +25,15 @@ struct ProgramEnd::State {
     // Starts the saving where nobody has. Only the starting of its thread is done under the lock.
     static void StartSaving(const std::shared_ptr<State>& state, std::unique_lock<std::mutex>& lock) {
         if (std::exchange(state->isSaving, true)) return;
-        Thread thread;
-        const auto body = [state] {
+        const auto body = [state](const StopToken&) {
             state->steps.save();
             std::lock_guard done(state->mutex);
             state->isSaved = true;
             state->changed.notify_all();
         };
-        if (thread.StartSuspended("Save", body)) return thread.Resume();
+        if (StartWorker("Save", Worker::Priority::Normal, body).IsStarted()) return;
         lock.unlock();
-        body();
+        body({});
         lock.lock();
     }
 
@@ -72,8 +71,8 @@ void ProgramEnd::Begin() {
         if (std::exchange(state_->hasBegun, true)) return;
         state_->end = Clock::now() + std::chrono::milliseconds(state_->steps.longestMs);
     }
-    Thread watch;
-    if (watch.StartSuspended("ProgramEnd", [state = state_] { State::Watch(state); })) watch.Resume();
+    StartWorker("ProgramEnd", Worker::Priority::Normal,
+                [state = state_](const StopToken&) { State::Watch(state); });
 }
 
 bool ProgramEnd::Save() {

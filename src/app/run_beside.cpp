@@ -3,7 +3,7 @@
 #include <atomic>
 #include <utility>
 
-#include "platform/thread.h"
+#include "base/worker.h"
 #include "platform/window.h"
 #include "views/model/calendar_store.h"
 
@@ -20,18 +20,17 @@ std::atomic<int> running = 0;
 
 bool RunBeside(const char* threadName, std::function<void()> work) {
     ++running;
-    const auto body = [work = std::move(work)] {
+    const auto body = [work = std::move(work)](const StopToken&) {
         work();
         --running;
     };
-    Thread thread;
-    if (!thread.StartSuspended(threadName, body)) {
-        body();
+    const Worker worker = StartWorker(threadName, Worker::Priority::Normal, body);
+    if (!worker.IsStarted()) {
+        body({});
         return true;
     }
-    thread.Resume();
-    if (thread.WaitForEnd(kQuietMs)) return true;
-    while (!thread.WaitForEnd(0)) {
+    if (worker.WaitAtMost(kQuietMs)) return true;
+    while (!worker.WaitAtMost(0)) {
         if (!MainWindow()) return false;
         TheApplication()->ProcessEvents(kServeMs);
     }

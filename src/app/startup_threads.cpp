@@ -3,7 +3,8 @@
 #include <functional>
 #include <utility>
 
-#include "platform/thread.h"
+#include "app/connect_index.h"
+#include "base/worker.h"
 #include "state/app_state.h"
 #include "store/data_folder.h"
 #include "store/date_tree.h"
@@ -13,32 +14,27 @@ namespace kalmora {
 
 namespace {
 
-void StartLowest(const char* name, SharedFlag& running, std::function<void()> body) {
+void StartLowest(const char* name, SharedFlag& running, std::function<void(const StopToken& stop)> body) {
     running = 1;
-    Thread thread;
-    if (!thread.StartSuspended(name, [&running, work = std::move(body)] {
-            work();
-            running = 0;
-        })) {
+    const auto marked = [&running, work = std::move(body)](const StopToken& stop) {
+        work(stop);
         running = 0;
-        return;
-    }
-    thread.SetPriority(Thread::Priority::Lowest);
-    thread.Resume();
+    };
+    if (!StartWorker(name, Worker::Priority::Lowest, marked, DesktopWork().stop).IsStarted()) running = 0;
 }
 
 }  // namespace
 
 void StartInitialScan() {
-    StartLowest("InitialScan", State().run.InitialScanRunning, [] {
-        TheDateTree().ScanAll(MainRoot());
+    StartLowest("InitialScan", State().run.InitialScanRunning, [](const StopToken& stop) {
+        TheDateTree().ScanAll(MainRoot(), stop);
         // The gauge of its progress goes with the next painting.
         if (Window* window = MainWindow()) window->Invalidate();
     });
 }
 
 void StartIndexPreload(IndexUpdates& indexUpdates) {
-    StartLowest("IndexPreload", State().run.IndexPreloadRunning, [&indexUpdates] { indexUpdates.Preload(); });
+    StartLowest("IndexPreload", State().run.IndexPreloadRunning, [&indexUpdates](const StopToken&) { indexUpdates.Preload(); });
 }
 
 }  // namespace kalmora

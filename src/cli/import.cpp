@@ -2,7 +2,6 @@
 #include "import/import.h"
 
 #include <CLI/CLI.hpp>
-#include <csignal>
 #include <cstdio>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -14,9 +13,8 @@
 #include "cli/photo_verb.h"
 #include "cli/progress_bar.h"
 #include "cli/shown_name.h"
+#include "cli/stop_on_interrupt.h"
 #include "cli/verbs.h"
-#include "index/index_progress.h"
-#include "index/index_stop.h"
 #include "platform/files.h"
 #include "state/app_state.h"
 #include "store/data_folder.h"
@@ -54,19 +52,19 @@ std::string WordsOf(const ImportedFile& file, ImportOptions::Run run) {
 
 // One record a file, printed as it comes: a card may hold more files than memory should. The sum of them all
 // is the last.
-class ImportPrinter {
+class ImportPrinter final : public ArrivalListener {
 public:
     ImportPrinter(bool asJson, ImportOptions::Run run) : asJson_(asJson), run_(run) {
         if (asJson_) std::fputs("[", stdout);
     }
-    ~ImportPrinter() {
+    ~ImportPrinter() override {
         if (asJson_) std::fputs(isFirst_ ? "]\n" : "\n]\n", stdout);
         std::fflush(stdout);
     }
     ImportPrinter(const ImportPrinter&) = delete;
     ImportPrinter& operator=(const ImportPrinter&) = delete;
 
-    void Print(const ImportedFile& file) {
+    void OnFile(const ImportedFile& file) override {
         if (asJson_)
             PrintJson(file);
         else
@@ -129,8 +127,6 @@ private:
     bool isFirst_ = true;
 };
 
-void OnInterrupt(int) { InterruptIndexing(); }
-
 // The exit status.
 int Tell(const ImportSummary& summary) {
     const std::string shown = ShownOnErrors(summary.refused);
@@ -191,16 +187,14 @@ int RunImportVerb(const StartOptions& start, const ImportVerb& verb) {
         return 1;
     }
     // The file at hand is finished, and what has come in is safe; then the import ends.
-    std::signal(SIGINT, OnInterrupt);
-    std::signal(SIGTERM, OnInterrupt);
+    const StopToken stop = StopOnInterrupt();
     ImportSummary summary;
     {
         ProgressBar bar;
         ImportPrinter printer(verb.json, options.run);
-        OnProgress = [&bar](double ratio, const std::string& text) { bar.Show(ratio, text); };
-        options.onFile = [&printer](const ImportedFile& file) { printer.Print(file); };
+        options.context = {stop, &bar};
+        options.arrivals = &printer;
         summary = RunImport(options);
-        OnProgress = nullptr;
         const bool isRefused = summary.end == ImportEnd::NoSource || summary.end == ImportEnd::MeetsTarget ||
                                summary.end == ImportEnd::NoSpace;
         if (!isRefused) printer.PrintSum(summary);

@@ -1,7 +1,6 @@
 // kalmora index, kalmora update: the index files of a tree, without a window.
 #include <CLI/CLI.hpp>
 #include <atomic>
-#include <csignal>
 #include <cstdio>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -10,9 +9,8 @@
 #include "cli/before_reading.h"
 #include "cli/period_option.h"
 #include "cli/progress_bar.h"
+#include "cli/stop_on_interrupt.h"
 #include "cli/verbs.h"
-#include "index/index_progress.h"
-#include "index/index_stop.h"
 #include "index/index_tree.h"
 #include "index/month_index.h"
 #include "platform/files.h"
@@ -50,23 +48,22 @@ std::vector<CalendarDate> MonthsOf(const std::string& root, const CalendarDate& 
 }
 
 bool RunOnRoot(const std::string& root, IndexWork work, const CalendarDate& period, Tally& tally,
-               ProgressBar& bar) {
+               ProgressBar& bar, const StopToken& stop) {
     const std::vector<CalendarDate> months = MonthsOf(root, period);
+    // Of several months their number is shown instead.
+    const WorkContext context{stop,
+                              months.size() == 1 ? static_cast<ProgressListener*>(&bar) : &NoProgress()};
     const auto onMonth = [&](const CalendarDate& date, IndexBatch& batch) {
-        MonthIndex month(date.year, date.month, root);
+        MonthIndex month(date.year, date.month, root, context);
         if (!month.Load(period.day, batch)) return false;
         if (work == IndexWork::Update && !month.Update(period.day, batch)) return false;
         tally.Add(month);
         return true;
     };
     const auto whole = static_cast<double>(months.size());
-    if (months.size() == 1)
-        OnProgress = [&bar](double ratio, const std::string& text) { bar.Show(ratio, text); };
-    else
-        OnProgress = nullptr;
-    return RunOverMonths(months, onMonth, [&](std::size_t done) {
-        bar.Show(static_cast<double>(done) / whole,
-                 std::to_string(done) + "/" + std::to_string(months.size()) + " months");
+    return RunOverMonths(months, stop, onMonth, [&](std::size_t done) {
+        bar.OnProgress(static_cast<double>(done) / whole,
+                       std::to_string(done) + "/" + std::to_string(months.size()) + " months");
     });
 }
 
@@ -81,15 +78,12 @@ void Print(const Tally& tally, bool json) {
     }
 }
 
-void OnInterrupt(int) { InterruptIndexing(); }
-
 int RunIndexWork(const StartOptions& start, IndexWork work, const IndexOptions& options) {
     PrepareFolders(start);
     ConnectRooms();
     LoadEnvironment(start);
     // The file at hand is finished and what was made so far is written; then the program ends.
-    std::signal(SIGINT, OnInterrupt);
-    std::signal(SIGTERM, OnInterrupt);
+    const StopToken stop = StopOnInterrupt();
     const std::string root = MainRoot();
     const char* const verb = work == IndexWork::Update ? "update" : "index";
     if (!files::IsFolder(root)) {
@@ -101,14 +95,13 @@ int RunIndexWork(const StartOptions& start, IndexWork work, const IndexOptions& 
     bool good = true;
     {
         ProgressBar bar;
-        good = RunOnRoot(root, work, options.period, tally, bar);
+        good = RunOnRoot(root, work, options.period, tally, bar, stop);
         // The second root belongs to the settings' data folder, not to one that was named for this run.
         const std::string other = start.data.empty() ? OtherRoot() : std::string();
-        if (good && !other.empty()) good = RunOnRoot(other, work, options.period, tally, bar);
-        OnProgress = nullptr;
+        if (good && !other.empty()) good = RunOnRoot(other, work, options.period, tally, bar, stop);
     }
     Print(tally, options.json);
-    if (IsIndexingInterrupted())
+    if (stop.IsStopped())
         std::fprintf(stderr, "kalmora %s: interrupted; what was finished is written\n", verb);
     else if (!good)
         std::fprintf(stderr, "kalmora %s: some index files could not be written\n", verb);

@@ -21,7 +21,7 @@ ProgressBar::~ProgressBar() {
     if (shown_) std::fputs(kWipeLine, stderr);
 }
 
-void ProgressBar::Show(double ratio, const std::string& text) {
+void ProgressBar::OnProgress(double ratio, const std::string& text) {
     if (!shown_) return;
     std::lock_guard lock(mutex_);
     const double now = UptimeMs();

@@ -4,18 +4,20 @@
 #include <mutex>
 #include <string>
 
+#include "base/progress_listener.h"
+
 namespace kalmora {
 
 // Any thread.
-class ProgressBar {
+class ProgressBar final : public ProgressListener {
 public:
     ProgressBar();
-    ~ProgressBar();  // wipes the line
+    ~ProgressBar() override;  // wipes the line
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
 
     // ratio 0 to 1. Painted at most every 50 ms.
-    void Show(double ratio, const std::string& text);
+    void OnProgress(double ratio, const std::string& text) override;
 
 private:
     std::mutex mutex_;

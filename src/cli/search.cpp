@@ -1,6 +1,5 @@
 // kalmora search: which files a query finds, from the index files of the tree.
 #include <CLI/CLI.hpp>
-#include <csignal>
 #include <cstdio>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -11,8 +10,8 @@
 #include "cli/period_option.h"
 #include "cli/progress_bar.h"
 #include "cli/shown_name.h"
+#include "cli/stop_on_interrupt.h"
 #include "cli/verbs.h"
-#include "index/index_stop.h"
 #include "index/index_tree.h"
 #include "platform/files.h"
 #include "search/search_tree.h"
@@ -99,17 +98,15 @@ std::vector<CalendarDate> MonthsOf(const std::string& root, const CalendarDate& 
     return {{period.year, period.month, 0}};
 }
 
-void OnInterrupt(int) { InterruptIndexing(); }
-
 bool SearchRoot(const std::string& root, const SearchOptions& options, const QueryMatcher& query,
-                Results& results, ProgressBar& bar) {
+                Results& results, ProgressBar& bar, const StopToken& stop) {
     const std::vector<CalendarDate> months = MonthsOf(root, options.period);
     std::size_t done = 0;
-    return SearchTree(root, months, options.period.day, query, [&](const FoundDays& found) {
+    return SearchTree(root, months, options.period.day, query, stop, [&](const FoundDays& found) {
         results.Add(found);
         ++done;
-        bar.Show(static_cast<double>(done) / static_cast<double>(months.size()),
-                 std::to_string(done) + "/" + std::to_string(months.size()) + " months");
+        bar.OnProgress(static_cast<double>(done) / static_cast<double>(months.size()),
+                       std::to_string(done) + "/" + std::to_string(months.size()) + " months");
     });
 }
 
@@ -129,8 +126,7 @@ int RunSearch(const StartOptions& start, const SearchOptions& options) {
     PrepareFolders(start);
     ConnectRooms();
     LoadEnvironment(start);
-    std::signal(SIGINT, OnInterrupt);
-    std::signal(SIGTERM, OnInterrupt);
+    const StopToken stop = StopOnInterrupt();
     const std::string root = MainRoot();
     if (!files::IsFolder(root)) {
         std::fprintf(stderr, "kalmora search: %s: no such folder\n", root.c_str());
@@ -141,13 +137,13 @@ int RunSearch(const StartOptions& start, const SearchOptions& options) {
     Results results(options.json);
     {
         ProgressBar bar;
-        SearchRoot(root, options, query, results, bar);
+        SearchRoot(root, options, query, results, bar, stop);
         // The second root belongs to the settings' data folder, not to one that was named for this run.
         const std::string other = start.data.empty() ? OtherRoot() : std::string();
-        if (!other.empty() && !IsIndexingInterrupted()) SearchRoot(other, options, query, results, bar);
+        if (!other.empty() && !stop.IsStopped()) SearchRoot(other, options, query, results, bar, stop);
     }
     results.Finish();
-    if (IsIndexingInterrupted()) {
+    if (stop.IsStopped()) {
         std::fprintf(stderr, "kalmora search: interrupted; the result is not whole\n");
         return kFailed;
     }

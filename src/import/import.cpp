@@ -14,8 +14,6 @@
 #include "import/import_walk.h"
 #include "index/day_index.h"
 #include "index/index_manager.h"
-#include "index/index_progress.h"
-#include "index/index_stop.h"
 #include "index/index_tree.h"
 #include "index/month_index.h"
 #include "media/photo_file.h"
@@ -40,31 +38,32 @@ std::string FolderOf(const std::string& path) {
 // Nobody comes by later to do it on the command line, as the window's idle refresh does. Months that stand in
 // the memory of this program learn of it, too. False when it was stopped, or when an index file could not be
 // written.
-bool UpdateMonths(const std::set<MonthToCome>& toIndex) {
+bool UpdateMonths(const std::set<MonthToCome>& toIndex, const WorkContext& context) {
     std::map<std::string, std::vector<CalendarDate>> months;  // by data folder
     for (const MonthToCome& one : toIndex) months[one.root].push_back({one.year, one.month, 0});
     bool areWritten = true;
     for (const auto& [root, dates] : months) {
         if (!files::IsFolder(root)) continue;
-        areWritten &= RunOverMonths(dates, [&root = root](const CalendarDate& date, IndexBatch& batch) {
-            if (root == MainIndex().dataRoot)
-                if (const MonthPointer known = MainIndex().FindMonth(date.year, date.month);
-                    known && known->IsLoaded(0))
-                    return known->Update(0, batch);
-            MonthIndex month(date.year, date.month, root);
-            return month.Load(0, batch) && month.Update(0, batch);
-        });
+        areWritten &= RunOverMonths(
+            dates, context.stop, [&root = root, &context](const CalendarDate& date, IndexBatch& batch) {
+                if (root == MainIndex().dataRoot)
+                    if (const MonthPointer known = MainIndex().FindMonth(date.year, date.month);
+                        known && known->IsLoaded(0))
+                        return known->Update(0, batch);
+                MonthIndex month(date.year, date.month, root, context);
+                return month.Load(0, batch) && month.Update(0, batch);
+            });
     }
     return areWritten;
 }
 
 // Also when this import is then refused: a move that was killed may have taken its source away already.
-void FinishFormerImport() {
+void FinishFormerImport(const WorkContext& context) {
     ArrivalJournal former;
     if (!former.Open(State().settings.TempFolder)) return;
     // Whether an original may go is told by the bytes of its copy, which the words change.
     if (ImportJournal moves; former.HasWords() && moves.Open(State().settings.TempFolder)) moves.Settle();
-    if (UpdateMonths(former.Settle())) former.ClearMonths();
+    if (UpdateMonths(former.Settle(), context)) former.ClearMonths();
 }
 
 // ---- the import itself
@@ -381,11 +380,12 @@ void Importer::Tell(const ImportedFile& file) {
     // A file that stands there may be one that a killed import has left outside the index.
     if (file.day.day > 0 && !IsFailure(file.result))
         toIndex_.insert({options_.root, file.day.year, file.day.month});
-    if (options_.onFile) options_.onFile(file);
+    options_.arrivals->OnFile(file);
     if (file.isFolder) return;
     const int done = ++State().run.ImportDone, total = std::max<int>(State().run.ImportTotal, done);
     const double ratio = static_cast<double>(done) / total;
-    TellProgress(ratio, "%d/%d = %.2lf%% (%s)", done, total, ratio * 100, FolderOf(file.source).c_str());
+    ReportProgress(*options_.context.progress, ratio, "%d/%d = %.2lf%% (%s)", done, total, ratio * 100,
+                   FolderOf(file.source).c_str());
 }
 
 void Importer::AddToIndex(const std::string& path) {
@@ -394,7 +394,8 @@ void Importer::AddToIndex(const std::string& path) {
 }
 
 void Importer::UpdateIndex() {
-    if (options_.index == ImportOptions::Index::UpToDate) summary_.isIndexed = UpdateMonths(toIndex_);
+    if (options_.index == ImportOptions::Index::UpToDate)
+        summary_.isIndexed = UpdateMonths(toIndex_, options_.context);
     if (summary_.isIndexed) arrivals_.ClearMonths();
 }
 
@@ -412,6 +413,14 @@ void Importer::Finish() {
 }
 
 }  // namespace
+
+ArrivalListener& NoArrivals() {
+    class Nobody final : public ArrivalListener {
+        void OnFile(const ImportedFile&) override {}
+    };
+    static auto* const nobody = new Nobody;  // workers may outlive main
+    return *nobody;
+}
 
 ImportOptions ImportOptionsOfSettings() {
     const AppState& state = State();
@@ -460,7 +469,7 @@ ImportSummary RunImport(const ImportOptions& given) {
     ImportSummary summary;
     state.run.ImportTotal = 0;
     state.run.ImportDone = 0;
-    if (options.run == ImportOptions::Run::ForReal) FinishFormerImport();
+    if (options.run == ImportOptions::Run::ForReal) FinishFormerImport(options.context);
     if (!AreSourcesGood(options, summary)) return summary;
     const SourceCount count = CountSources(options);
     if (!count.meetsTarget.empty()) {
@@ -477,7 +486,8 @@ ImportSummary RunImport(const ImportOptions& given) {
         return summary;
     }
     Importer importer(options, summary);
-    if (!SourceWalk(importer, options.root).Walk(options.sources)) summary.end = ImportEnd::Interrupted;
+    if (!SourceWalk(importer, options.root, options.context.stop).Walk(options.sources))
+        summary.end = ImportEnd::Interrupted;
     importer.Finish();
     summary.done = state.run.ImportDone;
     return summary;

@@ -1,10 +1,8 @@
 // Import: files come into the calendar, each into the folder of its day.
 //
-// By two roads: folders with all that lies below them (a camera card) and files that were named or dropped as
+// In two ways: folders with all that lies below them (a camera card) and files that were named or dropped as
 // a whole, and single files that were dropped on a day in the window. A file's day is that of its shooting
-// date or else of its file, and for somebody who stays up late the small hours belong to the day before. What
-// is told by whom: progress by OnProgress (index_progress.h), each file by ImportOptions::onFile. Ctrl+C on
-// the command line ends an import at the next file (index_stop.h).
+// date or else of its file, and for somebody who stays up late the small hours belong to the day before.
 //
 // However an import ends, by a kill too, no file is lost: started again it finds what is there already, gives
 // it the words that it lacks and its place in the index, and goes on behind it.

@@ -2,17 +2,27 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "base/work_context.h"
 #include "import/import_names.h"
 #include "import/import_result.h"
 
 namespace kalmora {
+
+// Who gets each file of an import when it is done with, whatever became of it.
+class ArrivalListener {
+public:
+    virtual ~ArrivalListener() = default;
+    virtual void OnFile(const ImportedFile& file) = 0;  // on the importing thread
+};
+
+// Takes them and does nothing.
+ArrivalListener& NoArrivals();
 
 struct ImportOptions {
     enum class Source { Stays, Goes, GetsShortcut };
@@ -30,11 +40,12 @@ struct ImportOptions {
     // update.
     enum class Index { LeftToUpdate, UpToDate };
     Index index = Index::LeftToUpdate;
-    // A rehearsal touches nothing and tells of each file what would become of it.
+    // A rehearsal touches nothing and reports of each file what would become of it.
     enum class Run { ForReal, Rehearsal };
     Run run = Run::ForReal;
-    // What became of a file; called on the importing thread.
-    std::function<void(const ImportedFile& file)> onFile = {};
+    // Ends it at the next file; what has come in by then is safe. And who is shown how far it is.
+    WorkContext context = {};
+    ArrivalListener* arrivals = &NoArrivals();  // never null; outlives the import
 };
 
 enum class ImportEnd {

@@ -5,7 +5,6 @@
 #include "base/dates.h"
 #include "import/import_source.h"
 #include "import/import_walk.h"
-#include "index/index_progress.h"
 #include "platform/files.h"
 #include "platform/transfer.h"
 #include "store/data_folder.h"
@@ -17,10 +16,11 @@ namespace {
 
 class FileCounter final : public WalkListener {
 public:
+    explicit FileCounter(ProgressListener& progress) : progress_(progress) {}
     void OnFile(const SourceFile& file, const std::vector<std::string>&) override {
         if (const auto status = files::GetStatus(file.path); status && status->isRegular)
             count.bytes += status->size;
-        if (++count.files % 100 == 0) TellProgress(0, "Import Target = %d files", count.files);
+        if (++count.files % 100 == 0) ReportProgress(progress_, 0, "Import Target = %d files", count.files);
     }
     void OnNews(const std::string& folder, FolderNews news) override {
         if (news == FolderNews::MeetsTarget) count.meetsTarget = folder;
@@ -28,6 +28,9 @@ public:
     void OnLeft(const std::string&) override {}
 
     SourceCount count;
+
+private:
+    ProgressListener& progress_;
 };
 
 std::uint64_t OnDisk(std::uint64_t size) {
@@ -61,8 +64,8 @@ private:
 }  // namespace
 
 SourceCount CountSources(const ImportOptions& options) {
-    FileCounter counter;
-    SourceWalk(counter, options.root).Walk(options.sources);
+    FileCounter counter(*options.context.progress);
+    SourceWalk(counter, options.root, options.context.stop).Walk(options.sources);
     return counter.count;
 }
 
@@ -80,9 +83,9 @@ bool HasRoom(const ImportOptions& options, const SourceCount& count, ImportSumma
     summary.freeBytes = free.value_or(0);
     summary.neededBytes = count.bytes + kBlock * static_cast<std::uint64_t>(count.files);
     if (!free || summary.neededBytes <= *free) return true;
-    // It is tight: what the calendar has already needs no room.
+    // Little is free: what the calendar has already needs no room.
     RoomCounter room(options);
-    SourceWalk(room, options.root).Walk(options.sources);
+    SourceWalk(room, options.root, options.context.stop).Walk(options.sources);
     summary.neededBytes = room.bytes;
     return summary.neededBytes <= *free;
 }

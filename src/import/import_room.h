@@ -14,10 +14,10 @@ struct SourceCount {
     std::string meetsTarget;  // a folder that holds the data folder or lies in it; empty when none does
 };
 
-// Counts all that the sources hold, and tells the progress.
+// Counts all that the sources hold, and reports the progress.
 SourceCount CountSources(const ImportOptions& options);
 
-// True when it fits, as far as can be told. Fills `neededBytes` and `freeBytes` of the summary. Makes the
+// True when it fits, as far as is known. Fills `neededBytes` and `freeBytes` of the summary. Makes the
 // data folder when it is missing, unless it is a rehearsal.
 bool HasRoom(const ImportOptions& options, const SourceCount& count, ImportSummary& summary);
 

@@ -1,7 +1,6 @@
 #include "import/import_walk.h"
 
 #include "index/day_index.h"
-#include "index/index_stop.h"
 #include "platform/abandoned_files.h"
 #include "platform/files.h"
 #include "platform/transfer.h"
@@ -60,14 +59,14 @@ bool IsLeftAlone(const std::string& name) {
     return name == kIndexFileName || files::HasScratchName(name) || IsJunkName(name);
 }
 
-SourceWalk::SourceWalk(WalkListener& listener, std::string root)
-    : listener_(listener), root_(std::move(root)) {
+SourceWalk::SourceWalk(WalkListener& listener, std::string root, StopToken stop)
+    : listener_(listener), root_(std::move(root)), stop_(std::move(stop)) {
     rootFolder_ = IdentityOf(root_);
 }
 
 bool SourceWalk::Walk(const std::vector<std::string>& sources) {
     for (const std::string& source : sources) {
-        if (IsIndexingInterrupted()) return false;
+        if (stop_.IsStopped()) return false;
         if (files::IsFolder(source)) {
             if (!WalkFolder(source, Way::Direct, 0)) return false;
         } else {
@@ -81,7 +80,7 @@ bool SourceWalk::WalkLinks() {
     while (!links_.empty()) {
         const Link link = std::move(links_.front());
         links_.pop_front();
-        // Told from what it was when it was met: a move may have emptied its folder and removed it since.
+        // Known by what it was when it was found: a move may have emptied its folder and removed it since.
         if (visited_.contains(link.leadsTo))
             listener_.OnNews(link.path, FolderNews::VisitedOnce);
         else if (!WalkFolder(link.path, Way::Linked, 0))
@@ -127,7 +126,7 @@ bool SourceWalk::WalkFolder(const std::string& folder, Way way, int depth) {
     for (const files::FolderEntry& entry : entries)
         if (!entry.isFolder) names.push_back(entry.name);
     for (const files::FolderEntry& entry : entries) {
-        if (IsIndexingInterrupted()) return false;
+        if (stop_.IsStopped()) return false;
         const std::string path = files::Join(folder, entry.name);
         if (!entry.isFolder)
             listener_.OnFile({path, way == Way::Linked}, names);

@@ -14,6 +14,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/stop_token.h"
+
 namespace kalmora {
 
 // True for files and folders that machines put on a card beside what its owner has there: the trash, caches
@@ -54,11 +56,10 @@ public:
 // One thread; one walk an object.
 class SourceWalk {
 public:
-    // `root` is the data folder, in which nothing is visited.
-    SourceWalk(WalkListener& listener, std::string root);
+    // `root` is the data folder, in which nothing is visited. A stop ends the walk at the next file.
+    SourceWalk(WalkListener& listener, std::string root, StopToken stop = {});
 
-    // Visits the sources, absolute paths without a separator at the end. False when it was interrupted
-    // (index_stop.h).
+    // Visits the sources, absolute paths without a separator at the end. False when stopped.
     bool Walk(const std::vector<std::string>& sources);
 
 private:
@@ -72,6 +73,7 @@ private:
 
     WalkListener& listener_;
     const std::string root_;
+    const StopToken stop_;
     std::optional<Identity> rootFolder_;
     std::set<Identity> visited_;
     struct Link {

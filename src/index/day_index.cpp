@@ -7,7 +7,6 @@
 #include "base/dates.h"
 #include "base/log.h"
 #include "index/index_nonsense.h"
-#include "index/index_stop.h"
 #include "index/index_text.h"
 #include "platform/abandoned_files.h"
 #include "platform/files.h"
@@ -73,7 +72,16 @@ void DayIndex::SortTimeOrder() {
         std::stable_sort(timeOrder.begin(), timeOrder.end(), EarlierDate);
 }
 
-bool DayIndex::IsStopped() const { return stopRequest || IsIndexingInterrupted(); }
+DayIndex::DayIndex(const DayIndex& other)
+    : entries(other.entries),
+      timeOrder(other.timeOrder),
+      folder(other.folder),
+      dataRoot(other.dataRoot),
+      indexPath(other.indexPath),
+      year(other.year),
+      month(other.month),
+      day(other.day),
+      dirty(other.dirty.load()) {}
 
 void DayIndex::Clear() {
     entries.clear();
@@ -81,7 +89,7 @@ void DayIndex::Clear() {
     folder.clear();
     dataRoot.clear();
     indexPath.clear();
-    loading = stopRequest = dirty = false;
+    dirty = false;
 }
 
 void DayIndex::SetFolder(const std::string& path) {
@@ -95,19 +103,17 @@ std::string DayIndex::FolderBelow(const std::string& root) const {
     return isDay ? MakeDayFolderPath(root, year, month, day) : std::string();
 }
 
-bool DayIndex::Load(int loadYear, int loadMonth, int loadDay) {
-    const bool loaded = LoadUnwritten(loadYear, loadMonth, loadDay);
+bool DayIndex::Load(int loadYear, int loadMonth, int loadDay, const StopToken& stop) {
+    const bool loaded = LoadUnwritten(loadYear, loadMonth, loadDay, stop);
     if (loaded && dirty) Write();
     return loaded;
 }
 
-bool DayIndex::LoadUnwritten(int loadYear, int loadMonth, int loadDay) {
+bool DayIndex::LoadUnwritten(int loadYear, int loadMonth, int loadDay, const StopToken& stop) {
     year = loadYear;
     month = loadMonth;
     day = loadDay;
     const std::string root = dataRoot.empty() ? CurrentDataRoot() : dataRoot;
-    // The month's stop requests do not reach a load: it ends before its next day. Held by
-    // DayIndexLoad.StopRequestFromBeforeIsLost.
     Clear();
     if (root.empty()) return false;
     const std::string path = FolderBelow(root);
@@ -115,13 +121,12 @@ bool DayIndex::LoadUnwritten(int loadYear, int loadMonth, int loadDay) {
     SetFolder(path);
 
     const auto bytes = files::ReadWholeFile(indexPath, kLongestIndex);
-    if (!bytes) return Rebuild();
+    if (!bytes) return Rebuild(stop);
     std::vector<EntryPointer> records;
-    switch (ReadIndexText(*bytes, folder, stopRequest, records)) {
+    switch (ReadIndexText(*bytes, folder, stop, records)) {
         case IndexReading::OtherVersion:
-            return Rebuild();
+            return Rebuild(stop);
         case IndexReading::Stopped:
-            stopRequest = false;
             Log("[Stop] DayIndex(%d/%d/%d).Load(%s)", year, month, day, indexPath.c_str());
             TakeIn(records);
             return false;
@@ -137,19 +142,21 @@ bool DayIndex::LoadUnwritten(int loadYear, int loadMonth, int loadDay) {
     return true;
 }
 
-bool DayIndex::Rebuild() {
+bool DayIndex::Rebuild(const StopToken& stop) {
     FolderWalk walk;
+    walk.stop = stop;
     const WalkEnd end = WalkFolder(folder, walk);
     // A folder that may not be looked into is an empty day, and no reason to give the whole month up.
     dirty = end == WalkEnd::Finished || !walk.added.empty();
     TakeIn(walk.added);
-    if (end != WalkEnd::Stopped && !IsStopped()) return true;
-    stopRequest = loading = dirty = false;
+    if (end != WalkEnd::Stopped && !stop.IsStopped()) return true;
+    dirty = false;
     return false;
 }
 
-bool DayIndex::LoadFolder(const std::string& path) {
+bool DayIndex::LoadFolder(const std::string& path, const StopToken& stop) {
     FolderWalk walk;
+    walk.stop = stop;
     walk.seen.resize(entries.size());
     const WalkEnd end = WalkFolder(path, walk);
     TakeIn(walk.added);
@@ -161,9 +168,8 @@ DayIndex::WalkEnd DayIndex::WalkFolder(const std::string& path, FolderWalk& walk
     const std::vector<files::FolderEntry> found = files::ListFolder(path, &listing);
     if (listing != files::FileResult::Done) return WalkEnd::Unreadable;
     for (const files::FolderEntry& entry : found) {
-        if (IsStopped()) {
+        if (walk.stop.IsStopped()) {
             Log("[Stop] LoadFolder (%s)", path.c_str());
-            loading = false;
             return WalkEnd::Stopped;
         }
         if (!entry.isFolder) {
@@ -179,7 +185,7 @@ DayIndex::WalkEnd DayIndex::WalkFolder(const std::string& path, FolderWalk& walk
             continue;
         }
         ++walk.depth;
-        // What stands behind a sub-folder is not visited: meant, and held by
+        // What follows a sub-folder is not visited: meant, and held by
         // DayIndexFolder.WalkEndsAfterTheFirstSubFolder.
         return WalkFolder(files::Join(path, entry.name), walk);
     }
@@ -217,7 +223,7 @@ void DayIndex::Meet(const std::string& path, FolderWalk& walk) {
     if (!isStale && !IsNonsense(*entries[at])) return;
     auto again = std::make_shared<IndexEntry>(*entries[at]);
     walk.seen[at] = again->Refresh();
-    // A photo may tell nonsense of itself; that is no reason to write the index each time.
+    // A photo may hold nonsense for good; that is no reason to write the index each time.
     if (!isStale && HasSameRecord(*again, *entries[at], folder)) return;
     entries[at] = std::move(again);
     dirty = true;

@@ -3,6 +3,7 @@
 // The file is a cache: it can always be made anew from the folder. docs/formats.md describes it.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -11,18 +12,20 @@
 #include <utility>
 #include <vector>
 
+#include "base/stop_token.h"
 #include "index/index_entry.h"
-#include "index/work_flag.h"
 
 namespace kalmora {
 
 inline constexpr char kIndexFileName[] = "$calendar.cidx";
 
-// One thread works on a DayIndex at a time, but for `stopRequest`, which any thread may set. A day that has
-// been published by its month (MonthIndex::Day) is never changed any more and may be read by all.
+// One thread works on a DayIndex at a time. A day that has been published by its month (MonthIndex::Day) is
+// never changed any more and may be read by all.
 class DayIndex {
 public:
     DayIndex() = default;
+    DayIndex(const DayIndex& other);
+    DayIndex& operator=(const DayIndex&) = delete;
     DayIndex(int dayYear, int dayMonth, int dayNumber) : year(dayYear), month(dayMonth), day(dayNumber) {}
 
     std::vector<EntryPointer> entries;    // in byte order of the path, each path once
@@ -31,23 +34,21 @@ public:
     std::string dataRoot;                 // the root to use; empty: CurrentDataRoot. Used up by a load.
     std::string indexPath;                // the index file
     int year = 0, month = 0, day = 0;
-    WorkFlag loading;        // an update runs: only then does the month pass a stop request on to its day
-    WorkFlag stopRequest;    // asks the worker to leave; the worker clears it
-    mutable WorkFlag dirty;  // memory differs from the file; cleared by whoever has written it
+    // Memory differs from the file; cleared by whoever has written it, also in a published day.
+    mutable std::atomic<bool> dirty = false;
 
     // Fills the record from the index file; where that is missing, unreadable or of another version, from the
     // folder, and writes the file. True also when the day has no folder, and when the file could not be
-    // written: the records serve from memory then. False when stopped; what was read until then stays. A stop
-    // request made before the call is lost.
-    bool Load(int year, int month, int day);
+    // written: the records serve from memory then. False when stopped; what was read until then stays.
+    bool Load(int year, int month, int day, const StopToken& stop = {});
     // The same, but leaves the writing (while `dirty` is set) to the caller: see index_batch.h.
-    bool LoadUnwritten(int year, int month, int day);
+    bool LoadUnwritten(int year, int month, int day, const StopToken& stop = {});
 
     // Reads the folder and its sub-folders: unknown files are read and added, changed ones are read again.
     // Ends the walk of a folder after its first sub-folder, as told in the .cpp; linked folders are walked
     // too, each once, and end nothing. False when the folder cannot
     // be listed or when stopped; what was added until then stays.
-    bool LoadFolder(const std::string& path);
+    bool LoadFolder(const std::string& path, const StopToken& stop = {});
 
     // The file's entry, read when it is new or stale. Never null.
     EntryPointer Add(const std::string& path);
@@ -65,31 +66,31 @@ public:
     // Compares the records with the day's folder: LoadFolder, then the records of files that have gone are
     // dropped, then Write. A day without a folder is empty afterwards. Always true. The index file is not
     // read.
-    bool Update(int year, int month, int day);
+    bool Update(int year, int month, int day, const StopToken& stop = {});
     // The same, but leaves the writing to the caller. False when it was stopped: nothing is to be written
     // then.
-    bool UpdateUnwritten(int year, int month, int day);
+    bool UpdateUnwritten(int year, int month, int day, const StopToken& stop = {});
 
 private:
     struct FolderWalk {
+        StopToken stop;
         std::vector<EntryPointer> added;
         std::vector<bool> seen;  // of the entries that stood before: their file stands
         int depth = 0;
         std::vector<std::pair<std::uint64_t, std::uint64_t>> links;  // folders that links have led to
         bool leavesOutGone = false;  // a name without a file behind it gets no record
     };
-    bool IsStopped() const;
     void Clear();
     void SetFolder(const std::string& path);
     std::string FolderBelow(const std::string& root) const;
-    bool Rebuild();
-    bool UpdateIndex();
+    bool Rebuild(const StopToken& stop);
+    bool UpdateIndex(const StopToken& stop);
     enum class WalkEnd { Finished, Stopped, Unreadable };
     WalkEnd WalkFolder(const std::string& path, FolderWalk& walk);
     WalkEnd WalkLink(const std::string& path, FolderWalk& walk);
     void Meet(const std::string& path, FolderWalk& walk);
     void TakeIn(std::vector<EntryPointer>& added);
-    bool DropGoneFiles(const std::vector<EntryPointer>& unseen);
+    bool DropGoneFiles(const std::vector<EntryPointer>& unseen, const StopToken& stop);
     void SortTimeOrder();
 };
 

@@ -16,31 +16,29 @@
 
 namespace kalmora {
 
-bool DayIndex::Update(int updateYear, int updateMonth, int updateDay) {
-    if (UpdateUnwritten(updateYear, updateMonth, updateDay) && dirty) Write();
+bool DayIndex::Update(int updateYear, int updateMonth, int updateDay, const StopToken& stop) {
+    if (UpdateUnwritten(updateYear, updateMonth, updateDay, stop) && dirty) Write();
     return true;
 }
 
-bool DayIndex::UpdateUnwritten(int updateYear, int updateMonth, int updateDay) {
+bool DayIndex::UpdateUnwritten(int updateYear, int updateMonth, int updateDay, const StopToken& stop) {
     year = updateYear;
     month = updateMonth;
     day = updateDay;
     Log("Update: %d/%d/%d", year, month, day);
-    loading = true;
     const std::string root = dataRoot.empty() ? CurrentDataRoot() : dataRoot;
     SetFolder(root.empty() ? std::string() : FolderBelow(root));
-    const bool finished = UpdateIndex();
-    loading = stopRequest = false;
-    return finished;
+    return UpdateIndex(stop);
 }
 
-bool DayIndex::UpdateIndex() {
+bool DayIndex::UpdateIndex(const StopToken& stop) {
     if (!files::IsFolder(folder)) {
         Clear();
         return true;
     }
     Log("UpdateIndex: %s", folder.c_str());
     FolderWalk walk;
+    walk.stop = stop;
     walk.seen.resize(entries.size());
     walk.leavesOutGone = true;
     const WalkEnd end = WalkFolder(folder, walk);
@@ -49,19 +47,19 @@ bool DayIndex::UpdateIndex() {
         if (!walk.seen[i]) unseen.push_back(entries[i]);
     TakeIn(walk.added);
     if (end != WalkEnd::Finished) return false;
-    if (IsStopped()) {
+    if (stop.IsStopped()) {
         Log("Stop: Updating!");
         return false;
     }
-    return DropGoneFiles(unseen);
+    return DropGoneFiles(unseen, stop);
 }
 
-// The walk may have passed over files that stand (those behind a sub-folder), so each is looked for.
-bool DayIndex::DropGoneFiles(const std::vector<EntryPointer>& unseen) {
+// The walk may have left out files that exist (those that follow a sub-folder), so each is looked for.
+bool DayIndex::DropGoneFiles(const std::vector<EntryPointer>& unseen, const StopToken& stop) {
     std::vector<EntryPointer> gone;  // in byte order of the path, as `unseen` is
     bool finished = true;
     for (const EntryPointer& entry : unseen) {
-        if (IsStopped()) {
+        if (stop.IsStopped()) {
             Log("Stop: UpdateIndex");
             finished = false;
             break;

@@ -40,10 +40,10 @@ void IndexManager::MoveToFront(const MonthPointer& month) {
 
 MonthPointer IndexManager::AddBlank(int year, int month) {
     std::lock_guard lock(mutex_);
-    // Another thread may have come to it first.
+    // Another thread may have added it first.
     for (const MonthPointer& one : months_)
         if (IsMonth(*one, year, month)) return one;
-    return months_.emplace_front(std::make_shared<MonthIndex>(year, month, dataRoot));
+    return months_.emplace_front(std::make_shared<MonthIndex>(year, month, dataRoot, context));
 }
 
 MonthPointer IndexManager::GetMonthCopy(int year, int month) {
@@ -76,7 +76,7 @@ double IndexManager::SecondsSinceUpdate(int year, int month) const {
 class IndexManager::BesideList {
 public:
     BesideList(IndexManager& owner, int year, int month)
-        : owner_(owner), month_(std::make_shared<MonthIndex>(year, month, owner.dataRoot)) {
+        : owner_(owner), month_(std::make_shared<MonthIndex>(year, month, owner.dataRoot, owner.context)) {
         owner_.AddBlank(year, month);
         std::lock_guard lock(owner_.mutex_);
         owner_.besideList_.push_back(month_);
@@ -116,36 +116,33 @@ private:
 };
 
 // False when stopped or refused.
-bool IndexManager::LoadFirstTime(int year, int month, int day, StopMark since) {
-    // What is read here goes again, and the listed record stays blank: the first touch of a month brings its
-    // index files into being and no more. Meant, and held by IndexManagerLoad.FirstTouchLeavesABlankMonth.
+bool IndexManager::LoadOnFirstAccess(int year, int month, int day, const StopToken& work) {
+    // What is read here is dropped, and the listed record stays blank: the first access to a month makes its
+    // index files and no more. Meant, and held by IndexManagerLoad.FirstTouchLeavesABlankMonth.
     const BesideList beside(*this, year, month);
-    const MonthIndex::Work work(*beside);
-    return !IsStopped(since) && beside->Load(day, work) && !IsStopped(since);
+    return beside->Load(day, StopToken::AnyOf({work, beside->BeginWork()})) && !work.IsStopped();
 }
 
-bool IndexManager::LoadMonth(int year, int month, int day, StopMark since) {
-    if (IsStopped(since)) return false;
+bool IndexManager::LoadMonth(int year, int month, int day, const StopToken& work) {
+    if (work.IsStopped()) return false;
     const MonthPointer found = FindMonth(year, month);
-    if (!found) return LoadFirstTime(year, month, day, since);
-    // Begun before the look at the manager's request, so that one of them hears of any.
-    const MonthIndex::Work work(*found);
-    if (IsStopped(since) || !found->Load(day, work)) return false;
-    if (day > 0 && IsStopped(since)) return false;
+    if (!found) return LoadOnFirstAccess(year, month, day, work);
+    if (!found->Load(day, StopToken::AnyOf({work, found->BeginWork()}))) return false;
+    if (day > 0 && work.IsStopped()) return false;
     MoveToFront(found);
     return true;
 }
 
 void IndexManager::Load(int year, int month, int day) {
     if (!files::IsFolder(dataRoot)) return;
-    const StopMark since = StopsSoFar();
+    const StopToken work = BeginWork();
     const Running running(*this, year, month);
     Log("[IndexManager] Load (%d/%d)", year, month);
     if (month == 0 && day == 0) {
         for (int number = 1; number <= kMonths; ++number)
-            if (!LoadMonth(year, number, 0, since)) break;
+            if (!LoadMonth(year, number, 0, work)) break;
     } else {
-        LoadMonth(year, month, day, since);
+        LoadMonth(year, month, day, work);
     }
 }
 
@@ -173,30 +170,29 @@ void IndexManager::ForgetRequests(int year, int month, int day) {
     });
 }
 
-void IndexManager::UpdateFirstTime(int year, int month, int day, StopMark since) {
+void IndexManager::UpdateOnFirstAccess(int year, int month, int day, const StopToken& work) {
     const BesideList beside(*this, year, month);
     if (day <= 0) ForgetRequests(year, month, day);
-    const MonthIndex::Work work(*beside);
-    const bool finished =
-        !IsStopped(since) && beside->Load(day, work) && !IsStopped(since) && beside->Update(day, work);
-    if (finished && !IsStopped(since)) beside->WriteLoadedDays();
+    const StopToken both = StopToken::AnyOf({work, beside->BeginWork()});
+    const bool finished = beside->Load(day, both) && !work.IsStopped() && beside->Update(day, both);
+    if (finished && !work.IsStopped()) beside->WriteLoadedDays();
 }
 
-void IndexManager::Update(int year, int month, int day, StopMark since) {
+void IndexManager::Update(int year, int month, int day, const StopToken& work) {
     if (!files::IsFolder(dataRoot)) return;
     const Running running(*this, year, month);
     Log("[IndexManager] Update (%d/%d)", year, month);
     CalendarDate date{year, month, day};
     if (year == 0 && month == 0 && day > 0 && !TakeRequest(date)) return;
-    if (IsStopped(since)) return;
+    if (work.IsStopped()) return;
     const MonthPointer found = FindMonth(date.year, date.month);
     if (!found) {
-        UpdateFirstTime(date.year, date.month, date.day, since);
+        UpdateOnFirstAccess(date.year, date.month, date.day, work);
         return;
     }
     if (date.day <= 0) ForgetRequests(date.year, date.month, date.day);
-    const MonthIndex::Work work(*found);
-    if (!IsStopped(since)) found->Update(date.day, work);
+    const StopToken both = StopToken::AnyOf({work, found->BeginWork()});
+    if (!both.IsStopped()) found->Update(date.day, both);
 }
 
 // ---- stopping
@@ -215,7 +211,7 @@ void IndexManager::RequestStop() {
     std::vector<MonthPointer> working;
     {
         std::lock_guard lock(mutex_);
-        ++stops_;
+        rounds_.StopAllSoFar();
         const auto isTarget = [this](const MonthPointer& one) {
             return std::any_of(running_.begin(), running_.end(), [&](const CalendarDate& target) {
                 return one->year == target.year && (target.month == 0 || one->month == target.month);

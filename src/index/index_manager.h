@@ -1,7 +1,6 @@
 // IndexManager: the months of one data root that have been touched, most recently used first.
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <list>
 #include <memory>
@@ -19,11 +18,13 @@ using MonthPointer = std::shared_ptr<MonthIndex>;
 // Any thread. The list only grows. No lock is held while a file is read.
 class IndexManager {
 public:
-    explicit IndexManager(std::string root) : dataRoot(std::move(root)) {}
+    explicit IndexManager(std::string root, WorkContext given = {})
+        : dataRoot(std::move(root)), context(std::move(given)) {}
     IndexManager(const IndexManager&) = delete;
     IndexManager& operator=(const IndexManager&) = delete;
 
     const std::string dataRoot;
+    const WorkContext context;  // of all work on its months
 
     // Month and day 0: the whole year; day 0: the month. Year 0 is a year like any other. A month that is not
     // in the list gets a blank record there and its index files on the disk: it is in memory only after the
@@ -32,11 +33,10 @@ public:
     void Load(int year, int month, int day);
     // Compares a month (day 0 or less) or a day with its folders; a month that is not in the list is loaded,
     // compared and written beside the list, which gets a blank record.
-    void Update(int year, int month, int day) { Update(year, month, day, StopsSoFar()); }
-    // The same for work that was begun before the call: a stop that was asked for since then ends it too.
-    using StopMark = unsigned;
-    void Update(int year, int month, int day, StopMark since);
-    StopMark StopsSoFar() const { return stops_; }
+    void Update(int year, int month, int day) { Update(year, month, day, BeginWork()); }
+    // The same for work that was begun before the call: a stop that was requested since then ends it too.
+    void Update(int year, int month, int day, const StopToken& work);
+    StopToken BeginWork() const { return rounds_.Token(); }
 
     // True when all that is in memory; year 0: never.
     bool IsLoaded(int year, int month, int day) const;
@@ -44,20 +44,20 @@ public:
     std::vector<MonthPointer> Months() const;
     // Null when it is not in the list. Does not change the order.
     MonthPointer FindMonth(int year, int month) const;
-    // A copy of the month as it stands; a month that is not in the list gets an unloaded record at the front.
+    // A copy of the month as it is; a month that is not in the list gets an unloaded record at the front.
     MonthPointer GetMonthCopy(int year, int month);
     // Seconds of uptime since the month's last update; 360000 for a month that is not in the list.
     double SecondsSinceUpdate(int year, int month) const;
 
-    // Adds files to the index file of their day. The list's records do not learn of a new file; they do learn
-    // what is new of a file that they have. A month that is not in the list gets an unloaded record.
+    // Adds files to the index file of their day. The list's records do not get a new file; they do get
+    // the new values of a file that they have. A month that is not in the list gets an unloaded record.
     void AddFiles(const CalendarDate& date, const std::vector<std::string>& paths);
 
     // Puts the months into memory without the detour of the first touch, on both processors, the last one in
-    // front. False when interrupted (index_stop.h).
+    // front. False when stopped by the context.
     bool LoadMonths(const std::vector<CalendarDate>& months);
 
-    // Asks every Load and Update that runs to leave; the next one is not meant. Returns at once.
+    // Stops every Load and Update that has begun, and none that begins later. Returns at once.
     void RequestStop();
     // True while a Load or Update runs.
     bool IsBusy() const;
@@ -70,33 +70,33 @@ public:
 private:
     class BesideList;
     class Running;
-    bool LoadMonth(int year, int month, int day, StopMark since);
-    bool LoadFirstTime(int year, int month, int day, StopMark since);
-    void UpdateFirstTime(int year, int month, int day, StopMark since);
+    bool LoadMonth(int year, int month, int day, const StopToken& work);
+    bool LoadOnFirstAccess(int year, int month, int day, const StopToken& work);
+    void UpdateOnFirstAccess(int year, int month, int day, const StopToken& work);
     void MoveToFront(const MonthPointer& month);
     MonthPointer AddBlank(int year, int month);
     void ForgetRequests(int year, int month, int day);
     bool TakeRequest(CalendarDate& date);
-    bool IsStopped(StopMark since) const { return stops_ != since; }
 
     mutable std::mutex mutex_;
     std::list<MonthPointer> months_;  // guarded by mutex_; most recently used first
     std::vector<MonthPointer>
-        besideList_;                     // guarded by mutex_; months that are worked on at their first touch
-    std::vector<CalendarDate> pending_;  // guarded by mutex_; updates that were asked for
+        besideList_;                     // guarded by mutex_; months that are worked on on their first access
+    std::vector<CalendarDate> pending_;  // guarded by mutex_; updates that were requested
     CalendarDate target_;                // guarded by mutex_
     std::vector<CalendarDate> running_;  // guarded by mutex_; the targets of the calls that run
-    std::atomic<StopMark> stops_ = 0;    // that were asked for
+    StopRounds rounds_;
 };
 
-// The one of DataDirectory and the one of OtherDirectory. Made on first use with the roots of that moment,
-// never destroyed.
+// What is in memory of the index of DataDirectory, and of that of OtherDirectory: process-wide records, since
+// the loader, the importer, updates in the background and the heartbeat all reach them. Made on first use
+// with the roots of that moment, never destroyed.
 IndexManager& MainIndex();
 IndexManager& OtherIndex();
-// Has both made anew at their next use. For the start of the program and for tests, while no other thread
-// uses them.
-void ResetIndexes();
-// OtherIndex while UseOtherFolder is set and the folder stands, else null.
+// Has both made anew at their next use, with this context. For the start of the program and for tests, while
+// no other thread uses them.
+void ResetIndexes(const WorkContext& context = {});
+// OtherIndex while UseOtherFolder is set and the folder exists, else null.
 IndexManager* OtherIndexInUse();
 
 // Stops the work of both. The reason is for the log and may be null.

@@ -22,10 +22,16 @@ std::mutex madeMutex;
 // Guarded by madeMutex for changes. Never destroyed: threads may outlive main.
 std::atomic<IndexManager*> mainIndex = nullptr, otherIndex = nullptr;
 
+// Of both; guarded by madeMutex.
+WorkContext& TheContext() {
+    static auto* const context = new WorkContext;
+    return *context;
+}
+
 IndexManager& TheOne(std::atomic<IndexManager*>& one, const std::function<std::string()>& root) {
     if (IndexManager* const made = one) return *made;
     std::lock_guard lock(madeMutex);
-    if (!one) one = new IndexManager(root());
+    if (!one) one = new IndexManager(root(), TheContext());
     return *one;
 }
 
@@ -49,10 +55,11 @@ IndexManager& OtherIndex() {
     return TheOne(otherIndex, [] { return State().settings.OtherDirectory; });
 }
 
-void ResetIndexes() {
+void ResetIndexes(const WorkContext& context) {
     // Kept, not destroyed: a thread of before may be on its way out of one.
     static auto* const former = new std::vector<std::unique_ptr<IndexManager>>;
     std::lock_guard lock(madeMutex);
+    TheContext() = context;
     for (std::atomic<IndexManager*>* one : {&mainIndex, &otherIndex})
         if (IndexManager* const made = one->exchange(nullptr)) former->emplace_back(made);
 }
@@ -81,10 +88,10 @@ void IndexManager::AddFiles(const CalendarDate& date, const std::vector<std::str
     if (date.month < 1 || date.month > 12 || date.day < 1 || date.day > DaysInMonth(date.year, date.month))
         return;
     const MonthPointer month = AddBlank(date.year, date.month);
-    // From the index file and not from memory: what was added since the month was loaded stands in it.
+    // From the index file and not from memory: it has what was added since the month was loaded.
     DayIndex records;
     records.dataRoot = dataRoot;
-    if (!records.Load(date.year, date.month, date.day)) return;
+    if (!records.Load(date.year, date.month, date.day, context.stop)) return;
     for (const std::string& path : paths) {
         const EntryPointer before = records.Find(path);
         const EntryPointer entry = records.Add(path);
@@ -96,7 +103,7 @@ void IndexManager::AddFiles(const CalendarDate& date, const std::vector<std::str
 bool IndexManager::LoadMonths(const std::vector<CalendarDate>& months) {
     // Into the list first, so that its order does not hang on which thread is faster.
     for (const CalendarDate& month : months) MoveToFront(AddBlank(month.year, month.month));
-    return RunOverMonths(months, [this](const CalendarDate& month, IndexBatch& batch) {
+    return RunOverMonths(months, context.stop, [this](const CalendarDate& month, IndexBatch& batch) {
         const MonthPointer found = FindMonth(month.year, month.month);
         return found && found->Load(0, batch);
     });

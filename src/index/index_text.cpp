@@ -6,7 +6,6 @@
 #include <cstring>
 #include <limits>
 
-#include "index/index_stop.h"
 #include "platform/files.h"
 #include "text/text.h"
 
@@ -299,7 +298,7 @@ std::string FromIndexPath(std::string_view bytes) {
     return StaysInside(relative) ? relative : std::string();
 }
 
-IndexReading ReadIndexText(std::string_view bytes, const std::string& folder, const WorkFlag& stop,
+IndexReading ReadIndexText(std::string_view bytes, const std::string& folder, const StopToken& stop,
                            std::vector<EntryPointer>& records) {
     Lines lines(bytes);
     std::string_view line;
@@ -307,15 +306,14 @@ IndexReading ReadIndexText(std::string_view bytes, const std::string& folder, co
     // DayIndexLoad.FileWithoutAByteIsAnEmptyDay.
     if (!lines.Next(line)) return IndexReading::Done;
     if (!IsThisVersion(line)) return IndexReading::OtherVersion;
-    const auto isStopped = [&stop] { return stop || IsIndexingInterrupted(); };
     while (lines.Next(line)) {
-        if (isStopped()) return IndexReading::Stopped;
+        if (stop.IsStopped()) return IndexReading::Stopped;
         if (KeyOf(line) != Key("FILE")) continue;
         auto entry = std::make_shared<IndexEntry>();
         const std::string relative = FromIndexPath(line.substr(kKeyLength));
         bool ended = true;
         while ((ended = !lines.Next(line)) == false) {
-            if (isStopped()) return IndexReading::Stopped;
+            if (stop.IsStopped()) return IndexReading::Stopped;
             if (!TakeField(line, *entry)) break;
         }
         // The line that ends a record is used up, also where it would begin the next one: meant, and held by

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/stop_token.h"
 #include "index/index_entry.h"
-#include "index/work_flag.h"
 
 namespace kalmora {
 
@@ -17,13 +17,13 @@ inline constexpr std::size_t kLongestIndex = 128u << 20;
 enum class IndexReading {
     Done,
     OtherVersion,  // not of this version, or no index at all: the records are untouched
-    Stopped,       // the records read until then stand
+    Stopped,       // the records read until then stay
 };
 
 // Appends the records of an index file to `records`, in the order of the file. `folder` is the day's. Records
 // that are cut short, not ended, or whose path would lead out of the folder are left out. Text without any
 // byte is an empty day. Looks at `stop` before each line.
-IndexReading ReadIndexText(std::string_view bytes, const std::string& folder, const WorkFlag& stop,
+IndexReading ReadIndexText(std::string_view bytes, const std::string& folder, const StopToken& stop,
                            std::vector<EntryPointer>& records);
 
 // A path below the day's folder as the index file has it, and back. From the file: empty when the path

@@ -6,9 +6,8 @@
 #include <limits>
 #include <mutex>
 
-#include "index/index_stop.h"
+#include "base/worker.h"
 #include "platform/files.h"
-#include "platform/thread.h"
 #include "store/data_folder.h"
 
 namespace kalmora {
@@ -51,7 +50,7 @@ std::vector<CalendarDate> ListMonths(const std::string& root, int year) {
     return months;
 }
 
-bool RunOverMonths(const std::vector<CalendarDate>& months,
+bool RunOverMonths(const std::vector<CalendarDate>& months, const StopToken& stop,
                    const std::function<bool(const CalendarDate& month, IndexBatch& batch)>& work,
                    const std::function<void(std::size_t done)>& onMonthDone) {
     std::atomic<std::size_t> next = 0;
@@ -60,7 +59,7 @@ bool RunOverMonths(const std::vector<CalendarDate>& months,
     std::size_t done = 0;  // guarded by doneMutex
     const auto run = [&] {
         IndexBatch batch;
-        while (good && !IsIndexingInterrupted()) {
+        while (good && !stop.IsStopped()) {
             const std::size_t at = next++;
             if (at >= months.size()) break;
             if (!work(months[at], batch)) {
@@ -75,15 +74,15 @@ bool RunOverMonths(const std::vector<CalendarDate>& months,
     };
     // One more than there are processors: while one waits for the disk to take its index files, another
     // reads. The system may have no more threads: this one does what is left.
-    std::vector<Thread> helpers(
-        std::min<std::size_t>(static_cast<std::size_t>(std::max(1, ProcessorCount())) + 1, months.size()));
-    if (!helpers.empty()) helpers.pop_back();
-    for (Thread& helper : helpers)
-        if (helper.StartSuspended("IndexMonths", run)) helper.Resume();
+    const std::size_t threads =
+        std::min<std::size_t>(static_cast<std::size_t>(std::max(1, ProcessorCount())) + 1, months.size());
+    std::vector<Worker> helpers;
+    while (helpers.size() + 1 < threads)
+        helpers.push_back(
+            StartWorker("IndexMonths", Worker::Priority::Normal, [&run](const StopToken&) { run(); }));
     run();
-    for (const Thread& helper : helpers)
-        while (helper.IsRunning()) helper.WaitForEnd(std::numeric_limits<int>::max());
-    return good && !IsIndexingInterrupted();
+    for (const Worker& helper : helpers) helper.WaitForEnd();
+    return good && !stop.IsStopped();
 }
 
 }  // namespace kalmora

@@ -6,8 +6,6 @@
 #include "base/dates.h"
 #include "base/log.h"
 #include "index/index_batch.h"
-#include "index/index_progress.h"
-#include "index/index_stop.h"
 #include "platform/clock.h"
 
 namespace kalmora {
@@ -19,23 +17,25 @@ std::size_t SlotOf(int day) { return static_cast<std::size_t>(day - 1); }
 
 }  // namespace
 
-MonthIndex::DayAtWork::DayAtWork(MonthIndex& owner, DayIndex& records) : owner_(owner), records_(records) {
+MonthIndex::DayInUpdate::DayInUpdate(MonthIndex& owner, int day) : owner_(owner), day_(day) {
     std::lock_guard lock(owner_.mutex_);
-    owner_.atWork_.push_back(&records_);
+    owner_.daysInUpdate_.push_back(day_);
 }
 
-MonthIndex::DayAtWork::~DayAtWork() {
+MonthIndex::DayInUpdate::~DayInUpdate() {
     std::lock_guard lock(owner_.mutex_);
-    std::erase(owner_.atWork_, &records_);
+    auto& days = owner_.daysInUpdate_;
+    days.erase(std::find(days.begin(), days.end(), day_));
 }
 
-MonthIndex::MonthIndex(int monthYear, int monthNumber, std::string root)
-    : year(monthYear), month(monthNumber), dataRoot(std::move(root)) {}
+MonthIndex::MonthIndex(int monthYear, int monthNumber, std::string root, WorkContext given)
+    : year(monthYear), month(monthNumber), dataRoot(std::move(root)), context(std::move(given)) {}
 
 MonthIndex::MonthIndex(const MonthIndex& other)
     : year(other.year),
       month(other.month),
       dataRoot(other.dataRoot),
+      context(other.context),
       busy(other.busy.load()),
       searching(other.searching.load()),
       lastUpdateSeconds(other.lastUpdateSeconds.load()) {
@@ -77,10 +77,9 @@ bool MonthIndex::LoadDay(int day, IndexBatch& batch) {
     if (IsLoaded(day)) return true;
     const auto records = std::make_shared<DayIndex>();
     records->dataRoot = dataRoot;
-    {
-        const DayAtWork atWork(*this, *records);
-        if (!records->LoadUnwritten(year, month, day)) return false;
-    }
+    // RequestStop does not reach the load of a day: meant, and held by
+    // MonthIndexLoad.StopRequestDoesNotReachTheDayThatIsRead.
+    if (!records->LoadUnwritten(year, month, day, context.stop)) return false;
     Publish(day, records);
     batch.Add(records);
     return true;
@@ -88,28 +87,30 @@ bool MonthIndex::LoadDay(int day, IndexBatch& batch) {
 
 bool MonthIndex::LoadOne(int day, IndexBatch& batch) {
     const bool loaded = LoadDay(day, batch);
-    TellProgress(1, loaded ? "Loaded. (%04d/%02d/%02d)" : "Canceled. (%04d/%02d/%02d)", year, month, day);
+    ReportProgress(*context.progress, 1, loaded ? "Loaded. (%04d/%02d/%02d)" : "Canceled. (%04d/%02d/%02d)",
+                   year, month, day);
     return loaded;
 }
 
-bool MonthIndex::LoadAll(IndexBatch& batch, const Work& work) {
+bool MonthIndex::LoadAll(IndexBatch& batch, const StopToken& work) {
     const int days = DaysInMonth(year, month);
     for (int day = 1; day <= days; ++day) {
-        TellProgress(static_cast<double>(day - 1) / days, "Loading (%04d/%02d)", year, month);
-        if (work.IsStopped() || IsIndexingInterrupted()) {
-            TellProgress(1, "Canceled. (%04d/%02d/%02d)", year, month, 0);
+        ReportProgress(*context.progress, static_cast<double>(day - 1) / days, "Loading (%04d/%02d)", year,
+                       month);
+        if (work.IsStopped()) {
+            ReportProgress(*context.progress, 1, "Canceled. (%04d/%02d/%02d)", year, month, 0);
             return false;
         }
         if (!LoadDay(day, batch)) {
-            TellProgress(1, "Canceled. (%04d/%02d)", year, month);
+            ReportProgress(*context.progress, 1, "Canceled. (%04d/%02d)", year, month);
             return false;
         }
     }
-    TellProgress(1, "Loaded. (%04d/%02d)", year, month);
+    ReportProgress(*context.progress, 1, "Loaded. (%04d/%02d)", year, month);
     return true;
 }
 
-bool MonthIndex::LoadIn(int day, IndexBatch& batch, Writing writing, const Work& work) {
+bool MonthIndex::LoadIn(int day, IndexBatch& batch, Writing writing, const StopToken& work) {
     if (!gate_.Acquire("[Month]Load")) return false;
     busy = true;
     const bool loaded = day > 0 ? LoadOne(day, batch) : LoadAll(batch, work);
@@ -119,14 +120,14 @@ bool MonthIndex::LoadIn(int day, IndexBatch& batch, Writing writing, const Work&
     return loaded;
 }
 
-bool MonthIndex::Load(int day) { return Load(day, Work(*this)); }
+bool MonthIndex::Load(int day) { return Load(day, BeginWork()); }
 
-bool MonthIndex::Load(int day, const Work& work) {
+bool MonthIndex::Load(int day, const StopToken& work) {
     IndexBatch batch;
     return LoadIn(day, batch, Writing::Now, work);
 }
 
-bool MonthIndex::Load(int day, IndexBatch& batch) { return LoadIn(day, batch, Writing::Later, Work(*this)); }
+bool MonthIndex::Load(int day, IndexBatch& batch) { return LoadIn(day, batch, Writing::Later, BeginWork()); }
 
 bool MonthIndex::EnsureDay(int day) {
     IndexBatch batch;
@@ -149,14 +150,10 @@ void MonthIndex::ReplaceEntry(int day, const EntryPointer& entry) {
 
 void MonthIndex::RequestStop() {
     gate_.RequestStop();
-    ++stops_;
+    rounds_.StopAllSoFar();
     Log("[Month] Stop indexing (%d/%d)", year, month);
     std::lock_guard lock(mutex_);
-    for (DayIndex* records : atWork_) {
-        if (!records->loading) continue;
-        Log("[Day] Stop indexing (%d/%d/%d)", records->year, records->month, records->day);
-        records->stopRequest = true;
-    }
+    for (const int day : daysInUpdate_) Log("[Day] Stop indexing (%d/%d/%d)", year, month, day);
 }
 
 }  // namespace kalmora

@@ -4,10 +4,10 @@
 #include <optional>
 
 #include "base/log.h"
+#include "base/worker.h"
 #include "index/index_manager.h"
 #include "index/index_tree.h"
 #include "platform/clock.h"
-#include "platform/thread.h"
 #include "state/app_state.h"
 
 namespace kalmora {
@@ -18,40 +18,38 @@ std::atomic<int> updates = 0;  // threads that run
 
 namespace {
 
-using StopMark = IndexManager::StopMark;
-
 // Both roots at the moment when a piece of work begins. (The other root's manager is not made for it alone.)
-struct StopMarks {
-    StopMark main = MainIndex().StopsSoFar();
-    std::optional<StopMark> other = MarkOf(OtherIndexInUse());
+struct WorkOnBothRoots {
+    StopToken main = MainIndex().BeginWork();
+    std::optional<StopToken> other = TokenOf(OtherIndexInUse());
 
-    static std::optional<StopMark> MarkOf(const IndexManager* manager) {
-        return manager ? std::optional(manager->StopsSoFar()) : std::nullopt;
+    static std::optional<StopToken> TokenOf(const IndexManager* manager) {
+        return manager ? std::optional(manager->BeginWork()) : std::nullopt;
     }
 };
 
 // Without a month: each month of the year that has a folder.
-void UpdateIn(IndexManager& manager, int year, int month, StopMark since) {
+void UpdateIn(IndexManager& manager, int year, int month, const StopToken& work) {
     if (month != 0) {
-        manager.Update(year, month, 0, since);
+        manager.Update(year, month, 0, work);
         return;
     }
     for (const CalendarDate& one : ListMonths(manager.dataRoot, year))
-        manager.Update(year, one.month, 0, since);
+        manager.Update(year, one.month, 0, work);
 }
 
-void UpdateBothRoots(int year, int month, const StopMarks& since) {
+void UpdateBothRoots(int year, int month, const WorkOnBothRoots& work) {
     Log("Updating by backprocess: %04d/%02d", year, month);
-    UpdateIn(MainIndex(), year, month, since.main);
+    UpdateIn(MainIndex(), year, month, work.main);
     if (IndexManager* const other = OtherIndexInUse())
-        UpdateIn(*other, year, month, since.other.value_or(other->StopsSoFar()));
+        UpdateIn(*other, year, month, work.other.value_or(other->BeginWork()));
     Log("Updated: %04d/%02d", year, month);
     Log("----------------------------------");
 }
 
 }  // namespace
 
-void UpdateMonthOfBothRoots(int year, int month) { UpdateBothRoots(year, month, StopMarks()); }
+void UpdateMonthOfBothRoots(int year, int month) { UpdateBothRoots(year, month, WorkOnBothRoots()); }
 
 int CountBackgroundUpdates() { return updates; }
 
@@ -59,23 +57,17 @@ void StartBackgroundUpdate(int yearTimes100PlusMonth) {
     SharedFlag& running = State().run.BackgroundUpdateRunning;
     running = 1;
     ++updates;
-    Thread thread;
-    const bool started =
-        thread.StartSuspended("IndexUpdate", [yearTimes100PlusMonth, &running, since = StopMarks()] {
-            running = 1;
-            UpdateBothRoots(yearTimes100PlusMonth / 100, yearTimes100PlusMonth % 100, since);
-            // Also when another one still runs: meant, and held by
-            // ConnectedIndexTest.FlagIsClearedByTheFirstThatEnds.
-            running = 0;
-            --updates;
-        });
-    if (!started) {
+    const auto body = [yearTimes100PlusMonth, &running, work = WorkOnBothRoots()](const StopToken&) {
+        running = 1;
+        UpdateBothRoots(yearTimes100PlusMonth / 100, yearTimes100PlusMonth % 100, work);
+        // Also when another one still runs: meant, and held by
+        // ConnectedIndexTest.FlagIsClearedByTheFirstThatEnds.
         running = 0;
         --updates;
-        return;
-    }
-    thread.SetPriority(Thread::Priority::Lowest);
-    thread.Resume();
+    };
+    if (StartWorker("IndexUpdate", Worker::Priority::Lowest, body).IsStarted()) return;
+    running = 0;
+    --updates;
 }
 
 void PreloadIndexes() {

@@ -1,7 +1,6 @@
 #include "search/search_range.h"
 
-#include "index/index_progress.h"
-#include "index/index_stop.h"
+#include "base/progress_listener.h"
 #include "state/app_state.h"
 
 namespace kalmora {
@@ -60,15 +59,16 @@ bool SearchMonths(const std::vector<MonthPointer>& months, const QueryMatcher& q
 
 bool SearchMonth(MonthIndex& month, const QueryMatcher& query, const SearchStop& stopped, FoundDays& found) {
     const SearchingMark mark(month);
-    const MonthIndex::Work work(month);
+    const StopToken work = month.BeginWork();
     const int days = DaysInMonth(month.year, month.month);
     for (int day = 1; day <= days; ++day) {
-        if (work.IsStopped() || IsIndexingInterrupted() || stopped()) return false;
-        TellProgress(static_cast<double>(day - 1) / days, "Searching (%04d/%02d)", month.year, month.month);
+        if (work.IsStopped() || stopped()) return false;
+        ReportProgress(*month.context.progress, static_cast<double>(day - 1) / days, "Searching (%04d/%02d)",
+                       month.year, month.month);
         if (!month.IsLoaded(day) && !month.EnsureDay(day)) return false;
         query.MetaSearch(month.Day(day), found);
     }
-    TellProgress(1, "Searched. (%04d/%02d)", month.year, month.month);
+    ReportProgress(*month.context.progress, 1, "Searched. (%04d/%02d)", month.year, month.month);
     return true;
 }
 

@@ -16,10 +16,10 @@ using SearchStop = std::function<bool()>;
 // These append what they find, each day's records in the order of their paths, and say whether all that was
 // to be searched has been. Any worker thread; a month may be searched while it is loaded or updated.
 
-// Every day of the month, loaded where it is not, with its progress told. Left early when the month is asked
-// to stop meanwhile, and at a day that cannot be loaded.
+// Every day of the month, loaded where it is not, with its progress reported. Left early when the month is
+// asked to stop meanwhile, and at a day that cannot be loaded.
 bool SearchMonth(MonthIndex& month, const QueryMatcher& query, const SearchStop& stopped, FoundDays& found);
-// One day. Tells no progress. A day that cannot be loaded has nothing.
+// One day. Reports no progress. A day that cannot be loaded has nothing.
 bool SearchDay(MonthIndex& month, const QueryMatcher& query, int day, FoundDays& found);
 // Day 0 is a whole month, month 0 a whole year. Year 0 is every month of the manager's list, in the order of
 // the list. A range that is not in memory is loaded first; where another one is being loaded for somebody

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
+#include <memory>
 #include <set>
 
 #include "base/random.h"
@@ -49,12 +50,12 @@ bool IsShown(const std::string& name) {
 
 }  // namespace
 
-bool DateTree::ScanAll(const std::string& root) {
+bool DateTree::ScanAll(const std::string& root, const StopToken& stop) {
     const FlagWhile running(State().run.DateScanRunning);
-    return Scan(root, true) && Scan(root, false);
+    return Scan(root, true, stop) && Scan(root, false, stop);
 }
 
-bool DateTree::Scan(const std::string& root, bool countOnly) {
+bool DateTree::Scan(const std::string& root, bool countOnly, const StopToken& stop) {
     const FlagWhile running(State().run.DateScanRunning);
     if (countOnly) {
         dayFolders_ = 0;
@@ -69,18 +70,19 @@ bool DateTree::Scan(const std::string& root, bool countOnly) {
         if (!entry.isFolder || !years.insert(year).second) continue;
         Counts yearSum;
         for (int month = 1; month <= 12; ++month)
-            if (!ScanMonth(root, year, month, countOnly, yearSum)) return false;
+            if (!ScanMonth(root, year, month, countOnly, stop, yearSum)) return false;
         if (yearSum.shown > 0) Add({yearSum.files, yearSum.shown, 0, kYearLevel, {year, 0, 0}});
     }
     return true;
 }
 
-bool DateTree::ScanMonth(const std::string& root, int year, int month, bool countOnly, Counts& sum) {
-    if (stop_) return false;
+bool DateTree::ScanMonth(const std::string& root, int year, int month, bool countOnly, const StopToken& stop,
+                         Counts& sum) {
+    if (stop.IsStopped()) return false;
     if (!files::IsFolder(MakeMonthFolderPath(root, year, month))) return true;
     Counts monthSum;
     for (int day = 1; day <= DaysInMonth(year, month); ++day) {
-        if (stop_) return false;
+        if (stop.IsStopped()) return false;
         const std::string folder = MakeDayFolderPath(root, year, month, day);
         if (!files::IsFolder(folder)) continue;
         if (countOnly) {
@@ -89,9 +91,9 @@ bool DateTree::ScanMonth(const std::string& root, int year, int month, bool coun
         }
         ++daysDone_;
         // Days may have come since they were counted, or never have been counted.
-        if (onProgress) onProgress(std::min(1.0, static_cast<double>(daysDone_) / std::max(1, dayFolders_)));
-        const Counts counts = CountFolder(folder);
-        if (stop_) return false;
+        listener_.OnScanProgress(std::min(1.0, static_cast<double>(daysDone_) / std::max(1, dayFolders_)));
+        const Counts counts = CountFolder(folder, stop);
+        if (stop.IsStopped()) return false;
         if (counts.shown == 0) continue;
         Add({counts.files, counts.shown, 0, kDayLevel, {year, month, day}});
         monthSum.files += counts.files;
@@ -105,14 +107,14 @@ bool DateTree::ScanMonth(const std::string& root, int year, int month, bool coun
     return true;
 }
 
-DateTree::Counts DateTree::CountFolder(const std::string& folder) const {
+DateTree::Counts DateTree::CountFolder(const std::string& folder, const StopToken& stop) {
     struct Waiting {
         std::string path;
         std::size_t depth;
     };
     Counts counts;
     std::vector<Waiting> waiting{{folder, 0}};
-    while (!waiting.empty() && !stop_) {
+    while (!waiting.empty() && !stop.IsStopped()) {
         const Waiting next = std::move(waiting.back());
         waiting.pop_back();
         for (const files::FolderEntry& entry : files::ListFolder(next.path)) {
@@ -147,7 +149,7 @@ void DateTree::RefreshToday() {
     }
     const std::string folder = MakeDayFolderPath(MainRoot(), today.year, today.month, today.day);
     if (!files::IsFolder(folder)) return;
-    const Counts counts = CountFolder(folder);
+    const Counts counts = CountFolder(folder, {});
 
     std::lock_guard lock(mutex_);
     if (has(List(kDayLevel), today) != List(kDayLevel).end()) return;
@@ -194,7 +196,7 @@ std::optional<CalendarDate> DateTree::Pick(int level) {
         ++found->timesChosen;
         picked = found->date;
     }
-    if (level == kDayLevel && onDayPicked) onDayPicked();
+    if (level == kDayLevel) listener_.OnDayPicked();
     return picked;
 }
 
@@ -202,7 +204,7 @@ std::optional<int> DateTree::CountOf(int year, int month, int day) const {
     const int level = month == 0 && day == 0 ? kYearLevel : day == 0 ? kMonthLevel : kDayLevel;
     std::lock_guard lock(mutex_);
     for (const DateNode& node : List(level)) {
-        // Past the year the search ends, although today's node may stand behind: meant.
+        // Past the year the search ends, although today's node may follow: meant.
         if (node.date.year > year) return std::nullopt;
         if (node.date == CalendarDate{year, month, day}) return node.shownCount;
     }
@@ -215,9 +217,27 @@ std::vector<DateNode> DateTree::Nodes(int level) const {
     return List(level);
 }
 
-DateTree& TheDateTree() {
-    static DateTree* const tree = new DateTree;
-    return *tree;
+DateTreeListener& NoDateTreeListener() {
+    static auto* const nobody = new DateTreeListener;  // workers may outlive main
+    return *nobody;
 }
+
+namespace {
+
+// The present one is the last; those before are kept, since a thread may still be leaving one.
+std::vector<std::unique_ptr<DateTree>>& Trees() {
+    static auto* const trees = [] {
+        auto* const made = new std::vector<std::unique_ptr<DateTree>>;
+        made->push_back(std::make_unique<DateTree>());
+        return made;
+    }();
+    return *trees;
+}
+
+}  // namespace
+
+DateTree& TheDateTree() { return *Trees().back(); }
+
+void ResetDateTree(DateTreeListener& listener) { Trees().push_back(std::make_unique<DateTree>(listener)); }
 
 }  // namespace kalmora

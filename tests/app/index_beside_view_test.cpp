@@ -34,10 +34,7 @@ protected:
         ConnectIndex();
     }
     ~IndexBesideView() override {
-        OnProgress = nullptr;
-        OnUpdateProgress = nullptr;
-        TheDateTree().onProgress = nullptr;
-        TheDateTree().onDayPicked = nullptr;
+        ResetDateTree();
         ResetSearch();
         ResetIndexes();
     }

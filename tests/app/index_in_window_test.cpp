@@ -11,7 +11,6 @@
 #include "base/log.h"
 #include "index/day_index.h"
 #include "index/index_manager.h"
-#include "index/index_progress.h"
 #include "index/update.h"
 #include "platform/clock.h"
 #include "platform/files.h"
@@ -67,12 +66,7 @@ protected:
         ResetIndexes();
     }
     void Forget() {
-        OnProgress = nullptr;
-        OnUpdateProgress = nullptr;
-        TheDateTree().onProgress = nullptr;
-        TheDateTree().onDayPicked = nullptr;
-        const std::string empty = files::Join(root_, "no files");
-        TheDateTree().Scan(empty, false);
+        ResetDateTree();
     }
     // Serves events meanwhile; bounded.
     template <typename Condition>
@@ -273,48 +267,54 @@ TEST_F(ConnectedIndexTest, ButtonTurnsTheWorkOnAndStopsItWhenItTurnsItOff) {
 
 TEST_F(ConnectedIndexTest, ProgressIsDrawnOnTheWindow) {
     constexpr Color kDone = ColorFromBgr(0xC86432), kRest = ColorFromBgr(0xB4B4B4);
-    OnProgress(0.5, "Updating (2008/11)");
+    DesktopWork().progress->OnProgress(0.5, "Updating (2008/11)");
     // The gauge: 400 wide at 410 from the right edge, 35 above the labels, which are 38 high.
     const int x = 960 - 410, y = 700 - 38 - 35;
     EXPECT_EQ(PixelAt(x + 1, y + 1), kDone);
     EXPECT_EQ(PixelAt(x + 199, y + 1), kDone);
     EXPECT_EQ(PixelAt(x + 201, y + 1), kRest);
     EXPECT_EQ(PixelAt(x + 399, y + 1), kRest);
-    OnUpdateProgress(0.5);
+    DesktopWork().progress->OnUpdateProgress(0.5);
     EXPECT_EQ(PixelAt(479, 0), ColorFromBgr(0xFF7864));
     EXPECT_EQ(PixelAt(481, 0), ColorFromBgr(0xFFB4A0));
-    OnUpdateProgress(1);
+    DesktopWork().progress->OnUpdateProgress(1);
     EXPECT_EQ(PixelAt(479, 0), ColorFromBgr(0xE6FFFF));
 }
 
 TEST_F(ConnectedIndexTest, ScanOfTheDatesIsShownAsItGoes) {
-    TheDateTree().onProgress(1.0);
+    ASSERT_TRUE(TheDateTree().ScanAll(MainRoot()));
     EXPECT_EQ(PixelAt(960 - 410 + 399, 700 - 38 - 35 + 1), ColorFromBgr(0xC86432));
 }
 
 TEST_F(ConnectedIndexTest, ProgressWithoutAWindowIsHarmless) {
     SetMainWindow(nullptr);
-    OnProgress(0.5, "Updating (2008/11)");
-    OnUpdateProgress(0.5);
-    TheDateTree().onProgress(0.5);
-    TheDateTree().onDayPicked();
+    DesktopWork().progress->OnProgress(0.5, "Updating (2008/11)");
+    DesktopWork().progress->OnUpdateProgress(0.5);
+    ASSERT_TRUE(TheDateTree().ScanAll(MainRoot()));
+    EXPECT_TRUE(TheDateTree().Pick(kDayLevel));
 }
+
+class HeldProgress final : public ProgressListener {
+public:
+    void OnProgress(double, const std::string& text) override {
+        if (text != "Loading (2008/10)" || held.exchange(true)) return;
+        while (!letGo) std::this_thread::yield();
+    }
+    std::atomic<bool> held = false, letGo = false;
+};
 
 // Two updates at once: the first one that ends clears the flag of both.
 TEST_F(ConnectedIndexTest, FlagIsClearedByTheFirstThatEnds) {
     AddText(2008, 10, 1, "b.txt", "dog");
-    std::atomic<bool> held = false, letGo = false;
-    OnProgress = [&](double, const std::string& text) {
-        if (text != "Loading (2008/10)" || held.exchange(true)) return;
-        while (!letGo) std::this_thread::yield();
-    };
+    HeldProgress progress;
+    ResetIndexes({{}, &progress});
     StartBackgroundUpdate(200810);
-    ASSERT_TRUE(Eventually([&] { return held.load(); }));
+    ASSERT_TRUE(Eventually([&] { return progress.held.load(); }));
     StartBackgroundUpdate(200811);
     EXPECT_EQ(CountBackgroundUpdates(), 2);
     EXPECT_TRUE(Eventually([&] { return CountBackgroundUpdates() == 1; }));
     EXPECT_FALSE(state_.run.BackgroundUpdateRunning);
-    letGo = true;
+    progress.letGo = true;
     EXPECT_TRUE(Eventually([&] { return CountBackgroundUpdates() == 0; }));
     EXPECT_TRUE(HasIndex(2008, 10, 1));
     EXPECT_TRUE(HasIndex(2008, 11, 13));

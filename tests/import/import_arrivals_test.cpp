@@ -64,13 +64,13 @@ TEST_F(ImportArrivalsTest, InterruptedImportLeavesItsMonthsToTheNext) {
     for (int i = 0; i < 10; ++i) Add("f" + std::to_string(i) + ".mov", std::string(1u + i, 'x'));
     options.index = ImportOptions::Index::UpToDate;
     options.source = ImportOptions::Source::Goes;
-    options.onFile = [](const ImportedFile&) { InterruptIndexing(); };
+    arrivals.onFile = [this](const ImportedFile&) { interrupt.RequestStop(); };
     for (int i = 10; i < 600; ++i) Add("f" + std::to_string(1000 + i) + ".mov", std::string(1u + i, 'x'));
     EXPECT_EQ(Import().end, ImportEnd::Interrupted);
-    ResumeIndexing();
+    options.context = {};
     EXPECT_FALSE(HasIndex());
     files::RemoveFolderTree(card);
-    options.onFile = {};
+    arrivals.onFile = nullptr;
     EXPECT_EQ(Import().end, ImportEnd::NoSource);
     EXPECT_THAT(IndexOf(), HasSubstr("FILE=f0.mov")) << "the card has gone, and the index is whole";
 }

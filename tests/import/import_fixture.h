@@ -16,6 +16,17 @@
 
 namespace kalmora {
 
+// Keeps what an import reports, and does what a test wants done meanwhile.
+class ArrivalProbe final : public ArrivalListener {
+public:
+    void OnFile(const ImportedFile& file) override {
+        if (onFile) onFile(file);
+        reported.push_back(file);
+    }
+    std::vector<ImportedFile> reported;
+    std::function<void(const ImportedFile& file)> onFile;
+};
+
 class ImportTest : public IndexTest {
 protected:
     ImportTest() : card(MakeFolder("card/DCIM")) {
@@ -23,7 +34,8 @@ protected:
         test::SetVariable("XDG_DATA_HOME", At("share"));  // the trash
         options.sources = {card};
         options.root = root;
-        options.onFile = [this](const ImportedFile& file) { told.push_back(file); };
+        options.context = context;
+        options.arrivals = &arrivals;
     }
     ~ImportTest() override {
         State().settings.TempFolder.clear();
@@ -51,7 +63,7 @@ protected:
         return comment ? *comment : "";
     }
     ImportSummary Import() {
-        told.clear();
+        reported.clear();
         return RunImport(options);
     }
 
@@ -75,13 +87,14 @@ protected:
     }
     std::vector<ImportResult> Results() const {
         std::vector<ImportResult> results;
-        for (const ImportedFile& file : told) results.push_back(file.result);
+        for (const ImportedFile& file : reported) results.push_back(file.result);
         return results;
     }
 
     const std::string card;
     ImportOptions options;
-    std::vector<ImportedFile> told;
+    ArrivalProbe arrivals;
+    std::vector<ImportedFile>& reported = arrivals.reported;
 };
 
 }  // namespace kalmora

@@ -118,7 +118,7 @@ TEST_F(ImportFolderTest, SameNameAndSecondIsOneFile) {
     EXPECT_THAT(NamesInDay(), ElementsAre("A.JPG", "b.mov"));
     EXPECT_THAT(Results(), ElementsAre(ImportResult::Copied, ImportResult::Differs, ImportResult::Copied,
                                        ImportResult::Differs))
-        << "and what differs is told";
+        << "and what differs is reported";
 }
 
 TEST_F(ImportFolderTest, NastyCardComesInWhole) {
@@ -240,7 +240,7 @@ TEST_F(ImportFolderTest, WhatMachinesPutOnACardStaysThere) {
     EXPECT_THAT(TreeOf(root), ElementsAre("2008/200811/2008_1113/a.mov"));
     EXPECT_EQ(TreeOf(card).size(), 9u);
     EXPECT_EQ(summary.failures, 0);
-    EXPECT_EQ(summary.counts.at(ImportResult::PassedOver), 9) << "each file and each folder is told";
+    EXPECT_EQ(summary.counts.at(ImportResult::PassedOver), 9) << "each file and each folder is reported";
 }
 
 TEST_F(ImportFolderTest, NumberedFilesGoOnBehindThoseOfTheDay) {
@@ -289,7 +289,7 @@ TEST_F(ImportFolderTest, FileThatCountsAsTheSameAndDiffersIsToldAndLeft) {
     options.source = ImportOptions::Source::Goes;
     const ImportSummary summary = Import();
     EXPECT_THAT(Results(), ElementsAre(ImportResult::Differs, ImportResult::Differs, ImportResult::Same));
-    EXPECT_EQ(told[0].standing, PathOf("A.JPG"));
+    EXPECT_EQ(reported[0].standing, PathOf("A.JPG"));
     EXPECT_EQ(TreeOf(card).size(), 3u);
     EXPECT_EQ(NamesInDay().size(), 3u);
     EXPECT_EQ(summary.differing, 2);
@@ -329,12 +329,12 @@ TEST_F(ImportFolderTest, RehearsalTellsTheSameAndTouchesNothing) {
     EXPECT_EQ(TreeOf(home), before);
     EXPECT_EQ(ContentOf(OnCard("081114-101530.jpg")), test::JpegOf(""));
     std::vector<std::string> targets;
-    for (const ImportedFile& file : told) targets.push_back(file.target);
+    for (const ImportedFile& file : reported) targets.push_back(file.target);
     const auto results = Results();
     options.run = ImportOptions::Run::ForReal;
     Import();
     EXPECT_EQ(Results(), results);
-    for (std::size_t i = 0; i < told.size(); ++i) EXPECT_EQ(told[i].target, targets[i]);
+    for (std::size_t i = 0; i < reported.size(); ++i) EXPECT_EQ(reported[i].target, targets[i]);
 }
 
 // ---- what goes with a photo
@@ -385,8 +385,8 @@ TEST_F(ImportMoveTest, CompanionsGoBeforeTheirPhotoWhichTellsTheirDay) {
     Add("A.xmp", "x");
     options.source = ImportOptions::Source::Goes;
     Import();
-    ASSERT_EQ(told.size(), 2u);
-    EXPECT_EQ(told[0].source, OnCard("A.xmp"));
+    ASSERT_EQ(reported.size(), 2u);
+    EXPECT_EQ(reported[0].source, OnCard("A.xmp"));
     EXPECT_THAT(NamesInDay(14), ElementsAre("A.JPG", "A.xmp"));
     EXPECT_FALSE(files::Exists(card));
 }
@@ -444,8 +444,8 @@ TEST_F(ImportMoveTest, ProtectedFileStaysAndItsCopyIsWritable) {
     Import();
     EXPECT_FALSE(files::GetStatus(PathOf("a.jpg"))->isReadOnly);
     EXPECT_TRUE(files::Exists(source)) << "as when it goes from one volume to another";
-    ASSERT_EQ(told.size(), 1u);
-    EXPECT_TRUE(told[0].sourceStays);
+    ASSERT_EQ(reported.size(), 1u);
+    EXPECT_TRUE(reported[0].sourceStays);
 }
 
 TEST_F(ImportFolderTest, EmptyFoldersGoAlsoWhenFilesAreCopied) {
@@ -503,9 +503,9 @@ TEST_F(ImportAcrossVolumesTest, ProtectedSourceIsCopiedAndStays) {
     Import();
     EXPECT_EQ(ContentOf(PathOf("a.jpg")), "content");
     EXPECT_TRUE(files::Exists(source));
-    ASSERT_EQ(told.size(), 1u);
-    EXPECT_EQ(told[0].result, ImportResult::Copied);
-    EXPECT_TRUE(told[0].sourceStays);
+    ASSERT_EQ(reported.size(), 1u);
+    EXPECT_EQ(reported[0].result, ImportResult::Copied);
+    EXPECT_TRUE(reported[0].sourceStays);
 }
 
 // ---- progress and ends
@@ -542,10 +542,10 @@ TEST_F(ImportFolderTest, AbsentFolderSaysSo) {
 TEST_F(ImportFolderTest, InterruptEndsItAtTheNextFileAndTheNextImportGoesOn) {
     for (int i = 0; i < 10; ++i) Add("f" + std::to_string(i) + ".jpg", std::string(1u + i, 'x'));
     options.source = ImportOptions::Source::Goes;
-    InterruptIndexing();
+    interrupt.RequestStop();
     EXPECT_EQ(Import().end, ImportEnd::Interrupted);
     EXPECT_EQ(TreeOf(card).size(), 10u);
-    ResumeIndexing();
+    options.context = {};
     EXPECT_EQ(Import().end, ImportEnd::Finished);
     EXPECT_EQ(NamesInDay().size(), 10u);
 }
@@ -553,9 +553,8 @@ TEST_F(ImportFolderTest, InterruptEndsItAtTheNextFileAndTheNextImportGoesOn) {
 TEST_F(ImportFolderTest, CardThatIsPulledGivesWhatWasCopiedAndTellsTheRest) {
     constexpr int kFiles = 300;
     for (int i = 0; i < kFiles; ++i) Add("f" + std::to_string(1000 + i) + ".jpg", std::string(1u + i, 'x'));
-    options.onFile = [this](const ImportedFile& file) {
-        if (told.empty()) std::filesystem::remove_all(card);
-        told.push_back(file);
+    arrivals.onFile = [this](const ImportedFile&) {
+        if (reported.empty()) std::filesystem::remove_all(card);
     };
     const ImportSummary summary = Import();
     EXPECT_EQ(summary.done, kFiles);

@@ -150,7 +150,7 @@ TEST_F(ImportShortcutTest, SourceStaysAndALinkPointsAtIt) {
     EXPECT_EQ(ResolveShortcut(PathOf("A.JPG.lnk")), source);
     EXPECT_TRUE(files::Exists(source));
     EXPECT_THAT(Results(), ElementsAre(ImportResult::Linked));
-    EXPECT_EQ(told[0].target, PathOf("A.JPG.lnk"));
+    EXPECT_EQ(reported[0].target, PathOf("A.JPG.lnk"));
 }
 
 TEST_F(ImportShortcutTest, IndexHasThePathBesideTheLink) {

@@ -127,16 +127,6 @@ TEST_F(DayIndexLoad, LinkInPlaceOfTheIndexIsReplacedAndWhatItPointsAtStays) {
     EXPECT_FALSE(std::filesystem::is_symlink(IndexPath()));
 }
 
-TEST_F(DayIndexLoad, StopRequestFromBeforeIsLost) {
-    PutIndex(kRecord);
-    DayIndex day;
-    day.dataRoot = root;
-    day.stopRequest = true;
-    EXPECT_TRUE(day.Load(2008, 11, 13));
-    EXPECT_FALSE(day.stopRequest);
-    EXPECT_EQ(day.entries.size(), 1u);
-}
-
 TEST_F(DayIndexLoad, StopWhileReadingEndsItAndWritesNothing) {
     // Long enough that the request arrives while it is read.
     std::string records;
@@ -144,12 +134,9 @@ TEST_F(DayIndexLoad, StopWhileReadingEndsItAndWritesNothing) {
     PutIndex(records);
     DayIndex day;
     day.dataRoot = root;
-    std::atomic<bool> done = false;
-    std::thread stopper([&] {
-        while (!done) day.stopRequest = true;
-    });
-    const bool loaded = day.Load(2008, 11, 13);
-    done = true;
+    StopSource stop;
+    std::thread stopper([&] { stop.RequestStop(); });
+    const bool loaded = day.Load(2008, 11, 13, stop.Token());
     stopper.join();
     EXPECT_FALSE(loaded);
     EXPECT_LT(day.entries.size(), 200000u);
@@ -158,10 +145,10 @@ TEST_F(DayIndexLoad, StopWhileReadingEndsItAndWritesNothing) {
 
 TEST_F(DayIndexLoad, InterruptWhileMadeFromTheFolderWritesNothing) {
     PutInDay("a.jpg", PhotoTaken("2008:11:13 09:00:00"));
-    InterruptIndexing();
+    interrupt.RequestStop();
     DayIndex day;
     day.dataRoot = root;
-    EXPECT_FALSE(day.Load(2008, 11, 13));
+    EXPECT_FALSE(day.Load(2008, 11, 13, interrupt.Token()));
     EXPECT_FALSE(HasIndex());
 }
 

@@ -18,8 +18,7 @@ protected:
     }
     void Update() {
         day.dataRoot = root;
-        EXPECT_TRUE(day.Update(2008, 11, 13));
-        EXPECT_FALSE(day.loading);
+        EXPECT_TRUE(day.Update(2008, 11, 13, interrupt.Token()));
     }
     // Whether the update wrote the file: its content is marked before.
     bool Writes() {
@@ -206,11 +205,9 @@ TEST_F(DayIndexUpdate, WithoutALoadEveryFileIsReadAsNew) {
 TEST_F(DayIndexUpdate, InterruptLeavesTheFileAsItIs) {
     PutInDay("c.txt");
     const std::string before = IndexOf();
-    InterruptIndexing();
+    interrupt.RequestStop();
     Update();
-    ResumeIndexing();
     EXPECT_EQ(IndexOf(), before);
-    EXPECT_FALSE(day.stopRequest);
 }
 
 TEST_F(DayIndexUpdate, RootlessDayDoesNothing) {

@@ -3,14 +3,14 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/work_context.h"
 #include "index/day_index.h"
 #include "index/index_manager.h"
-#include "index/index_progress.h"
-#include "index/index_stop.h"
 #include "media/exif_builder.h"
 #include "store/data_folder.h"
 #include "store/extension_table.h"
@@ -26,17 +26,24 @@ inline std::string PhotoTaken(std::string_view date, unsigned iso = 0) {
     return test::JpegWith(exif);
 }
 
+// Hands the progress on to what a test wants done.
+class ProgressProbe final : public ProgressListener {
+public:
+    void OnProgress(double ratio, const std::string& text) override {
+        if (onProgress) onProgress(ratio, text);
+    }
+    std::function<void(double ratio, const std::string& text)> onProgress;
+};
+
 class IndexTest : public StoreTest {
 protected:
     IndexTest() : root(MakeFolder("files")) {
         State().settings.DataDirectory = root;
         State().settings.ThumbnailMaxSize = 240;
         LoadExtensionTable(At("extension.dat"));
-        ResetIndexes();
+        ResetIndexes(context);
     }
     ~IndexTest() override {
-        OnProgress = nullptr;
-        ResumeIndexing();
         ResetIndexes();
         ClearExtensionTable();
     }
@@ -78,20 +85,28 @@ protected:
     }
 
     const std::string root;
+    ProgressProbe probe;
+    StopSource interrupt;
+    const WorkContext context{interrupt.Token(), &probe};
 };
 
 // Listens to the progress for the time of a test.
 class ProgressTexts {
 public:
-    ProgressTexts() {
-        OnProgress = [this](double ratio, const std::string& text) {
+    explicit ProgressTexts(ProgressProbe& probe) : probe_(probe) {
+        probe_.onProgress = [this](double ratio, const std::string& text) {
             ratios.push_back(ratio);
             texts.push_back(text);
         };
     }
-    ~ProgressTexts() { OnProgress = nullptr; }
+    ~ProgressTexts() { probe_.onProgress = nullptr; }
+    ProgressTexts(const ProgressTexts&) = delete;
+    ProgressTexts& operator=(const ProgressTexts&) = delete;
     std::vector<double> ratios;
     std::vector<std::string> texts;
+
+private:
+    ProgressProbe& probe_;
 };
 
 }  // namespace kalmora

@@ -39,7 +39,7 @@ protected:
         return ContentOf(At("log.dat"));
     }
 
-    IndexManager manager{root};
+    IndexManager manager{root, context};
 };
 using IndexManagerLoad = ManagerTest;
 using IndexManagerStop = ManagerTest;
@@ -124,7 +124,7 @@ TEST_F(IndexManagerLoad, MonthsComeIntoMemoryAtOnceTheLastInFront) {
 }
 
 TEST_F(IndexManagerLoad, MonthsAreNotLoadedWhenInterrupted) {
-    InterruptIndexing();
+    interrupt.RequestStop();
     EXPECT_FALSE(manager.LoadMonths({{2008, 11, 0}}));
 }
 
@@ -145,7 +145,7 @@ TEST_F(IndexManagerStop, RequestWithoutWorkEndsNothingLater) {
 TEST_F(IndexManagerStop, RequestBetweenTheOrderAndItsWorkEndsIt) {
     manager.Load(2008, 11, 0);
     PutInDay("b.txt");
-    const auto ordered = manager.StopsSoFar();
+    const StopToken ordered = manager.BeginWork();
     manager.RequestStop();
     manager.Update(2008, 11, 0, ordered);
     EXPECT_THAT(IndexOf(), Not(HasSubstr("b.txt")));
@@ -155,7 +155,7 @@ TEST_F(IndexManagerStop, RequestEndsAllThatRuns) {
     manager.Load(2008, 10, 0);
     manager.Load(2008, 11, 0);
     std::vector<std::string> texts;
-    OnProgress = [&, days = 0](double, const std::string& text) mutable {
+    probe.onProgress = [&, days = 0](double, const std::string& text) mutable {
         texts.push_back(text);
         // Another update begins while this one runs, and then both are stopped.
         if (++days == 5) manager.Update(2008, 10, 0);
@@ -170,7 +170,7 @@ TEST_F(IndexManagerStop, RunningLoadOfAListedMonthIsCanceled) {
     manager.Load(2008, 11, 0);
     int days = 0;
     std::vector<std::string> texts;
-    OnProgress = [&](double, const std::string& text) {
+    probe.onProgress = [&](double, const std::string& text) {
         texts.push_back(text);
         if (++days == 5) manager.RequestStop();
     };
@@ -182,12 +182,12 @@ TEST_F(IndexManagerStop, RunningLoadOfAListedMonthIsCanceled) {
 TEST_F(IndexManagerStop, FirstTouchIsCanceledToo) {
     PutInDay("late.txt", "x", 28);
     int days = 0;
-    OnProgress = [&](double, const std::string&) {
+    probe.onProgress = [&](double, const std::string&) {
         if (++days == 5) manager.RequestStop();
     };
     manager.Load(2008, 11, 0);
     EXPECT_FALSE(HasIndex(28));
-    OnProgress = nullptr;
+    probe.onProgress = nullptr;
     manager.Load(2008, 11, 0);
     EXPECT_TRUE(manager.IsLoaded(2008, 11, 0));
     EXPECT_TRUE(HasIndex(28));
@@ -195,7 +195,7 @@ TEST_F(IndexManagerStop, FirstTouchIsCanceledToo) {
 
 TEST_F(IndexManagerStop, YearEndsAtTheMonthThatWasStopped) {
     int texts = 0;
-    OnProgress = [&](double, const std::string&) {
+    probe.onProgress = [&](double, const std::string&) {
         if (++texts == 40) manager.RequestStop();  // in February
     };
     manager.Load(2008, 0, 0);
@@ -205,8 +205,9 @@ TEST_F(IndexManagerStop, YearEndsAtTheMonthThatWasStopped) {
 TEST_F(IndexManagerStop, MonthsThatAreNotTheTargetGoOn) {
     manager.Load(2008, 10, 0);
     manager.Load(2008, 11, 0);
-    const MonthIndex::Work onOctober(*manager.FindMonth(2008, 10)), onNovember(*manager.FindMonth(2008, 11));
-    OnProgress = [&](double, const std::string&) { manager.RequestStop(); };
+    const StopToken onOctober = manager.FindMonth(2008, 10)->BeginWork();
+    const StopToken onNovember = manager.FindMonth(2008, 11)->BeginWork();
+    probe.onProgress = [&](double, const std::string&) { manager.RequestStop(); };
     manager.Load(2008, 11, 0);
     EXPECT_TRUE(onNovember.IsStopped());
     EXPECT_FALSE(onOctober.IsStopped());
@@ -217,12 +218,12 @@ TEST_F(IndexManagerStop, BothManagersAreStoppedAndTheReasonTold) {
     State().settings.UseOtherFolder = true;
     MainIndex().Load(2008, 11, 0);
     OtherIndex().Load(2008, 11, 0);
-    const std::string log = LogOf([] {
+    const std::string log = LogOf([this] {
         StopIndexing(nullptr);
-        OnProgress = [](double, const std::string&) { StopIndexing("stop by user"); };
+        probe.onProgress = [](double, const std::string&) { StopIndexing("stop by user"); };
         MainIndex().Update(2008, 11, 0);
         OtherIndex().Update(2008, 11, 0);
-        OnProgress = nullptr;
+        probe.onProgress = nullptr;
     });
     EXPECT_THAT(log, HasSubstr("[Stop Indexing] stop by user"));
     EXPECT_THAT(log, HasSubstr("[Stop Indexing] none"));
@@ -234,9 +235,9 @@ TEST_F(IndexManagerStop, BothManagersAreStoppedAndTheReasonTold) {
 TEST_F(IndexManagerStop, OtherManagerIsLeftAloneWhileItIsNotUsed) {
     State().settings.OtherDirectory = MakeFolder("other");
     State().settings.UseOtherFolder = false;
-    const auto before = OtherIndex().StopsSoFar();
+    const StopToken before = OtherIndex().BeginWork();
     StopIndexing("test");
-    EXPECT_EQ(OtherIndex().StopsSoFar(), before);
+    EXPECT_FALSE(before.IsStopped());
     EXPECT_EQ(OtherIndexInUse(), nullptr);
     State().settings.UseOtherFolder = true;
     EXPECT_EQ(OtherIndexInUse(), &OtherIndex());
@@ -332,10 +333,10 @@ TEST_F(IndexManagerUpdate, StopRequestEndsItAndNotTheNextOne) {
     manager.Load(2008, 11, 0);
     manager.Load(2008, 11, 0);
     PutInDay("b.txt");
-    OnProgress = [&](double, const std::string&) { manager.RequestStop(); };
+    probe.onProgress = [&](double, const std::string&) { manager.RequestStop(); };
     manager.Update(2008, 11, 0);
     EXPECT_THAT(IndexOf(), Not(HasSubstr("b.txt")));
-    OnProgress = nullptr;
+    probe.onProgress = nullptr;
     manager.Update(2008, 11, 0);
     EXPECT_THAT(IndexOf(), HasSubstr("b.txt"));
 }
@@ -369,7 +370,7 @@ TEST_F(IndexManagerUpdate, BothRootsInTheBackground) {
     State().settings.OtherDirectory = MakeFolder("other");
     State().settings.UseOtherFolder = true;
     const std::string other = Put("other/2008/200811/2008_1113/o.txt");
-    const std::string log = LogOf([] { UpdateMonthOfBothRoots(2008, 11); });
+    const std::string log = LogOf([this] { UpdateMonthOfBothRoots(2008, 11); });
     EXPECT_TRUE(HasIndex());
     EXPECT_TRUE(files::Exists(At("other/2008/200811/2008_1113/$calendar.cidx")));
     EXPECT_THAT(log, HasSubstr("Updating by backprocess: 2008/11"));

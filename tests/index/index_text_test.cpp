@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include "index/index_stop.h"
 #include "text/text.h"
 
 namespace kalmora {
@@ -15,7 +14,7 @@ constexpr char kFolder[] = "/life/2008/200811/2008_1113";
 constexpr char kHead[] = "# Calendar Index [0.99]\n";
 
 std::vector<EntryPointer> Read(std::string_view text, IndexReading expected = IndexReading::Done) {
-    const WorkFlag stop;
+    const StopToken stop;
     std::vector<EntryPointer> records;
     EXPECT_EQ(ReadIndexText(text, kFolder, stop, records), expected) << text;
     return records;
@@ -238,25 +237,12 @@ TEST(IndexText, LineEndsOfTheOtherPlatformAreRead) {
 }
 
 TEST(IndexText, StopEndsTheReadingAndKeepsWhatWasRead) {
-    const WorkFlag stop(true);
+    StopSource stop;
+    stop.RequestStop();
     std::vector<EntryPointer> records;
-    EXPECT_EQ(ReadIndexText(std::string(kHead) + kSample, kFolder, stop, records), IndexReading::Stopped);
+    EXPECT_EQ(ReadIndexText(std::string(kHead) + kSample, kFolder, stop.Token(), records),
+              IndexReading::Stopped);
     EXPECT_THAT(records, IsEmpty());
-}
-
-TEST(IndexText, InterruptEndsTheReading) {
-    const WorkFlag stop;
-    std::vector<EntryPointer> records;
-    InterruptIndexing();
-    EXPECT_EQ(ReadIndexText(std::string(kHead) + kSample, kFolder, stop, records), IndexReading::Stopped);
-    ResumeIndexing();
-}
-
-// ---- paths
-
-TEST(IndexPath, BackslashesSeparateFolders) {
-    EXPECT_THAT(Names(ReadRecords("FILE=sub\\deep\\a.jpg\n-\n")), ElementsAre("sub/deep/a.jpg"));
-    EXPECT_EQ(ToIndexPath("sub/deep/a.jpg"), "sub\\deep\\a.jpg");
 }
 
 TEST(IndexPath, SecondByteOfACharacterIsNoSeparator) {

@@ -18,7 +18,7 @@ using testing::SizeIs;
 
 class MonthTest : public IndexTest {
 protected:
-    MonthIndex month{2008, 11, root};
+    MonthIndex month{2008, 11, root, context};
 };
 using MonthIndexLoad = MonthTest;
 using MonthIndexGate = MonthTest;
@@ -38,14 +38,14 @@ bool Eventually(const Condition& condition) {
 // Holds the worker of a month at its first sign of life until it is let go.
 class HeldWorker {
 public:
-    HeldWorker() {
-        OnProgress = [this](double, const std::string&) {
+    explicit HeldWorker(ProgressProbe& probe) : probe_(probe) {
+        probe_.onProgress = [this](double, const std::string&) {
             if (!arrived_.exchange(true)) go_.get_future().wait();
         };
     }
     ~HeldWorker() {
         LetGo();
-        OnProgress = nullptr;
+        probe_.onProgress = nullptr;
     }
     bool Arrived() const { return arrived_; }
     void LetGo() {
@@ -53,6 +53,7 @@ public:
     }
 
 private:
+    ProgressProbe& probe_;
     std::atomic<bool> arrived_ = false;
     bool gone_ = false;
     std::promise<void> go_;
@@ -61,8 +62,8 @@ private:
 // A month on which one works and for which a second one waits.
 class CrowdedGate {
 public:
-    explicit CrowdedGate(MonthIndex& month)
-        : first_(std::async(std::launch::async, [&month] { return month.Load(0); })) {
+    CrowdedGate(MonthIndex& month, ProgressProbe& probe)
+        : held_(probe), first_(std::async(std::launch::async, [&month] { return month.Load(0); })) {
         if (!Eventually([this] { return held_.Arrived(); })) return;
         // Of two that come, one waits and the other is refused: when that one is back, the first waits.
         for (auto& one : comers_) one = std::async(std::launch::async, [&month] { return month.Load(0); });
@@ -106,7 +107,7 @@ TEST_F(MonthIndexLoad, WholeMonthComesIntoMemoryAndIndexesOntoTheDisk) {
 }
 
 TEST_F(MonthIndexLoad, DaysPastTheMonthsEndStayEmptyAndDoNotCount) {
-    MonthIndex february(2007, 2, root);
+    MonthIndex february(2007, 2, root, context);
     EXPECT_TRUE(february.Load(0));
     EXPECT_TRUE(february.IsLoaded(0));
     EXPECT_TRUE(february.IsLoaded(28));
@@ -143,7 +144,7 @@ TEST_F(MonthIndexLoad, LoadedDayIsNotReadAgain) {
 }
 
 TEST_F(MonthIndexLoad, TellsItsProgress) {
-    const ProgressTexts progress;
+    const ProgressTexts progress(probe);
     month.Load(0);
     ASSERT_THAT(progress.texts, SizeIs(31));
     EXPECT_EQ(progress.texts.front(), "Loading (2008/11)");
@@ -154,16 +155,16 @@ TEST_F(MonthIndexLoad, TellsItsProgress) {
 }
 
 TEST_F(MonthIndexLoad, TellsOfOneDay) {
-    const ProgressTexts progress;
+    const ProgressTexts progress(probe);
     month.Load(5);
     EXPECT_THAT(progress.texts, ElementsAre("Loaded. (2008/11/05)"));
     EXPECT_THAT(progress.ratios, ElementsAre(1.0));
 }
 
 TEST_F(MonthIndexLoad, StopEndsItBeforeTheNextDayAndKeepsWhatIsDone) {
-    ProgressTexts progress;
+    ProgressTexts progress(probe);
     int days = 0;
-    OnProgress = [&](double ratio, const std::string& text) {
+    probe.onProgress = [&](double ratio, const std::string& text) {
         progress.texts.push_back(text);
         progress.ratios.push_back(ratio);
         if (++days == 3) month.RequestStop();
@@ -174,17 +175,32 @@ TEST_F(MonthIndexLoad, StopEndsItBeforeTheNextDayAndKeepsWhatIsDone) {
     EXPECT_TRUE(month.IsLoaded(2));
     EXPECT_FALSE(month.IsLoaded(3));
     EXPECT_FALSE(month.busy);
-    OnProgress = nullptr;
+    probe.onProgress = nullptr;
     EXPECT_TRUE(month.Load(0));  // goes on where it was stopped
 }
 
 TEST_F(MonthIndexLoad, StoppedLoadHasWrittenTheDaysItFinished) {
     PutInDay("a.txt", "a", 1);
-    OnProgress = [&, days = 0](double, const std::string&) mutable {
+    probe.onProgress = [&, days = 0](double, const std::string&) mutable {
         if (++days == 3) month.RequestStop();
     };
     EXPECT_FALSE(month.Load(0));
     EXPECT_TRUE(HasIndex(1));
+}
+
+TEST_F(MonthIndexLoad, StopRequestDoesNotReachTheDayThatIsRead) {
+    constexpr std::size_t kFiles = 20'000;
+    std::string records;
+    for (std::size_t i = 0; i < kFiles; ++i) records += "FILE=" + std::to_string(i) + "\n-\n";
+    PutIndex(records);
+    std::atomic<bool> done = false;
+    std::thread stopper([&] {
+        while (!done) month.RequestStop();
+    });
+    EXPECT_TRUE(month.Load(13));
+    done = true;
+    stopper.join();
+    EXPECT_EQ(month.Day(13)->entries.size(), kFiles);
 }
 
 TEST_F(MonthIndexLoad, StopRequestFromBeforeIsNotForTheNextLoad) {
@@ -194,8 +210,8 @@ TEST_F(MonthIndexLoad, StopRequestFromBeforeIsNotForTheNextLoad) {
 
 TEST_F(MonthIndexLoad, DayWithoutARootCancels) {
     State().settings.DataDirectory.clear();
-    MonthIndex rootless(2008, 11);
-    const ProgressTexts progress;
+    MonthIndex rootless(2008, 11, {}, context);
+    const ProgressTexts progress(probe);
     EXPECT_FALSE(rootless.Load(0));
     EXPECT_EQ(progress.texts.back(), "Canceled. (2008/11)");
     EXPECT_FALSE(rootless.Load(4));
@@ -228,7 +244,7 @@ TEST_F(MonthIndexLoad, BatchTellsWhatCouldNotBeWritten) {
 // ---- the gate
 
 TEST_F(MonthIndexGate, SecondWorkerWaitsForTheFirst) {
-    HeldWorker held;
+    HeldWorker held(probe);
     auto first = std::async(std::launch::async, [&] { return month.Load(0); });
     ASSERT_TRUE(Eventually([&] { return held.Arrived(); }));
     auto second = std::async(std::launch::async, [&] { return month.Load(0); });
@@ -239,7 +255,7 @@ TEST_F(MonthIndexGate, SecondWorkerWaitsForTheFirst) {
 }
 
 TEST_F(MonthIndexGate, WaitEndsAfterAboutTwoSeconds) {
-    HeldWorker held;
+    HeldWorker held(probe);
     auto first = std::async(std::launch::async, [&] { return month.Load(0); });
     ASSERT_TRUE(Eventually([&] { return held.Arrived(); }));
     const auto start = std::chrono::steady_clock::now();
@@ -252,7 +268,7 @@ TEST_F(MonthIndexGate, WaitEndsAfterAboutTwoSeconds) {
 }
 
 TEST_F(MonthIndexGate, ThirdWorkerIsRefusedAtOnce) {
-    CrowdedGate gate(month);
+    CrowdedGate gate(month, probe);
     ASSERT_TRUE(gate.HasAWaiter());
     EXPECT_FALSE(month.Load(0));
     EXPECT_FALSE(month.Update(0));
@@ -276,7 +292,7 @@ TEST_F(MonthIndexCopy, SharesTheRecordsAndGoesItsOwnWay) {
 }
 
 TEST_F(MonthIndexCopy, HasAGateOfItsOwn) {
-    HeldWorker held;
+    HeldWorker held(probe);
     auto worker = std::async(std::launch::async, [&] { return month.Load(0); });
     ASSERT_TRUE(Eventually([&] { return held.Arrived(); }));
     MonthIndex copy(month);
@@ -289,7 +305,7 @@ TEST_F(MonthIndexCopy, HasAGateOfItsOwn) {
 
 TEST_F(MonthUpdate, DayByDayAndToldOf) {
     PutInDay("a.txt");
-    const ProgressTexts progress;
+    const ProgressTexts progress(probe);
     EXPECT_TRUE(month.Update(0));
     EXPECT_EQ(progress.texts.front(), "Updating (2008/11)");
     EXPECT_EQ(progress.texts.back(), "Updated. (2008/11)");
@@ -300,7 +316,7 @@ TEST_F(MonthUpdate, DayByDayAndToldOf) {
 
 TEST_F(MonthUpdate, OneDay) {
     PutInDay("a.txt");
-    const ProgressTexts progress;
+    const ProgressTexts progress(probe);
     EXPECT_TRUE(month.Update(13));
     EXPECT_THAT(progress.texts, ElementsAre("Updating (2008/11/13)", "Updated. (2008/11/13)"));
     EXPECT_THAT(progress.ratios, ElementsAre(0.0, 1.0));
@@ -317,9 +333,9 @@ TEST_F(MonthUpdate, RemembersWhenItWasDone) {
 TEST_F(MonthUpdate, StopBetweenDaysKeepsWhatIsDone) {
     PutInDay("a.txt", "a", 1);
     PutInDay("b.txt", "b", 20);
-    ProgressTexts progress;
+    ProgressTexts progress(probe);
     int days = 0;
-    OnProgress = [&](double, const std::string& text) {
+    probe.onProgress = [&](double, const std::string& text) {
         progress.texts.push_back(text);
         if (++days == 10) month.RequestStop();
     };
@@ -364,7 +380,7 @@ TEST_F(MonthUpdate, StopReachesTheDayThatIsUpdated) {
 }
 
 TEST_F(MonthUpdate, RefusedByTheGateStaysBusy) {
-    CrowdedGate gate(month);
+    CrowdedGate gate(month, probe);
     ASSERT_TRUE(gate.HasAWaiter());
     month.busy = false;  // whoever holds the gate has set it too
     EXPECT_FALSE(month.Update(1));

@@ -66,8 +66,8 @@ TEST_F(SearchRangeTest, SearchedMonthInTheListIsInMemoryAfterwards) {
 }
 
 TEST_F(SearchRangeTest, ProgressIsToldForEachDayOfAMonth) {
-    const ProgressTexts progress;
-    MonthIndex month(2008, 11, root);
+    const ProgressTexts progress(probe);
+    MonthIndex month(2008, 11, root, context);
     FoundDays found;
     EXPECT_TRUE(SearchMonth(month, Matcher("cat"), Never, found));
     ASSERT_EQ(progress.texts.size(), 31u);
@@ -79,8 +79,8 @@ TEST_F(SearchRangeTest, ProgressIsToldForEachDayOfAMonth) {
 }
 
 TEST_F(SearchRangeTest, DayTellsNoProgress) {
-    const ProgressTexts progress;
-    MonthIndex month(2008, 11, root);
+    const ProgressTexts progress(probe);
+    MonthIndex month(2008, 11, root, context);
     FoundDays found;
     EXPECT_TRUE(SearchDay(month, Matcher("cat"), 13, found));
     EXPECT_THAT(progress.texts, IsEmpty());
@@ -91,9 +91,9 @@ TEST_F(SearchRangeTest, DayTellsNoProgress) {
 TEST_F(SearchRangeTest, StopRequestLeavesAPartialResultWithoutTheLastLine) {
     PutNote({2008, 11, 2}, "early.txt", "a cat");
     PutNote({2008, 11, 20}, "late.txt", "a cat");
-    MonthIndex month(2008, 11, root);
+    MonthIndex month(2008, 11, root, context);
     std::vector<std::string> texts;
-    OnProgress = [&](double, const std::string& text) {
+    probe.onProgress = [&](double, const std::string& text) {
         texts.push_back(text);
         EXPECT_TRUE(month.searching);
         if (texts.size() == 10) month.RequestStop();
@@ -104,7 +104,7 @@ TEST_F(SearchRangeTest, StopRequestLeavesAPartialResultWithoutTheLastLine) {
     EXPECT_EQ(texts.size(), 10u);
     EXPECT_EQ(texts.back(), "Searching (2008/11)");
     EXPECT_FALSE(month.searching);
-    OnProgress = nullptr;
+    probe.onProgress = nullptr;
     EXPECT_TRUE(SearchMonth(month, Matcher("cat"), Never, found)) << "a stop is for what runs";
 }
 
@@ -112,7 +112,7 @@ TEST_F(SearchRangeTest, StopRequestOfAMonthLeavesTheOtherMonths) {
     PutNote({2008, 3, 2}, "march.txt", "a cat");
     PutNote({2008, 4, 2}, "april.txt", "a cat");
     FindIn({2008, 0, 0});
-    OnProgress = [](double, const std::string& text) {
+    probe.onProgress = [](double, const std::string& text) {
         if (text == "Searching (2008/03)") MainIndex().FindMonth(2008, 3)->RequestStop();
     };
     EXPECT_THAT(FindIn({2008, 0, 0}), ElementsAre("april.txt"));
@@ -127,7 +127,7 @@ TEST_F(SearchRangeTest, StopRequestFromBeforeIsNotForTheSearch) {
         MainIndex().FindMonth(2008, 11)->RequestStop();
         EXPECT_THAT(FindIn(range), ElementsAre("a.txt"));
     }
-    ResetIndexes();
+    ResetIndexes(context);
     StopIndexing("nothing has been loaded");
     EXPECT_THAT(FindIn({2008, 0, 0}), ElementsAre("a.txt"));
     EXPECT_TRUE(whole);
@@ -147,9 +147,9 @@ TEST_F(SearchRangeTest, CallersStopEndsTheWholeWalk) {
 TEST_F(SearchRangeTest, DayThatCannotBeLoadedLosesTheRestOfItsMonth) {
     PutNote({2008, 11, 2}, "early.txt", "a cat");
     PutNote({2008, 11, 20}, "late.txt", "a cat");
-    MonthIndex month(2008, 11, root);
-    OnProgress = [count = 0](double, const std::string&) mutable {
-        if (++count == 10) InterruptIndexing();
+    MonthIndex month(2008, 11, root, context);
+    probe.onProgress = [count = 0](double, const std::string&) mutable {
+        if (++count == 10) interrupt.RequestStop();
     };
     FoundDays found;
     EXPECT_FALSE(SearchMonth(month, Matcher("cat"), Never, found));
@@ -161,7 +161,7 @@ TEST_F(SearchRangeTest, LoadOfSomethingElseIsAskedToStop) {
     ChangeView([&](ViewState& view) { view.period.date.month = 10; });
     std::vector<std::string> loads;
     bool searched = false;
-    OnProgress = [&](double, const std::string& text) {
+    probe.onProgress = [&](double, const std::string& text) {
         if (text.find("2007/05") != std::string::npos) loads.push_back(text);
         if (loads.size() != 5 || searched) return;
         searched = true;
@@ -174,7 +174,7 @@ TEST_F(SearchRangeTest, LoadOfSomethingElseIsAskedToStop) {
 TEST_F(SearchRangeTest, LoadGoesOnWhenTheViewItselfIsSearched) {
     bool searched = false;
     std::vector<std::string> loads;
-    OnProgress = [&](double, const std::string& text) {
+    probe.onProgress = [&](double, const std::string& text) {
         if (text.find("2007/05") != std::string::npos) loads.push_back(text);
         if (loads.size() != 5 || searched) return;
         searched = true;

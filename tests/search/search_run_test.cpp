@@ -20,7 +20,7 @@ protected:
     // How many months were walked by what `work` does.
     template <typename Work>
     static std::size_t RunsOf(Work work) {
-        const ProgressTexts progress;
+        const ProgressTexts progress(probe);
         work();
         return Count(progress, "Searched.");
     }
@@ -84,21 +84,21 @@ TEST_F(SearchRunTest, ResultStandsUntilTheNext) {
 TEST_F(SearchRunTest, StoppedRunIsNotKept) {
     Find("cat", Month());
     bool stopped = false;
-    OnProgress = [&](double, const std::string& text) { stopped = text.starts_with("Searching"); };
+    probe.onProgress = [&](double, const std::string& text) { stopped = text.starts_with("Searching"); };
     EXPECT_THAT(*Search("dog", SearchScope::View, Month(), [&] { return stopped; }), IsEmpty());
-    OnProgress = nullptr;
+    probe.onProgress = nullptr;
     EXPECT_THAT(NamesOf(*StandingSearchResult()), ElementsAre("a.txt"));
     EXPECT_THAT(Find("dog", Month()), ElementsAre("b.txt")) << "it runs anew";
 }
 
 TEST_F(SearchRunTest, PartialResultIsShownAndNotReliedUpon) {
     Find("cat", Year());
-    OnProgress = [](double, const std::string& text) {
+    probe.onProgress = [](double, const std::string& text) {
         if (text == "Searching (2008/12)") MainIndex().FindMonth(2008, 12)->RequestStop();
     };
     ResetSearch();
     EXPECT_THAT(Find("cat", Year()), ElementsAre("a.txt"));
-    OnProgress = nullptr;
+    probe.onProgress = nullptr;
     EXPECT_THAT(NamesOf(*StandingSearchResult()), ElementsAre("a.txt"));
     EXPECT_THAT(Find("cat", Year()), ElementsAre("a.txt", "c.txt"));
 }

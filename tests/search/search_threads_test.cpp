@@ -19,7 +19,7 @@ protected:
 
 TEST_F(SearchThreadsTest, SearchesBesideLoadsUpdatesStopsAndOtherViewsEndWellAndAreRightAfterwards) {
     std::atomic<bool> over = false;
-    OnProgress = [](double, const std::string&) {};
+    probe.onProgress = [](double, const std::string&) {};
     std::vector<std::thread> others;
     const auto meanwhile = [&](auto work) {
         others.emplace_back([&over, work] {
@@ -51,7 +51,7 @@ TEST_F(SearchThreadsTest, SearchesBesideLoadsUpdatesStopsAndOtherViewsEndWellAnd
     }
     over = true;
     for (std::thread& other : others) other.join();
-    OnProgress = nullptr;
+    probe.onProgress = nullptr;
     MainIndex().Update(2008, 11, 0);
     MainIndex().Update(2008, 11, 0);
     ResetSearch();

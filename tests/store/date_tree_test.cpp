@@ -40,8 +40,21 @@ protected:
         return dates;
     }
 
+    class Listener final : public DateTreeListener {
+    public:
+        void OnScanProgress(double ratio) override {
+            if (onProgress) onProgress(ratio);
+        }
+        void OnDayPicked() override {
+            if (onDayPicked) onDayPicked();
+        }
+        std::function<void(double ratio)> onProgress;
+        std::function<void()> onDayPicked;
+    };
+
     const std::string root;
-    DateTree tree;
+    Listener listener;
+    DateTree tree{listener};
 };
 
 using DateTreeScan = DateTreeTest;
@@ -133,7 +146,7 @@ TEST_F(DateTreeScan, ProgressRisesToOneADayFolderAtATime) {
     PutDay({2008, 12, 1}, "a.jpg");
     PutDay({2009, 1, 1}, "a.jpg");
     std::vector<double> ratios;
-    tree.onProgress = [&](double ratio) { ratios.push_back(ratio); };
+    listener.onProgress = [&](double ratio) { ratios.push_back(ratio); };
     ASSERT_TRUE(tree.ScanAll(root));
     EXPECT_THAT(ratios, ElementsAre(0.25, 0.5, 0.75, 1.0));
 }
@@ -143,7 +156,7 @@ TEST_F(DateTreeScan, ProgressStaysBelowOneWhenDaysCameAfterTheCount) {
     ASSERT_TRUE(tree.Scan(root, true));
     PutDay({2008, 11, 14}, "a.jpg");
     std::vector<double> ratios;
-    tree.onProgress = [&](double ratio) { ratios.push_back(ratio); };
+    listener.onProgress = [&](double ratio) { ratios.push_back(ratio); };
     ASSERT_TRUE(tree.Scan(root, false));
     EXPECT_THAT(ratios, ElementsAre(1.0, 1.0));
 }
@@ -162,7 +175,7 @@ TEST_F(DateTreeScan, RestsAfterEachMonthThatHoldsSomething) {
 TEST_F(DateTreeScan, TheFlagIsSetWhileTheScanRuns) {
     PutDay({2008, 11, 13}, "a.jpg");
     int seen = -1;
-    tree.onProgress = [&](double) { seen = State().run.DateScanRunning; };
+    listener.onProgress = [&](double) { seen = State().run.DateScanRunning; };
     ASSERT_TRUE(tree.ScanAll(root));
     EXPECT_EQ(seen, 1);
     EXPECT_EQ(State().run.DateScanRunning, 0);
@@ -205,11 +218,12 @@ TEST_F(DateTreeScan, AFolderWithoutPermissionIsEmpty) {
 TEST_F(DateTreeScan, AStopIsFeltBetweenTwoDays) {
     PutDay({2008, 11, 13}, "a.jpg");
     PutDay({2008, 11, 14}, "a.jpg");
-    tree.onProgress = [&](double) { tree.RequestStop(); };
-    EXPECT_FALSE(tree.ScanAll(root));
+    StopSource stop;
+    listener.onProgress = [&](double) { stop.RequestStop(); };
+    EXPECT_FALSE(tree.ScanAll(root, stop.Token()));
     EXPECT_THAT(Dates(kDayLevel), IsEmpty());
     EXPECT_EQ(State().run.DateScanRunning, 0);
-    EXPECT_FALSE(tree.ScanAll(root));
+    EXPECT_FALSE(tree.ScanAll(root, stop.Token()));
 }
 
 TEST_F(DateTreeScan, CountIsEmptyForWhatIsNotListed) {
@@ -240,7 +254,7 @@ TEST_F(DateTreePick, OnlyADayAsksForARepaint) {
     PutDay({2008, 11, 13}, "a.jpg");
     ASSERT_TRUE(tree.ScanAll(root));
     int asked = 0;
-    tree.onDayPicked = [&] { ++asked; };
+    listener.onDayPicked = [&] { ++asked; };
     tree.Pick(kYearLevel);
     tree.Pick(kMonthLevel);
     EXPECT_EQ(asked, 0);
