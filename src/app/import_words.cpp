@@ -74,10 +74,11 @@ std::string EndInWords(const ImportSummary& summary, WordsLanguage language) {
 }  // namespace
 
 void ImportRemarks::Note(const ImportedFile& file) {
-    const bool lacksWords = file.note && !IsDone(*file.note) && !IsUnsupported(*file.note);
+    const bool lacksWords =
+        file.commentResult && !IsDone(*file.commentResult) && !IsUnsupported(*file.commentResult);
     if (!IsFailure(file.result) && file.result != ImportResult::Differs && !lacksWords) return;
     if (first_.size() < kMost)
-        first_.push_back({file.source, file.standing, file.result, lacksWords && !IsFailure(file.result)});
+        first_.push_back({file.source, file.existing, file.result, lacksWords && !IsFailure(file.result)});
     else
         ++more_;
 }
@@ -88,8 +89,8 @@ std::string ImportRemarks::Lines(WordsLanguage language) const {
         std::string why = WordsOf(one.result, language);
         if (one.result == ImportResult::Differs)
             why = language == WordsLanguage::Japanese
-                      ? GetFileName(one.standing) + " と内容が異なるため元の場所に残しました"
-                      : "differs from " + GetFileName(one.standing) + ", left where it is";
+                      ? GetFileName(one.existing) + " と内容が異なるため元の場所に残しました"
+                      : "differs from " + GetFileName(one.existing) + ", left where it is";
         else if (one.lacksWords)
             why = In(language, "コメントを追記できません", "its comment could not be written");
         lines += one.file + ": " + why + "\n";

@@ -20,7 +20,7 @@ public:
 private:
     static constexpr std::size_t kMost = 8;  // lines in a box
     struct Remark {
-        std::string file, standing;
+        std::string file, existing;
         ImportResult result = ImportResult::Failed;
         bool lacksWords = false;
     };

@@ -46,7 +46,7 @@ std::string WordsOf(const ImportedFile& file, ImportOptions::Run run) {
     if (run == ImportOptions::Run::Rehearsal && HasArrived(file.result))
         return std::string("would be ") + NameOf(file.result) + target;
     if (file.result == ImportResult::Differs)
-        return "differs from " + ShownOnOutput(file.standing) + ", left where it is";
+        return "differs from " + ShownOnOutput(file.existing) + ", left where it is";
     return NameOf(file.result) + target;
 }
 
@@ -101,12 +101,12 @@ private:
         record["target"] = file.target.empty() ? Json() : Json(file.target);
         record["date"] = file.taken.year == 0 ? Json() : Json(IsoDate(file.taken));
         record["day"] = *day ? Json(day) : Json();
-        if (!file.standing.empty()) record["standing"] = file.standing;
+        if (!file.existing.empty()) record["standing"] = file.existing;
         if (file.result == ImportResult::Differs)
-            record["message"] = "differs from " + file.standing + ", left where it is";
+            record["message"] = "differs from " + file.existing + ", left where it is";
         if (file.isFolder) record["isFolder"] = true;
         if (file.sourceStays) record["sourceStays"] = true;
-        if (file.note) record["note"] = NameOf(*file.note);
+        if (file.commentResult) record["note"] = NameOf(*file.commentResult);
         PrintRecord(record);
     }
     void PrintLine(const ImportedFile& file) const {
@@ -117,9 +117,9 @@ private:
         }
         std::printf("%s: %s%s\n", ShownOnOutput(file.source).c_str(), WordsOf(file, run_).c_str(),
                     file.sourceStays && HasArrived(file.result) ? ", the original stays" : "");
-        if (file.note && !IsDone(*file.note))
+        if (file.commentResult && !IsDone(*file.commentResult))
             std::fprintf(stderr, "kalmora import: %s: no note: %s\n", ShownOnErrors(file.target).c_str(),
-                         NameOf(*file.note));
+                         NameOf(*file.commentResult));
     }
 
     const bool asJson_;

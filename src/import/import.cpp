@@ -61,14 +61,14 @@ bool UpdateMonths(const std::set<MonthToCome>& toIndex, const WorkContext& conte
 void FinishFormerImport(const WorkContext& context) {
     ArrivalJournal former;
     if (!former.Open(State().settings.TempFolder)) return;
-    // Whether an original may go is told by the bytes of its copy, which the words change.
-    if (ImportJournal moves; former.HasWords() && moves.Open(State().settings.TempFolder)) moves.Settle();
-    if (UpdateMonths(former.Settle(), context)) former.ClearMonths();
+    // Whether an original may go depends on the bytes of its copy, which the words change.
+    if (ImportJournal moves; former.HasWords() && moves.Open(State().settings.TempFolder)) moves.Recover();
+    if (UpdateMonths(former.Recover(), context)) former.ClearMonths();
 }
 
 // ---- the import itself
 
-class Importer final : public WalkListener {
+class Importer final : public WalkListener, private BatchListener {
 public:
     Importer(const ImportOptions& options, ImportSummary& summary)
         : options_(options),
@@ -78,13 +78,12 @@ public:
                      options.source == ImportOptions::Source::GetsShortcut ? TargetNames::Form::Shortcut
                                                                            : TargetNames::Form::File,
                      options.sameBy, TargetNames::OnReserved::CompareSources),
-          batch_(TargetNames(options.naming, TargetNames::Form::File, options.sameBy),
-                 [this](std::span<ImportedFile> files) { OnSettled(files); }) {
+          batch_(TargetNames(options.naming, TargetNames::Form::File, options.sameBy), *this) {
         if (IsRehearsal()) return;
         if (arrivals_.Open(State().settings.TempFolder)) batch_.UseArrivals(&arrivals_);
         toIndex_ = arrivals_.Months();
         if (options.source == ImportOptions::Source::Goes && journal_.Open(State().settings.TempFolder)) {
-            journal_.Settle();
+            journal_.Recover();
             batch_.UseJournal(&journal_);
         }
     }
@@ -118,8 +117,8 @@ private:
     }
     std::string WordsFor(const ImportedFile& file) const;
     void WriteWords(std::span<ImportedFile> files);
-    void OnSettled(std::span<ImportedFile> files);
-    void Tell(const ImportedFile& file);
+    void OnFinished(std::span<ImportedFile> files) override;
+    void Report(const ImportedFile& file);
     void AddToIndex(const std::string& path);
     void UpdateIndex();
     void RemoveEmptyFolders();
@@ -141,31 +140,31 @@ private:
 };
 
 void Importer::OnNews(const std::string& folder, FolderNews news) {
-    ImportedFile told;
-    told.source = folder;
-    told.isFolder = true;
+    ImportedFile report;
+    report.source = folder;
+    report.isFolder = true;
     switch (news) {
         case FolderNews::Followed:
-            told.result = ImportResult::Followed;
+            report.result = ImportResult::Followed;
             break;
         case FolderNews::VisitedOnce:
-            told.result = ImportResult::VisitedOnce;
+            report.result = ImportResult::VisitedOnce;
             break;
         case FolderNews::Junk:
-            told.result = ImportResult::PassedOver;
+            report.result = ImportResult::PassedOver;
             break;
         case FolderNews::Unreadable:
-            told.result = ImportResult::Unreadable;
+            report.result = ImportResult::Unreadable;
             if (std::ranges::find(options_.sources, folder) != options_.sources.end()) {
                 summary_.end = ImportEnd::Unreadable;
                 summary_.refused = folder;
             }
             break;
         case FolderNews::MeetsTarget:
-            told.result = ImportResult::MeetsTarget;
+            report.result = ImportResult::MeetsTarget;
             break;
     }
-    batch_.AddSettled(std::move(told));
+    batch_.AddFinished(std::move(report));
 }
 
 void Importer::OnLeft(const std::string& folder) {
@@ -190,7 +189,7 @@ bool Importer::Describe(const std::string& path, ImportedFile& file) const {
         return false;
     }
     file.bytes = status->size;
-    file.isProtected = IsReadOnly(path);  // tells the log, too
+    file.isProtected = IsReadOnly(path);  // logs it, too
     file.words = WordsFor(file);
     return true;
 }
@@ -215,7 +214,7 @@ void Importer::OnFile(const SourceFile& source, const std::vector<std::string>& 
     if (companions_.IsCompanion(name)) return;  // it comes with its photo
     Group group;
     if (!Describe(source.path, group.file)) {
-        batch_.AddSettled(std::move(group.file));
+        batch_.AddFinished(std::move(group.file));
     } else if (const auto taken = DateOf(group.file)) {
         group.file.taken = *taken;
         group.file.day = DayOf(*taken);
@@ -223,7 +222,7 @@ void Importer::OnFile(const SourceFile& source, const std::vector<std::string>& 
         return Take(std::move(group), source.isBehindLink);
     } else {
         group.file.result = files::Exists(source.path) ? ImportResult::Failed : ImportResult::Gone;
-        batch_.AddSettled(std::move(group.file));
+        batch_.AddFinished(std::move(group.file));
     }
     // Without their photo they are files like others.
     const std::vector<CompanionName> alone = companions_.Of(name);
@@ -237,7 +236,7 @@ void Importer::AddCompanions(const std::string& folder, Group& group) {
     for (const CompanionName& one : companions_.Of(GetFileName(group.file.source))) {
         ImportedFile file;
         if (!Describe(files::Join(folder, one.name), file)) {
-            batch_.AddSettled(std::move(file));
+            batch_.AddFinished(std::move(file));
             continue;
         }
         file.taken = group.file.taken;
@@ -268,8 +267,8 @@ std::vector<TargetNames::Companion> NamesOf(std::span<const ImportBatch::Compani
 }
 
 void Importer::Rehearse(Group group, const std::string& dayFolder, bool goes) {
-    const auto settle = [&](ImportedFile& file, const TargetNames::Choice& choice) {
-        file.standing = choice.standing;
+    const auto finish = [&](ImportedFile& file, const TargetNames::Choice& choice) {
+        file.existing = choice.existing;
         file.target = choice.path;
         if (choice.path.empty())
             file.result = choice.why;
@@ -279,13 +278,13 @@ void Importer::Rehearse(Group group, const std::string& dayFolder, bool goes) {
             file.result = goes && !file.isProtected ? ImportResult::Moved : ImportResult::Copied;
         if (goes && file.isProtected && HasArrived(file.result)) file.sourceStays = true;
         if (!choice.path.empty()) rehearsed_.Reserve(choice.path, file.source);
-        batch_.AddSettled(std::move(file));
+        batch_.AddFinished(std::move(file));
     };
     const std::vector<TargetNames::Companion> beside = NamesOf(group.companions);
     const auto choice = rehearsed_.Look({group.file.source, group.file.words}, dayFolder, beside);
     for (std::size_t i = 0; i < beside.size(); ++i)
-        settle(group.companions[i].file, rehearsed_.LookBeside(beside[i], dayFolder, choice.number));
-    settle(group.file, choice);
+        finish(group.companions[i].file, rehearsed_.LookBeside(beside[i], dayFolder, choice.number));
+    finish(group.file, choice);
 }
 
 // On first access to a day, removes scratch files that a killed import left there.
@@ -306,7 +305,7 @@ void Importer::MakeLinks(Group group, const std::string& dayFolder) {
 }
 
 void Importer::MakeLink(ImportedFile file, const TargetNames::Choice& choice) {
-    file.standing = choice.standing;
+    file.existing = choice.existing;
     file.result = choice.path.empty() ? choice.why : ImportResult::Linked;
     file.bytes = 0;
     if (!choice.path.empty()) {
@@ -319,7 +318,7 @@ void Importer::MakeLink(ImportedFile file, const TargetNames::Choice& choice) {
             file.target.clear();
         }
     }
-    batch_.AddSettled(std::move(file));
+    batch_.AddFinished(std::move(file));
 }
 
 // A shortcut takes no words: the file that it leads to stays as it is.
@@ -347,10 +346,10 @@ void Importer::WriteWords(std::span<ImportedFile> files) {
     }
     if (photos.empty()) return;
     const std::vector<RewriteResult> results = AppendCommentAll(photos, words);
-    for (std::size_t i = 0; i < owners.size(); ++i) owners[i]->note = results[i];
+    for (std::size_t i = 0; i < owners.size(); ++i) owners[i]->commentResult = results[i];
 }
 
-void Importer::OnSettled(std::span<ImportedFile> files) {
+void Importer::OnFinished(std::span<ImportedFile> files) {
     if (!IsRehearsal()) {
         WriteWords(files);
         arrivals_.ClearWords();
@@ -359,14 +358,15 @@ void Importer::OnSettled(std::span<ImportedFile> files) {
         const bool isInIndex = file.result == ImportResult::Linked || IsRehearsal();
         if (HasArrived(file.result) && !isInIndex && (options_.addFolderName || options_.addComment))
             AddToIndex(file.target);
-        Tell(file);
+        Report(file);
     }
 }
 
-void Importer::Tell(const ImportedFile& file) {
+void Importer::Report(const ImportedFile& file) {
     ++summary_.counts[file.result];
     // A picture of a kind that takes no words has come in all the same.
-    const bool lacksWords = file.note && !IsDone(*file.note) && !IsUnsupported(*file.note);
+    const bool lacksWords =
+        file.commentResult && !IsDone(*file.commentResult) && !IsUnsupported(*file.commentResult);
     if (IsFailure(file.result) || lacksWords) ++summary_.failures;
     if (HasArrived(file.result)) {
         ++summary_.taken;
@@ -400,7 +400,7 @@ void Importer::UpdateIndex() {
 }
 
 void Importer::Finish() {
-    batch_.Settle();
+    batch_.Finish();
     if (IsRehearsal()) return;
     RemoveEmptyFolders();
     AddFilesToIndex(std::exchange(forIndex_, {}));

@@ -146,7 +146,7 @@ bool ArrivalJournal::HasWords() const {
     return status && status->size > 0;
 }
 
-std::set<MonthToCome> ArrivalJournal::Settle() {
+std::set<MonthToCome> ArrivalJournal::Recover() {
     if (!months_.file.IsOpen()) return {};
     // A photo whose words were being written is whole before it is asked for them.
     const std::vector<WordsToCome> toCome = ParseWordsRecords(ReadAll(words_.file));

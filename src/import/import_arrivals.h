@@ -49,7 +49,7 @@ public:
     bool HasWords() const;
     // What a former import has left. Words are written; months are given back, and stay noted until they are
     // cleared.
-    std::set<MonthToCome> Settle();
+    std::set<MonthToCome> Recover();
     // All that are noted.
     const std::set<MonthToCome>& Months() const { return known_; }
 

@@ -32,9 +32,9 @@ bool IsSameFile(const std::string& a, const std::string& b) {
 
 // True when the two are one file under two names, as a move leaves it that is killed where a file system has
 // to do it in two steps. Folders that are one under two names make one name of it.
-bool IsSecondName(const std::string& source, const std::string& standing) {
-    return !standing.empty() && !files::IsLink(source) && !files::IsLink(standing) &&
-           IsSameFile(source, standing) && !IsSameFile(FolderOf(source), FolderOf(standing));
+bool IsSecondName(const std::string& source, const std::string& existing) {
+    return !existing.empty() && !files::IsLink(source) && !files::IsLink(existing) &&
+           IsSameFile(source, existing) && !IsSameFile(FolderOf(source), FolderOf(existing));
 }
 
 void LogFailure(const ImportedFile& file) {
@@ -46,9 +46,9 @@ void LogFailure(const ImportedFile& file) {
 
 }  // namespace
 
-void ImportBatch::AddSettled(ImportedFile file) {
+void ImportBatch::AddFinished(ImportedFile file) {
     files_.push_back(std::move(file));
-    if (files_.size() >= kMostFiles) Settle();
+    if (files_.size() >= kMostFiles) Finish();
 }
 
 void ImportBatch::Add(ImportedFile file, const std::string& dayFolder, Source source,
@@ -61,7 +61,7 @@ void ImportBatch::Add(ImportedFile file, const std::string& dayFolder, Source so
     if (!companions.empty()) {
         TargetNames::Choice choice = names_.Choose(incoming, dayFolder, beside);
         if (choice.mustWait) {
-            Settle();
+            Finish();
             choice = names_.Choose(incoming, dayFolder, beside);
         }
         number = choice.number;
@@ -82,7 +82,7 @@ void ImportBatch::Place(ImportedFile file, const std::string& dayFolder, Source 
     file.result = TryPlaces(file, dayFolder, source, choose);
     // A copy that was begun finds its file by its place, and that comes with the next line.
     files_.push_back(std::move(file));
-    if (waiting_.size() >= kMostCopies || bytes_ >= kMostBytes || files_.size() >= kMostFiles) Settle();
+    if (waiting_.size() >= kMostCopies || bytes_ >= kMostBytes || files_.size() >= kMostFiles) Finish();
 }
 
 ImportResult ImportBatch::TryPlaces(ImportedFile& file, const std::string& dayFolder, Source source,
@@ -90,13 +90,13 @@ ImportResult ImportBatch::TryPlaces(ImportedFile& file, const std::string& dayFo
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
         const TargetNames::Choice choice = choose();
         if (choice.mustWait) {
-            Settle();
+            Finish();
             continue;
         }
-        file.standing = choice.standing;
-        if (choice.path.empty() && source == Source::Goes && IsSecondName(file.source, choice.standing) &&
+        file.existing = choice.existing;
+        if (choice.path.empty() && source == Source::Goes && IsSecondName(file.source, choice.existing) &&
             files::RemoveFile(file.source) == FileResult::Done) {
-            file.target = choice.standing;
+            file.target = choice.existing;
             return ImportResult::Moved;
         }
         if (choice.path.empty()) return choice.why;
@@ -185,16 +185,16 @@ void ImportBatch::CheckCopies() {
 }
 
 // Before the first of them appears, so that a kill at any moment from then on can be mended.
-void ImportBatch::NoteMoves() {
+void ImportBatch::RecordMoves() {
     if (!journal_) return;
-    std::vector<ImportNote> notes;
+    std::vector<MoveRecord> records;
     for (const Waiting& one : waiting_)
         if (const ImportedFile& file = files_[one.index]; one.goes)
-            notes.push_back({file.source, file.target, one.copy.Source().size, one.copy.Source().written});
-    if (!notes.empty()) journal_->Write(notes);
+            records.push_back({file.source, file.target, one.copy.Source().size, one.copy.Source().written});
+    if (!records.empty()) journal_->Write(records);
 }
 
-void ImportBatch::NoteWords(const Waiting& one) {
+void ImportBatch::RecordWords(const Waiting& one) {
     const ImportedFile& file = files_[one.index];
     if (arrivals_ && !file.words.empty())
         arrivals_->AddWords({file.target, file.words, one.copy.Source().size, one.copy.Source().written});
@@ -211,13 +211,13 @@ void ImportBatch::LetAppear(Waiting& waiting) {
         }
         // Another program put something there since the name was chosen.
         const TargetNames::Choice choice = names_.Choose({file.source, file.words}, waiting.folder);
-        file.standing = choice.standing;
+        file.existing = choice.existing;
         if (choice.path.empty()) {
             file.result = choice.why;
             return;
         }
         file.target = choice.path;
-        NoteWords(waiting);
+        RecordWords(waiting);
     }
     file.result = ImportResult::Taken;
 }
@@ -241,11 +241,11 @@ void ImportBatch::RemoveSources() {
     if (journal_) journal_->Clear();
 }
 
-void ImportBatch::Settle() {
+void ImportBatch::Finish() {
     if (files_.empty()) return;
     CheckCopies();
-    NoteMoves();
-    for (const Waiting& one : waiting_) NoteWords(one);
+    RecordMoves();
+    for (const Waiting& one : waiting_) RecordWords(one);
     if (arrivals_) arrivals_->Flush();
     names_.ForgetReserved();
     for (Waiting& one : waiting_) {
@@ -256,9 +256,9 @@ void ImportBatch::Settle() {
     waiting_.clear();
     bytes_ = 0;
     for (const ImportedFile& file : files_) LogFailure(file);
-    // What is told may lead to more files: the batch is empty by then.
-    std::vector<ImportedFile> settled = std::exchange(files_, {});
-    onSettled_(settled);
+    // The listener may add more files: the batch is empty by then.
+    std::vector<ImportedFile> finished = std::exchange(files_, {});
+    listener_.OnFinished(finished);
 }
 
 }  // namespace kalmora

@@ -20,33 +20,38 @@
 
 namespace kalmora {
 
+class BatchListener {
+public:
+    virtual ~BatchListener() = default;
+    // Gets the files of a batch, in the order in which they came, once all is done with them that can be. May
+    // add files to the batch.
+    virtual void OnFinished(std::span<ImportedFile> files) = 0;
+};
+
 // One thread.
 class ImportBatch {
 public:
     enum class Source { Stays, Goes };
-    // Gets the files of a batch, in the order in which they came, once what became of them is settled.
-    using OnSettled = std::function<void(std::span<ImportedFile> files)>;
-
-    ImportBatch(TargetNames names, OnSettled onSettled)
-        : names_(std::move(names)), onSettled_(std::move(onSettled)) {}
+    // The listener outlives the batch.
+    ImportBatch(TargetNames names, BatchListener& listener) : names_(std::move(names)), listener_(listener) {}
 
     struct Companion {
         ImportedFile file;
         std::size_t stemLength = 0;  // see TargetNames::Companion
     };
     // Takes a file (`source` and whatever the caller wants to keep with it) into the folder of its day, and
-    // before it what goes with it: when a move is cut off, the photo that tells the others' day is still
-    // there. Settles the batch when it has become large.
+    // before it what goes with it: when a move is cut off, the photo that gives the others' day is still
+    // there. Finishes the batch when it has become large.
     void Add(ImportedFile file, const std::string& dayFolder, Source source,
              std::vector<Companion> companions = {});
-    // A file of which nothing is left to be done but to tell.
-    void AddSettled(ImportedFile file);
-    void Settle();
+    // A file of which nothing is left to be done but the report.
+    void AddFinished(ImportedFile file);
+    void Finish();
     bool IsEmpty() const { return files_.empty(); }
 
-    // Notes moves between volumes there; see import_journal.h. Not owned; may be null.
+    // Records moves between volumes there; see import_journal.h. Not owned; may be null.
     void UseJournal(ImportJournal* journal) { journal_ = journal; }
-    // Notes there which words a file is to get, before it appears. Not owned; may be null.
+    // Records there which words a file is to get, before it appears. Not owned; may be null.
     void UseArrivals(ArrivalJournal* arrivals) { arrivals_ = arrivals; }
 
 private:
@@ -65,13 +70,13 @@ private:
     ImportResult StartCopy(ImportedFile& file, const std::string& dayFolder, Source source,
                            const TargetNames::Choice& choice);
     void CheckCopies();
-    void NoteMoves();
-    void NoteWords(const Waiting& one);
+    void RecordMoves();
+    void RecordWords(const Waiting& one);
     void LetAppear(Waiting& waiting);
     void RemoveSources();
 
     TargetNames names_;
-    const OnSettled onSettled_;
+    BatchListener& listener_;
     ImportJournal* journal_ = nullptr;
     ArrivalJournal* arrivals_ = nullptr;
     std::vector<ImportedFile> files_;

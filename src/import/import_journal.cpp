@@ -43,49 +43,49 @@ std::string_view TakeUpTo(char end, std::string_view& rest) {
     return text;
 }
 
-std::optional<ImportNote> TakeNote(std::string_view& rest) {
+std::optional<MoveRecord> TakeMoveRecord(std::string_view& rest) {
     const auto size = NumberOf<std::uint64_t>(TakeUpTo(' ', rest));
     const auto written = NumberOf<std::uint64_t>(TakeUpTo('\0', rest));
-    ImportNote note;
-    note.source = TakeUpTo('\0', rest);
-    note.target = TakeUpTo('\0', rest);
-    if (!size || !written || !files::IsAbsolute(note.source) || !files::IsAbsolute(note.target))
+    MoveRecord record;
+    record.source = TakeUpTo('\0', rest);
+    record.target = TakeUpTo('\0', rest);
+    if (!size || !written || !files::IsAbsolute(record.source) || !files::IsAbsolute(record.target))
         return std::nullopt;
-    note.size = *size;
-    note.written = {*written};
-    return note;
+    record.size = *size;
+    record.written = {*written};
+    return record;
 }
 
 // True when the source went because its copy stands.
-bool SettleNote(const ImportNote& note) {
-    const auto source = files::GetStatus(note.source), target = files::GetStatus(note.target);
+bool RecoverMove(const MoveRecord& record) {
+    const auto source = files::GetStatus(record.source), target = files::GetStatus(record.target);
     const bool areBothThere = source && target && source->isRegular && target->isRegular &&
-                              source->size == note.size && source->written == note.written &&
-                              target->size == note.size;
+                              source->size == record.size && source->written == record.written &&
+                              target->size == record.size;
     if (!areBothThere || source->isReadOnly) return false;
     // One file under two names is no copy of itself.
     if (source->volume == target->volume && source->identity == target->identity) return false;
-    if (!files::HaveSameBytes(note.source, note.target)) return false;
+    if (!files::HaveSameBytes(record.source, record.target)) return false;
     const std::string folder =
-        note.target.substr(0, note.target.size() - GetFileName(note.target).size() - 1);
+        record.target.substr(0, record.target.size() - GetFileName(record.target).size() - 1);
     return files::FlushFolders({&folder, 1}) == FileResult::Done &&
-           files::RemoveFile(note.source) == FileResult::Done;
+           files::RemoveFile(record.source) == FileResult::Done;
 }
 
 }  // namespace
 
-std::string MakeImportJournal(std::span<const ImportNote> notes) {
+std::string MakeImportJournal(std::span<const MoveRecord> records) {
     std::string body;
-    for (const ImportNote& note : notes) {
-        body += std::to_string(note.size) + ' ' + std::to_string(note.written.ticks) + '\0';
-        body += note.source + '\0' + note.target + '\0';
+    for (const MoveRecord& record : records) {
+        body += std::to_string(record.size) + ' ' + std::to_string(record.written.ticks) + '\0';
+        body += record.source + '\0' + record.target + '\0';
     }
     char head[kHeadLength + 1];
     std::snprintf(head, sizeof head, "%s%08x %020zu\n", kMagic.data(), Crc32(body), body.size());
     return head + body;
 }
 
-std::vector<ImportNote> ParseImportJournal(std::string_view bytes) {
+std::vector<MoveRecord> ParseImportJournal(std::string_view bytes) {
     if (bytes.size() < kHeadLength || !bytes.starts_with(kMagic) || bytes[kHeadLength - 1] != '\n') return {};
     constexpr std::size_t kSumLength = 8;
     const auto sum = NumberOf<std::uint32_t>(bytes.substr(kMagic.size(), kSumLength), 16);
@@ -94,13 +94,13 @@ std::vector<ImportNote> ParseImportJournal(std::string_view bytes) {
     if (!sum || !length || *length > kLongestBody || *length > bytes.size() - kHeadLength) return {};
     std::string_view body = bytes.substr(kHeadLength, static_cast<std::size_t>(*length));
     if (Crc32(body) != *sum) return {};
-    std::vector<ImportNote> notes;
+    std::vector<MoveRecord> records;
     while (!body.empty()) {
-        auto note = TakeNote(body);
-        if (!note) return {};
-        notes.push_back(std::move(*note));
+        auto record = TakeMoveRecord(body);
+        if (!record) return {};
+        records.push_back(std::move(*record));
     }
-    return notes;
+    return records;
 }
 
 bool ImportJournal::Open(const std::string& tempFolder) {
@@ -111,28 +111,29 @@ bool ImportJournal::Open(const std::string& tempFolder) {
     return false;
 }
 
-int ImportJournal::Settle() {
+int ImportJournal::Recover() {
     const auto status = file_.Status();
     if (!status || status->size == 0) return 0;
     std::string bytes(static_cast<std::size_t>(std::min(status->size, kHeadLength + kLongestBody)), '\0');
     bytes.resize(file_.ReadAt(0, {reinterpret_cast<std::uint8_t*>(bytes.data()), bytes.size()}));
     int removed = 0;
-    for (const ImportNote& note : ParseImportJournal(bytes)) {
-        const bool isSettled = SettleNote(note);
-        Log("move that was cut off: %s %s", note.source.c_str(), isSettled ? "removed" : "left");
-        if (isSettled) ++removed;
+    for (const MoveRecord& record : ParseImportJournal(bytes)) {
+        const bool isRemoved = RecoverMove(record);
+        Log("move that was cut off: %s %s", record.source.c_str(), isRemoved ? "removed" : "left");
+        if (isRemoved) ++removed;
     }
     Clear();
     return removed;
 }
 
-FileResult ImportJournal::Write(std::span<const ImportNote> notes) {
-    const std::string bytes = MakeImportJournal(notes);
+FileResult ImportJournal::Write(std::span<const MoveRecord> records) {
+    const std::string bytes = MakeImportJournal(records);
     const FileResult written = file_.WriteAt(0, bytes);
     return written == FileResult::Done ? file_.FlushContent() : written;
 }
 
-// Not flushed: a note that comes back tells of files that are the same, and one of them too many.
+// Not flushed: a record that is back after a power cut names two files that are the same, one of them too
+// many.
 void ImportJournal::Clear() { file_.Resize(0); }
 
 }  // namespace kalmora

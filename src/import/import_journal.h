@@ -19,15 +19,15 @@
 
 namespace kalmora {
 
-struct ImportNote {
+struct MoveRecord {
     std::string source, target;
     std::uint64_t size = 0;  // of the source, when it was copied
     FileTime written;
 };
 
-std::string MakeImportJournal(std::span<const ImportNote> notes);
+std::string MakeImportJournal(std::span<const MoveRecord> records);
 // Nothing for what is no journal, or one whose writing was cut off.
-std::vector<ImportNote> ParseImportJournal(std::string_view bytes);
+std::vector<MoveRecord> ParseImportJournal(std::string_view bytes);
 
 class ImportJournal {
 public:
@@ -36,9 +36,9 @@ public:
     bool IsOpen() const { return file_.IsOpen(); }
 
     // Removes each source that stands as it was noted and whose target holds the same bytes. How many.
-    int Settle();
+    int Recover();
     // On the disk when it returns Done.
-    files::FileResult Write(std::span<const ImportNote> notes);
+    files::FileResult Write(std::span<const MoveRecord> records);
     void Clear();
 
 private:

@@ -55,25 +55,25 @@ int NumberOf(std::string_view name) {
     return number;
 }
 
-// The spelling of the path is compared first, which tells nearly all that lies elsewhere without a look at
-// the disk; where cases are told apart, "/Photos" does not lie in "/photos".
+// The spelling of the path is compared first, which rejects nearly all that lies elsewhere without a look at
+// the disk; where names differ by case, "/Photos" does not lie in "/photos".
 bool LiesInDay(const std::string& source, const std::string& folder) {
     return text::StartsWithNoCase(source, folder) && files::LiesIn(FolderOf(source), folder);
 }
 
 }  // namespace
 
-std::string NumberedName(std::string_view name, std::string_view standing, int number) {
-    const std::string extension = GetExtension(standing);
+std::string NumberedName(std::string_view name, std::string_view existing, int number) {
+    const std::string extension = GetExtension(existing);
     const std::string_view stem = extension.empty() ? name : name.substr(0, name.rfind('.'));
     const std::string end =
         "[" + std::to_string(number) + "]" + (extension.empty() ? std::string() : "." + extension);
     return text::CutAtCharacter(stem, kLongestName - end.size()) + end;
 }
 
-bool TargetNames::StandsAt(const std::string& path) const {
-    const auto stands = [](const std::string& at) { return files::Exists(at) || files::IsLink(at); };
-    return stands(path) || (form_ == Form::Shortcut && stands(path + kLinkEnd));
+bool TargetNames::IsTaken(const std::string& path) const {
+    const auto exists = [](const std::string& at) { return files::Exists(at) || files::IsLink(at); };
+    return exists(path) || (form_ == Form::Shortcut && exists(path + kLinkEnd));
 }
 
 bool TargetNames::IsSame(const std::string& path, const Incoming& file) const {
@@ -94,17 +94,18 @@ TargetNames::Place TargetNames::LookAt(const std::string& path, const Incoming& 
         if (onReserved_ == OnReserved::Wait) return Place::Reserved;
         return IsSame(reserved->second, file) ? Place::Same : Place::Other;
     }
-    if (!StandsAt(path)) return Place::Free;
+    if (!IsTaken(path)) return Place::Free;
     return IsSame(path, file) ? Place::Same : Place::Other;
 }
 
-// What is told of a file that counts as the same: it stays where it is, and when it is another one after all
+// The choice for a file that counts as the same: it stays where it is, and when it is another one after all
 // the user has to know.
-TargetNames::Choice TargetNames::Standing(const std::string& path, const Incoming& file, int number) const {
+TargetNames::Choice TargetNames::SameOrDiffers(const std::string& path, const Incoming& file,
+                                               int number) const {
     Choice choice{{}, ImportResult::Same, path, number};
     const auto reserved = reserved_.find(path);
-    const std::string& standing = reserved == reserved_.end() ? path : reserved->second;
-    if (files::Exists(standing) && !IncomingContent(file.source, file.words).IsHeldBy(standing))
+    const std::string& existing = reserved == reserved_.end() ? path : reserved->second;
+    if (files::Exists(existing) && !IncomingContent(file.source, file.words).IsHeldBy(existing))
         choice.why = ImportResult::Differs;
     return choice;
 }
@@ -140,7 +141,7 @@ TargetNames::Choice TargetNames::ChooseByName(const Incoming& file, const std::s
         if (number > 0) target = files::Join(folder, NumberedName(name, target, number));
         const Place place = LookAt(target, file);
         bool mustWait = place == Place::Reserved;
-        if (place == Place::Same) return Standing(target, file, number);
+        if (place == Place::Same) return SameOrDiffers(target, file, number);
         if (place == Place::Free && AreFree(companions, folder, number, mustWait) && !mustWait)
             return {.path = target, .number = number};
         if (mustWait) return {.path = target, .mustWait = true};
@@ -180,7 +181,7 @@ TargetNames::Choice TargetNames::ChooseByNumber(const Incoming& file, const std:
     int& next = nextNumber_.try_emplace(folder + files::kSeparator + extension, 1).first->second;
     const auto isTaken = [&](const std::string& name) {
         const std::string path = files::Join(folder, name);
-        return reserved_.contains(path) || StandsAt(path);
+        return reserved_.contains(path) || IsTaken(path);
     };
     const auto isFree = [&](int number) {
         if (isTaken(NumberName(number, extension)) || isTaken(NumberName(number, "jpg"))) return false;
@@ -210,7 +211,7 @@ TargetNames::Choice TargetNames::LookBeside(const Companion& companion, const st
             case Place::Free:
                 return {.path = path, .number = number};
             case Place::Same:
-                return Standing(path, companion.file, number);
+                return SameOrDiffers(path, companion.file, number);
             case Place::Reserved:
                 return {.path = path, .mustWait = true};
             case Place::Other:

@@ -44,9 +44,9 @@ public:
     struct Choice {
         std::string path = {};                    // empty: it is not to be imported,
         ImportResult why = ImportResult::Copied;  // for this reason
-        std::string standing = {};                // of Same and Differs: the file that the day has
+        std::string existing = {};                // of Same and Differs: the file that the day has
         int number = 0;                           // in its name, in brackets or as its name; 0: none
-        bool mustWait = false;  // a reserved name has to stand on the disk before this can be told
+        bool mustWait = false;  // a reserved name has to exist on the disk before this is known
     };
     // Makes the folder; removes a source called "Thumbs.db", unless files are numbered. A name that is free
     // is taken only when it is free for the companions as well.
@@ -79,13 +79,13 @@ private:
                         std::span<const Companion> companions);
     Choice ChooseByNumber(const Incoming& file, const std::string& folder,
                           std::span<const Companion> companions);
-    Choice Standing(const std::string& path, const Incoming& file, int number) const;
-    bool StandsAt(const std::string& path) const;
+    Choice SameOrDiffers(const std::string& path, const Incoming& file, int number) const;
+    bool IsTaken(const std::string& path) const;
     bool IsSame(const std::string& path, const Incoming& file) const;
     // Empty when the folder stands or was made.
     std::optional<Choice> MakeSure(const std::string& folder) const;
 
-    // What a folder held that has a number for its name before this import came to it.
+    // What a folder held that has a number for its name before this import.
     struct Numbered {
         std::string path, extension;
         int number = 0;
@@ -103,9 +103,9 @@ private:
     std::unordered_map<std::string, std::vector<Numbered>> numbered_;  // by folder
 };
 
-// "IMG.JPG" with 1 is "IMG[1].jpg"; the extension is that of the file that stands in the way, `standing`. A
+// "IMG.JPG" with 1 is "IMG[1].jpg"; the extension is that of the file in the way, `existing`. A
 // name that would be longer than the system takes loses letters of its stem.
-std::string NumberedName(std::string_view name, std::string_view standing, int number);
+std::string NumberedName(std::string_view name, std::string_view existing, int number);
 
 // The choice for one file, by the settings: a new path, or none when it is not to be copied. Any thread.
 std::optional<std::string> MakeTargetPath(const std::string& source, const std::string& root, int year,

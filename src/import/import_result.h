@@ -31,7 +31,7 @@ enum class ImportResult {
     Changed,      // somebody wrote it meanwhile
     Unreadable,   // a folder that cannot be listed
     MeetsTarget,  // a folder that holds the data folder or lies in it
-    Failed        // the disk failed, or no date can be told
+    Failed        // the disk failed, or no date is known
 };
 
 // "copied", "same file" and so on: for results, logs and messages.
@@ -46,15 +46,15 @@ ImportResult ImportResultOf(files::FileResult result);
 
 struct ImportedFile {
     std::string source;
-    std::string target;    // where it stands, or empty; of a shortcut the .lnk
-    std::string standing;  // of Same and Differs: the file of the day
+    std::string target;    // its path in the calendar, or empty; of a shortcut the .lnk
+    std::string existing;  // of Same and Differs: the file of the day
     std::string words;     // that are to be added to its comment, or empty
     std::uint64_t bytes = 0;
     ImportResult result = ImportResult::Failed;
-    bool isFolder = false;              // no file: there is something to tell of a folder
-    bool isProtected = false;           // it may not be written: it stays, and its copy is a plain file
-    bool sourceStays = false;           // although it was to be taken away
-    std::optional<RewriteResult> note;  // when one was to be written into it
+    bool isFolder = false;     // no file: the report is of a folder
+    bool isProtected = false;  // it may not be written: it stays, and its copy is a plain file
+    bool sourceStays = false;  // although it was to be taken away
+    std::optional<RewriteResult> commentResult;  // when words were to be added to its comment
     ObjectKind kind = ObjectKind::Unknown;
     SystemTime taken;  // its date; zero when none was found
     CalendarDate day;  // the day that it belongs to

@@ -37,9 +37,9 @@ bool HaveSameBytesAt(const files::InputFile& a, std::uint64_t atA, const files::
 }
 
 // The comparison with what the source would be once the change has been made.
-bool HoldsChanged(const std::string& standing, const std::string& source, const FileChange& change) {
+bool HoldsChanged(const std::string& existing, const std::string& source, const FileChange& change) {
     files::InputFile was, is;
-    if (!was.Open(source) || !is.Open(standing)) return false;
+    if (!was.Open(source) || !is.Open(existing)) return false;
     const std::uint64_t end = change.offset + change.oldLength;
     const std::uint64_t grown = change.offset + change.content.size();
     if (end > was.Size() || is.Size() != was.Size() - change.oldLength + change.content.size()) return false;
@@ -81,13 +81,13 @@ bool IncomingContent::MayHaveSize(std::uint64_t size) {
     return change && status_->size - change->oldLength + change->content.size() == size;
 }
 
-bool IncomingContent::IsHeldBy(const std::string& standing) {
-    const auto stands = files::GetStatus(standing);
-    if (!stands || !stands->isRegular || !MayHaveSize(stands->size)) return false;
-    if (stands->volume == status_->volume && stands->identity == status_->identity) return true;
-    if (stands->size == status_->size && files::HaveSameBytes(source_, standing)) return true;
+bool IncomingContent::IsHeldBy(const std::string& existing) {
+    const auto status = files::GetStatus(existing);
+    if (!status || !status->isRegular || !MayHaveSize(status->size)) return false;
+    if (status->volume == status_->volume && status->identity == status_->identity) return true;
+    if (status->size == status_->size && files::HaveSameBytes(source_, existing)) return true;
     const FileChange* const change = Change();
-    return change && HoldsChanged(standing, source_, *change);
+    return change && HoldsChanged(existing, source_, *change);
 }
 
 }  // namespace kalmora

@@ -28,7 +28,7 @@ public:
 
     bool MayHaveSize(std::uint64_t size);
     // Reads both files when their sizes allow it.
-    bool IsHeldBy(const std::string& standing);
+    bool IsHeldBy(const std::string& existing);
 
 private:
     const FileChange* Change();

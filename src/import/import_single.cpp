@@ -16,18 +16,23 @@ std::optional<std::string> TakeToDay(const std::string& source, const std::strin
                                      ImportBatch::Source fate) {
     const auto status = files::GetStatus(source);
     if (!status || !status->isRegular) return std::nullopt;
-    std::optional<std::string> path;
+    class Arrival final : public BatchListener {
+    public:
+        void OnFinished(std::span<ImportedFile> files) override {
+            for (ImportedFile& file : files)
+                if (HasArrived(file.result)) path = std::move(file.target);
+        }
+        std::optional<std::string> path;
+    };
+    Arrival arrival;
     ImportBatch batch(TargetNames(State().settings.RenameFileWhenMove ? Naming::Number : Naming::Keep),
-                      [&path](std::span<ImportedFile> settled) {
-                          for (ImportedFile& file : settled)
-                              if (HasArrived(file.result)) path = std::move(file.target);
-                      });
+                      arrival);
     ImportedFile file;
     file.source = source;
     file.isProtected = status->isReadOnly;
     batch.Add(std::move(file), dayFolder, fate);
-    batch.Settle();
-    return path;
+    batch.Finish();
+    return arrival.path;
 }
 
 }  // namespace

@@ -28,8 +28,8 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 std::optional<SystemTime> DateOfSource(const std::string& path) {
     PhotoFile photo(path);
     SystemTime date;
-    const bool tells = photo.kind == ObjectKind::Image || photo.kind == ObjectKind::Text;
-    if (tells && photo.GetDate(date) && IsOnACalendar(date)) return date;
+    const bool hasDate = photo.kind == ObjectKind::Image || photo.kind == ObjectKind::Text;
+    if (hasDate && photo.GetDate(date) && IsOnACalendar(date)) return date;
     const auto ofFile = GetFileDate(path);
     return ofFile && IsOnACalendar(*ofFile) ? ofFile : std::nullopt;
 }

@@ -10,9 +10,9 @@
 
 namespace kalmora {
 
-// The date of an image or a text as its object tells it, of anything else that of its file: the earlier of
+// The date of an image or a text as its object gives it, of anything else that of its file: the earlier of
 // creation and last write. A date that no calendar has counts as none, and the file's own is taken. Empty
-// when nothing tells one, as for a file that has gone. Any thread.
+// when there is none, as for a file that has gone. Any thread.
 std::optional<SystemTime> DateOfSource(const std::string& path);
 
 // The date in a name that begins like "081113-101530": year, month, day, hour, minute and second, two digits

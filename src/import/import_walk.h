@@ -26,13 +26,13 @@ bool IsJunkName(std::string_view name);
 // scratch files, which belong to whoever makes them.
 bool IsLeftAlone(const std::string& name);
 
-// A file that the walk has come to.
+// A file that the walk has found.
 struct SourceFile {
     std::string path;
     bool isBehindLink = false;  // its folder belongs elsewhere, and a link led there
 };
 
-// What there is to tell of a folder.
+// What there is to report of a folder.
 enum class FolderNews {
     Followed,     // a link to it, and what lies there comes now
     VisitedOnce,  // a link to it or another name of it, and it has been visited

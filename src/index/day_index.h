@@ -45,7 +45,7 @@ public:
     bool LoadUnwritten(int year, int month, int day, const StopToken& stop = {});
 
     // Reads the folder and its sub-folders: unknown files are read and added, changed ones are read again.
-    // Ends the walk of a folder after its first sub-folder, as told in the .cpp; linked folders are walked
+    // Ends the walk of a folder after its first sub-folder, as the .cpp says; linked folders are walked
     // too, each once, and end nothing. False when the folder cannot
     // be listed or when stopped; what was added until then stays.
     bool LoadFolder(const std::string& path, const StopToken& stop = {});

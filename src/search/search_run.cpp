@@ -61,7 +61,7 @@ void SetSearchText(const std::string& query) {
     all.text = query;
 }
 
-SearchResult StandingSearchResult() {
+SearchResult CurrentSearchResult() {
     Searches& all = All();
     std::lock_guard lock(all.mutex);
     return all.last.results;

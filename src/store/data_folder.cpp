@@ -146,7 +146,7 @@ std::string CurrentDataRoot() {
     std::lock_guard lock(rootMutex);
     state.settings.DataDirectory = fallback;
     auto& folders = state.settings.DataDirectories;
-    // Another thread may have come to the same end at the same time.
+    // Another thread may have decided the same at the same time.
     if (made && std::find(folders.begin(), folders.end(), fallback) == folders.end())
         folders.push_back(fallback);
     return fallback;

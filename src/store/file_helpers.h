@@ -22,7 +22,7 @@ std::string GetFileName(std::string_view path);
 // plain size below 4 GB. 0 when the file is absent.
 std::uint32_t GetFileSizeValue(const std::string& path);
 
-// True when the file stands and may not be written; the log then tells it.
+// True when the file exists and may not be written; logs it then.
 bool IsReadOnly(const std::string& path);
 
 // The earlier of creation and last write, as local time. Empty when the file is absent.

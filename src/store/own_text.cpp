@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view kMark = "\xEF\xBB\xBF";
 constexpr std::string_view kEscape = "&#x";
-// Enough of a file that is about to be replaced to tell its encoding.
+// Enough of a file that is about to be replaced to detect its encoding.
 constexpr std::size_t kLookedAt = 4u << 20;
 
 enum class Form { CodePage932, Utf8, MarkedUtf8 };

@@ -20,7 +20,7 @@ void ResetSettingsToDefaults();
 // Defaults, then what the file says, then the repairs. A missing file is the first run: the default data
 // folder is then listed and, unless RunDataDirectory stands in for it, made; nothing is repaired. With a file
 // that cannot be read only the defaults are assigned, and nothing is made. Nothing in a file can make it
-// fail: what is not understood leaves the default standing.
+// fail: what is not understood leaves the default.
 FileRead LoadSettings(const std::string& path);
 
 // The repairs alone: values out of range get a usable one (not always the default), DataDirectory becomes the

@@ -40,7 +40,7 @@ TEST(ImportWords, AnythingElseIsABoxWithTheFilesThatItIsAbout) {
     ImportRemarks remarks;
     remarks.Note(File("/card/fine.jpg", ImportResult::Copied));
     ImportedFile differing = File("/card/A.JPG", ImportResult::Differs);
-    differing.standing = "/life/2008/200811/2008_1113/A.JPG";
+    differing.existing = "/life/2008/200811/2008_1113/A.JPG";
     remarks.Note(differing);
     for (int i = 0; i < 10; ++i) remarks.Note(File("/card/gone", ImportResult::Gone));
     const std::string words = ImportInWords(summary, remarks, WordsLanguage::English);

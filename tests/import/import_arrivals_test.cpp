@@ -91,7 +91,7 @@ TEST_F(ImportArrivalsTest, TwoImportsDoNotShareIt) {
     ASSERT_TRUE(first.Open(State().settings.TempFolder));
     EXPECT_FALSE(second.Open(State().settings.TempFolder));
     second.AddMonth({root, 2008, 11});
-    EXPECT_THAT(second.Settle(), IsEmpty());
+    EXPECT_THAT(second.Recover(), IsEmpty());
     EXPECT_FALSE(ArrivalJournal().Open(""));
 }
 

@@ -154,7 +154,7 @@ TEST_F(TargetNamesTest, NumberedFileThatStandsIsFoundByItsBytes) {
     TargetNames names(Naming::Number);
     const auto choice = names.Look(Add("A.JPG", photo), DayFolder());
     EXPECT_EQ(choice.why, ImportResult::Same);
-    EXPECT_EQ(choice.standing, PathOf("0002.jpg"));
+    EXPECT_EQ(choice.existing, PathOf("0002.jpg"));
     EXPECT_EQ(names.Look(Add("B.JPG", photo + "of a series"), DayFolder()).path, PathOf("0003.jpg"))
         << "one second has many pictures";
     EXPECT_EQ(names.Look(Add("A.PNG", photo), DayFolder()).path, PathOf("0003.png")) << "another kind";

@@ -289,7 +289,7 @@ TEST_F(ImportFolderTest, FileThatCountsAsTheSameAndDiffersIsToldAndLeft) {
     options.source = ImportOptions::Source::Goes;
     const ImportSummary summary = Import();
     EXPECT_THAT(Results(), ElementsAre(ImportResult::Differs, ImportResult::Differs, ImportResult::Same));
-    EXPECT_EQ(reported[0].standing, PathOf("A.JPG"));
+    EXPECT_EQ(reported[0].existing, PathOf("A.JPG"));
     EXPECT_EQ(TreeOf(card).size(), 3u);
     EXPECT_EQ(NamesInDay().size(), 3u);
     EXPECT_EQ(summary.differing, 2);
@@ -416,13 +416,13 @@ TEST_F(ImportMoveTest, SkippedFileStays) {
 }
 
 TEST_F(ImportMoveTest, SecondNameOfTheFileGoes) {
-    const std::string source = Add("a.jpg", "content"), standing = PutInDay("a.jpg");
-    files::RemoveFile(standing);
-    std::filesystem::create_hard_link(source, standing);
+    const std::string source = Add("a.jpg", "content"), existing = PutInDay("a.jpg");
+    files::RemoveFile(existing);
+    std::filesystem::create_hard_link(source, existing);
     options.source = ImportOptions::Source::Goes;
     Import();
     EXPECT_FALSE(files::Exists(source));
-    EXPECT_EQ(ContentOf(standing), "content");
+    EXPECT_EQ(ContentOf(existing), "content");
 }
 
 TEST_F(ImportMoveTest, LinkGoesAndItsFileIsCopied) {

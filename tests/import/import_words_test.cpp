@@ -15,7 +15,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 using ImportPhoneTest = ImportTest;
-using ImportNoteTest = ImportTest;
+using ImportCommentTest = ImportTest;
 using ImportShortcutTest = ImportTest;
 
 // ---- the old phone
@@ -75,7 +75,7 @@ TEST(PhoneNameDate, ReadsThirteenLettersAtTheStart) {
 
 // ---- notes
 
-TEST_F(ImportNoteTest, FolderNameIsAddedToTheComment) {
+TEST_F(ImportCommentTest, FolderNameIsAddedToTheComment) {
     Add("100TEST/A.JPG", PhotoTaken("2008:11:13 10:15:30"));
     Add("101 海/B.JPG", PhotoTaken("2008:11:13 10:15:31"));
     PhotoFile(OnCard("101 海/B.JPG")).SetComment("before");
@@ -90,7 +90,7 @@ TEST_F(ImportNoteTest, FolderNameIsAddedToTheComment) {
     EXPECT_THAT(IndexOf(), HasSubstr("100test")) << "with its words";
 }
 
-TEST_F(ImportNoteTest, CommentStandsInFrontOfTheFolderName) {
+TEST_F(ImportCommentTest, CommentStandsInFrontOfTheFolderName) {
     Add("100TEST/A.JPG", PhotoTaken("2008:11:13 10:15:30"));
     options.addFolderName = true;
     options.addComment = true;
@@ -100,7 +100,7 @@ TEST_F(ImportNoteTest, CommentStandsInFrontOfTheFolderName) {
     EXPECT_EQ(CommentOf(PathOf("A.JPG")), "summer\r\n100TEST");
 }
 
-TEST_F(ImportNoteTest, SecondTimeAddsNothing) {
+TEST_F(ImportCommentTest, SecondTimeAddsNothing) {
     Add("A.JPG", PhotoTaken("2008:11:13 10:15:30"));
     Add("B.JPG", test::JpegOf("without a date"));
     Add("c.png", "no picture");
@@ -118,7 +118,7 @@ TEST_F(ImportNoteTest, SecondTimeAddsNothing) {
     EXPECT_EQ(CommentOf(PathOf("A.JPG")), "DCIM");
 }
 
-TEST_F(ImportNoteTest, CommentAloneEndsItsLine) {
+TEST_F(ImportCommentTest, CommentAloneEndsItsLine) {
     Add("A.JPG", PhotoTaken("2008:11:13 10:15:30"));
     options.addComment = true;
     options.comment = "summer";
@@ -126,7 +126,7 @@ TEST_F(ImportNoteTest, CommentAloneEndsItsLine) {
     EXPECT_EQ(CommentOf(PathOf("A.JPG")), "summer\r\n");
 }
 
-TEST_F(ImportNoteTest, EmptyCommentLeavesTheFileAndFillsTheIndex) {
+TEST_F(ImportCommentTest, EmptyCommentLeavesTheFileAndFillsTheIndex) {
     const std::string photo = PhotoTaken("2008:11:13 10:15:30");
     Add("A.JPG", photo);
     options.addComment = true;
@@ -135,7 +135,7 @@ TEST_F(ImportNoteTest, EmptyCommentLeavesTheFileAndFillsTheIndex) {
     EXPECT_THAT(IndexOf(), HasSubstr("FILE=A.JPG"));
 }
 
-TEST_F(ImportNoteTest, WithoutNotesTheIndexIsLeftToTheUpdate) {
+TEST_F(ImportCommentTest, WithoutNotesTheIndexIsLeftToTheUpdate) {
     Add("A.JPG", PhotoTaken("2008:11:13 10:15:30"));
     Import();
     EXPECT_FALSE(HasIndex());

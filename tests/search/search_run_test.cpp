@@ -73,11 +73,11 @@ TEST_F(SearchRunTest, BlanksAreAQuery) {
 }
 
 TEST_F(SearchRunTest, ResultStandsUntilTheNext) {
-    EXPECT_THAT(*StandingSearchResult(), IsEmpty());
+    EXPECT_THAT(*CurrentSearchResult(), IsEmpty());
     const SearchResult first = Search("cat", SearchScope::View, Month(), Never);
-    EXPECT_EQ(StandingSearchResult(), first);
+    EXPECT_EQ(CurrentSearchResult(), first);
     Search("dog", SearchScope::View, Month(), Never);
-    EXPECT_THAT(NamesOf(*StandingSearchResult()), ElementsAre("b.txt"));
+    EXPECT_THAT(NamesOf(*CurrentSearchResult()), ElementsAre("b.txt"));
     EXPECT_THAT(NamesOf(*first), ElementsAre("a.txt")) << "whoever holds it keeps it";
 }
 
@@ -87,7 +87,7 @@ TEST_F(SearchRunTest, StoppedRunIsNotKept) {
     probe.onProgress = [&](double, const std::string& text) { stopped = text.starts_with("Searching"); };
     EXPECT_THAT(*Search("dog", SearchScope::View, Month(), [&] { return stopped; }), IsEmpty());
     probe.onProgress = nullptr;
-    EXPECT_THAT(NamesOf(*StandingSearchResult()), ElementsAre("a.txt"));
+    EXPECT_THAT(NamesOf(*CurrentSearchResult()), ElementsAre("a.txt"));
     EXPECT_THAT(Find("dog", Month()), ElementsAre("b.txt")) << "it runs anew";
 }
 
@@ -99,7 +99,7 @@ TEST_F(SearchRunTest, PartialResultIsShownAndNotReliedUpon) {
     ResetSearch();
     EXPECT_THAT(Find("cat", Year()), ElementsAre("a.txt"));
     probe.onProgress = nullptr;
-    EXPECT_THAT(NamesOf(*StandingSearchResult()), ElementsAre("a.txt"));
+    EXPECT_THAT(NamesOf(*CurrentSearchResult()), ElementsAre("a.txt"));
     EXPECT_THAT(Find("cat", Year()), ElementsAre("a.txt", "c.txt"));
 }
 

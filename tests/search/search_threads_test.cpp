@@ -39,7 +39,7 @@ TEST_F(SearchThreadsTest, SearchesBesideLoadsUpdatesStopsAndOtherViewsEndWellAnd
     });
     meanwhile([](int round) {
         Search(round % 2 ? "cat" : "a", SearchScope::View, Year(), [round] { return round % 5 == 0; });
-        for (const FoundDay& day : *StandingSearchResult())
+        for (const FoundDay& day : *CurrentSearchResult())
             for (std::size_t i = 0; i < day.positions.size(); ++i) ASSERT_FALSE(day.Entry(i).path.empty());
     });
     for (int round = 0; round < kRounds; ++round) {

@@ -24,7 +24,7 @@ void RunSearch(const LoadRequest& request, const std::function<bool()>& stopped)
 
 void ForEachFound(const std::string& folder, const std::function<bool()>& stopped,
                   const std::function<void(const std::string& path)>& found) {
-    const SearchResult result = StandingSearchResult();
+    const SearchResult result = CurrentSearchResult();
     for (const FoundDay& day : *result) {
         if (!LiesBelow(day.day->folder, folder)) continue;
         for (std::size_t i = 0; i < day.positions.size(); ++i) {
