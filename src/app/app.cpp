@@ -40,7 +40,6 @@ constexpr char kFirstRunQuestion[] =
     "ディスクに保存している写真やテキストなどを\nKalmoraのデータディレクトリに読み込みますか？\n"
     "データディレクトリ = ";
 
-// Each leaves at its next file, after it has finished the one in hand with all that is known of it.
 }  // namespace
 
 App::App(const StartOptions& options)

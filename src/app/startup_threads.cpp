@@ -34,7 +34,8 @@ void StartInitialScan() {
 }
 
 void StartIndexPreload(IndexUpdates& indexUpdates) {
-    StartLowest("IndexPreload", State().run.IndexPreloadRunning, [&indexUpdates](const StopToken&) { indexUpdates.Preload(); });
+    StartLowest("IndexPreload", State().run.IndexPreloadRunning,
+                [&indexUpdates](const StopToken&) { indexUpdates.Preload(); });
 }
 
 }  // namespace kalmora
