@@ -7,7 +7,6 @@
 #include "app/connect_index.h"
 #include "index/day_index.h"
 #include "index/index_manager.h"
-#include "index/index_progress.h"
 #include "index/update.h"
 #include "platform/files.h"
 #include "search/search_run.h"

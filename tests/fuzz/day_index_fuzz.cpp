@@ -37,7 +37,7 @@ std::string Write(const std::vector<kalmora::EntryPointer>& records) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t length) {
     using namespace kalmora;
-    const WorkFlag stop;
+    const StopToken stop;
     std::vector<EntryPointer> records;
     ReadIndexText({reinterpret_cast<const char*>(bytes), length}, kFolder, stop, records);
     for (const EntryPointer& record : records)

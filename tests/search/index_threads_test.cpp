@@ -46,7 +46,7 @@ protected:
                 const std::string folder = DayFolder(day, month);
                 const std::string text = ContentOf(files::Join(folder, kIndexFileName));
                 std::vector<EntryPointer> records;
-                ASSERT_EQ(ReadIndexText(text, folder, WorkFlag(), records), IndexReading::Done);
+                ASSERT_EQ(ReadIndexText(text, folder, StopToken(), records), IndexReading::Done);
                 std::string again = IndexHeader();
                 for (const EntryPointer& record : records) AppendIndexRecord(again, *record, folder);
                 EXPECT_EQ(again, text);
