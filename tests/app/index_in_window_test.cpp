@@ -65,9 +65,7 @@ protected:
         state_.run.FirstStartPending = 1;
         ResetIndexes();
     }
-    void Forget() {
-        ResetDateTree();
-    }
+    void Forget() { ResetDateTree(); }
     // Serves events meanwhile; bounded.
     template <typename Condition>
     static bool Eventually(const Condition& condition) {
