@@ -83,6 +83,19 @@ DayIndex::DayIndex(const DayIndex& other)
       day(other.day),
       dirty(other.dirty.load()) {}
 
+DayIndex& DayIndex::operator=(const DayIndex& other) {
+    entries = other.entries;
+    timeOrder = other.timeOrder;
+    folder = other.folder;
+    dataRoot = other.dataRoot;
+    indexPath = other.indexPath;
+    year = other.year;
+    month = other.month;
+    day = other.day;
+    dirty = other.dirty.load();
+    return *this;
+}
+
 void DayIndex::Clear() {
     entries.clear();
     timeOrder.clear();

@@ -25,7 +25,7 @@ class DayIndex {
 public:
     DayIndex() = default;
     DayIndex(const DayIndex& other);
-    DayIndex& operator=(const DayIndex&) = delete;
+    DayIndex& operator=(const DayIndex& other);
     DayIndex(int dayYear, int dayMonth, int dayNumber) : year(dayYear), month(dayMonth), day(dayNumber) {}
 
     std::vector<EntryPointer> entries;    // in byte order of the path, each path once

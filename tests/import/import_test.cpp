@@ -512,7 +512,7 @@ TEST_F(ImportAcrossVolumesTest, ProtectedSourceIsCopiedAndStays) {
 
 TEST_F(ImportFolderTest, ProgressTellsTheCountAndEachFile) {
     for (int i = 0; i < 200; ++i) Add("f" + std::to_string(1000 + i) + ".jpg", std::string(1u, 'x'));
-    const ProgressTexts progress;
+    const ProgressTexts progress(probe);
     Import();
     ASSERT_EQ(progress.texts.size(), 202u);
     EXPECT_EQ(progress.texts[0], "Import Target = 100 files");

@@ -514,7 +514,7 @@ TEST_F(IndexTree, EachMonthIsWorkedOnOnce) {
     std::vector<CalendarDate> seen;
     std::vector<std::size_t> done;
     EXPECT_TRUE(RunOverMonths(
-        months,
+        months, StopToken(),
         [&](const CalendarDate& month, IndexBatch&) {
             std::lock_guard lock(mutex);
             seen.push_back(month);
@@ -530,9 +530,10 @@ TEST_F(IndexTree, EachMonthIsWorkedOnOnce) {
 TEST_F(IndexTree, WorkThatFailsEndsTheRun) {
     std::vector<CalendarDate> months(1000, CalendarDate{2008, 11, 0});
     std::atomic<int> count = 0;
-    EXPECT_FALSE(RunOverMonths(months, [&](const CalendarDate&, IndexBatch&) { return ++count < 10; }));
+    EXPECT_FALSE(
+        RunOverMonths(months, StopToken(), [&](const CalendarDate&, IndexBatch&) { return ++count < 10; }));
     EXPECT_LT(count, 100);
-    EXPECT_TRUE(RunOverMonths({}, [](const CalendarDate&, IndexBatch&) { return false; }));
+    EXPECT_TRUE(RunOverMonths({}, StopToken(), [](const CalendarDate&, IndexBatch&) { return false; }));
 }
 
 }  // namespace

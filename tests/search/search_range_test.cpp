@@ -148,7 +148,7 @@ TEST_F(SearchRangeTest, DayThatCannotBeLoadedLosesTheRestOfItsMonth) {
     PutNote({2008, 11, 2}, "early.txt", "a cat");
     PutNote({2008, 11, 20}, "late.txt", "a cat");
     MonthIndex month(2008, 11, root, context);
-    probe.onProgress = [count = 0](double, const std::string&) mutable {
+    probe.onProgress = [this, count = 0](double, const std::string&) mutable {
         if (++count == 10) interrupt.RequestStop();
     };
     FoundDays found;

@@ -19,7 +19,7 @@ protected:
     }
     // How many months were walked by what `work` does.
     template <typename Work>
-    static std::size_t RunsOf(Work work) {
+    std::size_t RunsOf(Work work) {
         const ProgressTexts progress(probe);
         work();
         return Count(progress, "Searched.");
