@@ -1,5 +1,7 @@
 #include "views/paint/paint_base.h"
 
+#include <atomic>
+#include <cstdint>
 #include <memory>
 
 #include "platform/window.h"
@@ -12,9 +14,18 @@
 
 namespace kalmora {
 
+namespace {
+
+// Paints run side by side on several threads. One that began before another shows older content.
+std::atomic<std::uint64_t> lastBegun{0};
+std::atomic<std::uint64_t> lastShown{0};  // written with the window's canvas held
+
+}  // namespace
+
 void PaintBase() {
     Window* window = MainWindow();
     if (!window) return;
+    const std::uint64_t number = ++lastBegun;
     SetButtonStates();
     const Size size = window->ClientSize();
     const double scale = window->Scale();
@@ -29,8 +40,10 @@ void PaintBase() {
         Calendar().ViewOf(view).Paint(*canvas, view.period, size, scale);
         if (LastSeenDataFolder() == DataFolder::Away) DrawMissingFolder(*canvas, size);
     }
-    SetBarGround(*surface);
     if (const auto canvas = window->Draw()) {
+        if (number < lastShown) return;
+        lastShown = number;
+        SetBarGround(*surface);
         canvas->Blit({0, 0, size.width, size.height}, *surface);
         DrawButtons(*canvas);
     }
