@@ -29,22 +29,20 @@ CalendarStore::~CalendarStore() {
     theCalendar = nullptr;
 }
 
-bool CalendarStore::Start(Thread& slot, const char* name, std::function<void()> body) {
-    Thread thread;
+bool CalendarStore::Start(Worker& slot, const char* name, std::function<void()> body) {
     ++*workers_;
     // The count goes down when the worker has let go of everything else.
-    const auto counted = [body = std::move(body), workers = workers_]() mutable {
+    const auto counted = [body = std::move(body), workers = workers_](const StopToken&) mutable {
         body();
         body = nullptr;
         --*workers;
     };
-    if (!thread.StartSuspended(name, counted)) {
+    const Worker worker = StartWorker(name, Worker::Priority::Highest, counted);
+    if (!worker.IsStarted()) {
         --*workers_;
         return false;
     }
-    thread.SetPriority(Thread::Priority::Highest);
-    slot = std::move(thread);
-    slot.Resume();
+    slot = worker;
     return true;
 }
 

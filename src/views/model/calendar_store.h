@@ -9,7 +9,7 @@
 #include <memory>
 #include <mutex>
 
-#include "platform/thread.h"
+#include "base/worker.h"
 #include "platform/window.h"
 #include "views/model/background_set.h"
 #include "views/model/calendar_view.h"
@@ -67,12 +67,12 @@ struct CalendarStore {
     bool AreWorkersRunning() const { return *workers_ > 0; }
 
 private:
-    bool Start(Thread& slot, const char* name, std::function<void()> body);
+    bool Start(Worker& slot, const char* name, std::function<void()> body);
 
     const std::shared_ptr<std::atomic<int>> workers_ = std::make_shared<std::atomic<int>>(0);
     mutable std::mutex threadsMutex_;
-    Thread objectLoader_;        // guarded by threadsMutex_
-    Thread paintThread_;         // guarded by threadsMutex_
+    Worker objectLoader_;        // guarded by threadsMutex_
+    Worker paintThread_;         // guarded by threadsMutex_
     bool paintRunGoes_ = false;  // guarded by threadsMutex_
     bool paintIsLeft_ = false;   // guarded by threadsMutex_
 };

@@ -6,7 +6,7 @@
 #include <tuple>
 
 #include "base/dates.h"
-#include "platform/thread.h"
+#include "base/worker.h"
 #include "state/app_state.h"
 #include "views/bar/button_bar.h"
 #include "views/model/calendar_store.h"
@@ -51,13 +51,10 @@ private:
     // With the mutex held. A running worker leaves when it finds a pause; the pause's end starts another.
     void StartIfWanted() {
         if (running_ || pauses_ > 0 || waiting_.empty()) return;
-        Thread thread;
-        if (!thread.StartSuspended("CellRedraws", [this] { Work(); })) {
-            waiting_.clear();
-            return;
-        }
-        running_ = true;
-        thread.Resume();
+        // It waits for the mutex first.
+        const auto work = [this](const StopToken&) { Work(); };
+        running_ = StartWorker("CellRedraws", Worker::Priority::Normal, work).IsStarted();
+        if (!running_) waiting_.clear();
     }
 
     void Work() {
