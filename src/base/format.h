@@ -3,12 +3,9 @@
 
 #include <string>
 
-#include "base/printf_format.h"
-
 namespace kalmora {
 
 // The text, at most 255 bytes of it. Any thread.
-KALMORA_PRINTF(1, 2)
-std::string Format(const char* format, ...);
+[[gnu::format(printf, 1, 2)]] std::string Format(const char* format, ...);
 
 }  // namespace kalmora

@@ -3,8 +3,6 @@
 
 #include <string>
 
-#include "base/printf_format.h"
-
 namespace kalmora {
 
 // Opens the file for appending and turns logging on; an empty path turns it off. False when it cannot be
@@ -13,7 +11,6 @@ bool OpenLog(const std::string& path);
 bool IsLogOpen();
 
 // printf-like; UTF-8; a line feed is added. Costs one atomic read while the log is off. Any thread.
-KALMORA_PRINTF(1, 2)
-void Log(const char* format, ...);
+[[gnu::format(printf, 1, 2)]] void Log(const char* format, ...);
 
 }  // namespace kalmora

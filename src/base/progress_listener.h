@@ -3,8 +3,6 @@
 
 #include <string>
 
-#include "base/printf_format.h"
-
 namespace kalmora {
 
 // Called on the thread that works; several may call at the same time. Outlives the work.
@@ -22,7 +20,7 @@ public:
 ProgressListener& NoProgress();
 
 // printf-like; at most 511 bytes.
-KALMORA_PRINTF(3, 4)
-void ReportProgress(ProgressListener& listener, double ratio, const char* format, ...);
+[[gnu::format(printf, 3, 4)]] void ReportProgress(ProgressListener& listener, double ratio,
+                                                  const char* format, ...);
 
 }  // namespace kalmora

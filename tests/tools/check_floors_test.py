@@ -199,12 +199,8 @@ class CheckFloors(unittest.TestCase):
             with self.subTest(line=line):
                 self.assertFault({"media/exif.cpp": f"\n{line}\n"}, "media/exif.cpp:2", "only src/platform/")
                 self.assertEqual(self.faults({"platform/files.h": f"{line}\n#endif\n"}), [])
+        self.assertFault({"base/log.h": "#if defined(__GNUC__)\n#endif\n"}, "base/log.h:1", "__GNUC__")
         self.assertEqual(self.faults({"media/exif.cpp": "#ifdef NDEBUG\n#endif\n#if __cplusplus > 1\n#endif\n"}), [])
-
-    def test_the_format_macro_may_ask_for_its_attribute_and_for_nothing_else(self):
-        self.assertEqual(self.faults({"base/printf_format.h": "#if defined(__GNUC__)\n#endif\n"}), [])
-        self.assertFault({"base/printf_format.h": "#if defined(_WIN32)\n#endif\n"}, "base/printf_format.h:1")
-        self.assertFault({"base/random.h": "#if defined(__GNUC__)\n#endif\n"}, "base/random.h:1")
 
     def test_a_pragma_for_one_compiler_is_the_platforms_business(self):
         self.assertFault({"media/exif.cpp": "#pragma GCC diagnostic push\n"}, "media/exif.cpp:1", "one compiler's")
