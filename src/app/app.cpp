@@ -152,7 +152,7 @@ bool App::AreWorkersRunning() const {
 bool App::WaitForWorkers() {
     constexpr int kLookMs = 10, kForTheRest = 100;
     State().run.ObjectGate.Acquire("Last");
-    ++calendar_->loadNumber;
+    calendar_->StopLoadsSoFar();
     while (AreWorkersRunning()) {
         if (end_->MsLeft() < kForTheRest) return false;
         SleepMs(kLookMs);

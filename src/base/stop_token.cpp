@@ -14,9 +14,11 @@ struct StopToken::Node {
     std::atomic<bool> isStopped = false;
     std::vector<StopToken> parents;  // not changed once the node is handed out
     const WorkGate* gate = nullptr;
+    const std::atomic<bool>* flag = nullptr;
 
     bool IsStopped() const {
-        if (isStopped.load(std::memory_order_acquire) || (gate && gate->IsStopRequested())) return true;
+        if (isStopped.load(std::memory_order_acquire) || (gate && gate->IsStopRequested()) || (flag && *flag))
+            return true;
         return std::any_of(parents.begin(), parents.end(),
                            [](const StopToken& parent) { return parent.IsStopped(); });
     }
@@ -46,6 +48,12 @@ Wakeup& TheWakeup() {
 StopToken::StopToken(const WorkGate& gate) {
     const auto node = std::make_shared<Node>();
     node->gate = &gate;
+    node_ = node;
+}
+
+StopToken::StopToken(const std::atomic<bool>& flag) {
+    const auto node = std::make_shared<Node>();
+    node->flag = &flag;
     node_ = node;
 }
 

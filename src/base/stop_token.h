@@ -20,13 +20,16 @@ public:
     StopToken() = default;  // never stopped
     // Stopped while the holder of the gate is asked to leave. The gate outlives the token.
     explicit StopToken(const WorkGate& gate);
+    // Stopped while the flag is raised: of a stop that is state and may be lowered again. The flag outlives
+    // the token.
+    explicit StopToken(const std::atomic<bool>& flag);
     // Stopped as soon as any of these is.
     static StopToken AnyOf(std::initializer_list<StopToken> tokens);
 
     // Costs an atomic read for the source and each of its parents.
     bool IsStopped() const;
-    // Waits for the time given, or until the token is stopped: a request wakes it at once, one of a gate or
-    // of a signal handler within 50 ms. True when stopped.
+    // Waits for the time given, or until the token is stopped: a request wakes it at once, one of a gate, of
+    // a flag or of a signal handler within 50 ms. True when stopped.
     bool WaitFor(int milliseconds) const;
 
 private:

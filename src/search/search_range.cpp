@@ -29,12 +29,12 @@ bool WorksOnSomethingElse(const IndexManager& manager, const CalendarDate& range
     return current.year != range.year || (range.month != 0 && current.month != range.month);
 }
 
-void LoadRange(IndexManager& manager, const CalendarDate& range, const SearchStop& stopped) {
+void LoadRange(IndexManager& manager, const CalendarDate& range, const StopToken& stop) {
     if (manager.IsLoaded(range.year, range.month, range.day)) return;
     manager.Load(range.year, range.month, range.day);
     if (range.year == 0 || range.month != 0) return;
     // A stop request that was meant for another load has ended ours as well.
-    for (int month = 1; month <= kMonths && !stopped(); ++month)
+    for (int month = 1; month <= kMonths && !stop.IsStopped(); ++month)
         if (!manager.FindMonth(range.year, month)) manager.Load(range.year, month, 0);
 }
 
@@ -45,24 +45,24 @@ std::vector<MonthPointer> ListedMonths(const IndexManager& manager, int year) {
     return months;
 }
 
-bool SearchMonths(const std::vector<MonthPointer>& months, const QueryMatcher& query,
-                  const SearchStop& stopped, FoundDays& found) {
+bool SearchMonths(const std::vector<MonthPointer>& months, const QueryMatcher& query, const StopToken& stop,
+                  FoundDays& found) {
     bool whole = true;
     for (const MonthPointer& month : months) {
-        if (stopped()) return false;
-        if (!SearchMonth(*month, query, stopped, found)) whole = false;
+        if (stop.IsStopped()) return false;
+        if (!SearchMonth(*month, query, stop, found)) whole = false;
     }
     return whole;
 }
 
 }  // namespace
 
-bool SearchMonth(MonthIndex& month, const QueryMatcher& query, const SearchStop& stopped, FoundDays& found) {
+bool SearchMonth(MonthIndex& month, const QueryMatcher& query, const StopToken& stop, FoundDays& found) {
     const SearchingMark mark(month);
     const StopToken work = month.BeginWork();
     const int days = DaysInMonth(month.year, month.month);
     for (int day = 1; day <= days; ++day) {
-        if (work.IsStopped() || stopped()) return false;
+        if (work.IsStopped() || stop.IsStopped()) return false;
         ReportProgress(*month.context.progress, static_cast<double>(day - 1) / days, "Searching (%04d/%02d)",
                        month.year, month.month);
         if (!month.IsLoaded(day) && !month.EnsureDay(day)) return false;
@@ -79,18 +79,18 @@ bool SearchDay(MonthIndex& month, const QueryMatcher& query, int day, FoundDays&
 }
 
 bool SearchRange(IndexManager& manager, const QueryMatcher& query, const CalendarDate& range,
-                 const SearchStop& stopped, FoundDays& found) {
+                 const StopToken& stop, FoundDays& found) {
     if (WorksOnSomethingElse(manager, range)) manager.RequestStop();
-    LoadRange(manager, range, stopped);
-    if (stopped()) return false;
+    LoadRange(manager, range, stop);
+    if (stop.IsStopped()) return false;
     if (range.month != 0) {
         const MonthPointer copy = manager.GetMonthCopy(range.year, range.month);
         if (range.day != 0) return SearchDay(*copy, query, range.day, found);
-        return SearchMonth(*copy, query, stopped, found);
+        return SearchMonth(*copy, query, stop, found);
     }
     const std::vector<MonthPointer> months =
         range.year == 0 ? manager.Months() : ListedMonths(manager, range.year);
-    const bool whole = SearchMonths(months, query, stopped, found);
+    const bool whole = SearchMonths(months, query, stop, found);
     return whole && (range.year == 0 || months.size() == kMonths);
 }
 

@@ -40,11 +40,11 @@ CalendarDate RangeOf(SearchScope scope, const Period& period) {
     return scope == SearchScope::AllLoaded ? CalendarDate{} : period.Range();
 }
 
-bool SearchBothRoots(const QueryMatcher& query, const CalendarDate& range, const SearchStop& stopped,
+bool SearchBothRoots(const QueryMatcher& query, const CalendarDate& range, const StopToken& stop,
                      FoundDays& found) {
-    const bool whole = SearchRange(MainIndex(), query, range, stopped, found);
-    IndexManager* const other = stopped() ? nullptr : OtherIndexInUse();
-    return (!other || SearchRange(*other, query, range, stopped, found)) && whole;
+    const bool whole = SearchRange(MainIndex(), query, range, stop, found);
+    IndexManager* const other = stop.IsStopped() ? nullptr : OtherIndexInUse();
+    return (!other || SearchRange(*other, query, range, stop, found)) && whole;
 }
 
 }  // namespace
@@ -75,7 +75,7 @@ void ResetSearch() {
 }
 
 SearchResult Search(const std::string& query, SearchScope scope, const Period& period,
-                    const SearchStop& stopped) {
+                    const StopToken& stop) {
     Searches& all = All();
     unsigned number;
     {
@@ -91,8 +91,8 @@ SearchResult Search(const std::string& query, SearchScope scope, const Period& p
     ApplyModes(matcher.TheQuery());
     if (scope == SearchScope::AllLoaded) ChangeView([](ViewState& view) { view.scatter = true; });
     auto found = std::make_shared<FoundDays>();
-    const bool whole = SearchBothRoots(matcher, RangeOf(scope, period), stopped, *found);
-    if (stopped()) return found;
+    const bool whole = SearchBothRoots(matcher, RangeOf(scope, period), stop, *found);
+    if (stop.IsStopped()) return found;
     std::lock_guard lock(all.mutex);
     // A newer search has the last word. One that missed something is shown, but not for longer than needed.
     if (number == all.startedRuns) all.last = {whole ? query : std::string(), period, scope, found};

@@ -26,8 +26,7 @@ using SearchResult = std::shared_ptr<const FoundDays>;  // never null
 // Runs the query over both data roots, and sets the display modes as its tags want. The same query for the
 // same view is not run twice: its result stays, whatever has become of the files. An empty query leaves the
 // result as it is. When stopped, what was found until then is given and not kept.
-SearchResult Search(const std::string& query, SearchScope scope, const Period& period,
-                    const SearchStop& stopped);
+SearchResult Search(const std::string& query, SearchScope scope, const Period& period, const StopToken& stop);
 
 // What the last Search that was not stopped has found.
 SearchResult CurrentSearchResult();

@@ -48,7 +48,7 @@ TEST_F(IndexBesideView, AllAtOnce) {
         [](int) { MainIndex().Load(2008, 0, 0); },
         [&](int round) { AddFileToIndex(DayFolder(2008, 11, 1) + (round % 2 ? "/note.txt" : "/new.txt")); },
         [](int) {
-            Search("note", SearchScope::View, {Level::Year, 2008, 0, 0}, [] { return false; });
+            Search("note", SearchScope::View, {Level::Year, 2008, 0, 0}, StopToken());
         },
         [](int) { TheDateTree().Scan(MainRoot(), true); }};
     std::vector<std::thread> threads;

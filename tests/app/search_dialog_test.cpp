@@ -69,7 +69,7 @@ TEST_F(SearchDialog, OpensEmptyWithHoursPastMidnightAndTheFocusOnTheKeyword) {
 TEST_F(SearchDialog, AllLoadedCanBeCheckedAfterTheFirstSearch) {
     EXPECT_FALSE(dialog.enabled.at(1008)) << "at the start";
     AddText(2008, 11, 13, "a.txt", "x");
-    Search("x", SearchScope::View, {Level::Month, 2008, 11, 13}, [] { return false; });
+    Search("x", SearchScope::View, {Level::Month, 2008, 11, 13}, StopToken());
     form.onOpen(dialog);
     EXPECT_TRUE(dialog.enabled.at(1008));
 }

@@ -80,6 +80,17 @@ TEST(StopToken, OfAGateIsStoppedWhileItsHolderIsAskedToLeave) {
     EXPECT_FALSE(token.IsStopped());
 }
 
+TEST(StopToken, OfAFlagIsStoppedWhileItIsRaised) {
+    std::atomic<bool> flag = false;
+    const StopToken token(flag);
+    EXPECT_FALSE(token.IsStopped());
+    flag = true;
+    EXPECT_TRUE(token.IsStopped());
+    EXPECT_TRUE(token.WaitFor(60'000));
+    flag = false;
+    EXPECT_FALSE(token.IsStopped());
+}
+
 TEST(StopToken, WaitLastsItsTimeWhereNobodyStops) {
     StopSource source;
     const auto start = Clock::now();

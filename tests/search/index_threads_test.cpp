@@ -81,8 +81,8 @@ TEST_F(IndexThreads, AllKindsOfWorkAtOnce) {
                 if (round % 2 == 1) files::RemoveFile(path);
             },
             [](int) {
-                Search("text", SearchScope::View, {Level::Month, 2008, 11, 0}, [] { return false; });
-                Search("text of", SearchScope::View, {Level::Year, 2008, 0, 0}, [] { return false; });
+                Search("text", SearchScope::View, {Level::Month, 2008, 11, 0}, StopToken());
+                Search("text of", SearchScope::View, {Level::Year, 2008, 0, 0}, StopToken());
             },
             [&](int round) {
                 LookAtAll(index);

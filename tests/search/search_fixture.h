@@ -6,7 +6,7 @@
 
 namespace kalmora {
 
-inline bool Never() { return false; }
+inline const StopToken kNeverStopped;
 
 class SearchTest : public IndexTest {
 protected:
@@ -47,7 +47,7 @@ protected:
     static Period Day(int day = 13) { return {Level::Day, 2008, 11, day}; }
     static std::vector<std::string> Find(const std::string& query, const Period& view,
                                          SearchScope scope = SearchScope::View) {
-        return NamesOf(*Search(query, scope, view, Never));
+        return NamesOf(*Search(query, scope, view, kNeverStopped));
     }
 };
 

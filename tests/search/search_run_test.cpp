@@ -74,18 +74,20 @@ TEST_F(SearchRunTest, BlanksAreAQuery) {
 
 TEST_F(SearchRunTest, ResultStandsUntilTheNext) {
     EXPECT_THAT(*CurrentSearchResult(), IsEmpty());
-    const SearchResult first = Search("cat", SearchScope::View, Month(), Never);
+    const SearchResult first = Search("cat", SearchScope::View, Month(), kNeverStopped);
     EXPECT_EQ(CurrentSearchResult(), first);
-    Search("dog", SearchScope::View, Month(), Never);
+    Search("dog", SearchScope::View, Month(), kNeverStopped);
     EXPECT_THAT(NamesOf(*CurrentSearchResult()), ElementsAre("b.txt"));
     EXPECT_THAT(NamesOf(*first), ElementsAre("a.txt")) << "whoever holds it keeps it";
 }
 
 TEST_F(SearchRunTest, StoppedRunIsNotKept) {
     Find("cat", Month());
-    bool stopped = false;
-    probe.onProgress = [&](double, const std::string& text) { stopped = text.starts_with("Searching"); };
-    EXPECT_THAT(*Search("dog", SearchScope::View, Month(), [&] { return stopped; }), IsEmpty());
+    StopSource stop;
+    probe.onProgress = [&](double, const std::string& text) {
+        if (text.starts_with("Searching")) stop.RequestStop();
+    };
+    EXPECT_THAT(*Search("dog", SearchScope::View, Month(), stop.Token()), IsEmpty());
     probe.onProgress = nullptr;
     EXPECT_THAT(NamesOf(*CurrentSearchResult()), ElementsAre("a.txt"));
     EXPECT_THAT(Find("dog", Month()), ElementsAre("b.txt")) << "it runs anew";

@@ -38,7 +38,9 @@ TEST_F(SearchThreadsTest, SearchesBesideLoadsUpdatesStopsAndOtherViewsEndWellAnd
         AddFileToIndex(PutNote({2008, 11, 28}, "new" + std::to_string(round % 3) + ".txt", "a dog"));
     });
     meanwhile([](int round) {
-        Search(round % 2 ? "cat" : "a", SearchScope::View, Year(), [round] { return round % 5 == 0; });
+        StopSource stop;
+        if (round % 5 == 0) stop.RequestStop();
+        Search(round % 2 ? "cat" : "a", SearchScope::View, Year(), stop.Token());
         for (const FoundDay& day : *CurrentSearchResult())
             for (std::size_t i = 0; i < day.positions.size(); ++i) ASSERT_FALSE(day.Entry(i).path.empty());
     });
@@ -46,7 +48,7 @@ TEST_F(SearchThreadsTest, SearchesBesideLoadsUpdatesStopsAndOtherViewsEndWellAnd
         const Period views[] = {Month(10 + round % 3), Year(), Day(10)};
         const SearchResult found =
             Search(round % 2 ? "cat" : "cat or bird", round % 5 ? SearchScope::View : SearchScope::AllLoaded,
-                   views[round % 3], Never);
+                   views[round % 3], kNeverStopped);
         for (const FoundDay& day : *found) ASSERT_FALSE(day.positions.empty());
     }
     over = true;

@@ -23,9 +23,7 @@ protected:
             names.push_back(entry.path.substr(entry.path.rfind('/') + 1));
         return names;
     }
-    DayListing List() {
-        return ListDayFolder(DayFolder(2008, 11, 13), [] { return false; });
-    }
+    DayListing List() { return ListDayFolder(DayFolder(2008, 11, 13), StopToken()); }
     std::string Add(const std::string& name, std::string_view content = "x") {
         return AddFile(DayFolder(2008, 11, 13), name, content);
     }
@@ -128,9 +126,10 @@ TEST_F(DayListingTest, TwentyThousandFilesAreListed) {
 
 TEST_F(DayListingTest, StopEndsTheWalk) {
     for (const char* name : {"a.jpg", "b.jpg", "c.jpg"}) Add(name);
-    int asked = 0;
-    const DayListing listing = ListDayFolder(DayFolder(2008, 11, 13), [&] { return ++asked > 2; });
-    EXPECT_EQ(listing.entries.size(), 2u) << "what was listed until then is given";
+    StopSource stop;
+    EXPECT_EQ(ListDayFolder(DayFolder(2008, 11, 13), stop.Token()).entries.size(), 3u);
+    stop.RequestStop();
+    EXPECT_THAT(ListDayFolder(DayFolder(2008, 11, 13), stop.Token()).entries, IsEmpty());
 }
 
 TEST_F(DayListingTest, WhatIsFoundIsToldToTheSlideShow) {
@@ -143,9 +142,7 @@ TEST_F(DayListingTest, WhatIsFoundIsToldToTheSlideShow) {
 
 class ScanBackgroundsTest : public ViewTest {
 protected:
-    void Scan(int month) {
-        ScanBackgrounds(MainRoot(), 2008, month, [] { return false; });
-    }
+    void Scan(int month) { ScanBackgrounds(MainRoot(), 2008, month, StopToken()); }
     std::string MonthFolder() const { return root_ + "/files/2008/200811"; }
     std::string YearFolder() const { return root_ + "/files/2008"; }
 };

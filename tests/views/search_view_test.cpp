@@ -173,8 +173,7 @@ TEST_F(SearchViewTest, FolderIsComparedWithoutCaseAndToItsEnd) {
     const auto found = [&](const std::string& path) { names.push_back(NameOf(path)); };
     const auto below = [&](const std::string& folder) {
         names.clear();
-        ForEachFound(
-            folder, [] { return false; }, found);
+        ForEachFound(folder, StopToken(), found);
         return names;
     };
     const std::string day = DayFolder(2008, 11, 13);
@@ -190,9 +189,12 @@ TEST_F(SearchViewTest, FolderIsComparedWithoutCaseAndToItsEnd) {
 TEST_F(SearchViewTest, StopEndsTheWalkOverTheResult) {
     ChangeView([&](ViewState& view) { view.scatter = true; });
     Show("cat");
+    StopSource stop;
     int count = 0;
-    ForEachFound(
-        {}, [&] { return count == 1; }, [&](const std::string&) { ++count; });
+    ForEachFound({}, stop.Token(), [&](const std::string&) {
+        ++count;
+        stop.RequestStop();
+    });
     EXPECT_EQ(count, 1);
 }
 

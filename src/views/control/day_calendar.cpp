@@ -23,13 +23,13 @@ DayLines LinesOf(Size client) {
 
 }  // namespace
 
-Loading DayCalendar::Load(const LoadRequest& request, const StopTest& stopped) {
-    LoadDayViewer(request, stopped);
+Loading DayCalendar::Load(const LoadRequest& request, const StopToken& stop) {
+    LoadDayViewer(request, stop);
     return Loading::Done;
 }
 
 // Reads the day's cell of the grid, not the viewer that is shown; meant as it stands.
-void DayCalendar::Reload(const LoadRequest& request, const StopTest& stopped) {
+void DayCalendar::Reload(const LoadRequest& request, const StopToken& stop) {
     const auto& [year, month, day] = request.view.period.date;
     Log("Reload (%d/%d/%d)", year, month, day);
     if (day < 1 || day > 31) return;
@@ -37,7 +37,7 @@ void DayCalendar::Reload(const LoadRequest& request, const StopTest& stopped) {
         std::lock_guard lock(Calendar().SlotOf(year).mutex);
         Calendar().MonthOf(year, month).days[static_cast<std::size_t>(day - 1)].Clear();
     }
-    LoadDayCell(MainRoot(), year, month, day, stopped);
+    LoadDayCell(MainRoot(), year, month, day, stop);
 }
 
 void DayCalendar::Stop(const Period&) { Calendar().CurrentDayViewer().stop = true; }

@@ -27,26 +27,26 @@ MonthGrid GridOf(const Period& period, Size client) {
 
 }  // namespace
 
-Loading MonthCalendar::Load(const LoadRequest& request, const StopTest&) {
+Loading MonthCalendar::Load(const LoadRequest& request, const StopToken&) {
     StartGridLoad(request, *this);
     return Loading::GoesOn;
 }
 
-void MonthCalendar::Reload(const LoadRequest& request, const StopTest& stopped) {
+void MonthCalendar::Reload(const LoadRequest& request, const StopToken& stop) {
     const CalendarDate& date = request.view.period.date;
     Log("Reload (%d/%d)", date.year, date.month);
     ClearGrid(request.view.period);
-    LoadMonth(MainRoot(), date.year, date.month, stopped, {Level::Month, false, false, false});
+    LoadMonth(MainRoot(), date.year, date.month, stop, {Level::Month, false, false, false});
 }
 
 void MonthCalendar::FindBackgrounds(const std::string& root, const Period& period,
-                                    const StopTest& stopped) const {
-    ScanBackgrounds(root, period.date.year, period.date.month, stopped);
+                                    const StopToken& stop) const {
+    ScanBackgrounds(root, period.date.year, period.date.month, stop);
 }
 
-bool MonthCalendar::LoadFolders(const std::string& root, const Period& period, const StopTest& stopped,
+bool MonthCalendar::LoadFolders(const std::string& root, const Period& period, const StopToken& stop,
                                 LoadDrawing drawing) const {
-    return LoadMonth(root, period.date.year, period.date.month, stopped, drawing);
+    return LoadMonth(root, period.date.year, period.date.month, stop, drawing);
 }
 
 void MonthCalendar::Stop(const Period& period) {

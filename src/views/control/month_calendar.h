@@ -8,8 +8,8 @@ namespace kalmora {
 
 class MonthCalendar : public CalendarView, private GridWork {
 public:
-    Loading Load(const LoadRequest& request, const StopTest& stopped) override;
-    void Reload(const LoadRequest& request, const StopTest& stopped) override;
+    Loading Load(const LoadRequest& request, const StopToken& stop) override;
+    void Reload(const LoadRequest& request, const StopToken& stop) override;
     void Stop(const Period& period) override;
     void GoOn(const Period& period) override;
     bool IsReady(const Period& period) const override;
@@ -27,10 +27,9 @@ public:
     std::optional<DropTarget> TargetOfDrop(const Period& period, Point point, Size client) const override;
 
 private:
-    void FindBackgrounds(const std::string& root, const Period& period,
-                         const StopTest& stopped) const override;
+    void FindBackgrounds(const std::string& root, const Period& period, const StopToken& stop) const override;
     OldMusic AtOldMusic() const override { return OldMusic::Pause; }
-    bool LoadFolders(const std::string& root, const Period& period, const StopTest& stopped,
+    bool LoadFolders(const std::string& root, const Period& period, const StopToken& stop,
                      LoadDrawing drawing) const override;
 };
 

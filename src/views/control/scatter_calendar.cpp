@@ -15,13 +15,13 @@ CalendarView& Below(const Period& period) { return Calendar().ViewOf(period.leve
 
 }  // namespace
 
-Loading ScatterCalendar::Load(const LoadRequest& request, const StopTest& stopped) {
-    LoadAllViewer(request, stopped);
-    if (!stopped()) State().run.TicksInView = 0;
+Loading ScatterCalendar::Load(const LoadRequest& request, const StopToken& stop) {
+    LoadAllViewer(request, stop);
+    if (!stop.IsStopped()) State().run.TicksInView = 0;
     return Loading::Done;
 }
 
-void ScatterCalendar::Reload(const LoadRequest&, const StopTest&) {}  // the command leaves the scatter alone
+void ScatterCalendar::Reload(const LoadRequest&, const StopToken&) {}  // the command leaves the scatter alone
 
 void ScatterCalendar::Stop(const Period&) { Calendar().CurrentAllViewer().stop = true; }
 

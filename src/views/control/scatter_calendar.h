@@ -7,8 +7,8 @@ namespace kalmora {
 
 class ScatterCalendar : public CalendarView {
 public:
-    Loading Load(const LoadRequest& request, const StopTest& stopped) override;
-    void Reload(const LoadRequest& request, const StopTest& stopped) override;
+    Loading Load(const LoadRequest& request, const StopToken& stop) override;
+    void Reload(const LoadRequest& request, const StopToken& stop) override;
     void Stop(const Period& period) override;
     void GoOn(const Period& period) override;
     bool IsReady(const Period& period) const override;

@@ -29,26 +29,26 @@ void FillFromCell(const CalendarDate& day, ViewHit* hit) {
 
 }  // namespace
 
-Loading YearCalendar::Load(const LoadRequest& request, const StopTest&) {
+Loading YearCalendar::Load(const LoadRequest& request, const StopToken&) {
     StartGridLoad(request, *this);
     return Loading::GoesOn;
 }
 
-void YearCalendar::Reload(const LoadRequest& request, const StopTest& stopped) {
+void YearCalendar::Reload(const LoadRequest& request, const StopToken& stop) {
     ClearGrid(request.view.period);
-    LoadYear(MainRoot(), request.view.period.date.year, stopped, {Level::Year, false, false, false});
+    LoadYear(MainRoot(), request.view.period.date.year, stop, {Level::Year, false, false, false});
 }
 
 void YearCalendar::FindBackgrounds(const std::string& root, const Period& period,
-                                   const StopTest& stopped) const {
-    ScanBackgrounds(root, period.date.year, 0, stopped);
-    for (int month = 1; month <= 12 && !stopped(); ++month)
-        ScanBackgrounds(root, period.date.year, month, stopped);
+                                   const StopToken& stop) const {
+    ScanBackgrounds(root, period.date.year, 0, stop);
+    for (int month = 1; month <= 12 && !stop.IsStopped(); ++month)
+        ScanBackgrounds(root, period.date.year, month, stop);
 }
 
-bool YearCalendar::LoadFolders(const std::string& root, const Period& period, const StopTest& stopped,
+bool YearCalendar::LoadFolders(const std::string& root, const Period& period, const StopToken& stop,
                                LoadDrawing drawing) const {
-    return LoadYear(root, period.date.year, stopped, drawing);
+    return LoadYear(root, period.date.year, stop, drawing);
 }
 
 void YearCalendar::Stop(const Period& period) { Calendar().SlotOf(period.date.year).RaiseStop(); }

@@ -19,12 +19,12 @@ constexpr int kDeepestFolder = 64;
 
 class Walk {
 public:
-    explicit Walk(const StopTest& stopped) : stopped_(stopped) {}
+    explicit Walk(const StopToken& stop) : stop_(stop) {}
 
     void Folder(const std::string& folder, int depth) {
         if (depth > kDeepestFolder) return;
         for (const files::FolderEntry& entry : files::ListFolder(folder)) {
-            if (stopped_()) return;
+            if (stop_.IsStopped()) return;
             const std::string path = files::Join(folder, entry.name);
             if (!entry.isFolder)
                 File(path, entry.name);
@@ -89,23 +89,23 @@ private:
             listing_.music.push_back(*target);
     }
 
-    const StopTest& stopped_;
+    const StopToken stop_;
     DayListing listing_;
     std::set<std::pair<std::uint64_t, std::uint64_t>> entered_;
 };
 
 }  // namespace
 
-DayListing ListDayFolder(const std::string& folder, const StopTest& stopped) {
-    if (View().searchResult) return ListFoundFiles(folder, stopped);
-    Walk walk(stopped);
+DayListing ListDayFolder(const std::string& folder, const StopToken& stop) {
+    if (View().searchResult) return ListFoundFiles(folder, stop);
+    Walk walk(stop);
     walk.Folder(folder, 0);
     return walk.Take();
 }
 
-DayListing ListFoundFiles(const std::string& folder, const StopTest& stopped) {
-    Walk walk(stopped);
-    ForEachFound(folder, stopped, [&](const std::string& path) { walk.FoundFile(path); });
+DayListing ListFoundFiles(const std::string& folder, const StopToken& stop) {
+    Walk walk(stop);
+    ForEachFound(folder, stop, [&](const std::string& path) { walk.FoundFile(path); });
     return walk.Take();
 }
 

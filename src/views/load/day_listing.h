@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "views/model/stoppable_wait.h"
+#include "base/stop_token.h"
 #include "views/model/year_view.h"
 
 namespace kalmora {
@@ -18,12 +18,12 @@ struct DayListing {
 };
 
 // Walks the folder with its sub-folders. While a search result is shown the disk is not walked: the result's
-// entries below the folder are listed. `stopped` is asked between any two entries; true ends the walk, and
-// what was listed until then is given. A folder that cannot be read has nothing. Any thread.
-DayListing ListDayFolder(const std::string& folder, const StopTest& stopped);
+// entries below the folder are listed. A stop ends the walk between any two entries, and what was listed
+// until then is given. A folder that cannot be read has nothing. Any thread.
+DayListing ListDayFolder(const std::string& folder, const StopToken& stop);
 
 // The same of what the search in force has found below the folder, of an empty one of all that it has found.
-DayListing ListFoundFiles(const std::string& folder, const StopTest& stopped);
+DayListing ListFoundFiles(const std::string& folder, const StopToken& stop);
 
 // Does what a listing asks for, also of one that was stopped: deletes the empty texts, adds backgrounds and
 // music to those of the period in view, and the entries to the slide show. Gives the entries. Any thread.

@@ -17,26 +17,26 @@ namespace {
 void LoadGrid(const LoadRequest& request, const GridWork& work) {
     AppState& state = State();
     CalendarStore& calendar = Calendar();
-    const StopTest stopped = StopTestOf(request.number);
+    const StopToken stop = StopOf(request);
     const auto run = [&] {
-        if (stopped()) return false;
+        if (stop.IsStopped()) return false;
         calendar.backgrounds.Clear();
-        if (stopped()) return false;
+        if (stop.IsStopped()) return false;
         Calendar().partners.slideShow.ClearSlides();
         SetCaption();
         const std::string root = MainRoot();
-        work.FindBackgrounds(root, request.view.period, stopped);
-        if (stopped()) return false;
+        work.FindBackgrounds(root, request.view.period, stop);
+        if (stop.IsStopped()) return false;
         CheckMusic(work.AtOldMusic());
         PaintView();
-        RunSearch(request, stopped);
-        if (stopped()) return false;
+        RunSearch(request, stop);
+        if (stop.IsStopped()) return false;
 
         const auto load = [&](const std::string& folder, bool whileLoading) {
             // Without drawing while loading, each month of a year still appears when it is complete.
             const LoadDrawing drawing{request.view.period.level, whileLoading,
                                       whileLoading || !State().settings.DrawWhileLoading};
-            return work.LoadFolders(folder, request.view.period, stopped, drawing);
+            return work.LoadFolders(folder, request.view.period, stop, drawing);
         };
         if (!load(root, state.settings.DrawWhileLoading)) return false;
         state.run.FirstLoadDone = 1;
@@ -49,7 +49,7 @@ void LoadGrid(const LoadRequest& request, const GridWork& work) {
     };
     const bool whole = run();
     // A newer load that waited in vain has gone on with a gate of its own: that one is not ours to open.
-    if (calendar.loadNumber == request.number) state.run.ObjectGate.Release();
+    if (!request.load.IsStopped()) state.run.ObjectGate.Release();
     if (whole) Calendar().partners.observer.OnWholeView();
 }
 

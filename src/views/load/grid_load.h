@@ -15,10 +15,10 @@ class GridWork {
 public:
     virtual ~GridWork() = default;
     virtual void FindBackgrounds(const std::string& root, const Period& period,
-                                 const StopTest& stopped) const = 0;
+                                 const StopToken& stop) const = 0;
     virtual OldMusic AtOldMusic() const = 0;
     // False when stopped.
-    virtual bool LoadFolders(const std::string& root, const Period& period, const StopTest& stopped,
+    virtual bool LoadFolders(const std::string& root, const Period& period, const StopToken& stop,
                              LoadDrawing drawing) const = 0;
 };
 

@@ -13,6 +13,7 @@
 #include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
 #include "views/model/cell_content.h"
+#include "views/model/pause.h"
 #include "views/paint/paint_cell.h"
 #include "views/paint/paint_on_window.h"
 #include "views/paint/progress_stripe.h"
@@ -59,11 +60,10 @@ std::size_t PickRepresentative(const std::vector<DayEntry>& objects) {
 // Draws loaded days in their order, but never waits for a picture while days are left to be read.
 class LaggingDrawer {
 public:
-    LaggingDrawer(int year, int month, const StopTest& stopped)
-        : year_(year), month_(month), stopped_(stopped) {}
+    LaggingDrawer(int year, int month, const StopToken& stop) : year_(year), month_(month), stop_(stop) {}
 
     void DrawThrough(int day, bool wait) {
-        for (; next_ <= day && !stopped_(); ++next_) {
+        for (; next_ <= day && !stop_.IsStopped(); ++next_) {
             if (!wait && !IsCellPictureCached(year_, month_, next_)) return;
             DrawCellOnWindow(year_, month_, next_);
         }
@@ -71,19 +71,18 @@ public:
 
 private:
     int year_, month_;
-    const StopTest& stopped_;
+    const StopToken stop_;
     int next_ = 1;
 };
 
-bool LoadMonthDays(const std::string& root, int year, int month, const StopTest& stopped,
-                   LoadDrawing drawing) {
+bool LoadMonthDays(const std::string& root, int year, int month, const StopToken& stop, LoadDrawing drawing) {
     MonthView& view = Calendar().MonthOf(year, month);
-    const auto ended = [&] { return stopped() || view.stop; };
+    const StopToken monthStop = StopToken::AnyOf({stop, StopToken(view.stop)});
     const int days = DaysInMonth(year, month);
-    LaggingDrawer drawer(year, month, stopped);
+    LaggingDrawer drawer(year, month, stop);
     for (int day = 1; day <= days; ++day) {
-        if (ended() || (drawing.waitsWhilePaused && !WaitWhilePaused(ended))) return false;
-        if (!LoadDayCell(root, year, month, day, stopped)) return false;
+        if (monthStop.IsStopped() || (drawing.waitsWhilePaused && !WaitWhilePaused(monthStop))) return false;
+        if (!LoadDayCell(root, year, month, day, stop)) return false;
         BeginCellPicture(drawing.level, year, month, day);
         if (!drawing.whileLoading) continue;
         if (drawing.level == Level::Month) {
@@ -94,26 +93,26 @@ bool LoadMonthDays(const std::string& root, int year, int month, const StopTest&
         }
     }
     if (drawing.whileLoading && drawing.level == Level::Month) drawer.DrawThrough(days, true);
-    return !ended();
+    return !monthStop.IsStopped();
 }
 
 }  // namespace
 
-bool LoadDayCell(const std::string& root, int year, int month, int day, const StopTest& stopped) {
+bool LoadDayCell(const std::string& root, int year, int month, int day, const StopToken& stop) {
     YearView& slot = Calendar().SlotOf(year);
     DayCell& cell = Calendar().MonthOf(year, month).days[static_cast<std::size_t>(day - 1)];
-    const auto ended = [&] { return stopped() || cell.stop; };
-    if (ended()) return false;
+    const StopToken cellStop = StopToken::AnyOf({stop, StopToken(cell.stop)});
+    if (cellStop.IsStopped()) return false;
     const std::string folder = MakeDayFolderPath(root, year, month, day);
 
-    const std::vector<DayEntry> found = TakeListing(ListDayFolder(folder, ended));
-    if (ended()) return false;
+    const std::vector<DayEntry> found = TakeListing(ListDayFolder(folder, cellStop));
+    if (cellStop.IsStopped()) return false;
 
     std::vector<DayEntry> all;
     {
         std::lock_guard lock(slot.mutex);
-        // Asked again under the lock: a newer load empties the slot under it.
-        if (ended()) return false;
+        // Tested again under the lock: a newer load empties the slot under it.
+        if (cellStop.IsStopped()) return false;
         cell.folder = folder;
         cell.year = year;
         cell.month = month;
@@ -128,7 +127,7 @@ bool LoadDayCell(const std::string& root, int year, int month, int day, const St
     return true;
 }
 
-bool LoadMonth(const std::string& root, int year, int month, const StopTest& stopped, LoadDrawing drawing) {
+bool LoadMonth(const std::string& root, int year, int month, const StopToken& stop, LoadDrawing drawing) {
     if (month < 1 || month > 12) return false;  // a jump may name any; its folder would be the year's
     YearView& slot = Calendar().SlotOf(year);
     MonthView& view = Calendar().MonthOf(year, month);
@@ -143,7 +142,7 @@ bool LoadMonth(const std::string& root, int year, int month, const StopTest& sto
     view.active = true;
     if (drawing.level == Level::Month || month == 1) ProgressStripe(0);
 
-    const bool whole = LoadMonthDays(root, year, month, stopped, drawing);
+    const bool whole = LoadMonthDays(root, year, month, stop, drawing);
     if (whole) {
         if (drawing.level == Level::Month || month == 12) ProgressStripe(kStripeFinished);
         std::lock_guard lock(slot.mutex);
@@ -152,24 +151,24 @@ bool LoadMonth(const std::string& root, int year, int month, const StopTest& sto
         view.PhotoCursor = count > 0 ? Random() % count : 0;
         view.ready = true;
     }
-    if (!stopped()) view.loading = false;
+    if (!stop.IsStopped()) view.loading = false;
     return whole;
 }
 
-bool LoadYear(const std::string& root, int year, const StopTest& stopped, LoadDrawing drawing) {
+bool LoadYear(const std::string& root, int year, const StopToken& stop, LoadDrawing drawing) {
     YearView& slot = Calendar().SlotOf(year);
     slot.loading = true;
     slot.active = true;
-    const auto ended = [&] { return stopped() || slot.stop; };
+    const StopToken yearStop = StopToken::AnyOf({stop, StopToken(slot.stop)});
     bool whole = true;
     for (int month = 1; month <= 12 && whole; ++month) {
-        whole = !ended() && LoadMonth(root, year, month, ended, drawing);
+        whole = !yearStop.IsStopped() && LoadMonth(root, year, month, yearStop, drawing);
         // One month behind the reading, so that the pictures of this one are decoded meanwhile.
         if (whole && drawing.months && month > 1) DrawMonthOnWindow(year, month - 1);
     }
     if (whole && drawing.months) DrawMonthOnWindow(year, 12);
     if (whole) slot.ready = true;
-    if (!stopped()) slot.loading = false;
+    if (!stop.IsStopped()) slot.loading = false;
     return whole;
 }
 

@@ -1,13 +1,13 @@
 // Loading the calendar grids: days, months and years from the folders into their slots, drawn as they come.
 //
-// On the ObjectLoader thread, or on the GUI thread for a reload by command. `stopped` is asked between any
+// On the ObjectLoader thread, or on the GUI thread for a reload by command. `stop` is tested between any
 // two slow steps; each function returns false when it left because of it.
 #pragma once
 
 #include <string>
 
+#include "base/stop_token.h"
 #include "state/period.h"
-#include "views/model/stoppable_wait.h"
 
 namespace kalmora {
 
@@ -19,8 +19,8 @@ struct LoadDrawing {
     bool waitsWhilePaused = true;  // never on the GUI thread, which alone can end the pause
 };
 
-bool LoadDayCell(const std::string& root, int year, int month, int day, const StopTest& stopped);
-bool LoadMonth(const std::string& root, int year, int month, const StopTest& stopped, LoadDrawing drawing);
-bool LoadYear(const std::string& root, int year, const StopTest& stopped, LoadDrawing drawing);
+bool LoadDayCell(const std::string& root, int year, int month, int day, const StopToken& stop);
+bool LoadMonth(const std::string& root, int year, int month, const StopToken& stop, LoadDrawing drawing);
+bool LoadYear(const std::string& root, int year, const StopToken& stop, LoadDrawing drawing);
 
 }  // namespace kalmora

@@ -44,27 +44,27 @@ void UpdateObjects() {
     LookForDataFolder();
 
     if (!state.run.ObjectGate.Acquire(UpdateName(period).c_str())) return;
-    LoadRequest request{View(), ++Calendar().loadNumber};
-    const StopTest stopped = StopTestOf(request.number);
+    LoadRequest request{View(), Calendar().BeginLoad()};
+    const StopToken stop = StopOf(request);
     const auto leave = [&] {
         state.run.ObjectGate.Release();
         return;
     };
-    if (stopped()) return leave();
+    if (stop.IsStopped()) return leave();
     // A grid's worker searches by itself. A search of all that is loaded is shown as a scatter, so it comes
     // before the choice of the view.
     if (Calendar().ViewOf(request.view).DrawsObjects() || request.view.searchAllLoaded) {
-        RunSearch(request, stopped);
+        RunSearch(request, stop);
         request.view.scatter = View().scatter;
     }
-    if (stopped()) return leave();
+    if (stop.IsStopped()) return leave();
     Calendar().backgrounds.Clear();
-    if (stopped()) return leave();
+    if (stop.IsStopped()) return leave();
     partners.slideShow.ClearSlides();
-    if (stopped()) return leave();
+    if (stop.IsStopped()) return leave();
 
-    if (Calendar().ViewOf(request.view).Load(request, stopped) == Loading::GoesOn) return;
-    if (stopped()) return leave();
+    if (Calendar().ViewOf(request.view).Load(request, stop) == Loading::GoesOn) return;
+    if (stop.IsStopped()) return leave();
     CheckMusic(OldMusic::Stop);
     SetCaption();
     state.run.ObjectGate.Release();
@@ -74,10 +74,10 @@ void UpdateObjects() {
 void ReloadView() {
     AppState& state = State();
     if (View().scatter || !state.run.ObjectGate.Acquire("Reload")) return;
-    const LoadRequest request{View(), ++Calendar().loadNumber};
-    const StopTest stopped = StopTestOf(request.number);
-    RunSearch(request, stopped);
-    Calendar().ViewOf(request.view.period.level).Reload(request, stopped);
+    const LoadRequest request{View(), Calendar().BeginLoad()};
+    const StopToken stop = StopOf(request);
+    RunSearch(request, stop);
+    Calendar().ViewOf(request.view.period.level).Reload(request, stop);
     state.run.ObjectGate.Release();
     if (Window* window = MainWindow()) window->Invalidate();
 }

@@ -24,12 +24,12 @@ std::string ListedPath(std::string_view line, const std::string& listFolder) {
     return files::IsAbsolute(name) ? name : files::Join(listFolder, name);
 }
 
-void ReadMusicList(const std::string& listPath, const std::string& folder, const StopTest& stopped) {
+void ReadMusicList(const std::string& listPath, const std::string& folder, const StopToken& stop) {
     const auto content = files::ReadWholeFile(listPath, kLongestList);
     if (!content) return;
     const std::string text = DecodeText(*content);
     std::string_view rest = text;
-    while (!rest.empty() && !stopped()) {
+    while (!rest.empty() && !stop.IsStopped()) {
         const std::size_t lineEnd = rest.find('\n');
         std::size_t length = lineEnd == std::string_view::npos ? rest.size() : lineEnd + 1;
         if (length > kLongestListLine) length = text::CutAtCharacter(rest, kLongestListLine).size();
@@ -42,10 +42,10 @@ void ReadMusicList(const std::string& listPath, const std::string& folder, const
     }
 }
 
-void ScanFolder(const std::string& folder, const StopTest& stopped) {
+void ScanFolder(const std::string& folder, const StopToken& stop) {
     BackgroundSet& backgrounds = Calendar().backgrounds;
     for (const files::FolderEntry& entry : files::ListFolder(folder)) {
-        if (stopped()) return;
+        if (stop.IsStopped()) return;
         if (entry.isFolder) continue;
         const std::string path = files::Join(folder, entry.name);
         switch (ClassifyFile(path)) {
@@ -61,7 +61,7 @@ void ScanFolder(const std::string& folder, const StopTest& stopped) {
                 backgrounds.AddMusic(path, true);
                 break;
             case ObjectKind::MusicList:
-                ReadMusicList(path, folder, stopped);
+                ReadMusicList(path, folder, stop);
                 break;
             default:
                 break;
@@ -71,10 +71,10 @@ void ScanFolder(const std::string& folder, const StopTest& stopped) {
 
 }  // namespace
 
-void ScanBackgrounds(const std::string& root, int year, int month, const StopTest& stopped) {
-    if (month > 0) ScanFolder(MakeMonthFolderPath(root, year, month), stopped);
+void ScanBackgrounds(const std::string& root, int year, int month, const StopToken& stop) {
+    if (month > 0) ScanFolder(MakeMonthFolderPath(root, year, month), stop);
     // A year's pictures and music also serve its months.
-    if (!stopped()) ScanFolder(MakeYearFolderPath(root, year), stopped);
+    if (!stop.IsStopped()) ScanFolder(MakeYearFolderPath(root, year), stop);
     Calendar().backgrounds.SetValid();
 }
 

@@ -3,12 +3,12 @@
 
 #include <string>
 
-#include "views/model/stoppable_wait.h"
+#include "base/stop_token.h"
 
 namespace kalmora {
 
 // Looks for background pictures and music in the month's folder and then the year's; month 0: the year's
 // only.
-void ScanBackgrounds(const std::string& root, int year, int month, const StopTest& stopped);
+void ScanBackgrounds(const std::string& root, int year, int month, const StopToken& stop);
 
 }  // namespace kalmora

@@ -16,19 +16,19 @@ bool LiesBelow(const std::string& dayFolder, const std::string& folder) {
 
 }  // namespace
 
-void RunSearch(const LoadRequest& request, const std::function<bool()>& stopped) {
+void RunSearch(const LoadRequest& request, const StopToken& stop) {
     if (!request.view.searchResult) return;
     Search(SearchText(), request.view.searchAllLoaded ? SearchScope::AllLoaded : SearchScope::View,
-           request.view.period, stopped);
+           request.view.period, stop);
 }
 
-void ForEachFound(const std::string& folder, const std::function<bool()>& stopped,
+void ForEachFound(const std::string& folder, const StopToken& stop,
                   const std::function<void(const std::string& path)>& found) {
     const SearchResult result = CurrentSearchResult();
     for (const FoundDay& day : *result) {
         if (!LiesBelow(day.day->folder, folder)) continue;
         for (std::size_t i = 0; i < day.positions.size(); ++i) {
-            if (stopped()) return;
+            if (stop.IsStopped()) return;
             found(day.Entry(i).path);
         }
     }

@@ -1,17 +1,15 @@
 // When a load has to leave.
 #pragma once
 
-#include <cstdint>
-
+#include "base/stop_token.h"
 #include "state/app_state.h"
-#include "views/model/calendar_store.h"
-#include "views/model/stoppable_wait.h"
+#include "views/model/load_request.h"
 
 namespace kalmora {
 
-// True when a stop is requested at the object gate, or when a newer load has begun.
-inline StopTest StopTestOf(std::uint32_t number) {
-    return [number] { return State().run.ObjectGate.IsStopRequested() || Calendar().loadNumber != number; };
+// Stopped while a stop is requested at the object gate, and for good once a newer load has begun.
+inline StopToken StopOf(const LoadRequest& request) {
+    return StopToken::AnyOf({request.load, StopToken(State().run.ObjectGate)});
 }
 
 }  // namespace kalmora

@@ -83,6 +83,18 @@ void CalendarStore::AdvanceDayRing() { State().run.DayRing = (State().run.DayRin
 
 void CalendarStore::AdvanceAllRing() { State().run.AllRing = (State().run.AllRing + 1) % kRingSize; }
 
+StopToken CalendarStore::BeginLoad() {
+    std::lock_guard lock(loadMutex_);
+    load_.RequestStop();
+    load_ = StopSource();
+    return load_.Token();
+}
+
+StopToken CalendarStore::CurrentLoad() const {
+    std::lock_guard lock(loadMutex_);
+    return load_.Token();
+}
+
 bool CalendarStore::StartObjectLoader(std::function<void()> body) {
     std::lock_guard lock(threadsMutex_);
     return Start(objectLoader_, "ObjectLoader", std::move(body));
@@ -101,20 +113,15 @@ bool CalendarStore::LeavePaintToRun() {
     return paintRunGoes_;
 }
 
-bool CalendarStore::IsPaintLeftToRun() const {
-    std::lock_guard lock(threadsMutex_);
-    return paintIsLeft_;
-}
-
 bool CalendarStore::TakePaintLeftToRun() {
     std::lock_guard lock(threadsMutex_);
-    return std::exchange(paintIsLeft_, false);
+    return paintIsLeft_.exchange(false);
 }
 
 bool CalendarStore::EndPaintRun() {
     std::lock_guard lock(threadsMutex_);
     paintRunGoes_ = false;
-    return std::exchange(paintIsLeft_, false);
+    return paintIsLeft_.exchange(false);
 }
 
 bool CalendarStore::IsObjectLoaderRunning() const {

@@ -4,11 +4,11 @@
 
 #include <array>
 #include <atomic>
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
 
+#include "base/stop_token.h"
 #include "base/worker.h"
 #include "platform/window.h"
 #include "views/model/background_set.h"
@@ -39,9 +39,12 @@ struct CalendarStore {
     std::array<AllViewer, kRingSize> allViewers;
     BackgroundSet backgrounds;
 
-    // Each load has a number. A worker whose number is no longer the newest leaves at its next test, whatever
-    // became of the gate meanwhile.
-    std::atomic<std::uint32_t> loadNumber{0};
+    // A load that begins stops the one before, whatever becomes of the object gate meanwhile. The tokens are
+    // of the newest load: who finds his stopped holds the gate no more. Any thread.
+    StopToken BeginLoad();
+    StopToken CurrentLoad() const;
+    // Without another load: the program ends.
+    void StopLoadsSoFar() { BeginLoad(); }
     // Pictures drawn since the last start of a view: for `shot` and tests.
     std::atomic<int> objectsDrawn{0};
 
@@ -58,7 +61,8 @@ struct CalendarStore {
     // A paint run goes from StartPaintThread until EndPaintRun. A full paint that comes meanwhile is left to
     // it: true when it was, false when no run is going and the caller is to paint.
     bool LeavePaintToRun();
-    bool IsPaintLeftToRun() const;
+    bool IsPaintLeftToRun() const { return paintIsLeft_; }
+    StopToken PaintLeftToRun() const { return StopToken(paintIsLeft_); }  // stopped while one is left
     bool TakePaintLeftToRun();  // true once for all paints left until then
     bool EndPaintRun();         // true when a paint was left that the run did not take
     bool IsObjectLoaderRunning() const;
@@ -71,10 +75,12 @@ private:
 
     const std::shared_ptr<std::atomic<int>> workers_ = std::make_shared<std::atomic<int>>(0);
     mutable std::mutex threadsMutex_;
-    Worker objectLoader_;        // guarded by threadsMutex_
-    Worker paintThread_;         // guarded by threadsMutex_
-    bool paintRunGoes_ = false;  // guarded by threadsMutex_
-    bool paintIsLeft_ = false;   // guarded by threadsMutex_
+    Worker objectLoader_;                    // guarded by threadsMutex_
+    Worker paintThread_;                     // guarded by threadsMutex_
+    bool paintRunGoes_ = false;              // guarded by threadsMutex_
+    std::atomic<bool> paintIsLeft_ = false;  // written under threadsMutex_
+    mutable std::mutex loadMutex_;
+    StopSource load_;  // guarded by loadMutex_
 };
 
 // The one that App or a test has made; there is no more than one at a time. Any thread.

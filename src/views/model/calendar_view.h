@@ -7,10 +7,10 @@
 #include <string>
 
 #include "base/dates.h"
+#include "base/stop_token.h"
 #include "platform/canvas.h"
 #include "store/extension_table.h"
 #include "views/model/load_request.h"
-#include "views/model/stoppable_wait.h"
 
 namespace kalmora {
 
@@ -49,9 +49,9 @@ public:
 
     // ---- load
     // Fills the view for the request; with the object gate held.
-    virtual Loading Load(const LoadRequest& request, const StopTest& stopped) = 0;
+    virtual Loading Load(const LoadRequest& request, const StopToken& stop) = 0;
     // Command 1021: reads the period again on the calling thread; with the object gate held.
-    virtual void Reload(const LoadRequest& request, const StopTest& stopped) = 0;
+    virtual void Reload(const LoadRequest& request, const StopToken& stop) = 0;
     // Raises the stop flag of what holds the period.
     virtual void Stop(const Period& period) = 0;
     // Lowers it again where the period is loaded: a change of the view came to nothing.

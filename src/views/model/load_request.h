@@ -1,8 +1,7 @@
 // LoadRequest: what a load is for.
 #pragma once
 
-#include <cstdint>
-
+#include "base/stop_token.h"
 #include "state/view_state.h"
 
 namespace kalmora {
@@ -10,7 +9,7 @@ namespace kalmora {
 // What a load is for: a copy, so that the worker never reads a period that moves on meanwhile.
 struct LoadRequest {
     ViewState view;
-    std::uint32_t number = 0;  // see CalendarStore::loadNumber
+    StopToken load;  // stopped once a newer load has begun; see CalendarStore::BeginLoad
 };
 
 }  // namespace kalmora

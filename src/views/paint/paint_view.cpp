@@ -35,11 +35,11 @@ void EventPaint() {
     if (!Calendar().ViewOf(View()).DrawsObjects()) return;
     if (!state.run.ObjectGate.Acquire("EventPaint")) return;
     Calendar().objectsDrawn = 0;
-    if (!Calendar().StartPaintThread([number = Calendar().loadNumber.load()] { EventPaintThread(number); }))
+    if (!Calendar().StartPaintThread([load = Calendar().CurrentLoad()] { EventPaintThread(load); }))
         state.run.ObjectGate.Release();
 }
 
-void EventPaintThread(std::uint32_t loadNumber) {
+void EventPaintThread(const StopToken& load) {
     AppState& state = State();
     WalkEnd end;
     do {
@@ -52,7 +52,7 @@ void EventPaintThread(std::uint32_t loadNumber) {
     SetButtonStates();
     DrawButtonsOnWindow();
     // After the bounded wait a newer load has gone on with a gate of its own: that one is not ours to open.
-    if (Calendar().loadNumber == loadNumber) state.run.ObjectGate.Release();
+    if (!load.IsStopped()) state.run.ObjectGate.Release();
     state.run.FirstLoadDone = 1;
     // A paint that came too late for this run is done by whoever is free now.
     if (Calendar().EndPaintRun()) return PaintView();

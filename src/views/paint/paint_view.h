@@ -1,7 +1,7 @@
 // PaintView: the period in view, painted whole.
 #pragma once
 
-#include <cstdint>
+#include "base/stop_token.h"
 
 namespace kalmora {
 
@@ -14,8 +14,8 @@ void PaintView();
 // thread; does not wait.
 void EventPaint();
 
-// Body of the run; loadNumber is the one of the load whose objects it draws. Lets a burst of paints come to
+// Body of the run; `load` is the token of the load whose objects it draws. Lets a burst of paints come to
 // rest first; a full paint that is asked for meanwhile is done here and the walk begins anew.
-void EventPaintThread(std::uint32_t loadNumber);
+void EventPaintThread(const StopToken& load);
 
 }  // namespace kalmora

@@ -1,9 +1,9 @@
 #include "views/paint/walk_objects.h"
 
-#include "platform/clock.h"
+#include "base/stop_token.h"
 #include "state/app_state.h"
 #include "views/model/calendar_store.h"
-#include "views/model/stoppable_wait.h"
+#include "views/model/pause.h"
 #include "views/paint/draw_objects.h"
 #include "views/paint/progress_stripe.h"
 
@@ -12,35 +12,32 @@ namespace kalmora {
 namespace {
 
 constexpr int kYieldAboveMs = 10;
-constexpr int kPauseStepMs = 500;
 
 // The walk over a viewer's objects; `draw` places and draws one.
 template <typename Viewer, typename DrawOne>
 WalkEnd WalkObjects(Viewer& viewer, DrawOne draw) {
     AppState& state = State();
-    const auto stopped = [&] {
-        return viewer.stop || !viewer.usable || state.run.ObjectGate.IsStopRequested();
-    };
-    const auto restless = [&] { return stopped() || Calendar().IsPaintLeftToRun(); };
+    const StopToken stop = StopToken::AnyOf({StopToken(viewer.stop), StopToken(state.run.ObjectGate)});
+    const StopToken restless = StopToken::AnyOf({stop, Calendar().PaintLeftToRun()});
     // A stop that no load followed must not keep the period empty for good.
     viewer.stop = false;
     const std::vector<PlacedObjectPtr> objects = viewer.objects.Snapshot();
     if (objects.empty()) return WalkEnd::Whole;
     TicketGuard guard(viewer.queue, 5, 100);
-    if (!guard) return WalkEnd::Stopped;
+    if (!guard || !viewer.usable) return WalkEnd::Stopped;
     for (std::size_t index = 0; index < objects.size(); ++index) {
         ProgressStripe(static_cast<double>(index) / static_cast<double>(objects.size()));
         while (state.run.Paused) {
-            if (stopped()) return WalkEnd::Stopped;
+            if (stop.IsStopped()) return WalkEnd::Stopped;
             if (Calendar().IsPaintLeftToRun()) return WalkEnd::Repaint;
-            SleepUnless(restless, kPauseStepMs);
+            restless.WaitFor(kPauseStepMs);
         }
-        if (stopped()) return WalkEnd::Stopped;
+        if (stop.IsStopped()) return WalkEnd::Stopped;
         if (Calendar().IsPaintLeftToRun()) return WalkEnd::Repaint;
         if (Calendar().partners.slideShow.IsShown()) continue;
         if (draw(objects[index])) ++Calendar().objectsDrawn;
         if (state.settings.TimingOfChangeImage > kYieldAboveMs)
-            SleepUnless(restless, state.settings.TimingOfChangeImage);
+            restless.WaitFor(state.settings.TimingOfChangeImage);
     }
     viewer.loaded = true;
     ProgressStripe(kStripeFinished);
