@@ -16,7 +16,7 @@ using exif::Writer;
 
 ByteOrder OrderOf(const Camera& camera) { return camera.bigEndian ? ByteOrder::Big : ByteOrder::Little; }
 
-// A small directory with one large value that nobody knows, as makers write it.
+// A small directory with one large value of unknown meaning, as makers write it.
 Bytes MakerNote(const Camera& camera) {
     Writer note(OrderOf(camera));
     note.Put(std::string_view(camera.make).substr(0, 6));

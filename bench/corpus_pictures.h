@@ -18,7 +18,7 @@ Picture MakePicture(std::uint32_t seed, int width, int height, int grain);
 // Each pixel the mean of those that fall into it.
 Picture Reduce(const Picture& picture, int width, int height);
 // A JPEG from its first quantization table on, without the marker that begins a file and without segments
-// about the format: what stands behind the Exif segment of a camera's photo.
+// about the format: what follows the Exif segment of a camera's photo.
 std::vector<std::uint8_t> JpegBody(const Picture& picture, int quality, Chroma chroma);
 
 }  // namespace bench

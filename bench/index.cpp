@@ -8,7 +8,7 @@
 //                                             their files, and looks at each file in a bare loop beside it
 //     bench_index build DIR [ROUNDS]          makes all index files below DIR from the files
 //
-// Prints one line: the median seconds, and what else the job has to tell.
+// Prints one line: the median seconds, and what else the job reports.
 #include <malloc.h>
 #include <sys/stat.h>
 

@@ -1,11 +1,11 @@
-// Where a test's source file lies, for the files that stand beside it.
+// Where a test's source file lies, for the files beside it.
 #pragma once
 
 #include <filesystem>
 
 namespace kalmora {
 
-// The folder of a __FILE__. A compiler that was given a short name tells it from the build folder, which is
+// The folder of a __FILE__. A compiler that was given a short name gives it from the build folder, which is
 // above the folder of the test program.
 inline std::filesystem::path SourceFolder(const std::filesystem::path& file) {
     if (file.is_absolute()) return file.parent_path();

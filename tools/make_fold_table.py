@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes the two tables that text/text.h stands on, from the measured table of code page 932.
+"""Writes the two tables that text/text.h needs, from the measured table of code page 932.
 
     make_fold_table.py cp932_fold.tsv src/text
 

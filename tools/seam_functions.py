@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Prints what a platform must write, by header of src/platform/: the list that stands in docs/contributing.md.
+"""Prints what a platform must write, by header of src/platform/: the list that is in docs/contributing.md.
 
   tools/seam_functions.py [HEADER...]     by default all headers of the seam
 

@@ -44,7 +44,7 @@ void ConnectIndex() {
     desktop.context = {desktop.stop.Token(), &desktop.progress};
     ResetIndexes(desktop.context);
     ResetDateTree(desktop.progress);
-    // Now, while nobody else runs: the roots of the start are the roots of the run.
+    // Now, while no worker runs: the roots of the start are the roots of the run.
     MainIndex();
     OtherIndex();
 }

@@ -11,7 +11,8 @@ namespace kalmora {
 void DispatchCommand(const AppParts& parts, Window& window, int id);
 
 // The way in for accelerators, hot keys and tray items: an id from 50000 to 59999 is a key and is translated
-// by the key table first. False when no command is bound to that key, so that the key goes on to the window.
+// by the key table first. False when no command is bound to that key, so that the key is passed on to the
+// window.
 bool RouteCommand(const AppParts& parts, Window& window, int id);
 
 }  // namespace kalmora

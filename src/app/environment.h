@@ -9,7 +9,7 @@
 namespace kalmora {
 
 // The folder of settings, key files and Temp: the option, $KALMORA_HOME, the program's own folder when a
-// kalmora.ini stands there, otherwise the user's data folder. No trailing separator.
+// kalmora.ini lies there, otherwise the user's data folder. No trailing separator.
 std::string HomeFolder(const StartOptions& options);
 // The folder that holds Res and the default backgrounds: the program's own, or share/kalmora beside its bin.
 std::string InstalledFolder();

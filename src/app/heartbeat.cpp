@@ -117,7 +117,7 @@ void Heartbeat::Start() {
 
 void Heartbeat::Stop() {
     if (!timer_) return;
-    // The timer waits for its call without a bound, so it goes on a thread of its own.
+    // The timer waits for its call without a bound, so it is destroyed on a thread of its own.
     const std::shared_ptr<PeriodicTimer> timer = std::move(timer_);
     lastBeat_ =
         StartWorker("LastBeat", Worker::Priority::Normal, [timer](const StopToken&) { timer->Stop(); });

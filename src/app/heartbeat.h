@@ -1,4 +1,4 @@
-// The program's clock. Nearly all that moves by itself moves here.
+// The program's clock. Nearly all that moves without the user moves here.
 #pragma once
 
 #include <memory>
@@ -41,7 +41,7 @@ public:
     // The periodic timer, TimingOfPopup seconds long, first beat after one full period. GUI thread.
     void Start();
     // No beat begins any more. Waits at most a second for one that runs: it may be in a file call on a disk
-    // that does not answer, and goes on by itself then.
+    // that does not answer; the beat then runs on alone.
     void Stop();
     // After Stop: true while such a beat still runs. The object must not go before.
     bool IsLastBeatRunning() const { return lastBeat_.IsRunning(); }

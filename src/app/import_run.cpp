@@ -41,7 +41,7 @@ WordsLanguage LanguageOfTheUser() {
     return State().settings.UseJapanese ? WordsLanguage::Japanese : WordsLanguage::English;
 }
 
-// Shows in the view what has arrived, and keeps what the user is to be told at the end.
+// Shows in the view what has arrived, and keeps what is reported to the user at the end.
 class Arrivals final : public ArrivalListener {
 public:
     void OnFile(const ImportedFile& file) override {

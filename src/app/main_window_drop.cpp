@@ -1,6 +1,6 @@
 // Files dropped on the main window. A drag out of the window that comes back to where it began is a rating:
-// the petal on which it is dropped says which. What another program drags is never one, wherever it is
-// dropped.
+// the petal on which it is dropped says which. What another program drags is never one, at every place of the
+// window.
 #include "app/main_window_events.h"
 #include "platform/clock.h"
 #include "platform/drop_event.h"

@@ -24,7 +24,7 @@ Tip ButtonTip(const KeyConfig& keys, Point client) {
     return {key.empty() ? button.tip : button.tip + " " + key, button.area};
 }
 
-// Tab and its like are no accelerators, so that whatever the key files say every button is within reach.
+// Tab and its like are no accelerators, so that every button can be reached with any key files.
 bool OnKey(const Event& event) {
     if (event.ctrl || event.alt) return false;
     switch (event.key) {

@@ -1,4 +1,4 @@
-// The keyboard's way to the buttons, and what a button says of itself. GUI thread.
+// The keyboard's way to the buttons, and the tip of a button. GUI thread.
 #pragma once
 
 #include <string>

@@ -22,7 +22,7 @@ constexpr std::chrono::milliseconds kLastSave{300};
 struct ProgramEnd::State {
     explicit State(Steps all) : steps(std::move(all)) {}
 
-    // Starts the saving where nobody has. Only the starting of its thread is done under the lock.
+    // Starts the saving unless it has started. Only the starting of its thread is done under the lock.
     static void StartSaving(const std::shared_ptr<State>& state, std::unique_lock<std::mutex>& lock) {
         if (std::exchange(state->isSaving, true)) return;
         const auto body = [state](const StopToken&) {

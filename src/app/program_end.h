@@ -11,11 +11,11 @@ class ProgramEnd {
 public:
     struct Steps {
         std::function<void()> save;   // what the user has set; on a thread of its own, at most once
-        std::function<void()> leave;  // ends the process around whatever still runs; on a thread of its own
+        std::function<void()> leave;  // ends the process, also when workers still run; on a thread of its own
         int longestMs = 2100;         // from Begin to `leave`; the system then needs a moment, too
     };
     explicit ProgramEnd(Steps steps);
-    ~ProgramEnd();  // calls `leave` no more
+    ~ProgramEnd();  // from now on `leave` is not called
     ProgramEnd(const ProgramEnd&) = delete;
     ProgramEnd& operator=(const ProgramEnd&) = delete;
 

@@ -6,8 +6,8 @@
 namespace kalmora {
 
 // Runs the work on a thread of its own. Comes back when it is done; work that takes longer than 200 ms lets
-// the window's events be served meanwhile. False when the window was closed before it was done: the work goes
-// on by itself then, and what it uses must outlive this call. GUI thread.
+// the window's events be served meanwhile. False when the window was closed before it was done: the work then
+// continues alone, and what it uses must outlive this call. GUI thread.
 bool RunBeside(const char* threadName, std::function<void()> work);
 
 // True while any such work runs. Any thread.

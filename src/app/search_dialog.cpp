@@ -27,7 +27,7 @@ enum Id : int {
     kAllLoaded = 1008,
 };
 
-// Dialog 106. A label stands in front of the control that it names, which is drawn at its left.
+// Dialog 106. A label comes before the control that it names, which is drawn at its left.
 constexpr char kTitle[] = "検索ボックス";
 constexpr Control kJapanese[] = {
     {ControlKind::Label, 0, "検索キーワードを入力してください", 0, 0, 4},

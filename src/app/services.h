@@ -1,4 +1,4 @@
-// Work that the shell does for commands and events behind one door each, so that a test can stand in its
+// Work that the shell does for commands and events behind one door each, so that a test can take its
 // place. GUI thread, but where it says otherwise.
 #pragma once
 

@@ -14,7 +14,7 @@ using Kind = TrayMenuItem::Kind;
 }  // namespace
 
 std::span<const TrayMenuItem> TrayMenu() {
-    // The screenshot item shows the window, no more: it has the number of the first one, and that is meant.
+    // The screenshot item only shows the window: it has the number of the first one, and that is intended.
     // Held by TrayMenu.ScreenshotItemShowsTheWindow.
     static const auto* const menu = new std::vector<TrayMenuItem>{
         {Kind::Caption, "Kalmora"},

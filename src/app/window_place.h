@@ -1,4 +1,4 @@
-// Where the main window is put: as its settings say, unless nobody could reach it there.
+// Where the main window is put: as its settings say, unless the user could not reach it there.
 #pragma once
 
 #include <vector>

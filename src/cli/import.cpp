@@ -40,7 +40,7 @@ struct ImportVerb {
     const CLI::Option* dayEndOption = nullptr;
 };
 
-// What became of a file, in the words of a line.
+// What was done with a file, in the words of a line.
 std::string WordsOf(const ImportedFile& file, ImportOptions::Run run) {
     const std::string target = file.target.empty() ? "" : " to " + ShownOnOutput(file.target);
     if (run == ImportOptions::Run::Rehearsal && HasArrived(file.result))
@@ -128,7 +128,7 @@ private:
 };
 
 // The exit status.
-int Tell(const ImportSummary& summary) {
+int Report(const ImportSummary& summary) {
     const std::string shown = ShownOnErrors(summary.refused);
     const char* const refused = shown.c_str();
     switch (summary.end) {
@@ -186,7 +186,7 @@ int RunImportVerb(const StartOptions& start, const ImportVerb& verb) {
         std::fprintf(stderr, "kalmora import: %s: no such folder; nothing was done\n", options.root.c_str());
         return 1;
     }
-    // The file at hand is finished, and what has come in is safe; then the import ends.
+    // The current file is finished, and what was imported is safe; then the import ends.
     const StopToken stop = StopOnInterrupt();
     ImportSummary summary;
     {
@@ -199,7 +199,7 @@ int RunImportVerb(const StartOptions& start, const ImportVerb& verb) {
                                summary.end == ImportEnd::NoSpace;
         if (!isRefused) printer.PrintSum(summary);
     }
-    return Tell(summary);
+    return Report(summary);
 }
 
 }  // namespace

@@ -82,7 +82,7 @@ int RunIndexWork(const StartOptions& start, IndexWork work, const IndexOptions& 
     PrepareFolders(start);
     ConnectRooms();
     LoadEnvironment(start);
-    // The file at hand is finished and what was made so far is written; then the program ends.
+    // The current file is finished and what was made so far is written; then the program ends.
     const StopToken stop = StopOnInterrupt();
     const std::string root = MainRoot();
     const char* const verb = work == IndexWork::Update ? "update" : "index";

@@ -1,5 +1,5 @@
 // The executable without the toolkit: the command line and every verb that does without pictures' pixels. The
-// window, `shot`, which draws one, and `rotate`, which turns the small picture inside a photo, stand in a
+// window, `shot`, which draws one, and `rotate`, which turns the small picture inside a photo, lie in a
 // library of their own with the toolkit behind it (window_part.cpp): loading that takes several times as long
 // as a search. What is defined here replaces start.cpp, shot.cpp and rotate.cpp.
 #include <cstdio>

@@ -53,7 +53,7 @@ Json RecordOf(const IndexEntry& entry) {
             {"privacy", entry.estimations.privacy}};
 }
 
-// Prints what is found while the search goes on.
+// Prints what is found while the search runs.
 class Results {
 public:
     explicit Results(bool json) : json_(json) {

@@ -79,7 +79,7 @@ void SetView(const ShotOptions& options, const CalendarDate& date) {
     });
     state.settings.SoundMode = 0;
     state.settings.OutputNavigationLog = false;
-    // Nobody watches the pictures arrive one by one.
+    // No user watches the pictures arrive one by one.
     state.settings.TimingOfChangeImage = 0;
 }
 

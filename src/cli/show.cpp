@@ -52,7 +52,7 @@ const char* NameOf(DateSource source) {
 
 Json TextOrNull(const std::string* text) { return text ? Json(*text) : Json(nullptr); }
 
-// One record is made and filled again for each file: making its keys anew would cost more than reading a
+// One record is made and filled again for each file: making its keys again would cost more than reading a
 // photo.
 class RecordWriter {
 public:

@@ -6,7 +6,7 @@
 namespace kalmora {
 
 // From now on these signals no longer end the process: they stop this token. What was finished stays, and the
-// verb ends by itself. Main thread.
+// verb ends as usual. Main thread.
 StopToken StopOnInterrupt();
 
 }  // namespace kalmora

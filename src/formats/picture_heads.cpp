@@ -122,7 +122,7 @@ Size MeasurePortableMap(std::span<const std::uint8_t> head) {
     return width ? SizeOf(width, number()) : Size{};
 }
 
-// ---- TIFF: its first directory may stand anywhere
+// ---- TIFF: its first directory may lie anywhere
 
 constexpr std::uint16_t kWidthTag = 256, kHeightTag = 257, kOrientationTag = 274;
 constexpr std::uint16_t kShort = 3, kLong = 4, kLong8 = 16;
@@ -188,7 +188,7 @@ Size MeasureTiff(std::span<const std::uint8_t> head, const ByteSource& source) {
     return ReadTiffDirectory(directory.Sub(layout.countLength), count.value_or(0), layout);
 }
 
-// ---- JPEG: its frame stands behind segments of any length
+// ---- JPEG: its frame lies behind segments of any length
 
 // Those that the codec decodes: baseline, extended and progressive, with either coding.
 bool IsFrame(std::uint8_t marker) {
@@ -204,8 +204,8 @@ bool EndsHead(std::uint8_t marker) {
 
 bool StandsAlone(std::uint8_t marker) { return marker == 0x01 || (marker >= 0xD0 && marker <= 0xD7); }
 
-// The first marker from `at` on, and `at` set behind it. Bytes that belong to nothing may stand in front of
-// it, as the codec passes over them too.
+// The first marker from `at` on, and `at` set behind it. Bytes that belong to nothing may lie in front of
+// it: the codec skips them too.
 std::optional<std::uint8_t> NextMarker(const ByteSource& source, std::uint64_t& at) {
     constexpr std::uint64_t kMostStray = 1 << 20;
     const std::uint64_t last = at + kMostStray;

@@ -1,4 +1,4 @@
-// Shortcuts in the shell link file format (.lnk), as bytes: whoever wrote them, and as this program writes
+// Shortcuts in the shell link file format (.lnk), as bytes: those of any program, and as this program writes
 // them. Nothing here looks at the disk. Any thread.
 #pragma once
 

@@ -1,4 +1,4 @@
-// The shell link format: what stands where in a .lnk file. Used by the reader and the writer.
+// The shell link format: what lies where in a .lnk file. Used by the reader and the writer.
 // Source of the layout: the published open format description of shell links. Numbers are little-endian.
 #pragma once
 
@@ -41,7 +41,7 @@ enum InfoFlag : std::uint32_t { kHasLocalPath = 0x1, kHasNetworkPath = 0x2 };
 // ---- the network share inside that block; offsets count from the share's start
 inline constexpr std::size_t kShareNameOffset = 8;
 inline constexpr std::size_t kShareNameUnicodeOffset = 20;
-inline constexpr std::size_t kShareHeaderSize = 0x14;  // a name offset past it tells of Unicode names
+inline constexpr std::size_t kShareHeaderSize = 0x14;  // a name offset past it means Unicode names
 
 // ---- the volume
 inline constexpr std::uint32_t kFixedDrive = 3;

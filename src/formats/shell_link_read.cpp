@@ -1,4 +1,4 @@
-// Reading .lnk files, whoever wrote them.
+// Reading .lnk files of any program.
 #include <optional>
 #include <string>
 

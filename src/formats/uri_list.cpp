@@ -20,7 +20,7 @@ int HexDigit(char c) {
     return -1;
 }
 
-// Empty when a %HH is broken or stands for a zero byte, which no file name has.
+// Empty when a %HH is broken or means a zero byte, which no file name has.
 std::optional<std::string> Unescape(std::string_view text) {
     std::string bytes;
     for (std::size_t i = 0; i < text.size(); ++i) {

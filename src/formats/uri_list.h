@@ -7,9 +7,9 @@
 
 namespace kalmora {
 
-// The local files of the list, in its order, as paths; names keep their bytes, whatever their encoding.
+// The local files of the list, in its order, as paths; names keep their bytes, in any encoding.
 // Comments, other schemes, other machines' files and what is no address are left out. `host` is the name of
-// this machine; without a name, "localhost" and no name at all stand for it.
+// this machine; without a name, "localhost" and no name at all mean it.
 std::vector<std::string> LocalPaths(std::string_view uriList, std::string_view host);
 
 // False when something else than a comment is left out.

@@ -10,7 +10,7 @@
 namespace kalmora {
 
 std::string ToWideName(std::string_view name);
-// A lone unit that stands for no byte becomes U+FFFD.
+// A lone unit that means no byte becomes U+FFFD.
 std::string FromWideName(std::span<const std::uint8_t> bytes);
 
 }  // namespace kalmora

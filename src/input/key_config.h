@@ -37,7 +37,7 @@ public:
     // Both outlive it.
     KeyConfig(const OpenWindows& windows, Keyboard& keyboard) : windows_(windows), keyboard_(keyboard) {}
 
-    // Makes the list anew from its file and builds its array. Without a file all commands get their default
+    // Reads the list again from its file and builds its array. Without a file all commands get their default
     // keys. In the main list a command that the file leaves out gets its default; in the two others it stays
     // without a key. A line that names no command is ignored. Order at start: main, slide show, editor.
     //
@@ -50,14 +50,14 @@ public:
     // later in the list wins.
     void BuildKeyArray(KeyContext context);
 
-    // Replaces the file, unless it could not be read (Denied). The caller goes on whatever the answer is: the
+    // Replaces the file, unless it could not be read (Denied). The caller continues with any result: the
     // keys then stay as the old file has them.
     files::FileResult SaveKeyConfig(const std::string& path, KeyContext context) const;
     // What SaveKeyConfig writes.
     std::string KeyText(KeyContext context) const;
 
     // The command of a key press (its accelerator number), 0 for none. The two screenshots and "Show Window"
-    // come first whatever is up; then the list of the editor, the slide show or the main window. A
+    // come first in every window; then the list of the editor, the slide show or the main window. A
     // combination with Alt that finds nothing is typed again without Alt (Keyboard::Send), so that it reaches
     // the focused control.
     int TranslateKey(int acceleratorId) const;

@@ -29,7 +29,7 @@ constexpr std::size_t kConvertLimit = 16u << 20;
 // A day is some hundred lines.
 constexpr std::size_t kMostWaiting = 1000;
 
-// Keeps the lines of two threads apart, and a line away from a file that is being turned into UTF-8.
+// Keeps the lines of two threads separate, and a line out of a file that is being turned into UTF-8.
 std::mutex logFileMutex;
 
 struct Line {

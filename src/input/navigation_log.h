@@ -15,7 +15,7 @@ namespace kalmora {
 // lines wait in memory, and the first line after its return takes them along, each to the day of its event.
 //
 // False when the log is off or the folder cannot be had. True otherwise, also without a format and when the
-// file could not be written: nobody waits for the log. Any thread; writes to the disk before it returns.
+// file could not be written: no caller depends on the log. Any thread; writes to the disk before it returns.
 [[gnu::format(printf, 1, 2)]] bool NavigationLog(const char* format, ...);
 
 }  // namespace kalmora

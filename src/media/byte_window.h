@@ -1,8 +1,8 @@
 // A file seen through a small window: its first bytes stay, one further stretch is kept, the rest is never
 // read.
 //
-// Metadata stand in the first few hundred bytes of nearly every photo, so one read serves most questions, and
-// what lies further costs one read more. No heap: a window lives on the stack of the one who asks. One
+// Metadata lie in the first few hundred bytes of nearly every photo, so one read serves most questions, and
+// what lies further costs one read more. No heap: a window lives on the stack of its caller. One
 // thread.
 #pragma once
 
@@ -25,7 +25,7 @@ public:
     static constexpr std::size_t kStretch = 16384;  // the longest read, and the longest that At hands out
 
     ByteWindow() {}  // the arrays are filled by reading, never cleared
-    // Bytes that stand in memory already; they outlive the window.
+    // Bytes that are in memory already; they outlive the window.
     explicit ByteWindow(std::span<const std::uint8_t> memory) : memory_(memory), inMemory_(true) {}
     ByteWindow(const ByteWindow&) = delete;
     ByteWindow& operator=(const ByteWindow&) = delete;
@@ -33,7 +33,7 @@ public:
     // Opens the file and reads its head. False when it cannot be opened or is no regular file.
     bool Open(const std::string& path);
 
-    // Tells that everything wanted soon lies before `end`: a read in front of it takes along what it can, one
+    // Says that everything wanted soon lies before `end`: a read in front of it takes along what it can, one
     // behind it stays short. Only a matter of speed.
     void Expect(std::uint64_t end) { expectedEnd_ = end; }
 
@@ -44,8 +44,8 @@ public:
             return {head_.data() + offset, length};
         return AtFar(offset, length);
     }
-    // From `offset` on what is at hand, after at most one read: at least one byte and at most `length`; empty
-    // past the end of the file. For walks that need no fixed length. Good until the next call.
+    // The bytes in memory from `offset` on, after at most one read: at least one byte and at most `length`;
+    // empty past the end of the file. For walks that need no fixed length. Good until the next call.
     std::span<const std::uint8_t> Some(std::uint64_t offset, std::size_t length);
     // True when all those bytes lie in the file. Nothing is read.
     bool Has(std::uint64_t offset, std::uint64_t length) {

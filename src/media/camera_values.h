@@ -5,7 +5,7 @@
 
 namespace kalmora {
 
-// As search and index work with them: first words, so a rational stands for its numerator alone and cameras
+// As search and index work with them: first words, so a rational counts as its numerator alone and cameras
 // with other denominators give other numbers. 0 where the photo has no such tag.
 struct CameraValues {
     std::int32_t iso = 0;

@@ -1,4 +1,4 @@
-// What a file is, told by its name.
+// What a file is, according to its name.
 #pragma once
 
 #include <string_view>

@@ -17,8 +17,8 @@ bool ParseExifDate(std::string_view text, SystemTime& date);
 // "2008:05:06 07:08:09", all six fields; the date is untouched when it is anything else.
 bool ParseStampDate(std::string_view text, SystemTime& date);
 
-// The head of a note: "[2008/11/13 10:15" or "[2008/11/13 10", whatever follows. The date is untouched when
-// the line does not begin so. Seconds are 0, and so are minutes in the second form.
+// The head of a note: "[2008/11/13 10:15" or "[2008/11/13 10", followed by anything. The date is untouched
+// when the line does not begin so. Seconds are 0, and so are minutes in the second form.
 bool ParseNoteDate(std::string_view line, SystemTime& date);
 
 // "2008:05:06 07:08:09", as it is written into photos.

@@ -14,7 +14,7 @@ struct ScaleRow {
     double factor;
 };
 
-// The bounds are the values that one to five judgements in the same direction reach, less one.
+// The bounds are the values that one to five ratings in the same direction reach, less one.
 constexpr std::array<ScaleRow, 6> kLiked{
     {{247, 2.0}, {239, 1.8}, {223, 1.6}, {191, 1.4}, {127, 1.2}, {63, 1.1}}};
 constexpr std::array<ScaleRow, 6> kDisliked{
@@ -29,7 +29,7 @@ std::string_view SkipBlanks(std::string_view text) {
 std::int32_t ValueOf(std::string_view text, std::string_view head) {
     constexpr std::string_view kValue = "value='";
     const std::size_t at = text.find(head);
-    // An element at the very beginning counts as missing: the block's opening stands in front of a real one.
+    // An element at the very beginning counts as missing: a real one follows the block's opening.
     if (at == std::string_view::npos || at == 0) return 0;
     std::string_view rest = SkipBlanks(text.substr(at + head.size()));
     if (!rest.starts_with(kValue)) return 0;

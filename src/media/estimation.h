@@ -1,4 +1,4 @@
-// Estimations: the user's running judgement of a photo on three axes, kept inside the photo as mark-up.
+// Estimations: the user's running rating of a photo on three axes, kept inside the photo as mark-up.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +17,7 @@ enum class EstimateType : int {
     Clear = 7
 };
 
-// 0 means no judgement on that axis, the sign its direction, the amount how often it was said.
+// 0 means no rating on that axis; the sign is its direction, the amount how often it was given.
 struct Estimations {
     std::int32_t like = 0;     // above 0 liked, below 0 disliked
     std::int32_t good = 0;     // above 0 good, below 0 bad
@@ -27,7 +27,7 @@ struct Estimations {
 
 // The values in the mark-up
 //     <estimations><estimation type='like' value='192' last='64'>...</estimation>...</estimations>
-// that stands anywhere in `text`, up to its first zero byte. The mark-up is found byte for byte by its
+// that is anywhere in `text`, up to its first zero byte. The mark-up is found byte for byte by its
 // literal words and is no XML; an axis that is missing or unreadable is 0.
 Estimations ParseEstimations(std::string_view text);
 

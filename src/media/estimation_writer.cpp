@@ -16,14 +16,14 @@ constexpr std::int32_t kFirstStep = 128;
 
 enum class Direction : int { Up = 1, Down = -1 };
 
-struct Judgement {
+struct Rating {
     EstimateType type;
-    const char* axis;  // as it stands in the mark-up
+    const char* axis;  // as it is written in the mark-up
     std::int32_t Estimations::*value;
     Direction direction;
 };
 
-constexpr std::array<Judgement, 6> kJudgements{{
+constexpr std::array<Rating, 6> kRatings{{
     {EstimateType::Like, "like", &Estimations::like, Direction::Up},
     {EstimateType::Public, "privacy", &Estimations::privacy, Direction::Up},
     {EstimateType::Good, "good", &Estimations::good, Direction::Up},
@@ -32,10 +32,10 @@ constexpr std::array<Judgement, 6> kJudgements{{
     {EstimateType::Bad, "good", &Estimations::good, Direction::Down},
 }};
 
-const Judgement* JudgementOf(EstimateType type) {
-    const auto found = std::find_if(kJudgements.begin(), kJudgements.end(),
-                                    [type](const Judgement& judgement) { return judgement.type == type; });
-    return found == kJudgements.end() ? nullptr : &*found;
+const Rating* RatingOf(EstimateType type) {
+    const auto found = std::find_if(kRatings.begin(), kRatings.end(),
+                                    [type](const Rating& rating) { return rating.type == type; });
+    return found == kRatings.end() ? nullptr : &*found;
 }
 
 std::string Head(const char* axis, std::int32_t value, std::int32_t last) {
@@ -51,16 +51,16 @@ std::string Row(const CalendarDate& today, std::int32_t value) {
     return text;
 }
 
-std::string FirstElement(const Judgement& judgement, const CalendarDate& today) {
-    const std::int32_t value = static_cast<int>(judgement.direction) * kFirstStep;
-    return Head(judgement.axis, value, kFirstStep) + Row(today, value) + "</estimation>";
+std::string FirstElement(const Rating& rating, const CalendarDate& today) {
+    const std::int32_t value = static_cast<int>(rating.direction) * kFirstStep;
+    return Head(rating.axis, value, kFirstStep) + Row(today, value) + "</estimation>";
 }
 
 void SkipBlanks(std::string_view& text) {
     text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
 }
 
-// Takes the words off the front; a blank in them stands for any number of blanks.
+// Takes the words off the front; a blank in them matches any number of blanks.
 bool TakeWords(std::string_view& text, std::string_view words) {
     for (const char c : words) {
         if (c == ' ') {
@@ -97,24 +97,24 @@ Axis ReadAxis(std::string_view behindType) {
     return last ? Axis{*value, *last} : Axis{};
 }
 
-// Nobody rates that often, but other writers may leave any number.
+// No user rates that often, but other writers may leave any number.
 std::int32_t Clamped(std::int64_t value) {
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(value, std::numeric_limits<std::int32_t>::min(),
                                                               std::numeric_limits<std::int32_t>::max()));
 }
 
-void StepAxis(std::string& text, std::size_t at, const Judgement& judgement, const CalendarDate& today,
+void StepAxis(std::string& text, std::size_t at, const Rating& rating, const CalendarDate& today,
               Estimations& values) {
     const std::size_t typeLength =
-        std::string_view("<estimation type=''").size() + std::string_view(judgement.axis).size();
+        std::string_view("<estimation type=''").size() + std::string_view(rating.axis).size();
     const Axis axis = ReadAxis(std::string_view(text).substr(at + typeLength));
     const std::size_t next = text.find('<', at + 1);
     text.erase(at, next == std::string::npos ? next : next - at);
     const auto step = static_cast<std::int32_t>(0.5 * axis.last + 0.5);
     const std::int32_t value =
-        Clamped(std::int64_t{axis.value} + std::int64_t{static_cast<int>(judgement.direction)} * step);
-    text.insert(at, Head(judgement.axis, value, step) + Row(today, value));
-    values.*judgement.value = value;
+        Clamped(std::int64_t{axis.value} + std::int64_t{static_cast<int>(rating.direction)} * step);
+    text.insert(at, Head(rating.axis, value, step) + Row(today, value));
+    values.*rating.value = value;
 }
 
 }  // namespace
@@ -131,22 +131,22 @@ EstimateStep StepEstimate(std::string_view text, const Estimations& values, Esti
             step.text.erase(0, closing + kClosing.size());
         return step;
     }
-    const Judgement* judgement = JudgementOf(type);
-    if (!judgement) return step;
-    const std::int32_t first = static_cast<int>(judgement->direction) * kFirstStep;
+    const Rating* rating = RatingOf(type);
+    if (!rating) return step;
+    const std::int32_t first = static_cast<int>(rating->direction) * kFirstStep;
     if (opening == std::string::npos) {
-        step.text += "\n" + std::string(kOpening) + FirstElement(*judgement, today) + std::string(kClosing);
-        step.values.*judgement->value = first;
+        step.text += "\n" + std::string(kOpening) + FirstElement(*rating, today) + std::string(kClosing);
+        step.values.*rating->value = first;
         return step;
     }
-    const std::size_t element = step.text.find("<estimation type='" + std::string(judgement->axis) + "'");
+    const std::size_t element = step.text.find("<estimation type='" + std::string(rating->axis) + "'");
     // One at the very beginning counts as missing, as it does when it is read.
     if (element == std::string::npos || element == 0) {
-        step.text.insert(opening + kOpening.size(), FirstElement(*judgement, today));
-        step.values.*judgement->value = first;
+        step.text.insert(opening + kOpening.size(), FirstElement(*rating, today));
+        step.values.*rating->value = first;
         return step;
     }
-    StepAxis(step.text, element, *judgement, today, step.values);
+    StepAxis(step.text, element, *rating, today, step.values);
     return step;
 }
 

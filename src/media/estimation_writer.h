@@ -1,4 +1,4 @@
-// The mark-up of estimations, one judgement further. Plain functions on texts; any thread.
+// The mark-up of estimations, one rating further. Plain functions on texts; any thread.
 #pragma once
 
 #include <string>
@@ -10,13 +10,13 @@
 namespace kalmora {
 
 struct EstimateStep {
-    std::string text;    // with the judgement in it
+    std::string text;    // with the rating in it
     Estimations values;  // after it
 };
 
-// Adds a judgement to the text of a photo, or takes all of them out (Clear). What stands in front of the
-// mark-up and behind it stays byte for byte, but Clear takes what stands in front along: meant. `values` are
-// those before; only the judged axis changes. A first judgement is 128 up or down; each further one moves the
+// Adds a rating to the text of a photo, or takes all of them out (Clear). What is in front of the
+// mark-up and behind it stays byte for byte, but Clear also removes what is in front: intended. `values` are
+// those before; only the rated axis changes. A first rating is 128 up or down; each further one moves the
 // value by about half of the last step, never by nothing. An element that cannot be read steps by 0.
 // The text ends at its first zero byte. A type that is none leaves text and values as they are.
 EstimateStep StepEstimate(std::string_view text, const Estimations& values, EstimateType type,

@@ -50,7 +50,7 @@ public:
     }
 
 private:
-    // Where a value stood before.
+    // Where a value was before.
     struct Place {
         Home home;
         std::uint16_t tag;
@@ -61,7 +61,7 @@ private:
             if (entry.IsFar() && !entry.own) values_.push_back({home, entry.tag, map_.ValueOf(entry)});
     }
 
-    // Whatever was not edited reads as it did, however strangely it lies.
+    // Everything that was not edited reads as before, also where it lies in an unusual place.
     bool KeepsOthers(std::span<const Edit> edits, const std::string& edited) const {
         const auto isKept = [&](const Range& range) {
             const auto begin = static_cast<std::size_t>(std::min<std::uint64_t>(range.begin, block_.size()));
@@ -99,7 +99,7 @@ private:
         if (exif_) TakeOver(*exif_);
     }
 
-    // What stands in the area is laid out anew each time.
+    // The content of the area gets a new layout each time.
     void TakeOver(Directory& directory) {
         directory.isOurs = directory.offset >= areaStart_;
         for (Entry& entry : directory.entries) {
@@ -174,8 +174,8 @@ private:
         return block_.substr(static_cast<std::size_t>(value.begin), static_cast<std::size_t>(entry.length));
     }
 
-    // The old value's place is long enough and belongs to nothing else, not even by the word of a maker note
-    // that another program has moved away from its values.
+    // The old value's place is long enough and belongs to nothing else, also not according to a maker note
+    // that another program has moved and so separated from its values.
     bool HasRoomFor(const Entry& entry, std::size_t length) const {
         if (!entry.IsFar() || entry.length < length) return false;
         const Range place = map_.ValueOf(entry);
@@ -289,8 +289,8 @@ private:
         return last == std::string_view::npos ? block_.size() : last + 1;
     }
 
-    // Where an area in the filling may begin; nothing when something is known to stand there. `isSure`: all
-    // that stands in front of it is known.
+    // Where an area in the filling may begin; nothing when something is known to lie there. `isSure`: all
+    // that lies in front of it is known.
     std::optional<std::size_t> PlaceInFilling(const Growth& growth, bool& isSure) const {
         constexpr std::size_t kSlack = 16, kDistance = 64, kLeast = 2048;
         const std::size_t filling = FillingStart();

@@ -73,7 +73,7 @@ std::uint32_t BlockMap::FieldOffset(const Entry& entry) const {
                 .U32(0);
 }
 
-// Empty when it does not stand in the block whole; that is then remembered.
+// Empty when it does not lie in the block completely; that is then remembered.
 std::optional<Directory> BlockMap::ReadDirectory(std::uint32_t offset, std::size_t number) {
     if (offset < kHeaderLength) return std::nullopt;
     Directory directory;
@@ -112,7 +112,7 @@ std::optional<Directory> BlockMap::FollowPointer(const Directory& holder, const 
     return ReadDirectory(FieldNumber(pointer), pointer.type == kShortType ? 0 : FieldAt(holder, pointer));
 }
 
-// Directories whose places stand in a row.
+// Directories whose places are an array.
 void BlockMap::FollowArray(const Entry& pointers) {
     if (!IsWholeNumber(pointers.type) || pointers.type == kShortType || !pointers.IsFar()) return;
     for (std::uint32_t i = 0; i < std::min(pointers.count, kMostSubDirectories); ++i) {
@@ -131,7 +131,7 @@ void BlockMap::Add(const Range& where, Outside::What what, std::size_t number) {
     outside.push_back({where, what, number, order_});
 }
 
-// All that is not edited is only asked where it stands.
+// Of everything that is not edited only the place is noted.
 void BlockMap::FollowOthers() {
     Note(main);
     if (exif) Note(*exif);
@@ -188,7 +188,7 @@ void BlockMap::NoteThumbnail(Directory& directory) {
     foreign.push_back(picture);
 }
 
-// A preview without compression stands in strips.
+// A preview without compression is stored in strips.
 void BlockMap::NoteStrips(Directory& directory) {
     const Entry* offsets = directory.Find(kStripOffsets);
     const Entry* lengths = directory.Find(kStripLengths);

@@ -1,4 +1,4 @@
-// Where everything stands in an Exif block, for editing it: the directories with their entries, and which
+// Where everything is in an Exif block, for editing it: the directories with their entries, and which
 // bytes they use. What exif_reader.h needs for looking up a tag is less. Values only: nothing is changed
 // here.
 #pragma once
@@ -17,7 +17,7 @@ namespace kalmora::exif {
 
 inline constexpr std::uint16_t kExifPointer = 0x8769;
 
-// What the block tells of and what does not stand in it whole.
+// What the block names and what does not lie in it completely.
 struct Outside {
     enum class What { Value, Directory, Picture, NotePlace };
     Range where;
@@ -29,7 +29,7 @@ struct Outside {
 struct Entry {
     std::uint16_t tag = 0, type = 0;
     std::uint32_t count = 0;
-    std::array<char, kFieldLength> field{};  // the value, or where it stands
+    std::array<char, kFieldLength> field{};  // the value, or where it is
     std::uint64_t length = 0;                // of the value in bytes; 0 for a type that there is not
     std::optional<std::string> own;          // the editor's: a value that goes into its area
     bool IsFar() const { return length > kFieldLength; }
@@ -38,9 +38,9 @@ struct Entry {
 struct Directory {
     std::uint32_t offset = 0;
     std::uint32_t next = 0;
-    bool hasNext = false;   // the offset of the next one stands in the block
+    bool hasNext = false;   // the offset of the next one is in the block
     bool isOurs = false;    // the editor's: goes into its area
-    bool isShared = false;  // something else points at it, or says that it stands there
+    bool isShared = false;  // something else points at it, or says that it lies there
     std::vector<Entry> entries;
 
     std::size_t Length() const { return 2 + entries.size() * kEntryLength + kFieldLength; }
@@ -60,7 +60,7 @@ public:
     ByteOrder Order() const { return order_; }
     std::uint32_t Number(std::size_t at) const { return reader_.U32(at).value_or(0); }
     std::uint32_t FieldNumber(const Entry& entry) const;
-    std::uint32_t FieldOffset(const Entry& entry) const;  // of one that IsFar, whatever its type
+    std::uint32_t FieldOffset(const Entry& entry) const;  // of one that IsFar, of any type
     Range ValueOf(const Entry& entry) const;              // the same
 
     Directory main;
@@ -69,8 +69,8 @@ public:
     std::vector<Range> used;      // directories, values and the thumbnail
     std::vector<Range> foreign;   // those of them that do not belong to the main and the Exif directory
     std::optional<Range> note;    // the maker note, as far as it lies in the block
-    std::vector<Range> noted;     // where the maker note says that something of its own stands
-    // What reaches past the end of the block, as far as it can be told; the maker note's own places too.
+    std::vector<Range> noted;     // where the maker note says that something of its own lies
+    // What reaches past the end of the block, as far as it is known; the maker note's own places too.
     std::vector<Outside> outside;
 
 private:

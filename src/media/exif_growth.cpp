@@ -13,11 +13,11 @@ namespace kalmora::exif {
 
 namespace {
 
-constexpr std::uint64_t kMostGrowth = 1u << 16;  // a segment holds no more
+constexpr std::uint64_t kMostGrowth = 1u << 16;  // the most that a segment holds
 constexpr std::uint64_t kMostKept = 4096;
 constexpr std::uint32_t kShortestPicture = 256;
 constexpr std::size_t kPictureHead = 4;
-// How far from a picture's place its length stands: beside it, or in an entry of a directory near by.
+// How far from a picture's place its length is: beside it, or in an entry of a directory near by.
 constexpr std::array<int, 12> kLengthSteps{-4, 4, -8, 8, -12, 12, -16, 16, -20, 20, -24, 24};
 // Some makers put a head of their own in front of the picture.
 constexpr std::array<std::uint64_t, 2> kOwnHeads{0, 32};
@@ -27,7 +27,7 @@ ByteReader Reader(std::string_view bytes, ByteOrder order) {
     return {{reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, order};
 }
 
-// The first byte may be anything: some makers blank it, so that nobody takes the preview for the photo.
+// The first byte may be anything: some makers blank it, so that no program takes the preview for the photo.
 bool IsPictureHead(std::span<const std::uint8_t> bytes) {
     if (bytes.size() < kPictureHead || bytes[1] != 0xD8 || bytes[2] != 0xFF) return false;
     const std::uint8_t marker = bytes[3];
@@ -53,7 +53,7 @@ std::vector<std::int64_t> Bases(std::uint64_t blockStart, const std::optional<Ra
     return bases;
 }
 
-// The pictures of which the block tells behind its end.
+// The pictures behind the block's end that the block names.
 class PicturesBehind {
 public:
     PicturesBehind(ByteWindow& file, std::string_view block, std::uint64_t blockStart,
@@ -131,12 +131,12 @@ public:
         noteBegin_ = read.directory;
     }
 
-    void Settle(const Outside& outside) {
+    void Plan(const Outside& outside) {
         const bool isNotes = outside.what == Outside::What::NotePlace;
         const GrowthRefusal refusal = isNotes ? GrowthRefusal::Note : GrowthRefusal::Block;
         if (IsMoved(outside.number)) return;
         const Range& where = outside.where;
-        // Nobody reads what does not lie in the file; nor will he.
+        // A place outside the file is not read, before the growth or after it.
         const bool isNowhere = where.end > fileEnd_ && where.end > end_ + kMostGrowth;
         if (where.begin >= end_) {
             if (where.begin >= end_ + kMostGrowth && where.begin >= fileEnd_) return;
@@ -167,7 +167,7 @@ private:
         growth_.kept = std::max(growth_.kept, static_cast<std::size_t>(where.end - end_));
     }
     // Counted from another place that makers count from, or as an editor has left a note that it moved,
-    // everything the note tells of lies in the block: then it stays where it is.
+    // everything the note names lies in the block: then it stays where it is.
     bool FitsFromElsewhere() const {
         if (noted_.empty()) return false;
         std::int64_t first = std::numeric_limits<std::int64_t>::max(), last = 0;
@@ -183,7 +183,7 @@ private:
         constexpr std::size_t kEnough = 3;
         return noted_.size() >= kEnough && last - first <= static_cast<std::int64_t>(note_.end - noteBegin_);
     }
-    // Most of what the note tells of lies in itself.
+    // Most of what the note names lies in itself.
     bool IsBaseSure() const {
         const auto inside = std::count_if(noted_.begin(), noted_.end(), [&](const Range& place) {
             return place.begin >= note_.begin && place.end <= note_.end;
@@ -229,7 +229,7 @@ BlockGrowth PlanBlockGrowth(ByteWindow& file, std::string_view block, std::uint6
     }
     PicturesBehind(file, block, blockStart, map.note).Find(growth);
     Places places(map, blockStart, size, growth);
-    for (const Outside& outside : map.outside) places.Settle(outside);
+    for (const Outside& outside : map.outside) places.Plan(outside);
     if (std::any_of(growth.moved.begin(), growth.moved.end(),
                     [&](const MovedNumber& moved) { return IsSharedWithAnother(map, moved); }))
         growth.refusal = GrowthRefusal::Block;

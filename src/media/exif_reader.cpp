@@ -45,7 +45,7 @@ static_assert(static_cast<std::size_t>(Tag::XpComment) + 1 == kWantedTags);
 static_assert(std::is_sorted(kWanted.begin(), kWanted.end(),
                              [](const Wanted& a, const Wanted& b) { return a.id < b.id; }));
 
-// The place in kWanted; kWantedTags for a tag that nobody wants.
+// The place in kWanted; kWantedTags for a tag that is not wanted.
 std::size_t IndexOf(std::uint16_t id) {
     const auto found =
         std::lower_bound(kWanted.begin(), kWanted.end(), id,
@@ -171,7 +171,7 @@ private:
     std::uint64_t end_ = 0;
 };
 
-// Reads the block whose TIFF header stands at `start`. False when there is none or it has no entry.
+// Reads the block whose TIFF header is at `start`. False when there is none or it has no entry.
 bool ReadBlockAt(ByteWindow& file, std::uint64_t start, std::uint64_t length, Block& block) {
     const auto header = file.At(start, 8);
     if (header.size() < 8 || length < 8) return false;
@@ -190,7 +190,7 @@ bool ReadBlockAt(ByteWindow& file, std::uint64_t start, std::uint64_t length, Bl
     return block.propertyCount > 0;
 }
 
-// How many bytes of an APP1 payload stand before its TIFF header; 0 when it holds no Exif. "Exif", a zero
+// How many bytes of an APP1 payload come before its TIFF header; 0 when it holds no Exif. "Exif", a zero
 // byte and a byte that is mostly zero; a few writers leave up to four bytes in front of it.
 std::uint32_t ExifHeaderLength(std::span<const std::uint8_t> payload) {
     constexpr std::size_t kMostBefore = 4, kLength = 6;
@@ -224,7 +224,7 @@ std::int32_t FirstNumber(ByteWindow& file, const Block& block, Tag tag) {
     if (value.Length() < length) return 0;
     switch (ElementLength(item.type)) {
         case 1: {
-            // Bytes and text have no order: they are taken as they stand, the first the lowest.
+            // Bytes and text have no order: they are taken as they are, the first the lowest.
             std::uint32_t number = 0;
             for (std::size_t i = length; i-- > 0;) number = number << 8 | *value.U8(i);
             return static_cast<std::int32_t>(number);

@@ -36,7 +36,7 @@ enum class Tag : std::uint8_t {
 };
 inline constexpr std::size_t kWantedTags = 15;
 
-// The types that the program tells apart.
+// The types that the program distinguishes.
 enum Type : std::uint16_t { kByte = 1, kAscii = 2, kShort = 3, kUndefined = 7 };
 
 struct Item {
@@ -62,7 +62,7 @@ struct Block {
 };
 
 // The first block of the file that has any entry: in a JPEG's APP1 segments, or the whole of a TIFF file.
-// Empty when there is none. A tag that stands twice in a directory counts twice and is found the first time.
+// Empty when there is none. A tag that is twice in a directory counts twice and is found the first time.
 bool ReadBlock(ByteWindow& file, Block& block);
 
 // The first number of a value: 16 bits taken as signed for SHORT, else the first 32 bits, so that a rational

@@ -45,7 +45,7 @@ struct JpegLayout {
     Size size;
 };
 
-// Of a block that goes on in the next segment only the beginning can be followed.
+// Of a block that continues in the next segment only the beginning can be followed.
 bool IsContinuation(ByteWindow& file, const JpegSegment& segment) {
     const ByteReader head(file.At(segment.payload, std::min<std::size_t>(segment.length, 8)), ByteOrder::Big);
     return head.StartsWith(0, kExifHead) && !head.StartsWith(kExifHead.size(), "II") &&
@@ -68,7 +68,7 @@ void ReadDensity(ByteWindow& file, const JpegSegment& segment, JpegLayout& layou
     layout.density = {*across, *down, *unit + 1u};
 }
 
-// Where the Exif block stands, by the reader's own rule, so that what is written is what is read. Written
+// Where the Exif block is, by the reader's own rule, so that what is written is what is read. Written
 // when the file can be edited.
 RewriteResult ReadLayout(ByteWindow& file, JpegLayout& layout) {
     exif::Block block;
@@ -104,7 +104,7 @@ RewriteResult ReadLayout(ByteWindow& file, JpegLayout& layout) {
     return isClear ? RewriteResult::Written : RewriteResult::ExifUnclear;
 }
 
-// What every reader expects of a directory that is made anew.
+// What every reader expects of a new directory.
 void AddExpected(std::string_view block, const JpegLayout& layout, ExifEdits& edits) {
     const auto& [across, down, unit] = layout.density;
     if (block.empty()) {
@@ -189,7 +189,7 @@ public:
         exif::Growth growth{.most = kMostPayload - before_.size(),
                             .step = kCheapGrowth,
                             .overhead = kSegmentHead + before_.size(),
-                            .pastEnd = exif::Growth::PastEnd::Settled};
+                            .pastEnd = exif::Growth::PastEnd::Handled};
         if (HasFilling()) growth.taken = exif::EndOfPicturesIn(block_, BlockStart());
         std::string edited;
         const EditResult result = exif::EditBlock(block_, all, growth, edited);
@@ -215,7 +215,7 @@ private:
     }
     std::uint64_t BlockStart() const { return layout_.exif ? layout_.exif->payload + layout_.blockAt : 0; }
 
-    // With everything right that tells of what moves.
+    // Corrects every number that names a place that moves.
     RewriteResult Grow(const ExifEdits& edits, exif::Growth growth, FileChange& change) {
         if (HasCountingTrailer(file_)) return RewriteResult::TrailerUnclear;
         exif::BlockGrowth others;

@@ -1,5 +1,5 @@
 // Writes Exif tags into a JPEG without decoding it: its Exif segment is edited (exif_block.h) or, where there
-// is none, put in; every other byte stays. On the road of safe_rewrite, so the results are its results:
+// is none, put in; every other byte stays. It uses safe_rewrite, so the results are its results:
 //
 //   Unsupported   not a JPEG
 //   NotWhole      a broken one
@@ -7,8 +7,8 @@
 //                 one of them cannot be followed without guessing
 //   ExifFull      the block would pass the 64 KiB that a segment can hold
 //
-// A block that has to grow grows by whole disk blocks and has room then for later words. What stands behind
-// it moves, and what tells of a place there is made true: numbers in the block itself (exif_growth.h) and the
+// A block that has to grow grows by whole disk blocks and has room then for later words. What lies behind
+// it moves, and what names a place there is corrected: numbers in the block itself (exif_growth.h) and the
 // index of further pictures (multi_picture_index.h). Where that is not known the photo is left alone, unless
 // the words fit without growing. Any thread.
 #pragma once

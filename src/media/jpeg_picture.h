@@ -15,7 +15,7 @@ struct JpegPart {
     std::uint64_t offset = 0;  // of the marker's 0xFF in the file
     std::uint64_t length = 0;  // with its marker; that of a scan with the scan's data
 
-    // An application's segment or a comment: what decoding the picture does not need, but for a few that tell
+    // An application's segment or a comment: what decoding the picture does not need, but for a few that say
     // what its colours mean.
     bool IsMetadata() const { return (marker >= 0xE0 && marker <= 0xEF) || marker == 0xFE; }
     bool IsScan() const { return marker == 0xDA; }

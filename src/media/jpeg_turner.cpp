@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t kMostResultBytes = 1u << 30;
 
-// Goes with its last user, whatever happens.
+// Removed with the object, also on failure.
 struct ScratchFile {
     std::string path;
     explicit ScratchFile(std::string name) : path(std::move(name)) { files::RemoveFile(path); }
@@ -32,12 +32,12 @@ ByteWindow WindowOn(std::string_view bytes) {
 
 }  // namespace
 
-JpegTurner::Result JpegTurner::TurnFile(const std::string& path, const Wish& wish) const {
+JpegTurner::Result JpegTurner::TurnFile(const std::string& path, const Options& options) const {
     const ScratchFile made(files::Join(scratchFolder_, "$turned.jpg"));
     std::vector<std::string> command{tool_, "-copy", "all"};
-    if (wish.optimize) command.emplace_back("-optimize");
-    if (wish.progressive) command.emplace_back("-progressive");
-    if (wish.perfect) command.emplace_back("-perfect");
+    if (options.optimize) command.emplace_back("-optimize");
+    if (options.progressive) command.emplace_back("-progressive");
+    if (options.perfect) command.emplace_back("-perfect");
     command.insert(command.end(), {"-rotate", std::to_string(degrees_), path, made.path});
     constexpr int kWithoutBound = -1, kWarned = 2;
     const ProcessResult run = RunProcess(command, kWithoutBound);

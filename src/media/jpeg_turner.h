@@ -2,7 +2,7 @@
 //
 //     <tool> -copy all [-optimize] [-progressive] [-perfect] -rotate <degrees> <picture> <result>
 //
-// It reads the picture where it stands and writes its result into the Temp folder, under scratch names that
+// It reads the picture where it is and writes its result into the Temp folder, under scratch names that
 // begin with "$" and are gone when a call returns. The caller holds the Temp folder's lock; one call at a
 // time.
 #pragma once
@@ -15,7 +15,7 @@ namespace kalmora {
 
 class JpegTurner {
 public:
-    struct Wish {
+    struct Options {
         bool optimize = false;     // the shortest code tables for these very data
         bool progressive = false;  // in many scans, as the original
         bool perfect = false;      // fails where an edge would not turn along
@@ -38,9 +38,9 @@ public:
     bool SwapsSides() const { return degrees_ % 180 != 0; }
 
     // Waits for the tool, as long as that takes. A failure goes to the log.
-    Result TurnFile(const std::string& path, const Wish& wish) const;
+    Result TurnFile(const std::string& path, const Options& options) const;
     // A small picture, its edges too: without loss where that can be and the result takes at most `most`
-    // bytes, otherwise encoded anew. Empty when neither can be.
+    // bytes, otherwise encoded again. Empty when neither can be.
     std::string TurnSmall(std::string_view jpeg, std::size_t most) const;
 
 private:

@@ -19,7 +19,7 @@ MakerNoteValues WalkMakerNote(ByteWindow& file, std::uint64_t offset, std::uint3
     int zeroTags = 0;
     std::uint32_t position = kFirstEntry;
     for (;;) {
-        // As many entries at a time as are at hand; one that is not at hand whole is fetched by itself.
+        // As many entries at a time as are in memory; one that is not complete there is fetched alone.
         auto bytes = file.Some(offset + position, length - position);
         if (bytes.size() < kEntryLength) bytes = file.At(offset + position, kEntryLength);
         if (bytes.empty()) return values;
@@ -28,7 +28,7 @@ MakerNoteValues WalkMakerNote(ByteWindow& file, std::uint64_t offset, std::uint3
             const std::uint16_t tag = *entries.U16(at);
             if (tag == 0 && ++zeroTags == 2) return values;
             if (tag == kPictureMode) values.mode = static_cast<std::int32_t>(*entries.U32(at + 8));
-            if (tag == kFacesDetected) values.face = 1;  // the tag tells it, whatever its value
+            if (tag == kFacesDetected) values.face = 1;  // the tag alone says so; its value does not matter
             position += kEntryLength;
             // The first entry is read in any case, a later one only when it ends before the note's last byte.
             // That leaves out an entry that ends just at the end, which is meant.

@@ -14,8 +14,8 @@ struct MakerNoteValues {
 
 // Walks the note at `offset` as a list of 12-byte little-endian entries that begins 14 bytes into it: the
 // layout of one family of cameras. No header is looked at, so the note of any camera gets the same walk; the
-// search dialog tells the user that the two values mean something for that family only. A note of 26 bytes or
-// less has no entry. Ends at the second entry with tag 0.
+// search dialog says to the user that the two values mean something for that family only. A note of 26 bytes
+// or less has no entry. Ends at the second entry with tag 0.
 MakerNoteValues WalkMakerNote(ByteWindow& file, std::uint64_t offset, std::uint32_t length);
 
 }  // namespace kalmora

@@ -79,7 +79,7 @@ Start FindStart(std::string_view note, std::uint64_t at) {
     return {at, 0, std::nullopt};
 }
 
-// The places that a directory tells of; empty optional when it is none.
+// The places that a directory names; empty optional when it is none.
 std::optional<std::vector<NotePlace>> ReadPlaces(const ByteReader& block, const Start& start,
                                                  std::uint64_t noteEnd) {
     const auto count = block.U16(static_cast<std::size_t>(start.directory));

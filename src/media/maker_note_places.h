@@ -1,5 +1,5 @@
-// Which places outside itself a maker note tells of. Sources: the layouts of the makers' notes as the users
-// of their cameras have written them down; a note of another layout tells nothing.
+// Which places outside itself a maker note names. Sources: the layouts of the makers' notes as the users
+// of their cameras have written them down; a note of another layout gives none.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// CPhoto: one file of the data folder as a thing on the calendar, whatever its kind: the file, its place in
+// CPhoto: one file of the data folder as an object on the calendar, of any kind: the file, its place in
 // the view, and the painting of it there.
 #pragma once
 
@@ -24,7 +24,7 @@ public:
     // `visible` is 0, nor what cannot be read: a picture then gets the display size 0 by 0.
     // Images only: reads the size and fits the display size into ThumbnailMaxSize.
     void MeasureImage();
-    void Draw(const DrawContext& context);  // where it stands, in the size that it has
+    void Draw(const DrawContext& context);  // at its place, in its size
     void DrawScaledToWidth(const DrawContext& context, int width);
     void DrawScaledToHeight(const DrawContext& context, int height);
     void DrawFitted(const DrawContext& context, int boxWidth, int boxHeight);

@@ -32,8 +32,8 @@ std::string ExtensionOf(std::string_view path) {
     return {};
 }
 
-// The next line as a buffer of 255 characters takes it: with its line feed, or cut; a cut line goes on in the
-// next.
+// The next line as a buffer of 255 characters takes it: with its line feed, or cut; a cut line continues in
+// the next.
 std::string_view TakeLine(std::string_view& rest) {
     constexpr std::size_t kLongestLine = 255;
     const std::size_t feed = rest.find('\n');

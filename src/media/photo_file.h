@@ -1,4 +1,4 @@
-// PhotoFile: one file of the data folder, whatever its kind (photo, movie, music, music list, text or
+// PhotoFile: one file of the data folder, of any kind (photo, movie, music, music list, text or
 // shortcut): what it says of itself, and what is written into it.
 #pragma once
 
@@ -40,7 +40,7 @@ public:
     SystemTime date;                         // filled by GetDate
     DateSource dateFrom = DateSource::None;  // filled by GetDate
     std::int32_t imageWidth = -1;            // pixels of the upright picture, or of a movie's still; -1 until
-    std::int32_t imageHeight = -1;           // measured (a text stands for 1024 by 768)
+    std::int32_t imageHeight = -1;           // measured (a text counts as 1024 by 768)
 
     // ---- what the file says about itself
     bool commentRead = false;
@@ -56,7 +56,7 @@ public:
     // The size of the upright picture from the file's head; of a text 1024 by 768. 0 by 0 for a picture that
     // cannot be read, -1 by -1 for what has no size. Asked first, it costs no look of its own.
     Size ImageSize();
-    // Measures the picture that stands for the file (itself, or a movie's still) into imageWidth and
+    // Measures the picture that represents the file (itself, or a movie's still) into imageWidth and
     // imageHeight, once. False when it has no size.
     bool MeasurePicture(const std::string& picture);
     // The user's comment, or null. Stays the object's own.
@@ -85,7 +85,7 @@ public:
     // ---- writing into the file at once, with SafeRewrite. What the object says changes in any case, also
     // when the file could not be written; the result says whether it was. A ".png" that is one keeps
     // everything in its text chunks, any other image in its Exif block; Unsupported for what is no image.
-    // UTF-8; no text stands for an empty one.
+    // UTF-8; no text means an empty one.
     RewriteResult SetComment(std::optional<std::string> text);
     // Adds to the comment on a line of its own; no text does nothing.
     RewriteResult AppendComment(const std::optional<std::string>& text);

@@ -14,7 +14,7 @@
 
 namespace kalmora {
 
-// A date as it stands in the file.
+// A date as it is written in the file.
 struct DateItem {
     std::uint16_t type = 0;     // 0: absent
     std::uint32_t length = 0;   // of the stored value in bytes
@@ -24,7 +24,7 @@ struct DateItem {
 };
 
 struct PhotoMetadata {
-    // How many properties the file's Exif block has (exif_reader.h tells which count). Past kMostProperties
+    // How many properties the file's Exif block has (exif_reader.h says which count). Past kMostProperties
     // the file is taken to be broken and gives no camera values; its dates and texts are read all the same.
     int propertyCount = 0;
     CameraValues camera;
@@ -45,9 +45,9 @@ inline constexpr int kMostProperties = 200;
 
 enum class StoredSize { Skip, Read };
 
-// Fills `metadata` anew. False when the file cannot be opened or is neither JPEG nor TIFF; everything is then
-// at its start value. A JPEG costs one read of 4 KiB, and one more for each thing that lies further; asking
-// for the stored size may cost one more. Any thread.
+// Clears and fills `metadata`. False when the file cannot be opened or is neither JPEG nor TIFF; everything
+// is then at its start value. A JPEG costs one read of 4 KiB, and one more for each thing that lies further;
+// asking for the stored size may cost one more. Any thread.
 bool ReadPhotoMetadata(const std::string& path, PhotoMetadata& metadata, StoredSize size = StoredSize::Skip);
 // The same for bytes that are seen already. `name` is for the log.
 bool ReadPhotoMetadata(ByteWindow& file, const std::string& name, PhotoMetadata& metadata,
@@ -59,8 +59,8 @@ bool ReadPhotoMetadata(ByteWindow& file, const std::string& name, PhotoMetadata&
 // zeros.
 bool ShotDateOf(const PhotoMetadata& metadata, SystemTime& date);
 
-// The text of UserComment, which holds the estimations: the bytes as they stand behind the character code,
-// whatever that says, zero bytes included. Empty optional when the photo has none.
+// The text of UserComment, which holds the estimations: the bytes behind the character code, as they
+// are, for every such code, zero bytes included. Empty optional when the photo has none.
 std::optional<std::string> UserCommentText(const PhotoMetadata& metadata);
 
 }  // namespace kalmora

@@ -21,9 +21,10 @@ public:
     virtual void Previous() = 0;
     // Writes the rating into the picture's file.
     virtual void Rate(EstimateType type) = 0;
-    // Shows words over the picture. A window that goes on by itself stays at the picture for `ticks` more.
+    // Shows words over the picture. A window that changes pictures on a timer stays at the picture for
+    // `ticks` more.
     virtual void Say(const std::string& words, int ticks) = 0;
-    // The picture's file has changed: reads it anew.
+    // The picture's file has changed: reads it again.
     virtual void Reload() = 0;
 };
 

@@ -1,4 +1,4 @@
-// Where an object stands in its view, and where it was painted last. Logical pixels.
+// Where an object is in its view, and where it was painted last. Logical pixels.
 #pragma once
 
 #include <cstdint>

@@ -22,7 +22,7 @@ struct KnownSegment {
     std::uint8_t marker;
     std::string_view head;
 };
-// They tell of no place in the file, of one that counts from its end, or of one that is looked at by itself.
+// They name no place in the file, one that counts from its end, or one that is examined separately.
 constexpr std::array kKnown{
     KnownSegment{0xE0, "JFIF\0"sv},
     KnownSegment{0xE0, "JFXX\0"sv},
@@ -55,7 +55,7 @@ bool HasCountingTrailer(ByteWindow& file) {
     return tail.StartsWith(0, "AXS");
 }
 
-// Where something begins or ends behind the picture, as far as it can be told, ascending.
+// Where something begins or ends behind the picture, as far as it is known, ascending.
 struct Edges {
     std::vector<std::uint64_t> begins, ends;
 };

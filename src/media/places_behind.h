@@ -1,4 +1,4 @@
-// What in a photo tells of places behind its picture, for a picture that becomes longer or shorter.
+// What in a photo names places behind its picture, for a picture that becomes longer or shorter.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@
 
 namespace kalmora {
 
-// True when nothing but an index of further pictures can tell of a place behind the picture: all segments are
-// of kinds that are known to say nothing of the kind or to count from the end of the file, no trailer is
+// True when nothing but an index of further pictures can name a place behind the picture: all segments are
+// of kinds that are known to name none or to count from the end of the file, no trailer is
 // there that counts from the start of the file, and no number in the maker note of the Exif block (null:
 // there is none) is where something begins behind the picture, or where a length beside it begins that ends
 // with something, however it is counted.

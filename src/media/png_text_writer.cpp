@@ -43,7 +43,7 @@ std::string CopyName() {
     return name;
 }
 
-// The stretch of the file that the texts and what stands between them take.
+// The stretch of the file that the texts and what lies between them take.
 class RewriteWalk {
 public:
     RewriteWalk(ByteWindow& file, std::string texts) : file_(file), texts_(std::move(texts)) {}
@@ -85,7 +85,7 @@ private:
         begin_ = position_;
         content_ = std::move(texts_);
     }
-    // What could not be made anew stays. False when it cannot be read.
+    // What could not be built again stays. False when it cannot be read.
     bool KeepIfNoText(std::uint64_t length) {
         const auto data = file_.Copy(position_ + kHeadLength, length, kMostTextBytes);
         if (!data) return false;

@@ -16,9 +16,9 @@ enum class RotateResult {
     Denied,     // read-only, or no right to write it
     NoSpace,    // on its disk or on that of the Temp folder
     InUse,      // another program has it locked, or the Temp folder's lock
-    Changed,    // another program wrote or replaced it meanwhile: what that one made stands
+    Changed,    // another program wrote or replaced it meanwhile: its version is kept
     Damaged,    // the picture is cut, or its data are
-    WouldMove,  // what stands behind the picture would lose its place, and something may tell of that place
+    WouldMove,  // what lies behind the picture would lose its place, and something may name that place
     Failed      // there is no such file, or the tool failed; the picture is as it was
 };
 
@@ -27,7 +27,7 @@ enum class RotateResult {
 // turned along, stays byte for byte. Waits for the tool, as long as that takes.
 RotateResult RotateJpeg(const std::string& path, int degrees);
 
-// Hears what became of a turn in a window. GUI thread.
+// Receives the result of a turn in a window. GUI thread.
 class TurnListener {
 public:
     virtual ~TurnListener() = default;

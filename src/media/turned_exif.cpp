@@ -19,7 +19,7 @@ constexpr std::uint16_t kShort = 3, kLong = 4;
 constexpr std::uint16_t kWidth = 0x0100, kHeight = 0x0101, kExifPointer = 0x8769, kPixelWidth = 0xA002,
                         kPixelHeight = 0xA003;
 
-// A number that stands in a directory.
+// A number in a directory.
 struct Number {
     std::size_t at = 0;  // in the block
     std::uint16_t type = 0;

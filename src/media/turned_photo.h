@@ -1,11 +1,11 @@
 // A photo turned, as one change of its file: the picture that begins it is turned by a tool, and everything
 // else in the file stays as it is.
 //
-// What stands behind the picture (further pictures, previews, a phone's trailer, a movie) keeps not only its
-// bytes but its place, so that whatever tells of it stays true: the turned picture gets code tables made for
+// What lies behind the picture (further pictures, previews, a phone's trailer, a movie) keeps not only its
+// bytes but its place, so that what names it stays correct: the turned picture gets code tables made for
 // it, which is nearly always enough for it not to be longer than the original, and fill bytes in front of its
 // end marker up to the same length. Where it is longer, the index of further pictures is corrected, and the
-// photo is refused when anything else in it may tell of a place there.
+// photo is refused when anything else in it may name a place there.
 #pragma once
 
 #include <string>
@@ -19,7 +19,7 @@ enum class TurnPlan {
     NotJpeg,
     Damaged,     // the picture has no end, or data that its decoder has to guess at
     ToolFailed,  // or it made something else than the turned picture
-    WouldMove    // something behind the picture would lose its place, and something may tell of that place
+    WouldMove    // something behind the picture would lose its place, and something may name that place
 };
 
 // Degrees clockwise as it is seen: 90, 180 or 270; for a picture that is stored mirrored the tool gets the

@@ -10,7 +10,7 @@
 
 namespace kalmora {
 
-// Lives shortly, on the stack of the one who paints; what it wraps outlives it. One thread.
+// Short-lived, on the stack of the painting function; what it wraps outlives it. One thread.
 class DrawContext {
 public:
     explicit DrawContext(Canvas& canvas) : canvas_(&canvas) {}

@@ -1,4 +1,4 @@
-// The still pictures that stand for movies.
+// The still pictures that represent movies.
 #pragma once
 
 #include <string>

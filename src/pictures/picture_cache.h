@@ -1,6 +1,6 @@
 // Decoded pictures in memory: loaded at the size in which they are drawn, kept up to a limit, fetched ahead.
 //
-// Pictures stand upright, sizes are those of the upright picture. Any thread may call anything; the lock is
+// Pictures are upright, sizes are those of the upright picture. Any thread may call anything; the lock is
 // never held while a file is read or decoded.
 #pragma once
 
@@ -23,7 +23,7 @@ public:
 
     PictureCache();
 
-    // Who reads orientations and embedded thumbnails; null for nobody. It must outlive the cache. What was
+    // What reads orientations and embedded thumbnails; null for none. It must outlive the cache. What was
     // decoded before stays as it is.
     void UsePreviews(const images::PreviewReader* reader) { reader_ = reader; }
 

@@ -24,8 +24,8 @@ constexpr int kPathInset = 2;  // pixels between the frame and the path
 constexpr Color kBlack{0, 0, 0};
 constexpr Color kWhite{255, 255, 255};
 
-// The device pixels that the decoder has to give so that the picture covers the box, whatever its shape; no
-// more than it has.
+// The device pixels that the decoder has to give so that the picture covers the box in any shape; at
+// most those that it has.
 Size CoveringPixels(Size box, Size picture, double scale) {
     const double factor = std::max(box.width * scale / picture.width, box.height * scale / picture.height);
     if (factor >= 1.0) return picture;

@@ -1,4 +1,4 @@
-// The painter of a file as a picture, wherever it stands: in a cell, on a day line, in the scatter, in a
+// The painter of a file as a picture, at every place: in a cell, on a day line, in the scatter, in a
 // slide. An image is drawn from its file, a movie as its still with the movie mark over it, anything else as
 // a card.
 //
@@ -22,7 +22,7 @@ namespace kalmora {
 // is in memory and has the place drawn again, properly, by a worker.
 enum class Decode { Now, Later };
 
-// How a place shows what stands in it.
+// How a place shows its content.
 struct PaintStyle {
     enum class Fit {
         KeepShape,  // centred in the box, see FitInBox
@@ -45,7 +45,7 @@ struct PaintStyle {
 
 // A photo of the day line, the scatter or a slide: the view gives it a box of its own shape.
 inline constexpr PaintStyle kPhotoStyle{};
-// What stands in a cell of a grid, or for a month.
+// A picture in a cell of a grid, or one for a month.
 inline constexpr PaintStyle kCellStyle{PaintStyle::Fit::KeepShape,
                                        PaintStyle::SmallPreview::IfEnough,
                                        PaintStyle::Mark::FitsPicture,

@@ -73,7 +73,7 @@ void Prefetcher::Cancel() {
 
 void Prefetcher::Wait() {
     std::unique_lock lock(mutex_);
-    // Without a single thread nobody will ever serve a request.
+    // Without a thread no request is ever served.
     changed_.wait(lock, [this] { return (waiting_.empty() && served_ == 0) || threads_.empty(); });
 }
 

@@ -58,7 +58,7 @@ TextKind TextKindOf(std::string_view text, HeadMatch match) {
 std::optional<std::string> ReadTextHead(const std::string& path, std::size_t bytes) {
     files::InputFile file;
     if (!file.Open(path)) return std::nullopt;
-    // A little more than wanted tells whether the text goes on, and where a character of UTF-8 ends.
+    // A little more than wanted shows whether the text continues, and where a character of UTF-8 ends.
     constexpr std::size_t kRestOfCharacter = 3;
     std::string content(bytes + kRestOfCharacter, '\0');
     content.resize(file.ReadAt(0, {reinterpret_cast<std::uint8_t*>(content.data()), content.size()}));

@@ -12,17 +12,17 @@
 
 namespace kalmora {
 
-// Cards of objects match a head whatever its case; frames in the cells of a grid want it exactly.
+// Cards of objects match a head in any case; frames in the cells of a grid want it exactly.
 enum class HeadMatch { IgnoreCase, Exact };
 
 // "[Schedule]", "[Memo]", "[ToDo]", "http" or "[Web]"; any other text that begins with "[" looks like a
-// schedule (so "[Diary]" and "[Mail]" do), everything else is normal. Nothing may stand in front of the head.
+// schedule (so "[Diary]" and "[Mail]" do), everything else is normal. Nothing may come before the head.
 TextKind TextKindOf(std::string_view text, HeadMatch match);
 
 inline constexpr std::size_t kCardTextBytes = 4095;  // of the file, for an object's card
 inline constexpr std::size_t kCellTextBytes = 1000;  // of the file, for a frame in a cell
 
-// The text in the first `bytes` of a file of whatever encoding, as UTF-8 with line feeds. It ends at a zero
+// The text in the first `bytes` of a file of any encoding, as UTF-8 with line feeds. It ends at a zero
 // byte, and no character is cut in two. Empty optional when the file cannot be opened.
 std::optional<std::string> ReadTextHead(const std::string& path, std::size_t bytes);
 

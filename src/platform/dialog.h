@@ -1,6 +1,6 @@
 // A modal dialog made from a table of controls. GUI thread.
 //
-// The table says what there is and in which row and column of a grid it stands; sizes follow the texts and
+// The table says what there is and in which row and column of a grid it is; sizes follow the texts and
 // the user's letters. All of it works from the keyboard: Tab goes through the controls in the order of the
 // table, Enter presses the button kDialogOk and Escape the button kDialogCancel.
 #pragma once
@@ -41,7 +41,7 @@ struct Control {
     int rows = 1;
 };
 
-// The dialog while it stands. An id that is not in the table answers with nothing and changes nothing.
+// The dialog while it is shown. An id that is not in the table answers with nothing and changes nothing.
 class Dialog {
 public:
     virtual ~Dialog() = default;
@@ -72,7 +72,7 @@ struct DialogForm {
 };
 
 // Shows it in front of the owner (may be null) until it is closed and gives what Close was given.
-// kDialogCancel at once where nobody could answer.
+// kDialogCancel at once where no user could answer.
 int ShowDialog(Window* owner, const DialogForm& form);
 
 }  // namespace kalmora

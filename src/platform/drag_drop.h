@@ -18,7 +18,7 @@ struct DragContent {
 
 enum class DragResult {
     NotStarted,  // no button is held down, no file is there, or there is no display
-    Cancelled,   // let go where nobody takes it, or Escape
+    Cancelled,   // dropped where no window takes it, or Escape
     Copied,
     Moved,  // the other program says so; nothing is deleted here
 };

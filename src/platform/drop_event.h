@@ -5,7 +5,7 @@
 
 namespace kalmora {
 
-// What became of dropped files. The program that gave them may delete its own when it is told of a move.
+// What was done with dropped files. The program that gave them may delete its own when a move is reported.
 enum class DropResult { NotTaken, Copied, Moved };
 
 // Every event of the type Drop is one.
@@ -14,7 +14,7 @@ struct DropEvent : Event {
     bool isOwnDrag = false;  // it began in this program
     bool mayMove = true;     // the program that gives the files lets go of them
     // Where the window says what it did before its procedure comes back; until then the program that gave the
-    // files waits for its answer. Null where nobody asks.
+    // files waits for its answer. Null where no program asks.
     DropResult* result = nullptr;
 };
 

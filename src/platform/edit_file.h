@@ -1,4 +1,4 @@
-// A file that is changed where it stands: opened for reading and writing, read, written and flushed at any
+// A file that is changed in place: opened for reading and writing, read, written and flushed at any
 // place, so that it stays the same file (identity, links, birth time). And a lock between programs.
 //
 // No function is called by two threads for the same object. Failure is a value; nothing throws.
@@ -25,7 +25,7 @@ public:
     EditFile(EditFile&& other) noexcept;
     EditFile& operator=(EditFile&& other) noexcept;
 
-    // A regular file that stands; links are followed. Denied for one whose rights say that it is not to be
+    // An existing regular file; links are followed. Denied for one whose rights say that it is not to be
     // written, also when the system would let this user write it.
     FileResult Open(const std::string& path);
     // Makes the file when it is missing.
@@ -40,7 +40,7 @@ public:
     std::optional<FileStatus> Status() const;
     // How many bytes were read; fewer than asked for at the end or on an error.
     std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> into) const;
-    // All of it or an error; after an error any part of it may stand.
+    // All of it or an error; after an error any part of it may be written.
     FileResult WriteAt(std::uint64_t offset, std::string_view bytes);
     FileResult Resize(std::uint64_t size);
     // Sets the space aside that writing up to `size` will take; the size stays. Done where the file system
@@ -56,7 +56,7 @@ public:
     // The unit in which space can be inserted; 0 where the file system cannot do it in one step that a power
     // cut leaves undone or done.
     std::size_t InsertUnit() const;
-    // Puts `length` zero bytes in at `offset`, both multiples of the unit; what stood there moves back.
+    // Puts `length` zero bytes in at `offset`, both multiples of the unit; what was there moves back.
     // False: the file is as it was.
     bool InsertSpace(std::uint64_t offset, std::uint64_t length);
     // Takes the bytes out again.

@@ -1,5 +1,5 @@
-// The system's wish that the program end (on Linux SIGTERM, SIGINT, SIGHUP), told also while the GUI thread
-// stands in a call that does not come back. The windows are asked to close besides, on the GUI thread, as
+// The system's request that the program end (on Linux SIGTERM, SIGINT, SIGHUP), reported also while the GUI
+// thread is inside a call that does not return. The windows are asked to close as well, on the GUI thread, as
 // soon as that serves its events.
 #pragma once
 
@@ -7,8 +7,8 @@
 
 namespace kalmora {
 
-// Calls `onWish` at each such signal while an Application for a desktop stands, on a thread of its own. It
+// Calls `onRequest` at each such signal while an Application for a desktop exists, on a thread of its own. It
 // must be safe to call as long as the process lives. An empty one ends it.
-void WatchEndSignals(std::function<void()> onWish);
+void WatchEndSignals(std::function<void()> onRequest);
 
 }  // namespace kalmora

@@ -54,20 +54,20 @@ bool IsAbsolute(std::string_view path);
 // Below the current folder when it is relative.
 std::string AbsolutePath(const std::string& path);
 // Absolute, with the links among its folders followed; the last name is left as it is. Where the folder does
-// not stand, the normalized absolute path.
+// not exist, the normalized absolute path.
 std::string PhysicalPath(const std::string& path);
 
 // All entries but "." and "..", ascending by name without regard to ASCII case (ties: byte order). Empty when
-// the folder cannot be read; `result` tells why. One pass over the folder, no look at each file.
+// the folder cannot be read; `result` says why. One pass over the folder, no look at each file.
 std::vector<FolderEntry> ListFolder(const std::string& folder, FileResult* result = nullptr);
 
-// One level; Exists when it stands already.
+// One level; Exists when there is one already.
 FileResult MakeFolder(const std::string& path);
 FileResult RemoveFile(const std::string& path);
 FileResult RemoveFolderTree(const std::string& path);
-// Inside one file system; replaces what stands at `to`.
+// Inside one file system; replaces what is at `to`.
 FileResult Rename(const std::string& from, const std::string& to);
-// The kernel's copy where it has one; times are carried over; `to` must not stand. A failed copy leaves
+// The kernel's copy where it has one; times are carried over; `to` must not exist. A failed copy leaves
 // nothing.
 FileResult CopyFile(const std::string& from, const std::string& to);
 
@@ -76,20 +76,20 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::size_t li
 // Replaces the content: written to a new file beside it, flushed, renamed over the old one. A failure at any
 // point leaves the old file as it was.
 FileResult WriteWholeFile(const std::string& path, std::string_view content);
-// The same for several files with one flush for all of them, which costs hardly more than one: each is the
+// The same for several files with one flush for all of them, which costs little more than one: each is the
 // old or the new one at any moment, and power that fails soon after may bring old ones back. A link that
-// stands there is not followed but replaced. How each file went.
+// is there is not followed but replaced. How each file went.
 struct NewContent {
     std::string path;
     std::string_view content;
 };
 std::vector<FileResult> WriteWholeFiles(std::span<const NewContent> contents);
-// Adds to the end of the file, which is made when it is missing. What two callers add at once stands one
+// Adds to the end of the file, which is made when it is missing. What two callers add at once comes one
 // after the other. Not flushed: for logs.
 FileResult AppendToFile(const std::string& path, std::string_view content);
 
 bool SetTimes(const std::string& path, FileTime accessed, FileTime written);
-bool SetHidden(const std::string& path);  // true and nothing done where names tell what is hidden
+bool SetHidden(const std::string& path);  // true and nothing done where names say what is hidden
 bool IsHidden(const std::string& path);
 
 // A file opened for reading at any place. Not shared between threads.

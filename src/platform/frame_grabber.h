@@ -1,4 +1,4 @@
-// Single pictures out of movies. Any thread; each call stands by itself and takes some milliseconds.
+// Single pictures out of movies. Any thread; each call is independent and takes some milliseconds.
 #pragma once
 
 #include <cstdint>

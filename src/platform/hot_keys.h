@@ -21,12 +21,12 @@ enum class HotKeyResult {
     Registered,
     Taken,      // by another program, or by this one under another id
     NoSuchKey,  // not on this keyboard
-    NoDisplay,  // no X display: nobody can have a hot key here
+    NoDisplay,  // no X display: no program can have a hot key here
 };
 
 // From now on the combination sends Command `id` to the window, once a press: a key that is held down repeats
 // nothing. CapsLock and NumLock do not matter. The same id again takes the place of the first. A press while
-// the window no longer stands does nothing.
+// the window no longer exists does nothing.
 HotKeyResult RegisterHotKey(Window& target, int id, const KeyCombination& combination);
 // Nothing is done for an id that is not registered.
 void UnregisterHotKey(int id);

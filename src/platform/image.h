@@ -1,6 +1,6 @@
 // Pictures from files, decoded at the scale in which they are drawn, and written to files.
 //
-// Pictures stand upright: the Exif orientation is honoured here, sizes are those of the upright picture. Any
+// Pictures are upright: the Exif orientation is honoured here, sizes are those of the upright picture. Any
 // thread may call anything.
 #pragma once
 
@@ -69,7 +69,7 @@ struct DecodedPicture {
 // The picture, decoded so that it covers `wanted` device pixels when its shape is fitted into them (or whole
 // when `wanted` is empty); at least as large as needed where the file has the pixels, at most about twice.
 // One that no memory could hold is none. Without a reader (null) there are no embedded thumbnails and
-// pictures stand as they are stored.
+// pictures are given as they are stored.
 DecodedPicture Decode(const std::string& path, Size wanted, Preview preview, const PreviewReader* reader);
 
 // Writes a picture. Quality 0 to 100 for JPEG. False when it is empty or the file cannot be written.

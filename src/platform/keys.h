@@ -1,5 +1,5 @@
-// The codes by which a key press tells which key it was (Event::key): the key itself, whatever the modifiers
-// make of it. Letters and digits have their ASCII codes, 'A' to 'Z' and '0' to '9'.
+// The codes that say which key was pressed (Event::key): the key itself, not the character that it makes
+// with the modifiers. Letters and digits have their ASCII codes, 'A' to 'Z' and '0' to '9'.
 #pragma once
 
 namespace kalmora::keys {

@@ -1,4 +1,4 @@
-// What stands between the names of a path on this machine.
+// What separates the names of a path on this machine.
 #pragma once
 
 namespace kalmora::files {

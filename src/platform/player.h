@@ -18,14 +18,14 @@ enum class PlayerState {
     Opening,  // Open was called and it is not known yet whether the file can be played
     Playing,
     Paused,
-    Stopped,  // at its beginning, or ended by itself: a movie's last picture stays
+    Stopped,  // at its beginning, or played to the end: a movie's last picture stays
     Failed,   // the file is missing, cannot be played, or has no picture (movie)
 };
 
-// Why a player changed its state by itself.
+// Why a player changed its state without a call.
 enum class PlayerEvent {
     Opened,
-    Ended,  // the file came to its end
+    Ended,  // the end of the file is reached
     Failed,
 };
 
@@ -41,7 +41,7 @@ public:
     static std::unique_ptr<Player> CreateMovie(Window& window, Listener listener);
     virtual ~Player() = default;  // closes
 
-    // Closes what was open. Opened or Failed follows. The file starts to play by itself once it is open.
+    // Closes what was open. Opened or Failed follows. The file starts to play once it is open.
     virtual void Play(const std::string& path) = 0;
     // Where the picture is drawn, in the window's logical pixels, its shape kept. Music: nothing.
     virtual void SetArea(const Rect& area) = 0;

@@ -1,4 +1,4 @@
-// A part of the program that stands in a library of its own, loaded when it is needed.
+// A part of the program that lies in a library of its own, loaded when it is needed.
 #pragma once
 
 #include <optional>

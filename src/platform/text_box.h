@@ -1,8 +1,8 @@
-// An edit control for texts of several lines that stands inside a window, input methods included. GUI thread.
+// An edit control for texts of several lines that lies inside a window, input methods included. GUI thread.
 //
-// Texts are UTF-8 and their lines end with CR LF, whatever the toolkit keeps inside. A position counts bytes
-// of that text from 0; one inside a character or between CR and LF stands for the place before it, one past
-// the end for the end. Lines are those of the text and not those that wrapping makes.
+// Texts are UTF-8 and their lines end with CR LF, whichever line ends the toolkit uses. A position counts
+// bytes of that text from 0; one inside a character or between CR and LF means the place before it, one past
+// the end means the end. Lines are those of the text and not those that wrapping makes.
 #pragma once
 
 #include <cstddef>
@@ -17,7 +17,7 @@
 
 namespace kalmora {
 
-// From `start` to `end`; the caret stands at `end`, which may lie before `start`. Equal: nothing is selected.
+// From `start` to `end`; the caret is at `end`, which may lie before `start`. Equal: nothing is selected.
 struct TextSelection {
     std::size_t start = 0;
     std::size_t end = 0;
@@ -64,7 +64,7 @@ public:
     virtual int LineOf(std::size_t position) const = 0;  // from 0
     virtual std::size_t LineStart(int line) const = 0;   // of a line past the last: the end of the text
     virtual std::size_t LineLength(int line) const = 0;  // bytes without the line's end; 0 past the last
-    // The next place at which a caret can stand, over a whole character or line end; itself at either end of
+    // The next place at which a caret can be, over a whole character or line end; itself at either end of
     // the text.
     virtual std::size_t Next(std::size_t position) const = 0;
     virtual std::size_t Previous(std::size_t position) const = 0;

@@ -6,8 +6,8 @@
 
 namespace kalmora {
 
-// A worker. It is never joined and never terminated: when the Thread object goes, a running body goes on by
-// itself (one that was never resumed is dropped). What the body touches must therefore outlive it or be owned
+// A worker. It is never joined and never terminated: when the Thread object goes, a running body runs on
+// (one that was never resumed is dropped). What the body touches must therefore outlive it or be owned
 // by it. Starting and moving belong to one thread at a time; the other members may be called from any.
 class Thread {
 public:
@@ -20,7 +20,7 @@ public:
     Thread& operator=(Thread&&) noexcept;
 
     // Makes the thread without running its body. The name (at most 15 bytes) shows in debuggers. False when
-    // the system has no more threads.
+    // the system cannot make another thread.
     bool StartSuspended(const char* name, std::function<void()> body);
     void SetPriority(Priority priority);
     void Resume();
@@ -45,7 +45,7 @@ public:
     PeriodicTimer(const PeriodicTimer&) = delete;
     PeriodicTimer& operator=(const PeriodicTimer&) = delete;
 
-    // False when it runs already, when the period is below 1, or when the system has no more threads.
+    // False when it runs already, when the period is below 1, or when the system cannot make another thread.
     bool Start(int periodMs, std::function<void()> tick);
     void Stop();  // waits as the destructor does
     bool IsRunning() const;

@@ -13,19 +13,19 @@
 
 namespace kalmora::files {
 
-// Bytes that can still be written where the path lies or, when it does not stand yet, will lie. Empty when
+// Bytes that can still be written where the path lies or, when it does not exist yet, will lie. Empty when
 // the system does not say.
 std::optional<std::uint64_t> FreeSpace(const std::string& path);
 
-// A look at what stands at the path itself: a link is not followed.
+// A look at what is at the path itself: a link is not followed.
 bool IsLink(const std::string& path);
 
-// True when the path names the folder or something below it, whatever links, spellings and mounts lead there:
-// the folders themselves are compared, not their names. For a path that does not stand yet, the folder where
-// it will lie decides. False when `folder` does not stand.
+// True when the path names the folder or something below it, over any links, spellings and mounts:
+// the folders themselves are compared, not their names. For a path that does not exist yet, the folder where
+// it will lie decides. False when `folder` does not exist.
 bool LiesIn(const std::string& path, const std::string& folder);
 
-// Gives a file another name inside its volume, at once and for all who look. Exists when something stands at
+// Gives a file another name inside its volume, at once and for all who look. Exists when something is at
 // `to`: nothing is ever replaced. Failed when `to` lies on another volume.
 FileResult RenameNew(const std::string& from, const std::string& to);
 
@@ -40,7 +40,7 @@ FileResult FlushFolders(std::span<const std::string> folders);
 // where the system lets that be asked for.
 bool HaveSameBytes(const std::string& a, const std::string& b);
 
-// A copy on its way. It stands under a scratch name (abandoned_files.h) in the folder where it is going to
+// A copy that is being written. It has a scratch name (abandoned_files.h) in the folder where it is going to
 // appear; one that never appears goes with the object.
 class NewCopy {
 public:
@@ -62,10 +62,10 @@ public:
     // Reads both again, the copy as HaveSameBytes does, and compares every byte.
     bool HoldsSameBytes() const;
 
-    enum class Standing { Keep, Replace };
-    // Gives the copy its name. With Keep: Exists when something stands there, and the copy can be given
+    enum class Existing { Keep, Replace };
+    // Gives the copy its name. With Keep: Exists when something is there, and the copy can be given
     // another one.
-    FileResult Appear(const std::string& path, Standing standing = Standing::Keep);
+    FileResult Appear(const std::string& path, Existing existing = Existing::Keep);
 
 private:
     friend std::vector<FileResult> FlushCopies(std::span<NewCopy* const> copies);

@@ -11,7 +11,7 @@ namespace kalmora {
 struct TrayMenuItem {
     enum class Kind { Command, Caption, Separator };  // a caption can be read and not chosen
     Kind kind = Kind::Command;
-    std::string text;  // an & stands before the letter that chooses it
+    std::string text;  // an & is in front of the letter that chooses it
     int command = 0;
     bool isDefault = false;  // printed bold
 };
@@ -24,7 +24,7 @@ struct TrayOptions {
     std::function<void(int command)> onChosen;  // an item of the menu
 };
 
-// Stands in the tray as long as the object lives.
+// Is shown in the tray as long as the object lives.
 class TrayIcon {
 public:
     // Null without an Application. Where the desktop has no tray the icon waits for one.

@@ -161,11 +161,11 @@ public:
 Application* TheApplication();
 
 // Looks at a key press (a Key event) in whichever of the program's windows has the focus, before that window
-// does, and answers with the command that it stands for or 0. Not asked while a modal question or a menu is
+// does, and answers with the command that it means or 0. Not asked while a modal question or a menu is
 // open.
 using AcceleratorHook = std::function<int(const Event&)>;
-// A command goes to `target` at once, as a Command event; where that answers false, the key goes on to the
-// window that has the focus. An empty hook or a null target ends it, as does the end of the target. GUI
+// A command goes to `target` at once, as a Command event; where that answers false, the key is passed on to
+// the window that has the focus. An empty hook or a null target ends it, as does the end of the target. GUI
 // thread.
 void SetAccelerators(Window* target, AcceleratorHook hook);
 

@@ -23,7 +23,7 @@ constexpr Row kRows[] = {
 // The rows that users fill themselves: the private use area from its start, in order.
 constexpr unsigned kFirstUserLead = 0xF0, kLastUserLead = 0xF9;
 
-// The same characters stand in other tables under other numbers; text from there means these.
+// Other tables have the same characters under other numbers; text from there means these.
 struct Alias {
     char32_t character;
     std::uint16_t code;
@@ -96,7 +96,7 @@ int HexDigit(char c) {
 constexpr std::string_view kEscapeHead = "&#x";
 
 // The character that an escape at the start of the bytes names, and the escape's length; length 0 when what
-// stands there is no escape, or names what no text can hold.
+// is there is no escape, or names what no text can hold.
 CodePoint ReadEscape(std::string_view bytes) {
     if (!bytes.starts_with(kEscapeHead)) return {};
     char32_t value = 0;

@@ -11,7 +11,7 @@ inline bool IsLeadByte(unsigned byte) {
 
 // The character of a lead and a trail byte; 0 where the table has none.
 char32_t DoubleByteCharacter(unsigned lead, unsigned trail);
-// The character of a byte that stands alone; 0 for a lead byte and for A0, FD, FE and FF (and for the byte
+// The character of a byte alone; 0 for a lead byte and for A0, FD, FE and FF (and for the byte
 // 0).
 char32_t SingleByteCharacter(unsigned byte);
 // The code that is written for a character: one byte below 0x100, else two. 0 where it has none (and for

@@ -63,7 +63,7 @@ std::size_t ScoreUtf8(std::string_view bytes) {
     return score;
 }
 
-// Seven-bit: what stands between an escape that opens a Japanese set and the one that closes it counts.
+// Seven-bit: what lies between an escape that opens a Japanese set and the one that closes it counts.
 std::size_t ScoreIso2022Jp(std::string_view bytes) {
     enum class Set { Ascii, TwoBytes, Katakana } set = Set::Ascii;
     std::size_t score = 0;
@@ -89,8 +89,8 @@ std::size_t ScoreIso2022Jp(std::string_view bytes) {
     return score;
 }
 
-// Whoever reads only the beginning of a file may have cut it in the middle of a character, and that odd byte
-// could decide. A text of this length may be such a beginning.
+// A caller that reads only the beginning of a file may have cut it in the middle of a character, and that odd
+// byte could decide. A text of this length may be such a beginning.
 constexpr std::size_t kLong = 4096;
 
 // Of a long text the last line does not count.

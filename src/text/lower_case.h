@@ -1,4 +1,4 @@
-// Small letters of every alphabet, whatever the user's locale is.
+// Small letters of every alphabet, in every locale of the user.
 #pragma once
 
 namespace kalmora::text {

@@ -87,7 +87,8 @@ std::string FromIso2022Jp(std::string_view bytes) {
                 continue;
             }
         }
-        if (byte == '\n') set = Set::Ascii;  // each line begins in ASCII, whatever was forgotten before
+        if (byte == '\n')
+            set = Set::Ascii;  // each line begins in ASCII, also when the escape before is missing
         if (byte >= 0xA1 && byte <= 0xDF) {
             AppendUtf8(out, SingleByteCharacter(byte));  // 8-bit katakana, which some mailers wrote
             ++at;

@@ -1,7 +1,8 @@
 // Code pages at the edge of the program. Inside, every text is UTF-8.
 //
 // Code page 932 is the Windows table (NEC row 13, IBM extensions, wave dash as U+FF5E). All functions may be
-// called from any thread and never fail: what cannot be converted is replaced or escaped as told.
+// called from any thread and never fail: what cannot be converted is replaced or escaped as each function
+// says.
 #pragma once
 
 #include <cstdint>
@@ -19,9 +20,9 @@ struct CodePoint {
     int length = 0;
 };
 CodePoint DecodeUtf8(std::string_view text, std::size_t offset);
-// Appends a code point; 0xDC80 to 0xDCFF append the raw byte that they stand for.
+// Appends a code point; 0xDC80 to 0xDCFF append the raw byte that they mean.
 void AppendUtf8(std::string& out, char32_t value);
-// Ill-formed bytes become U+FFFD: for what goes on the screen.
+// Ill-formed bytes become U+FFFD: for what is shown on the screen.
 std::string ToDisplay(std::string_view text);
 // At most maxBytes of the text, cut before the character that would pass the limit.
 std::string CutAtCharacter(std::string_view text, std::size_t maxBytes);
@@ -51,7 +52,7 @@ std::string FromIso2022Jp(std::string_view bytes);
 // the table of code page 932; characters outside that table are only turned to lower case where they have
 // one.
 std::string Fold(std::string_view utf8);
-// The first place in text where word stands, ASCII case ignored; npos when nowhere.
+// The first place of word in text, ASCII case ignored; npos when nowhere.
 std::size_t FindNoCase(std::string_view text, std::string_view word);
 bool EqualsNoCase(std::string_view a, std::string_view b);
 bool StartsWithNoCase(std::string_view text, std::string_view head);

@@ -306,7 +306,8 @@ TEST_F(DispatchTest, KeysAreTranslatedAndOthersAreNot) {
     state_.run.LastActivity = -1;
     EXPECT_TRUE(RouteCommand(parts_, *window_, 50040));
     EXPECT_THAT(Calls(), ElementsAre("Import"));
-    EXPECT_FALSE(RouteCommand(parts_, *window_, 50041)) << "nobody's key: it goes on to the window";
+    EXPECT_FALSE(RouteCommand(parts_, *window_, 50041))
+        << "a key without a command: it is passed on to the window";
     EXPECT_FALSE(RouteCommand(parts_, *window_, 59999));
     EXPECT_GE(state_.run.LastActivity, 0);
     EXPECT_TRUE(RouteCommand(parts_, *window_, 2000));

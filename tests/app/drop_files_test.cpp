@@ -1,4 +1,4 @@
-// Files that are dropped on the window: which day they are meant for, and what becomes of them.
+// Files that are dropped on the window: which day they are meant for, and what is done with them.
 #include "app/drop_files.h"
 
 #include <filesystem>
@@ -122,7 +122,7 @@ TEST_F(DropTargetTest, ScatterStandsForTheDateOfTheView) {
     EXPECT_FALSE(target->isBackground);
 }
 
-// ---- what becomes of the file
+// ---- what is done with the file
 
 TEST_F(DropFilesTest, FileMovesIntoTheDay) {
     ShowMonth(2008, 11);
@@ -183,11 +183,11 @@ TEST_F(DropFilesTest, ProgramThatGaveThemIsToldWhatWasDone) {
 TEST_F(DropFilesTest, FileThatWasNotTakenCostsNothing) {
     ShowMonth(2008, 11);
     AddText(2008, 11, 13, "a.txt", "content");
-    const std::string standing = Add("a.txt"), other = Add("b.txt");
-    EXPECT_EQ(DropFiles({{standing}, OnDay(13)}, DropPlace::MainWindow).result, DropResult::NotTaken);
-    EXPECT_EQ(DropFiles({{other, standing}, OnDay(13)}, DropPlace::MainWindow).result, DropResult::Copied)
-        << "who is told of a move deletes both";
-    EXPECT_TRUE(files::Exists(standing));
+    const std::string existing = Add("a.txt"), other = Add("b.txt");
+    EXPECT_EQ(DropFiles({{existing}, OnDay(13)}, DropPlace::MainWindow).result, DropResult::NotTaken);
+    EXPECT_EQ(DropFiles({{other, existing}, OnDay(13)}, DropPlace::MainWindow).result, DropResult::Copied)
+        << "a program that gets the answer move deletes both";
+    EXPECT_TRUE(files::Exists(existing));
     EXPECT_EQ(DropFiles({{Add("x.txt")}, {-5, 10}}, DropPlace::MainWindow).result, DropResult::NotTaken);
     EXPECT_EQ(DropFiles({{Add("x.txt")}, {950, 690}}, DropPlace::MainWindow).result, DropResult::NotTaken)
         << "a text is no background";

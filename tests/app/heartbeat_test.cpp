@@ -116,7 +116,7 @@ TEST_F(HeartbeatTest, WaitsForThePaintThread) {
 
 TEST_F(HeartbeatTest, CursorThatMovedIsActivity) {
     Beat();
-    EXPECT_EQ(state_.run.LastActivity, 0) << "it stood still";
+    EXPECT_EQ(state_.run.LastActivity, 0) << "it did not move";
     for (const Point moved : {Point{11, 10}, Point{11, 9}}) {
         Pointer(moved);
         EXPECT_EQ(Beat(), BeatEnd::Redrawn);

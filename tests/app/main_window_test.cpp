@@ -74,18 +74,18 @@ protected:
     }
     // A program that writes down what it was asked to open.
     std::string OpenedBy(const std::function<void()>& action) {
-        const std::string told = files::Join(root_, "told"), editor = files::Join(root_, "editor");
+        const std::string opened = files::Join(root_, "opened"), editor = files::Join(root_, "editor");
         const std::string script =
-            "#!/bin/sh\nprintf %s \"$1\" >'" + told + ".new'\nmv '" + told + ".new' '" + told + "'\n";
+            "#!/bin/sh\nprintf %s \"$1\" >'" + opened + ".new'\nmv '" + opened + ".new' '" + opened + "'\n";
         EXPECT_EQ(files::WriteWholeFile(editor, script), files::FileResult::Done);
         EXPECT_EQ(std::system(("chmod +x '" + editor + "'").c_str()), 0);
         state_.settings.TextEditor = editor;
         action();
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-        while (!files::Exists(told) && std::chrono::steady_clock::now() < end)
+        while (!files::Exists(opened) && std::chrono::steady_clock::now() < end)
             TheApplication()->ProcessEvents(5);
-        const std::string path = files::ReadWholeFile(told).value_or("nothing");
-        files::RemoveFile(told);
+        const std::string path = files::ReadWholeFile(opened).value_or("nothing");
+        files::RemoveFile(opened);
         return path;
     }
 
@@ -404,9 +404,9 @@ TEST_F(MainWindowTest, DragThatCameBackRatesItsObject) {
     EXPECT_THAT(Calls(), ElementsAre("HidePetals", "RateFile a.png 3"));
     others_.rating.reset();
     EXPECT_TRUE(Drop(Middle(Cell(kDay))));
-    EXPECT_THAT(Calls(), ElementsAre("HidePetals")) << "let go on no petal";
+    EXPECT_THAT(Calls(), ElementsAre("HidePetals")) << "dropped on no petal";
     EXPECT_FALSE(Drop(Middle(Cell(20))));
-    EXPECT_THAT(Calls(), ElementsAre("ImportDropped 1")) << "let go elsewhere";
+    EXPECT_THAT(Calls(), ElementsAre("ImportDropped 1")) << "dropped elsewhere";
 }
 
 TEST_F(MainWindowTest, DragOfAnotherProgramIsNoRatingWhereverItIsLetGo) {
@@ -495,7 +495,7 @@ TEST_F(MainWindowTest, EndKeepsTheRectangle) {
     EXPECT_EQ(state_.settings.WindowRect.right, 540);
     EXPECT_EQ(state_.settings.WindowRect.bottom, 430);
     EXPECT_THAT(Calls(), Contains("HideFilterWindow"));
-    EXPECT_EQ(MainWindow(), nullptr) << "workers draw no more";
+    EXPECT_EQ(MainWindow(), nullptr) << "workers draw nothing from now on";
 }
 
 TEST_F(MainWindowTest, RectangleWithItsEdgesExchangedStillMakesAWindow) {

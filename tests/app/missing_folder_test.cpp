@@ -29,7 +29,7 @@ protected:
         Pointer({10, 10});
     }
     ~MissingFolderTest() override {
-        // The scan of the dates begins anew when the folder is back.
+        // The scan of the dates begins again when the folder is back.
         for (int turn = 0; state_.run.InitialScanRunning && turn < 1000; ++turn)
             TheApplication()->ProcessEvents(5);
         Settle();

@@ -123,7 +123,7 @@ TEST_F(SearchDialog, AllLoadedStaysForLaterSearches) {
     form.onButton(dialog, 1);
     EXPECT_TRUE(View().searchAllLoaded);
     ForgetSearch();
-    EXPECT_FALSE(View().searchAllLoaded) << "the program starts anew";
+    EXPECT_FALSE(View().searchAllLoaded) << "as after a new start";
 }
 
 using SearchCommand = AppTest;

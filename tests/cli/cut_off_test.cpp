@@ -22,7 +22,7 @@ protected:
         Write("data/2008/200811/2008_1113/a.png", kWhole);
     }
 
-    // As a kill in the middle of writing leaves it: record and copy stand, the file ends too early.
+    // As a kill in the middle of writing leaves it: record and copy are there, the file ends too early.
     void Tear() const {
         const auto status = files::GetStatus(Photo());
         RewriteRecord record;
@@ -72,7 +72,7 @@ TEST_F(CutOffVerbTest, IndexAndSearchReadTheWholePhoto) {
 
 TEST_F(CutOffVerbTest, UpdateTakesTheLieOutOfTheIndex) {
     Tear();
-    // With another home nobody knows that the photo is torn.
+    // With another home it is not known that the photo is torn.
     std::filesystem::rename(Path("home"), Path("kept"));
     ASSERT_EQ(RunOnData("index").status, 0) << Errors();
     ASSERT_THAT(Index(), testing::Not(HasSubstr("SIZE=240,160\n")));

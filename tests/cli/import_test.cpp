@@ -173,14 +173,14 @@ TEST_F(ImportVerbTest, ShortcutsThatCannotTakeWordsSaySo) {
 TEST_F(ImportVerbTest, FileThatOnlySeemsTheSameIsTold) {
     Write("files/2008/200811/2008_1113/A.JPG", Photo("2008:11:13 10:15:30") + "another");
     ASSERT_EQ(Run("import --move card/DCIM/100"), 0) << Errors();
-    const std::string standing = folder_ + "/files/2008/200811/2008_1113/A.JPG";
-    EXPECT_THAT(out_, HasSubstr("100/A.JPG: differs from " + standing + ", left where it is\n"));
+    const std::string existing = folder_ + "/files/2008/200811/2008_1113/A.JPG";
+    EXPECT_THAT(out_, HasSubstr("100/A.JPG: differs from " + existing + ", left where it is\n"));
     EXPECT_THAT(out_, HasSubstr("0 taken (0 bytes), 0 passed over, 1 differing, 0 failed\n"));
     EXPECT_TRUE(Has("card/DCIM/100/A.JPG"));
     ASSERT_EQ(Run("import --move --json card/DCIM/100"), 0);
     EXPECT_EQ(nlohmann::json::parse(out_)[0]["result"], "differs");
-    EXPECT_EQ(nlohmann::json::parse(out_)[0]["standing"], standing);
-    EXPECT_EQ(nlohmann::json::parse(out_)[0]["message"], "differs from " + standing + ", left where it is");
+    EXPECT_EQ(nlohmann::json::parse(out_)[0]["standing"], existing);
+    EXPECT_EQ(nlohmann::json::parse(out_)[0]["message"], "differs from " + existing + ", left where it is");
     ASSERT_EQ(Run("import --move --compare content card/DCIM/100"), 0) << Errors();
     EXPECT_TRUE(Has("files/2008/200811/2008_1113/A[1].jpg"));
     EXPECT_EQ(Run("import --compare looks card"), 2);

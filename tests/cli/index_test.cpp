@@ -159,7 +159,7 @@ TEST_F(IndexVerbTest, TwoProcessesOnOneTreeLeaveWholeIndexes) {
         EXPECT_EQ(one.WaitForEnd(), 0);
         EXPECT_EQ(other.WaitForEnd(), 0);
         EXPECT_EQ(third.WaitForEnd(), 0);
-        // Each of them wrote what it found true; the one who only makes may have kept what was old.
+        // Each of them wrote what it found true; the one that only makes may have kept what was old.
         EXPECT_EQ(RunOnData("update").status, 0);
         EXPECT_EQ(Indexes(), whole);
     }

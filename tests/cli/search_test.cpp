@@ -53,7 +53,7 @@ TEST_F(SearchVerbTest, PathsArePrintedInTheOrderOfTheDays) {
     EXPECT_THAT(Found("cat"), ElementsAre("cat.txt", "both.txt", "tree.txt"));
     EXPECT_THAT(Found("--all cat"), ElementsAre("cat.txt", "both.txt", "tree.txt"));
     EXPECT_THAT(Found("'dog cat'"), ElementsAre("both.txt"));
-    EXPECT_THAT(Found("'spring or tree'"), IsEmpty()) << "the words stand in the paths";
+    EXPECT_THAT(Found("'spring or tree'"), IsEmpty()) << "the words are in the paths";
     EXPECT_THAT(Found("'dog or 花見'"), ElementsAre("spring.txt", "both.txt", "tree.txt"));
 }
 
@@ -192,7 +192,7 @@ TEST_F(SearchVerbTest, SecondFolderOfTheSettingsIsSearchedToo) {
 }
 
 TEST_F(SearchVerbTest, InterruptEndsIt) {
-    // More than a pipe holds for each of many months: while nobody reads on, the search cannot end.
+    // More than a pipe holds for each of many months: while the output is not read, the search cannot end.
     const std::string name(200, 'x');
     std::string index = "# Calendar Index [0.99]\n";
     for (int i = 0; i < 1000; ++i) index += "FILE=" + name + std::to_string(i) + ".jpg\n-\n";

@@ -45,7 +45,7 @@ TEST_F(WriteVerbsTest, RateGivesAnObjectAFileAndTheValues) {
     EXPECT_EQ(Shown("b.png")["like"], 128);
 }
 
-TEST_F(WriteVerbsTest, RateKnowsEachJudgement) {
+TEST_F(WriteVerbsTest, RateKnowsEachRating) {
     for (const auto& [word, key, value] : {std::tuple{"like", "like", 128},
                                            {"like", "like", 192},
                                            {"dislike", "like", 160},
@@ -183,14 +183,14 @@ TEST_F(WriteVerbsTest, TwoCommentsAddedAtTheSameTimeBothStand) {
 TEST_F(WriteVerbsTest, TwoFirstStartsAtOnceBothKnowTheKindsOfFiles) {
     const std::string rate = "'" KALMORA_PROGRAM "' --home '" + Path("new") + "$i' rate a.jpg like";
     const std::string command = "cd '" + folder_ + "' && for i in $(seq 30); do " + rate +
-                                " >/dev/null 2>>told & " + rate + " >/dev/null 2>>told; wait; done";
+                                " >/dev/null 2>>errors & " + rate + " >/dev/null 2>>errors; wait; done";
     std::system(command.c_str());  // NOLINT(bugprone-command-processor): a script does this
-    const std::string told = Content("told");
-    EXPECT_EQ(told.find("unsupported"), std::string::npos) << told;
-    EXPECT_EQ(told.find("cannot be read"), std::string::npos) << told;
+    const std::string errors = Content("errors");
+    EXPECT_EQ(errors.find("unsupported"), std::string::npos) << errors;
+    EXPECT_EQ(errors.find("cannot be read"), std::string::npos) << errors;
 }
 
-TEST_F(WriteVerbsTest, RunsAtTheSameTimeDoNotLoseAJudgement) {
+TEST_F(WriteVerbsTest, RunsAtTheSameTimeDoNotLoseARating) {
     const std::string program = "'" KALMORA_PROGRAM "' --home '" + Path("home") + "'";
     std::string command = "cd '" + folder_ + "' && for i in 1 2 3 4; do " + program +
                           " rate a.jpg b.png like >/dev/null & done; wait";

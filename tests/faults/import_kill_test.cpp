@@ -44,7 +44,7 @@ std::string MakeFolderIn(const std::string& parent) {
 
 enum class Volumes { One, Two };
 
-// Files whose last bytes tell them apart, whatever is written into their heads.
+// Files that differ in their last bytes, whatever is written into their heads.
 std::map<std::string, std::string> CardFiles() {
     std::map<std::string, std::string> card;
     const auto photo = [](const char* taken, std::size_t size) {
@@ -118,7 +118,7 @@ protected:
         RunImport(options);
     }
 
-    // Below a folder, by the tail that tells the files apart; scratch files and indexes do not count.
+    // Below a folder, by the tail in which the files differ; scratch files and indexes do not count.
     std::multimap<std::string, std::string> Found(const std::string& folder) const {
         std::multimap<std::string, std::string> found;
         std::error_code error;
@@ -249,7 +249,7 @@ TEST_F(ImportFaultTest, ErrorAtAnyCallIsToldAndLosesNothing) {
                     test::SetFaultPlan({});
                     ASSERT_NO_FATAL_FAILURE(ExpectNothingIsLost(volumes, false));
                     ASSERT_EQ(summary.done, static_cast<int>(files_.size()));
-                    // What is told to have arrived has.
+                    // What is reported as arrived has arrived.
                     const auto count = [&](ImportResult result) {
                         const auto found = summary.counts.find(result);
                         return found == summary.counts.end() ? 0 : found->second;

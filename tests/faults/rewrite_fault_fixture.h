@@ -24,7 +24,7 @@
 
 namespace kalmora::test {
 
-// Stands still, so that two runs of the same work make the same bytes.
+// A clock with a fixed time, so that two runs of the same work make the same bytes.
 class StillClock : public Clock {
 public:
     SystemTime LocalTime() override { return {2008, 11, 4, 13, 10, 15, 30, 250}; }
@@ -107,7 +107,7 @@ protected:
         photos.push_back({"bare.png", PngOf("")});
         return photos;
     }
-    // And one of each camera where the samples stand.
+    // And one of each camera where the samples lie.
     static std::vector<Photo> Photos() {
         std::vector<Photo> photos = BuiltPhotos();
         std::error_code error;

@@ -125,7 +125,7 @@ TEST_F(RewriteKillTest, WhileMendingThePhotoIsMendedByTheNextStart) {
     EXPECT_GT(kills, 100);
 }
 
-// Many photos on one road share one journal.
+// Many photos rewritten with one strategy share one journal.
 TEST_F(RewriteKillTest, AmongManyEachPhotoIsTheOldOrTheNewOne) {
     std::vector<Photo> photos = Photos();
     photos.resize(std::min<std::size_t>(photos.size(), 20));
@@ -160,7 +160,7 @@ TEST_F(RewriteKillTest, AmongManyEachPhotoIsTheOldOrTheNewOne) {
 TEST_F(RewriteFaultTest, AnErrorAtAnyCallIsToldAndLeavesThePhotoWhole) {
     std::vector<Photo> photos = Photos();
     photos.resize(std::min<std::size_t>(photos.size(), 12));
-    int told = 0;
+    int reported = 0;
     for (const Photo& photo : photos) {
         for (const Work& work : AllWork()) {
             const Course course = Try(photo, work);
@@ -179,7 +179,7 @@ TEST_F(RewriteFaultTest, AnErrorAtAnyCallIsToldAndLeavesThePhotoWhole) {
                         const RewriteResult result = work.write(object);
                         test::SetFaultPlan({});
                         if (!lasting) {
-                            // What could be put back stands there at once.
+                            // What could be put back is there at once.
                             const std::string now = Read(path);
                             ASSERT_TRUE(now == course.before || now == course.after) << at();
                             if (result == RewriteResult::Written) {
@@ -188,7 +188,7 @@ TEST_F(RewriteFaultTest, AnErrorAtAnyCallIsToldAndLeavesThePhotoWhole) {
                                 ASSERT_EQ(now, course.before) << at();
                             }
                         }
-                        if (!IsDone(result)) ++told;
+                        if (!IsDone(result)) ++reported;
                         RecoverRewrites(State().settings.TempFolder);
                         const std::string found = Read(path);
                         ASSERT_TRUE(found == course.before || found == course.after) << at();
@@ -201,11 +201,11 @@ TEST_F(RewriteFaultTest, AnErrorAtAnyCallIsToldAndLeavesThePhotoWhole) {
             }
         }
     }
-    std::cout << told << " errors told\n";
-    EXPECT_GT(told, 500);
+    std::cout << reported << " errors reported\n";
+    EXPECT_GT(reported, 500);
 }
 
-// Another program saves the photo its own way, at any moment of ours: what it saved stands.
+// Another program saves the photo its own way, at any moment of ours: what it saved is kept.
 TEST_F(RewriteFaultTest, WhatAnotherProgramPutsInItsPlaceAtAnyCallStands) {
     const std::string other = "the other program's photo";
     int refused = 0, late = 0;

@@ -1,7 +1,6 @@
-// The system calls that change files, with a finger in between: the test program's own functions of these
-// names stand before the C library's, count their calls and can kill the process at one of them or let it
-// fail. The flushes do nothing, since what a killed process has written stands in the system's memory all the
-// same.
+// Intercepts the system calls that change files: the test program's own functions of these names come before
+// those of the C library, count their calls and can kill the process at one of them or let it fail. The
+// flushes do nothing, since what a killed process has written stays in the system's memory without them.
 #pragma once
 
 #include <functional>
@@ -14,7 +13,7 @@ enum class Fault {
     KillAfter,   // ends it behind the call
     KillHalf,    // writes half of what was to be written and ends it; KillBefore for calls that write nothing
     Fail,        // the call does nothing and gives `error`; so do all that follow while `lasting`
-    Meddle       // somebody else does `meddle` in front of the call
+    Meddle       // another program does `meddle` before the call
 };
 
 struct FaultPlan {
@@ -28,7 +27,7 @@ struct FaultPlan {
 };
 
 // In place of the file system's own insertion of space, bytes are moved by hand, in one step as far as a kill
-// can tell: for a folder in memory, where thousands of runs cost nothing.
+// can show: for a folder in memory, where thousands of runs cost nothing.
 void EmulateInsertion(bool on);
 
 // Puts the plan in force and counts from 0 again.

@@ -1,4 +1,4 @@
-// Any text as a photo's mark-up: judgements are added to it one after the other, and what was judged is what
+// Any text as a photo's mark-up: ratings are added to it one after the other, and what was rated is what
 // is read.
 #include <array>
 #include <cstddef>
@@ -26,7 +26,7 @@ constexpr std::array<Axis, 3> kAxes{{{"<estimation type='like'", &Estimations::l
                                      {"<estimation type='privacy'", &Estimations::privacy},
                                      {"<estimation type='good'", &Estimations::good}}};
 
-void Judge(std::string& text, Estimations& values, int type) {
+void Rate(std::string& text, Estimations& values, int type) {
     const bool hadBlock = text.find("<estimations>") != std::string::npos;
     const EstimateStep step = StepEstimate(text, values, static_cast<EstimateType>(type), {2008, 5, 6});
     Require(step.text.find('\0') == std::string::npos);
@@ -56,6 +56,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::string text(reinterpret_cast<const char*>(data + kSteps), size - kSteps);
     text = text.substr(0, text.find('\0'));
     Estimations values = ParseEstimations(text);
-    for (std::size_t i = 0; i < kSteps; ++i) Judge(text, values, data[i] % 9);
+    for (std::size_t i = 0; i < kSteps; ++i) Rate(text, values, data[i] % 9);
     return 0;
 }

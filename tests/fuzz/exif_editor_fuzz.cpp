@@ -1,5 +1,5 @@
 // Any bytes as a photo, and as an Exif block: words are written into them, and what was written is what is
-// read, while every byte that was not to change stands as it stood.
+// read, while every byte that was not to change stays as it was.
 #include <array>
 #include <cstddef>
 #include <cstdint>

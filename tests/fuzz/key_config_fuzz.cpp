@@ -1,4 +1,4 @@
-// Key files of any bytes. The first byte chooses which list reads the rest; whatever stands in it, the lists
+// Key files of any bytes. The first byte chooses which list reads the rest; whatever is in it, the lists
 // stay whole, what is saved is read back as it was, and every key press gets an answer.
 #include <cstddef>
 #include <cstdint>

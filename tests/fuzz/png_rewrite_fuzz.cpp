@@ -1,5 +1,5 @@
-// Any bytes as a PNG that gets a text: what comes out is a PNG with that text, and what stood in front of the
-// texts and behind them stands there still.
+// Any bytes as a PNG that gets a text: what comes out is a PNG with that text, and what was in front of the
+// texts and behind them is still there.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>

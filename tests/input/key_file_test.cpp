@@ -181,7 +181,7 @@ TEST_F(KeyFile, TwoCommandsOnOneKeyAreBothKeptAndTheLaterWins) {
 
 TEST_F(KeyFile, DefaultOfAMissingCommandTakesAKeyFromAnEarlierOne) {
     LoadMain("Reload\tC+A\n");
-    EXPECT_EQ(Translate("C+A"), 1046);  // the default of Get Amazon, which stands later in the list
+    EXPECT_EQ(Translate("C+A"), 1046);  // the default of Get Amazon, which comes later in the list
 }
 
 TEST_F(KeyFile, ScrapCommandsLeaveATakenKeyAlone) {

@@ -48,7 +48,7 @@ INSTANTIATE_TEST_SUITE_P(
                     // a word that is no key gives its first letter
                     SpellingRow{"ENTER", "E"}, SpellingRow{"TAB", "T"}, SpellingRow{"INSERT", "I"},
                     SpellingRow{"AB", "A"}, SpellingRow{"A B", "B"}, SpellingRow{"A1B", "B"},
-                    // a key's name is found wherever it stands, also inside a word
+                    // a key's name is found everywhere, also inside a word
                     SpellingRow{"BACKSPACE", "SPACE"}, SpellingRow{"PAGEUP", "UP"},
                     SpellingRow{"SPACEX", "SPACE"}, SpellingRow{"EF5", "F5"}, SpellingRow{"UPDOWN", "DOWN"},
                     // lower case spells nothing
@@ -59,7 +59,7 @@ INSTANTIATE_TEST_SUITE_P(
                     // a modifier wants its sign at once
                     SpellingRow{"C +A", "A"}, SpellingRow{"C-A", "A"}, SpellingRow{"C+", "C+"},
                     SpellingRow{"C+C+C", "C+C"}, SpellingRow{"CTRL+A", "A"}, SpellingRow{"CC+A", "C+A"},
-                    // what stands around is passed over
+                    // other text is skipped
                     SpellingRow{"  [C+] <A> !", "C+A"}, SpellingRow{"\xE3\x82\xA2 HOME", "HOME"}));
 
 TEST(Shortcut, ModifiersAndKeyAreAddedToWhatIsThere) {

@@ -56,7 +56,7 @@ TEST_F(TranslateKey, EditorComesBeforeTheSlideShow) {
 
 TEST_F(TranslateKey, KeyThatTheEditorLeavesGoesToTheSlideShowList) {
     LoadDefaults();
-    editorOpen = true;  // whatever is visible
+    editorOpen = true;  // whatever window is visible
     EXPECT_EQ(Translate("C+D"), 1058);
     EXPECT_EQ(Translate("F5"), 0);
 }

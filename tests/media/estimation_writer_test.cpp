@@ -11,12 +11,12 @@ namespace {
 
 constexpr CalendarDate kSixth{2008, 5, 6}, kSeventh{2008, 5, 7};
 
-// A photo's text and values under one judgement after the other.
-struct Judged {
+// A photo's text and values under one rating after the other.
+struct RatedText {
     std::string text;
     Estimations values;
 
-    Judged& Say(EstimateType type, const CalendarDate& day = kSixth) {
+    RatedText& Say(EstimateType type, const CalendarDate& day = kSixth) {
         const EstimateStep step = StepEstimate(text, values, type, day);
         text = step.text;
         values = step.values;
@@ -28,27 +28,27 @@ struct Judged {
 
 std::string Block(const std::string& elements) { return "\n<estimations>" + elements + "</estimations>"; }
 
-struct FirstJudgement {
+struct FirstRating {
     EstimateType type;
     const char* axis;
     int value;
     Estimations after;
 };
 
-void PrintTo(const FirstJudgement& row, std::ostream* out) { *out << row.axis << ' ' << row.value; }
+void PrintTo(const FirstRating& row, std::ostream* out) { *out << row.axis << ' ' << row.value; }
 
-class EachJudgement : public testing::TestWithParam<FirstJudgement> {};
-INSTANTIATE_TEST_SUITE_P(
-    StepEstimate, EachJudgement,
-    testing::Values(FirstJudgement{EstimateType::Like, "like", 128, {.like = 128}},
-                    FirstJudgement{EstimateType::Public, "privacy", 128, {.privacy = 128}},
-                    FirstJudgement{EstimateType::Good, "good", 128, {.good = 128}},
-                    FirstJudgement{EstimateType::Dislike, "like", -128, {.like = -128}},
-                    FirstJudgement{EstimateType::Private, "privacy", -128, {.privacy = -128}},
-                    FirstJudgement{EstimateType::Bad, "good", -128, {.good = -128}}));
+class EachRating : public testing::TestWithParam<FirstRating> {};
+INSTANTIATE_TEST_SUITE_P(StepEstimate, EachRating,
+                         testing::Values(FirstRating{EstimateType::Like, "like", 128, {.like = 128}},
+                                         FirstRating{EstimateType::Public, "privacy", 128, {.privacy = 128}},
+                                         FirstRating{EstimateType::Good, "good", 128, {.good = 128}},
+                                         FirstRating{EstimateType::Dislike, "like", -128, {.like = -128}},
+                                         FirstRating{
+                                             EstimateType::Private, "privacy", -128, {.privacy = -128}},
+                                         FirstRating{EstimateType::Bad, "good", -128, {.good = -128}}));
 
-TEST_P(EachJudgement, MakesABlockAtTheEndOfATextWithout) {
-    const FirstJudgement& row = GetParam();
+TEST_P(EachRating, MakesABlockAtTheEndOfATextWithout) {
+    const FirstRating& row = GetParam();
     const EstimateStep step = StepEstimate("typed by hand", {}, row.type, kSixth);
     const std::string value = std::to_string(row.value);
     EXPECT_EQ(step.text, "typed by hand" + Block("<estimation type='" + std::string(row.axis) + "' value='" +
@@ -58,10 +58,10 @@ TEST_P(EachJudgement, MakesABlockAtTheEndOfATextWithout) {
     EXPECT_EQ(ParseEstimations(step.text), row.after);
 }
 
-TEST_P(EachJudgement, OnAnAxisThatWasNeverJudgedComesFirstInTheBlock) {
-    const FirstJudgement& row = GetParam();
+TEST_P(EachRating, OnAnAxisThatWasNeverRatedComesFirstInTheBlock) {
+    const FirstRating& row = GetParam();
     const bool isLike = std::string(row.axis) == "like";
-    Judged photo;
+    RatedText photo;
     photo.Say(isLike ? EstimateType::Good : EstimateType::Like);
     const std::string before = photo.text.substr(std::string("\n<estimations>").size());
     photo.Say(row.type, kSeventh);
@@ -73,7 +73,7 @@ TEST_P(EachJudgement, OnAnAxisThatWasNeverJudgedComesFirstInTheBlock) {
 
 // The example of the format's description, to the byte.
 TEST(StepEstimate, OfTwoDaysIsNewestFirst) {
-    Judged photo;
+    RatedText photo;
     photo.Say(EstimateType::Like).Say(EstimateType::Like, kSeventh).Say(EstimateType::Bad, kSeventh);
     EXPECT_EQ(
         photo.text,
@@ -83,7 +83,7 @@ TEST(StepEstimate, OfTwoDaysIsNewestFirst) {
 }
 
 TEST(StepEstimate, OfThreeLikesHalvesItsSteps) {
-    Judged photo;
+    RatedText photo;
     EXPECT_EQ(photo.Say(EstimateType::Like).values.like, 128);
     EXPECT_EQ(photo.Say(EstimateType::Like).values.like, 192);
     EXPECT_NE(photo.text.find("value='192' last='64'"), std::string::npos);
@@ -96,14 +96,14 @@ TEST(StepEstimate, OfThreeLikesHalvesItsSteps) {
 
 TEST(StepEstimate, GoesOnByOneWithoutABound) {
     for (const auto& [type, sign] : {std::pair{EstimateType::Like, 1}, {EstimateType::Dislike, -1}}) {
-        Judged photo;
+        RatedText photo;
         for (const int value : {128, 192, 224, 240, 248, 252, 254, 255, 256, 257, 258})
             EXPECT_EQ(photo.Say(type).values.like, sign * value);
     }
 }
 
 TEST(StepEstimate, InTheOtherDirectionGoesOnHalvingAndThroughZero) {
-    Judged photo;
+    RatedText photo;
     EXPECT_EQ(photo.Say(EstimateType::Like).values.like, 128);
     EXPECT_EQ(photo.Say(EstimateType::Dislike).values.like, 64);
     EXPECT_EQ(photo.Say(EstimateType::Dislike).values.like, 32);
@@ -113,14 +113,14 @@ TEST(StepEstimate, InTheOtherDirectionGoesOnHalvingAndThroughZero) {
 }
 
 TEST(StepEstimate, OfPrivateAfterPublicIsStillPublic) {
-    Judged photo;
+    RatedText photo;
     EXPECT_EQ(photo.Say(EstimateType::Public).values.privacy, 128);
     EXPECT_EQ(photo.Say(EstimateType::Private).values.privacy, 64);
-    EXPECT_EQ(Judged{}.Say(EstimateType::Private).values.privacy, -128);
+    EXPECT_EQ(RatedText{}.Say(EstimateType::Private).values.privacy, -128);
 }
 
 TEST(StepEstimate, LeavesTheOtherAxesAndTheWordsAround) {
-    Judged photo;
+    RatedText photo;
     photo.text = "in front";
     photo.Say(EstimateType::Good).Say(EstimateType::Private).Say(EstimateType::Like);
     photo.text += "behind";
@@ -135,13 +135,13 @@ TEST(StepEstimate, LeavesTheOtherAxesAndTheWordsAround) {
 }
 
 TEST(StepEstimate, OfClearTakesTheBlockAndWhatStandsInFront) {
-    Judged photo{"my words", {}};
+    RatedText photo{"my words", {}};
     photo.Say(EstimateType::Like).Say(EstimateType::Bad);
     photo.text += "and these stay";
     photo.Say(EstimateType::Clear);
     EXPECT_EQ(photo.text, "and these stay");
     EXPECT_EQ(photo.values, Estimations{});
-    EXPECT_EQ(photo.Say(EstimateType::Dislike).values.like, -128) << "as if it had never been judged";
+    EXPECT_EQ(photo.Say(EstimateType::Dislike).values.like, -128) << "as if it had never been rated";
 }
 
 TEST(StepEstimate, OfClearWithoutABlockChangesNothing) {
@@ -165,7 +165,7 @@ TEST(StepEstimate, OfAHeadThatCannotBeReadStaysAtZero) {
          {"<estimation type='like' value='x' last='64'>", "<estimation type='like' value='192'>",
           "<estimation type='like'>", "<estimation type='like' value='192' last='+-1'>",
           "<estimation type='like' value='99999999999' last='1'>"}) {
-        Judged photo{Block(std::string(head) + "</estimation>"), {}};
+        RatedText photo{Block(std::string(head) + "</estimation>"), {}};
         photo.values = ParseEstimations(photo.text);
         for (int i = 0; i < 2; ++i) {
             const EstimateStep step = StepEstimate(photo.text, photo.values, EstimateType::Like, kSixth);

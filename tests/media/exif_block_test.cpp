@@ -243,7 +243,7 @@ TEST_P(EditBlockOfEitherOrder, DoesNotWriteWhereTwoValuesStandTogether) {
     EXPECT_EQ(edited.Value(0x0110), shared + kZero);
 }
 
-// Four 16-bit numbers stand at a 32-bit place, which in a big-endian block begins with its high word.
+// Four 16-bit numbers lie at a 32-bit place, which in a big-endian block begins with its high word.
 TEST_P(EditBlockOfEitherOrder, LongListOfShortNumbersStandsWhereItsOffsetSays) {
     const std::string numbers = "12345678";
     const std::string before = ExifBuilder(GetParam())

@@ -1,4 +1,4 @@
-// Makes small photos byte by byte, so that tests say what stands in them: Exif blocks of either byte order,
+// Makes small photos byte by byte, so that tests say what is in them: Exif blocks of either byte order,
 // and JPEGs around them. The files have a frame header and a scan, but no picture that could be decoded.
 #pragma once
 
@@ -44,7 +44,7 @@ public:
 
     explicit ExifBuilder(ByteOrder order = ByteOrder::Little) : order_(order), block_(OrderOf(order)) {}
 
-    // `bytes` is the value as it stands in the file; `count` and `type` are written as they are given.
+    // `bytes` is the value as it is in the file; `count` and `type` are written as they are given.
     ExifBuilder& Raw(Directory where, unsigned tag, unsigned type, std::uint32_t count,
                      std::string_view bytes) {
         block_.At(where).AddAsGiven(static_cast<std::uint16_t>(tag), static_cast<std::uint16_t>(type), count,
@@ -71,7 +71,7 @@ public:
                            unsigned type = kUndefinedType) {
         return Raw(where, tag, type, static_cast<std::uint32_t>(bytes.size()), bytes);
     }
-    // An entry whose four value bytes are written as they are, whatever its length says.
+    // An entry whose four value bytes are written as they are, with any length.
     ExifBuilder& Pointing(Directory where, unsigned tag, unsigned type, std::uint32_t count,
                           std::uint32_t offset) {
         block_.At(where).AddPointing(static_cast<std::uint16_t>(tag), static_cast<std::uint16_t>(type), count,

@@ -216,8 +216,8 @@ TEST_F(ExifWriter, BlockThatGoesOnInTheNextSegmentIsLeft) {
     EXPECT_EQ(After(before, Words(), RewriteResult::ExifUnclear), before);
 }
 
-// The index of further pictures counts from its own place: what stands in front of it may grow, and what
-// stands behind it may not.
+// The index of further pictures counts from its own place: what lies in front of it may grow, and what
+// lies behind it may not.
 TEST_F(ExifWriter, PicturesThatAnIndexTellsOfKeepTheirPlaceFromIt) {
     const std::string index = JpegSegmentBytes(0xE2, std::string("MPF\0II*\0\x08\0\0\0", 12));
     const std::string block = ExifSegment(ExifBuilder().Ascii(ExifBuilder::Main, 0x010F, "Maker").Build());
@@ -268,7 +268,7 @@ TEST_F(ExifWriter, KeepsTheFileItsBirthAndItsLastAccess) {
     EXPECT_EQ(after->written.ticks, kClockTicks);
 }
 
-// A photo with a preview of 600 bytes behind its picture, of which the maker note tells by place and length
+// A photo with a preview of 600 bytes behind its picture, which the maker note names by place and length
 // in its first directory entry, as one family of cameras does. The preview's first byte is given.
 std::string WithPreviewBehind(ByteOrder order, char first, std::uint64_t& place, bool fromFileStart) {
     const std::string preview =
@@ -296,9 +296,9 @@ TEST_F(ExifWriter, PreviewBehindThePictureIsStillFoundAfterTheFirstWords) {
                 const std::uint64_t grown = after.size() - before.size();
                 EXPECT_EQ(after.substr(place + grown), before.substr(place));
                 const std::uint32_t number = static_cast<std::uint32_t>(place) - (fromFileStart ? 0 : 12);
-                const std::string told = test::Word32(order, number),
+                const std::string was = test::Word32(order, number),
                                   now = test::Word32(order, number + static_cast<std::uint32_t>(grown));
-                const std::size_t at = before.find(told);
+                const std::size_t at = before.find(was);
                 EXPECT_EQ(after.substr(at, 4), now);
                 // And nothing else in the block but the pointer to its main directory.
                 EXPECT_EQ(after.substr(16 + 4, at - 20), before.substr(16 + 4, at - 20));

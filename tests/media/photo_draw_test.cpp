@@ -38,7 +38,7 @@ protected:
     static Rect Drawn(const CPhoto& photo) {
         return {photo.drawnX, photo.drawnY, photo.displayWidth, photo.displayHeight};
     }
-    // What the canvas got must be what the object says of itself.
+    // What the canvas got must be what the object reports.
     void ExpectPicture(const CPhoto& photo, const Rect& area) {
         EXPECT_EQ(Drawn(photo), area);
         ASSERT_FALSE(canvas.pictures.empty());

@@ -65,7 +65,7 @@ TEST_F(PhotoTest, BeginsWithNothingRead) {
     EXPECT_FALSE(photo.estimationsRead);
 }
 
-TEST_F(PhotoTest, TakesItsPlaceAndIsMeasuredOnWish) {
+TEST_F(PhotoTest, TakesItsPlaceAndIsMeasuredOnRequest) {
     const std::string path = folder.Put("a.jpg", test::DecodableJpeg(400, 200));
     const CPhoto later(path, 5, 6, CPhoto::Measure::Later), now(path, 5, 6, CPhoto::Measure::Now);
     EXPECT_EQ(later.layoutX, 5);
@@ -114,7 +114,7 @@ TEST_F(PhotoTest, OfATextStandsFor1024By768) {
     EXPECT_EQ(text.imageHeight, 768);
 }
 
-// ---- where it stands
+// ---- where it is placed
 
 TEST_F(PhotoTest, IsHitOnAllItsEdgesAndNotBeyond) {
     CPhoto photo("/data/a.jpg");
@@ -241,7 +241,7 @@ TEST_F(PhotoDateTest, OfANoteWithoutOneIsThatOfItsFile) {
 }
 
 TEST_F(PhotoDateTest, OfADiaryWithALongFirstLineIsNotFound) {
-    // A line of more than 255 bytes goes on as the second one.
+    // A line of more than 255 bytes continues as the second one.
     EXPECT_EQ(DateOf("a.txt", "[Diary]" + std::string(247, 'x') + "\n[2008/11/13 10:15]").year, 2008);
     EXPECT_TRUE(IsDatedByFile("b.txt", "[Diary]" + std::string(249, 'x') + "\n[2008/11/13 10:15]"));
 }
@@ -272,7 +272,7 @@ TEST_F(PhotoTest, HasTheCommentOfExif) {
 TEST_F(PhotoTest, HasTheCommentOfAPng) {
     EXPECT_EQ(CommentOf(Make("a.png", PngOf(PngText("Comment", text::ToCp932("花火"))))), "花火");
     EXPECT_EQ(CommentOf(Make("a.png", PngOf(PngText("Comment", "\U0001F600")))), "\U0001F600")
-        << "what the code page lacks stands there as UTF-8";
+        << "what the code page lacks is written as UTF-8";
     EXPECT_EQ(CommentOf(Make("a.png", PngOf(""))), "none");
     EXPECT_EQ(CommentOf(Make("b.png", JpegWith(ExifBuilder().XpComment(u"花火")))), "花火");
 }

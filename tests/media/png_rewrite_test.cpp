@@ -156,7 +156,7 @@ TEST_F(PngRewrite, TooMuchTextIsRefused) {
 }
 
 TEST_F(PngRewrite, CopyIsCalledByTheClock) {
-    // A folder in the copy's place makes the copy fail, and so tells its name.
+    // A folder in the copy's place makes the copy fail, and so its name is known.
     folder.Put("a.png", PngOf(""));
     std::filesystem::create_directories(folder.PathOf("Temp/$20080506070809250.png"));
     PngTextFile png;

@@ -134,7 +134,7 @@ TEST_F(RotationTest, PictureThatSomebodyPutThereMeanwhileStays) {
     EXPECT_EQ(FilesInTemp(), 0u);
 }
 
-// ---- what stands behind the picture
+// ---- what lies behind the picture
 class RotationOfSeveralTest : public RotationTest {
 protected:
     // The tool gives this for the photo, and this for its thumbnail.

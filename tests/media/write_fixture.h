@@ -1,4 +1,4 @@
-// Photos that can be written: a Temp folder beside them, and a clock that stands still.
+// Photos that can be written: a Temp folder beside them, and a clock with a fixed time.
 #pragma once
 
 #include <filesystem>

@@ -191,7 +191,7 @@ public:
 
 TEST_F(PictureCacheTest, MeasuresPicturesAsTheyStandUpright) {
     const std::string photo = Put("a.jpg", JpegHead(320, 160));
-    EXPECT_EQ(cache_.Measure(photo), (Size{320, 160})) << "nobody reads its orientation";
+    EXPECT_EQ(cache_.Measure(photo), (Size{320, 160})) << "no reader gives its orientation";
     const Lying reader;
     cache_.UsePreviews(&reader);
     EXPECT_EQ(cache_.Measure(photo), (Size{160, 320}));

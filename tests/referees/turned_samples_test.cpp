@@ -152,7 +152,7 @@ TEST_F(TurnedSamplesTest, HoldWhatTheyHeld) {
                 if (IsThumbnail(key)) {
                     const DecodedPicture old = test::Decoded(FromBase64(value), test::Channels::Brightness);
                     const DecodedPicture fresh = test::Decoded(FromBase64(now), test::Channels::Brightness);
-                    // One that had to be encoded anew loses a little.
+                    // One that had to be encoded again loses a little.
                     EXPECT_LT(isQuarterTurn ? DifferenceOfQuarterTurn(old, fresh) : Difference(old, fresh), 8)
                         << key;
                 } else if (!IsAboutSize(key) || !isQuarterTurn) {

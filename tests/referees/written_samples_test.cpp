@@ -1,4 +1,4 @@
-// Photos of real cameras after each kind of write, judged by two independent readers and a decoder: nothing
+// Photos of real cameras after each kind of write, checked by two independent readers and a decoder: nothing
 // is reported that was not reported before, and every tag that was not written says what it said.
 #include <gmock/gmock.h>
 
@@ -76,7 +76,7 @@ std::map<std::string, Tags> ReadByExiv2(const std::string& folder) {
     return files;
 }
 
-// The maker note as it stands, and its place in the block.
+// The maker note as it is, and its place in the block.
 std::pair<std::uint64_t, std::string> MakerNoteOf(const std::string& bytes) {
     ByteWindow window({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
     exif::Block block;
@@ -144,10 +144,10 @@ bool MayDiffer(const std::string& key, const Write& write, bool hadExif) {
         return true;
     if (key == "File:Comment") return false;  // a segment of its own
     return write.tags.contains(name) || write.tags.contains(key) || (!hadExif && ours.contains(name)) ||
-           name == "ExifTag" || name == "InteroperabilityTag";  // where a directory stands
+           name == "ExifTag" || name == "InteroperabilityTag";  // where a directory is
 }
 
-// A directory said to stand behind the block can be broken inside a block that has grown: the reader finds
+// A directory said to lie behind the block can be broken inside a block that has grown: the reader finds
 // other words for the same fault.
 std::string FaultOf(const std::string& warning) {
     if (const auto end = warning.find(" SubDirectory start"); end != std::string::npos)
@@ -256,7 +256,7 @@ TEST_F(WrittenSamplesTest, SayToOtherReadersWhatTheySaid) {
         others = std::move(newOthers);
         warnings = std::move(newWarnings);
     }
-    std::cout << written << " writes judged, " << refused << " refused\n";
+    std::cout << written << " writes checked, " << refused << " refused\n";
     EXPECT_GT(written, refused);
 }
 

@@ -4,7 +4,7 @@
 //   SLOW_DISK=/folder SLOW_DISK_US=2000 DEAD_DISK=/other DEAD_DISK_WHILE=/a/file LD_PRELOAD=...so PROGRAM
 //
 // SLOW_DISK_US: how many microseconds each such call takes longer. DEAD_DISK_WHILE: while a file of this name
-// is there, calls into the dead disk do not come back; the name of each thread that stands in one goes into
+// is there, calls into the dead disk do not return; the name of each thread that is inside one goes into
 // it.
 #include <dirent.h>
 #include <dlfcn.h>

@@ -27,7 +27,7 @@ class Buttons(Scenario):
                 wait_until(lambda: self.reaches(program, name, command), f"command {command} of {name}")
 
     def reaches(self, program, name, command):
-        self.desktop.key("Escape")  # whatever the last button may have opened, soon or late
+        self.desktop.key("Escape")  # closes what the last button may have opened
         program.press_button(name)
         end = time.monotonic() + 3
         while command not in program.commands() and time.monotonic() < end:
@@ -50,19 +50,19 @@ class Buttons(Scenario):
     def opened_by(self, press):
         """What the desktop was asked to open."""
         folder = self.desktop.folder
-        told = os.path.join(folder, "opened")
+        seen = os.path.join(folder, "opened")
         opener = os.path.join(folder, "xdg-open")
         with open(opener, "w", encoding="utf-8") as file:
-            file.write(f'#!/bin/sh\necho "$1" > {told}.new && mv {told}.new {told}\n')
+            file.write(f'#!/bin/sh\necho "$1" > {seen}.new && mv {seen}.new {seen}\n')
         os.chmod(opener, stat.S_IRWXU)
         path = self.desktop.environment["PATH"]
         self.desktop.environment["PATH"] = folder + ":" + path
         self.addCleanup(self.desktop.environment.__setitem__, "PATH", path)
         press(self.program())
-        wait_until(lambda: os.path.exists(told), "something opened")
-        with open(told, encoding="utf-8") as file:
+        wait_until(lambda: os.path.exists(seen), "something opened")
+        with open(seen, encoding="utf-8") as file:
             opened = file.read().strip()
-        os.remove(told)
+        os.remove(seen)
         return opened
 
     def test_help_opens_the_guide(self):
@@ -86,7 +86,7 @@ class Buttons(Scenario):
         self.desktop.hand("mouseup", 1)
         program.wait_pixel(*corner, lambda pixel: pixel == loose, "the button as it was")
 
-    def test_a_resting_cursor_is_told_name_and_key(self):
+    def test_a_resting_cursor_is_seen_name_and_key(self):
         program = self.program()
         before = set(self.desktop.output("xdotool", "search", "--onlyvisible", "--class", "kalmora").split())
         program.move(*program.button("Next"))

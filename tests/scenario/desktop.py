@@ -13,26 +13,26 @@ import subprocess
 import tempfile
 import time
 
-PATIENCE = float(os.environ.get("KALMORA_PATIENCE", "30"))  # seconds until something that must come has failed
+LONGEST_WAIT = float(os.environ.get("KALMORA_PATIENCE", "30"))  # seconds until something that must happen has failed
 
 
-def wait_until(condition, what, patience=None):
+def wait_until(condition, what, seconds=None):
     """The first true answer of the condition, asked again and again."""
-    end = time.monotonic() + (PATIENCE if patience is None else patience)
+    end = time.monotonic() + (LONGEST_WAIT if seconds is None else seconds)
     while True:
         answer = condition()
         if answer:
             return answer
         if time.monotonic() > end:
-            raise AssertionError(f"waited in vain: {what}")
+            raise AssertionError(f"did not happen in time: {what}")
         time.sleep(0.02)
 
 
-def end_process(process, how=signal.SIGTERM, patience=PATIENCE):
+def end_process(process, how=signal.SIGTERM, seconds=LONGEST_WAIT):
     if process.poll() is None:
         process.send_signal(how)
     try:
-        return process.wait(patience)
+        return process.wait(seconds)
     except subprocess.TimeoutExpired:
         process.kill()
         process.wait()
@@ -118,7 +118,7 @@ class Desktop:
     def double_click(self, x, y, button=1):
         self.hand("mousemove", x, y, "click", "--repeat", 2, "--delay", 60, button)
 
-    # ---- what stands on it
+    # ---- what is on it
 
     def windows(self, pattern, visible=True):
         only = ["--onlyvisible"] if visible else []
@@ -135,8 +135,8 @@ class Desktop:
 
     def geometry(self, window):
         """(x, y, width, height) of its drawing area on the screen."""
-        told = self.output("xwininfo", "-id", window)
-        numbers = [re.search(word + r":\s+(-?\d+)", told) for word in
+        answer = self.output("xwininfo", "-id", window)
+        numbers = [re.search(word + r":\s+(-?\d+)", answer) for word in
                    ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")]
         return tuple(int(number.group(1)) for number in numbers) if all(numbers) else None
 

@@ -1,4 +1,4 @@
-"""Another program from which files are dragged, and what it is told (drag_source.cpp)."""
+"""Another program from which files are dragged, and the answers it gets (drag_source.cpp)."""
 
 import os
 
@@ -8,7 +8,7 @@ SOURCE = os.environ["KALMORA_DRAG_SOURCE"]
 
 
 class DragSource:
-    """offers: "copy", "move" or "both"; deletes: "never", when it is told that they were "moved", or "always"."""
+    """offers: "copy", "move" or "both"; deletes: "never", when the answer is that they were "moved", or "always"."""
 
     def __init__(self, desktop, folder, offers, deletes, paths):
         self.desktop = desktop
@@ -21,23 +21,23 @@ class DragSource:
     def end(self):
         end_process(self.process)
 
-    def told(self, kind):
+    def answers(self, kind):
         """The answers of a kind: "over", "result" or "finished"."""
         with open(self.said, encoding="ascii") as file:
             return [line.removeprefix(kind + " ") for line in file.read().splitlines() if line.startswith(kind)]
 
     def drag_to(self, x, y):
-        """To a point of the screen, where it is let go."""
+        """To a point of the screen, where it is dropped."""
         left, top, width, height = self.geometry
         from_x, from_y = left + width // 2, top + height // 2
         self.desktop.hand("mousemove", from_x, from_y, "mousedown", 1, "mousemove", from_x + 10, from_y + 10,
                           "mousemove", from_x - 20, from_y + 20)
         for step in range(4, -1, -1):
             self.desktop.hand("mousemove", x + 8 * step, y, "sleep", 0.02)
-        wait_until(lambda: any(answer.startswith("1") for answer in self.told("over")), "that it may be let go there")
+        wait_until(lambda: any(answer.startswith("1") for answer in self.answers("over")), "that it may be dropped")
         self.desktop.hand("mouseup", 1)
 
     def answer(self):
         """The last one, once both the drag and the other program's wait for the answer are over."""
-        wait_until(lambda: self.told("result"), "the end of the drag")
-        return wait_until(lambda: self.told("finished"), "the answer")[-1]
+        wait_until(lambda: self.answers("result"), "the end of the drag")
+        return wait_until(lambda: self.answers("finished"), "the answer")[-1]

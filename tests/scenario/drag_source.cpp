@@ -1,5 +1,5 @@
 // Another program from which files are dragged: a small window that offers them, and says on standard output
-// what it is told.
+// the answers it gets.
 //
 //   kalmora_drag_source copy|move|both never|moved|always FILE...
 //
@@ -7,7 +7,7 @@
 // files: never, when it reads "move" in any answer, or on any answer that ends a drag.
 //
 //   over ACCEPTED ACTION      the answer while the files are over a window
-//   result ACTION             what the toolkit makes of it the moment they are let go
+//   result ACTION             what the toolkit makes of it at the drop
 //   finished ACCEPTED ACTION  the last answer
 #include <xcb/xcb.h>
 
@@ -44,12 +44,12 @@ public:
     bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override {
         const auto* event = static_cast<const xcb_generic_event_t*>(message);
         if ((event->response_type & 0x7F) != XCB_CLIENT_MESSAGE) return false;
-        const auto* told = reinterpret_cast<const xcb_client_message_event_t*>(event);
-        const QByteArray type = NameOf(told->type);
-        const QByteArray accepted = (told->data.data32[1] & 1) != 0 ? "1 " : "0 ";
-        if (type == "XdndStatus") Say("over", accepted + NameOf(told->data.data32[4]));
+        const auto* answer = reinterpret_cast<const xcb_client_message_event_t*>(event);
+        const QByteArray type = NameOf(answer->type);
+        const QByteArray accepted = (answer->data.data32[1] & 1) != 0 ? "1 " : "0 ";
+        if (type == "XdndStatus") Say("over", accepted + NameOf(answer->data.data32[4]));
         if (type == "XdndFinished") {
-            const QByteArray action = NameOf(told->data.data32[2]);
+            const QByteArray action = NameOf(answer->data.data32[2]);
             Say("finished", accepted + action);
             Delete(action == "XdndActionMove");
         }

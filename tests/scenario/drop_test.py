@@ -1,4 +1,4 @@
-"""Files that another program drags onto the window, and what that program is told."""
+"""Files that another program drags onto the window, and the answer that program gets."""
 
 import os
 import shutil
@@ -41,7 +41,7 @@ class Drop(Scenario):
         source.drag_to(*self.shown.to_screen(left + width // 2, top + height // 2))
         answer = source.answer()
         source.end()
-        self.assertNotIn("1 XdndActionMove", source.told("over"), "a promise that many a program takes for the deed")
+        self.assertNotIn("1 XdndActionMove", source.answers("over"), "many programs take this for a finished move")
         return answer
 
     def arrived(self, day, name):
@@ -51,7 +51,7 @@ class Drop(Scenario):
         with open(path, "rb") as file:
             return file.read()
 
-    def test_a_file_moves_and_its_program_is_told_so_when_it_is_done(self):
+    def test_a_file_moves_and_its_program_gets_that_answer_when_it_is_done(self):
         content = dated_png("2008:11:13 10:15:00") + b"x" * 3_000_000
         path = self.offer("moved.png", content)
         self.assertEqual(self.drag("both", "always", [path], 3), "1 XdndActionMove")

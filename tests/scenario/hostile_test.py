@@ -1,4 +1,4 @@
-"""Files beside the program that nobody in his right mind would write."""
+"""Files beside the program with content that no program writes."""
 
 import os
 import random

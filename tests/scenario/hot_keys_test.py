@@ -65,7 +65,7 @@ class HotKeys(Scenario):
         wait_until(program.is_shown, "the window")
         wait_until(lambda: self.desktop.output("xdotool", "getwindowfocus").strip() == program.window, "its focus")
 
-    def test_what_another_program_holds_is_told(self):
+    def test_what_another_program_holds_is_reported(self):
         first = self.program()
         second = self.prepare()
         second.start(wait=False)

@@ -1,4 +1,4 @@
-"""The index in the window: loaded ahead at the start, updated by command, by itself when the user is away, and
+"""The index in the window: loaded ahead at the start, updated by command, without one when the user is away, and
 stopped by its button."""
 
 import datetime
@@ -48,7 +48,7 @@ class Index(ScenarioOfEachTest):
         self.assertNotIn("[Update]", log())
         button = program.button("Search")  # the indexing button has moved that one out of its place
         program.click(*button)
-        wait_until(lambda: "[Update] ok. Elapsed Time = 360000 > 43200 (2008/11)" in log(), "the update", patience=40)
+        wait_until(lambda: "[Update] ok. Elapsed Time = 360000 > 43200 (2008/11)" in log(), "the update", seconds=40)
         wait_until(lambda: "COMM=hanami\n" in self.index(2008, 11, 13), "the index")
         program.click(*button)
         wait_until(lambda: "[Stop Indexing] stop by user" in log(), "the stop")

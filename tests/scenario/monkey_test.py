@@ -1,4 +1,4 @@
-"""A monkey on mouse and keys, while the program wanders about by itself.
+"""A monkey on mouse and keys, while the program moves on by its timer.
 
 KALMORA_MONKEY_SECONDS (15) says for how long, KALMORA_MONKEY_SEED makes a run come again.
 """
@@ -49,7 +49,7 @@ class Monkey(unittest.TestCase):
 
     @staticmethod
     def call_back(desktop, program):
-        """Whatever dialog or menu may be open is left, and the window has the focus again."""
+        """Closes any open dialog or menu, so that the window has the focus again."""
         desktop.key("Escape", "Escape")
         wait_until(lambda: desktop.windows(r"^Kalmora \[", visible=False) or not program.is_running(), "the window")
         desktop.hand("windowactivate", program.window)

@@ -10,7 +10,7 @@ import tempfile
 import time
 import zlib
 
-from desktop import PATIENCE, end_process, wait_until
+from desktop import LONGEST_WAIT, end_process, wait_until
 
 KALMORA = os.environ["KALMORA_PROGRAM"]
 RES = os.path.join(os.path.dirname(KALMORA), "Res")
@@ -23,7 +23,7 @@ GAP = 5
 
 
 def png(width, height, colour, texts=None):
-    """A picture of one colour; texts: what it says of itself."""
+    """A picture of one colour; texts: its descriptions."""
 
     def chunk(kind, content):
         return struct.pack(">I", len(content)) + kind + content + struct.pack(">I", zlib.crc32(kind + content))
@@ -163,7 +163,7 @@ class Program:
         return self.desktop.geometry(self.window)
 
     def wait_steady(self):
-        """The window stands where it stood a moment ago, and has the focus if anybody gives it."""
+        """The window is where it was a moment ago, and has the focus if a window manager gives it."""
         last = [None]
 
         def is_steady():
@@ -172,15 +172,15 @@ class Program:
             time.sleep(0.1)
             return same and now
 
-        return wait_until(is_steady, "a window that stands still")
+        return wait_until(is_steady, "a window that does not move")
 
     def end(self, how=signal.SIGTERM):
         """The exit status, None when it had to be killed."""
         return end_process(self.process, how)
 
     def wait_end(self):
-        """The exit status of a program that ends by itself."""
-        return self.process.wait(PATIENCE)
+        """The exit status of a program that ends without a signal."""
+        return self.process.wait(LONGEST_WAIT)
 
     def is_running(self):
         return self.process.poll() is None
@@ -213,7 +213,7 @@ class Program:
             time.sleep(0.1)
             return same and now
 
-        wait_until(is_still, "a picture that stands still")
+        wait_until(is_still, "a picture that does not change")
 
     def wait_pixel(self, x, y, is_right, what):
         wait_until(lambda: is_right(self.pixel(x, y)), f"{what} at {x},{y}, where {self.pixel(x, y)} is")

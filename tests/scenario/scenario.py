@@ -1,4 +1,4 @@
-"""What every scenario stands on: a desktop, a life-log on it, and programs that end with their test."""
+"""What every scenario uses: a desktop, a life-log on it, and programs that end with their test."""
 
 import unittest
 

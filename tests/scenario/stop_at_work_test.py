@@ -7,7 +7,7 @@ import tempfile
 import time
 import unittest
 
-from desktop import PATIENCE, wait_until
+from desktop import LONGEST_WAIT, wait_until
 from drag import DragSource
 from program import dated_png
 from scenario import ScenarioOfEachTest
@@ -47,7 +47,7 @@ class StopAtWork(ScenarioOfEachTest):
             pass
 
     def wait_held(self, thread):
-        """Until this thread stands in a call that does not come back."""
+        """Until this thread is in a call that does not return."""
         def is_held():
             with open(self.dead_while, encoding="ascii") as file:
                 return thread in file.read().splitlines()
@@ -58,8 +58,8 @@ class StopAtWork(ScenarioOfEachTest):
         """Seconds from the closing of the window, which goes at once, to the end of the program."""
         begun = time.monotonic()
         self.desktop.key("alt+F4")
-        wait_until(lambda: not program.is_shown(), "the window has gone", patience=1.5)
-        end = wait_until(lambda: not program.is_running() or time.monotonic() > begun + PATIENCE, "its end")
+        wait_until(lambda: not program.is_shown(), "the window has gone", seconds=1.5)
+        end = wait_until(lambda: not program.is_running() or time.monotonic() > begun + LONGEST_WAIT, "its end")
         self.assertTrue(end)
         self.assertIn(program.process.returncode, (0, None))
         return time.monotonic() - begun
@@ -95,7 +95,7 @@ class StopAtWork(ScenarioOfEachTest):
         arrived = self.arrived()
         self.assertEqual(arrived, {name: f"2008_11{days[name]:02}" for name in arrived})
         left = os.listdir(self.card) if os.path.exists(self.card) else []
-        self.assertEqual(len(arrived) + len(left), len(days), "each stands once")
+        self.assertEqual(len(arrived) + len(left), len(days), "each is there once")
         self.assertLess(seconds, LONGEST_END)
 
     def test_an_update_that_is_cut_off_leaves_no_record_without_a_size(self):
@@ -156,11 +156,11 @@ class StopAtWork(ScenarioOfEachTest):
         self.die()
         source.drag_to(*program.to_screen(left + width // 2, top + height // 2))
         self.wait_held("Drop")
-        self.assertEqual(source.told("finished"), [], "nothing is done")
+        self.assertEqual(source.answers("finished"), [], "nothing is done")
         self.desktop.hand("windowactivate", "--sync", program.window)
         self.assertLess(self.close(program), LONGEST_END)
         self.assertTrue(os.path.exists(path))
-        self.assertNotIn("1 XdndActionMove", source.told("finished"))
+        self.assertNotIn("1 XdndActionMove", source.answers("finished"))
 
 
 if __name__ == "__main__":

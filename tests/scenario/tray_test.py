@@ -112,7 +112,7 @@ class WithoutATray(unittest.TestCase):
             self.assertTrue(program.is_shown())
             program.click(*program.button("Prev"))
             program.wait_title("Kalmora [2008/11]")
-            program.key("alt+F4")  # nobody but the program itself knows it here
+            program.key("alt+F4")  # only the program itself knows it here
             self.assertEqual(program.wait_end(), 0)
             self.assertEqual(program.settings()["WindowRect"], Program.SETTINGS["WindowRect"])
 

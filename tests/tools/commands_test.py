@@ -83,7 +83,7 @@ class Phases(unittest.TestCase):
         self.assertEqual(result.returncode, 1)
         with open(os.path.join(self.logs, "child"), encoding="utf-8") as file:
             child = int(file.read())
-        # It has been told to end; it may take a moment until it is gone.
+        # It has been asked to end; it may take a moment until it is gone.
         deadline = time.monotonic() + 10
         while os.path.exists(f"/proc/{child}") and self.state(child) != "Z":
             if time.monotonic() > deadline:

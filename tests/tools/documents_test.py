@@ -1,4 +1,4 @@
-"""Holds the documents to what they tell of: settings keys, files of the project, anchors."""
+"""Checks the documents against what they describe: settings keys, files of the project, anchors."""
 
 import os
 import re
@@ -40,11 +40,11 @@ class Documents(unittest.TestCase):
         self.assertGreater(len(written), 100)
         self.assertGreater(len(read_keys), 100)
         chapter = read("docs", "users-guide.md").split("\n## Settings\n")[1].split("\n## ")[0]
-        told = re.findall(r"^\| `([^`]+)` \|", chapter, re.MULTILINE)
-        self.assertEqual(len(told), len(set(told)), "a key has two rows")
+        listed = re.findall(r"^\| `([^`]+)` \|", chapter, re.MULTILINE)
+        self.assertEqual(len(listed), len(set(listed)), "a key has two rows")
         # Spellings that differ between the reader and the writer are one key.
         plain = lambda keys: {key.lower().replace("%%", "%") for key in keys}
-        self.assertEqual(plain(told), plain(written) | plain(read_keys))
+        self.assertEqual(plain(listed), plain(written) | plain(read_keys))
 
     def test_links_lead_somewhere(self):
         for document in documents():

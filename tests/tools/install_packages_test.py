@@ -155,12 +155,12 @@ class InstallPackages(unittest.TestCase):
         for group, title in sections.items():
             with self.subTest(group=group):
                 section = re.search(rf"^## {title}\n(.*?)(?=^## |\Z)", text, re.MULTILINE | re.DOTALL).group(1)
-                told = set(re.findall(r"^\| `([^`]+)` \| \S", section, re.MULTILINE))
+                listed = set(re.findall(r"^\| `([^`]+)` \| \S", section, re.MULTILINE))
                 if group == "--test":
-                    self.assertEqual(told, set(self.packages(group)) - lower)
+                    self.assertEqual(listed, set(self.packages(group)) - lower)
                 else:
-                    self.assertEqual(told, set(self.packages(group)))
-                lower |= told
+                    self.assertEqual(listed, set(self.packages(group)))
+                lower |= listed
 
 
 if __name__ == "__main__":

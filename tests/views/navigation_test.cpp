@@ -158,7 +158,7 @@ TEST_F(NavigationTest, RefusedLevelChangeKeepsTheNewViewWithoutLoadingIt) {
     ASSERT_TRUE(Settle());
     navigation_.lines.Clear();
     const auto first = State().run.ObjectQueue.Lock(1, 100);
-    ToYearly();  // waits its 100 ms in vain
+    ToYearly();  // waits its 100 ms and gives up
     EXPECT_EQ(View().period.level, Level::Year);
     EXPECT_THAT(navigation_.lines.Take(), testing::IsEmpty());
     State().run.ObjectQueue.Unlock(first);

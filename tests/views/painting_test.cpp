@@ -297,7 +297,7 @@ TEST_F(PaintingTest, RepaintDuringTheWalkLeavesTheWindowAsItIs) {
     EXPECT_TRUE(stays);
     State().run.Paused = 0;
     EXPECT_TRUE(Settle());
-    EXPECT_EQ(Calendar().objectsDrawn, 1) << "the walk has begun anew after the paint";
+    EXPECT_EQ(Calendar().objectsDrawn, 1) << "the walk has begun again after the paint";
 }
 
 TEST_F(PaintingTest, StopEndsTheWalk) {

@@ -117,7 +117,7 @@ TEST_F(SearchViewTest, AllLoadedTurnsToAScatterOfEverythingFound) {
     EXPECT_THAT(InScatter(), UnorderedElementsAre("december.txt", "other_year.txt"));
     ChangeView([&](ViewState& view) { view.scatter = false; });
     Reload();
-    EXPECT_FALSE(View().scatter) << "the result stands, and the user may look at it otherwise";
+    EXPECT_FALSE(View().scatter) << "the result stays, and the user may look at it in another view";
     EXPECT_THAT(InCell(11, 13), IsEmpty());
 }
 

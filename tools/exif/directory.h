@@ -1,4 +1,4 @@
-// Builds Exif blocks: directories of tagged values, the bytes in one order that they stand in, and the block
+// Builds Exif blocks: directories of tagged values, the bytes in one byte order, and the block
 // of five directories that a photo has.
 #pragma once
 
@@ -45,7 +45,7 @@ private:
 };
 
 // One directory. Entries are written in the order in which they were added, which is to be that of their
-// tags, and values of more than four bytes stand behind it in the same order.
+// tags, and values of more than four bytes follow it in the same order.
 class Directory {
 public:
     explicit Directory(ByteOrder order) : order_(order) {}
@@ -67,7 +67,7 @@ public:
     }
     // An entry as a hostile file may have it: type and count are written as they are given.
     void AddAsGiven(std::uint16_t tag, std::uint16_t type, std::uint32_t count, Bytes value);
-    // An entry whose four value bytes are this number, whatever its length says; SetLong leaves it alone.
+    // An entry whose four value bytes are this number, with any length; SetLong leaves it alone.
     void AddPointing(std::uint16_t tag, std::uint16_t type, std::uint32_t count, std::uint32_t offset);
     // A number that is known only when all is laid out: replaces the value of entries that were added.
     void SetLong(std::uint16_t tag, std::uint32_t value);
@@ -96,7 +96,7 @@ private:
 };
 
 // A block of directories in the order of the enum, each followed by its values; those without an entry are
-// left out, but for the main one. Behind them stands the preview, a JPEG.
+// left out, but for the main one. The preview follows them, a JPEG.
 class Block {
 public:
     enum Part { Main, Exif, Gps, Interoperability, Preview };
@@ -114,7 +114,7 @@ public:
     void SetNextOffset(std::uint32_t offset) { nextOffset_ = offset; }
 
     // From the byte order mark on. Pointers to the directories and to the preview are set to where those
-    // stand, and added at the end of their directory where they are missing.
+    // are, and added at the end of their directory where they are missing.
     Bytes Build() const;
 
 private:

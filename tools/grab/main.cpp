@@ -1,4 +1,5 @@
-// kalmora-grab OUT.png [SECONDS]: waits until what stands on the screen stands still, and writes it as PNG.
+// kalmora-grab OUT.png [SECONDS]: waits until the picture on the screen no longer changes, and writes it as
+// PNG.
 //
 // For a display in memory, on which the calendar is all there is: the empty screen around the window is cut
 // off. "Still" is two looks, a second apart, that see the same and more than a few colours. A calendar whose

@@ -3,7 +3,7 @@
 //     jpegtran -copy all -rotate 90 SOURCE TARGET
 //
 // while the jpegtran of this system takes its target only by -outfile and writes to standard output
-// otherwise. This one stands beside the program, takes both, and becomes the real one. Any other command line
+// otherwise. This one lies beside the program, takes both, and becomes the real one. Any other command line
 // goes through as it is.
 #include <sys/prctl.h>
 #include <sys/stat.h>
@@ -77,7 +77,7 @@ std::string FindReal(const std::string& passed) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    // A picture must not be written any more once nobody is there to look after it.
+    // A picture must not be written any more once the calling program has ended.
     prctl(PR_SET_PDEATHSIG, SIGKILL);
 
     const char* before = std::getenv(kPassed);

@@ -65,7 +65,7 @@ void SampleFolder::ClearEarlier(const std::vector<std::string>& files) {
             folders.insert(folder);
         }
     }
-    // Deeper folders stand behind their parents, so the walk goes backwards.
+    // Deeper folders come after their parents, so the walk goes backwards.
     for (auto folder = folders.rbegin(); folder != folders.rend(); ++folder) {
         fs::remove(root_ / *folder / "$calendar.cidx", error);
         if (fs::is_empty(root_ / *folder, error) && !error) fs::remove(root_ / *folder, error);

@@ -12,14 +12,14 @@
 namespace sample {
 
 // The folder that the life-log is made in. A marker file in it notes the month it was made for and every file
-// it was given, so that a later run replaces those and leaves whatever the user has added.
+// it was given, so that a later run replaces those and leaves everything that the user has added.
 class SampleFolder {
 public:
     enum class State {
         Empty,     // ready to be filled
-        Current,   // stands already, for the same month
+        Current,   // exists already, for the same month
         Foreign,   // has content that this program did not make
-        Unusable,  // cannot be made or written; Error() tells why
+        Unusable,  // cannot be made or written; Error() says why
     };
 
     explicit SampleFolder(const std::string& path);

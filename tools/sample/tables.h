@@ -44,7 +44,7 @@ struct BadTable : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// The tables that stand beside the rendered scenes. They throw BadTable.
+// The tables that lie beside the rendered scenes. They throw BadTable.
 std::vector<Scene> ReadScenes(const std::string& folder);
 std::vector<Occasion> ReadOccasions(const std::string& folder);
 // The notes of a log that is made for the month of `today`.

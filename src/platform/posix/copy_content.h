@@ -3,8 +3,8 @@
 
 namespace kalmora {
 
-// From where both stand to the end of `from`; in the kernel as far as it goes. False on an error, which errno
-// then tells; part of the content may be in `to`.
+// From where both are positioned to the end of `from`; in the kernel as far as it goes. False on an error,
+// which is in errno then; part of the content may be in `to`.
 bool CopyContent(int from, int to);
 
 }  // namespace kalmora

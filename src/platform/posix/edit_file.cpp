@@ -156,7 +156,7 @@ std::size_t EditFile::InsertUnit() const {
     // others move piece by piece, and a power cut in between would tear the file.
     struct statfs system {};
     if (fstatfs(file, &system) != 0 || system.f_type != EXT4_SUPER_MAGIC) return 0;
-    constexpr unsigned kMostExtents = 4;  // so many stand in the file's own record
+    constexpr unsigned kMostExtents = 4;  // so many fit into the file's own record
     struct fiemap map {};
     map.fm_length = FIEMAP_MAX_OFFSET;
     map.fm_flags = FIEMAP_FLAG_SYNC;
@@ -199,8 +199,8 @@ std::vector<FileResult> FlushAll(std::span<EditFile* const> toFlush) {
 bool IsOpenForWriting(const std::string& path) {
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (!file) return errno != ENOENT;
-    // The system grants a reader's lease only while nobody can write. Whoever opens the file in this very
-    // moment makes it send a signal: one that does nothing by itself.
+    // The system grants a reader's lease only while no program can write. One that opens the file in this
+    // moment makes it send a signal: one whose default action is none.
     fcntl(file.Get(), F_SETSIG, SIGURG);
     if (fcntl(file.Get(), F_SETLEASE, F_RDLCK) == 0) {
         fcntl(file.Get(), F_SETLEASE, F_UNLCK);

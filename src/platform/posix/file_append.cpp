@@ -12,7 +12,7 @@
 namespace kalmora::files {
 
 FileResult AppendToFile(const std::string& path, std::string_view content) {
-    // Without O_NONBLOCK a pipe that nobody reads would be waited for.
+    // Without O_NONBLOCK this would wait for a pipe that no program reads.
     Descriptor file(
         open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666));
     if (!file) return ResultOfError(errno);

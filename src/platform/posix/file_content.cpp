@@ -35,7 +35,7 @@ FileResult CopyFile(const std::string& from, const std::string& to) {
     Descriptor copy(open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (!copy) return ResultOfError(errno);
     const timespec times[2] = {status.st_atim, status.st_mtim};
-    // Flushed, because callers go on to remove or to rewrite the original.
+    // Flushed, because callers remove or rewrite the original next.
     const bool isCopied = CopyContent(source.Get(), copy.Get()) && fdatasync(copy.Get()) == 0;
     int errorNumber = isCopied ? 0 : errno;
     if (isCopied) {

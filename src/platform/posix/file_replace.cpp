@@ -22,7 +22,7 @@ namespace kalmora::files {
 
 namespace {
 
-// The file that a link stands for, so that replacing the content does not replace the link.
+// The file that a link names, so that replacing the content does not replace the link.
 std::string WithLinkFollowed(const std::string& path) {
     struct stat status {};
     if (lstat(path.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) return path;
@@ -33,7 +33,7 @@ std::string WithLinkFollowed(const std::string& path) {
     return target;
 }
 
-// A new file that is going to stand in another one's place. What is not finished is removed again.
+// A new file that is going to replace another one. What is not finished is removed again.
 class ReplacingFile {
 public:
     explicit ReplacingFile(std::string target) : target_(std::move(target)) {}

@@ -121,12 +121,12 @@ bool IsAbsolute(std::string_view path) { return !path.empty() && path.front() ==
 
 std::vector<FolderEntry> ListFolder(const std::string& folder, FileResult* result) {
     std::vector<FolderEntry> entries;
-    const auto tell = [result](int errorNumber) {
+    const auto report = [result](int errorNumber) {
         if (result) *result = ResultOfError(errorNumber);
     };
     const std::unique_ptr<DIR, CloseFolder> open(opendir(folder.c_str()));
     if (!open) {
-        tell(errno);
+        report(errno);
         return entries;
     }
     for (;;) {
@@ -137,7 +137,7 @@ std::vector<FolderEntry> ListFolder(const std::string& folder, FileResult* resul
         entries.push_back(MakeEntry(dirfd(open.get()), *found));
     }
     const int errorNumber = errno;
-    tell(errorNumber);
+    report(errorNumber);
     if (errorNumber != 0)
         return {};  // half a folder is worse than none: a caller would take the rest for gone
     std::sort(entries.begin(), entries.end(), NameLess);

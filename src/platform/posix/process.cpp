@@ -28,7 +28,7 @@ using Clock = std::chrono::steady_clock;
 
 enum class Session { Shared, Own };
 
-// Everything that is told to posix_spawn, and its release.
+// Everything that is passed to posix_spawn, and its release.
 class SpawnPlan {
 public:
     explicit SpawnPlan(Session session) {
@@ -130,7 +130,7 @@ bool StartProcess(const std::vector<std::string>& command) {
     const pid_t child = SpawnPlan(Session::Own).Spawn(command);
     if (child <= 0) return false;
     try {
-        // Somebody has to take the ended child back, whenever that is.
+        // The ended child has to be waited for, however late it ends.
         std::thread([child] { WaitFor(child); }).detach();
     } catch (const std::system_error&) {
         // It runs all the same; it stays in the process table until this program ends.

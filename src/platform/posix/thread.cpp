@@ -71,7 +71,7 @@ struct Thread::State {
             std::function<void()> work = std::move(body);
             lock.unlock();
             work();
-            work = nullptr;  // what the body owns is gone before anybody is told of the end
+            work = nullptr;  // what the body owns is gone before the end is reported
             lock.lock();
         }
         id = 0;
@@ -145,10 +145,10 @@ bool Thread::WaitForEnd(int milliseconds) const {
 namespace {
 
 // The timer whose call runs on this thread; 0 outside of such calls. A timer is known by a number, since
-// another one may come to stand at its address.
+// another one may be made at its address.
 thread_local std::uint64_t timerInCall = 0;
 
-// One run of a timer, from Start to Stop. The timer's thread keeps it alive, whatever becomes of the timer.
+// One run of a timer, from Start to Stop. The timer's thread keeps it alive, also when the timer is gone.
 class TimerRun : public std::enable_shared_from_this<TimerRun> {
 public:
     using Clock = std::chrono::steady_clock;

@@ -222,11 +222,11 @@ bool NewCopy::HoldsSameBytes() const {
     return IsSourceUntouched() && HaveSameBytes(from_, scratch_) && IsSourceUntouched();
 }
 
-FileResult NewCopy::Appear(const std::string& path, Standing standing) {
+FileResult NewCopy::Appear(const std::string& path, Existing existing) {
     if (scratch_.empty()) return FileResult::Failed;
     if (handle_ >= 0 && close(static_cast<int>(std::exchange(handle_, -1))) != 0) return ResultOfError(errno);
     const FileResult result =
-        standing == Standing::Replace ? Rename(scratch_, path) : RenameNew(scratch_, path);
+        existing == Existing::Replace ? Rename(scratch_, path) : RenameNew(scratch_, path);
     if (result == FileResult::Done) scratch_.clear();
     return result;
 }
@@ -241,7 +241,7 @@ std::vector<FileResult> FlushCopies(std::span<NewCopy* const> copies) {
         struct stat status {};
         if (file < 0 || fstat(file, &status) != 0) continue;
         const bool isFlushed = std::find(flushed.begin(), flushed.end(), status.st_dev) != flushed.end();
-        // The first copy was opened before the others were written, so the call tells of their errors too.
+        // The first copy was opened before the others were written, so the call reports their errors too.
         if (!isFlushed && copies.size() > kFew && syncfs(file) == 0) flushed.push_back(status.st_dev);
         const bool isSafe = std::find(flushed.begin(), flushed.end(), status.st_dev) != flushed.end();
         results[i] = isSafe || fsync(file) == 0 ? FileResult::Done : ResultOfError(errno);

@@ -1,5 +1,5 @@
-// The desktop's trash. A thrown-away file lies in a folder "files" and a note in a folder "info" beside it
-// tells where it came from and when. The user's own trash takes what lies on the same volume; every other
+// The desktop's trash. A thrown-away file lies in a folder "files" and a text file in a folder "info" beside
+// it says where it came from and when. The user's own trash takes what lies on the same volume; every other
 // volume has a trash of its own at its top.
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -28,14 +28,14 @@ std::optional<struct stat> LookAt(const std::string& path) {
     return status;
 }
 
-// Makes the folder and those above it. False when it does not stand in the end.
+// Makes the folder and those above it. False when it does not exist in the end.
 bool MakeFolderChain(const std::string& path) {
     for (std::size_t at = 1; at <= path.size(); ++at)
         if (at == path.size() || path[at] == files::kSeparator) mkdir(path.substr(0, at).c_str(), kPrivate);
     return files::IsFolder(path);
 }
 
-// The volume that a path lies on or, when it does not stand yet, will lie on.
+// The volume that a path lies on or, when it does not exist yet, will lie on.
 std::optional<dev_t> VolumeOf(std::string path) {
     for (;;) {
         struct stat status {};

@@ -8,7 +8,7 @@
 
 namespace kalmora {
 
-// False on an error, which errno then tells; part of the content may be in the file.
+// False on an error, which is in errno then; part of the content may be in the file.
 inline bool WriteAll(int file, std::string_view content) {
     while (!content.empty()) {
         const ssize_t written = write(file, content.data(), content.size());

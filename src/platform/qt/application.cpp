@@ -65,7 +65,7 @@ private:
     enum class Refusal { Possible, Impossible };
     static void CloseWindows(Refusal refusal);
 
-    // The toolkit keeps references to these as long as it stands.
+    // The toolkit keeps references to these as long as it exists.
     std::string name_;
     int argumentCount_ = 1;
     std::vector<char*> arguments_;
@@ -83,7 +83,7 @@ QtApplication::QtApplication(const std::string& name, Display display)
     WatchMessages();
     DecodingGate::Instance().Open();
     toolkit_ = std::make_unique<QApplication>(argumentCount_, arguments_.data());
-    // Numbers in files have a point whatever the user's language is, and the movie player insists on it.
+    // Numbers in files have a point in every language of the user, and the movie player requires it.
     std::setlocale(LC_NUMERIC, "C");
     guiThread_ = QThread::currentThread();
     QCoreApplication::setApplicationName(ToQt(name));

@@ -17,7 +17,7 @@ public:
 
 private:
     const std::shared_ptr<BackBuffer> buffer_;
-    const std::unique_lock<std::recursive_mutex> lock_;  // let go before the buffer
+    const std::unique_lock<std::recursive_mutex> lock_;  // released before the buffer
 };
 
 std::unique_ptr<Canvas> BackBuffer::Draw() {
@@ -55,7 +55,7 @@ BackBuffer::ResizeResult BackBuffer::Resize(Size size, double scale) {
     if (!pixels_.isNull() && size == size_ && scale == pixels_.devicePixelRatio()) return ResizeResult::Same;
     if (canvases_ > 0) return ResizeResult::Busy;
     QImage fresh = MakeBuffer(size, scale);
-    if (fresh.isNull()) return ResizeResult::Same;  // no memory: the old one goes on
+    if (fresh.isNull()) return ResizeResult::Same;  // no memory: the old one stays in use
     if (!pixels_.isNull()) QPainter(&fresh).drawImage(QPointF(0, 0), pixels_);
     pixels_ = std::move(fresh);
     size_ = size;

@@ -33,7 +33,7 @@ public:
     // Another buffer, with the old content at its upper left and white around it. Busy when this very thread
     // has a canvas: to be tried again once it is gone.
     ResizeResult Resize(Size size, double scale);
-    // No more buffer: Draw gives null from now on.
+    // Frees the buffer: Draw gives null from now on.
     void Drop();
     // What was drawn since the last call, in logical pixels.
     QRect TakeDirty();

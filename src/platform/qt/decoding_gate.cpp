@@ -39,7 +39,7 @@ void DecodingGate::Leave() {
 }
 
 bool EndDecoding() {
-    constexpr int kLongestWaitMs = 500;  // as long as a user hardly notices
+    constexpr int kLongestWaitMs = 500;  // so short that a user does not notice
     return DecodingGate::Instance().Close(kLongestWaitMs);
 }
 

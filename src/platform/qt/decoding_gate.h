@@ -15,7 +15,7 @@ public:
 
     // The gate is open from the start and after this.
     void Open();
-    // From now on nobody enters, and who is inside is asked to give up. True when nobody is inside any more;
+    // From now on no decode enters, and those inside are asked to give up. True when none is inside any more;
     // false when the time ran out.
     bool Close(int milliseconds);
     // True when a decode shall give up: to be asked every few rows.
@@ -32,9 +32,9 @@ private:
     int inside_ = 0;                      // guarded by mutex_
 };
 
-// The end of all decoding: closes the gate and waits at most half a second. False when somebody is still
-// inside, so that the toolkit must be left standing. The end of the process does the same where nobody has
-// done it before.
+// The end of all decoding: closes the gate and waits at most half a second. False when a decode is still
+// inside, so that the toolkit must not be ended. The end of the process does the same where it was
+// not done before.
 bool EndDecoding();
 
 // Inside the gate for a scope. Test it first: false when the gate is closed.

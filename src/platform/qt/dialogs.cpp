@@ -15,7 +15,7 @@ namespace kalmora {
 
 namespace {
 
-// On a display that nobody sees a question would wait for ever.
+// On a display without a screen a question would wait for ever.
 bool CanAsk() { return qGuiApp != nullptr && QGuiApplication::platformName() != QLatin1String("offscreen"); }
 
 }  // namespace

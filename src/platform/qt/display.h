@@ -9,7 +9,7 @@ namespace kalmora::qt {
 inline constexpr char kPlatformVariable[] = "QT_QPA_PLATFORM";
 
 // Sets the toolkit's platform for the display that is wanted, unless the environment names one already. False
-// when no screen can be reached. Before the toolkit stands.
+// when no screen can be reached. Before the toolkit is started.
 bool PreparePlatform(Application::Display display);
 
 // False on an X display on which no window manager runs, and without a display: what is minimised there is

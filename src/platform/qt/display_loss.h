@@ -7,12 +7,12 @@
 
 namespace kalmora::qt {
 
-// Thrown out of the toolkit's message loop, on the GUI thread, while a DisplayLossScope stands; nowhere else.
+// Thrown out of the toolkit's message loop, on the GUI thread, while a DisplayLossScope exists; nowhere else.
 // The toolkit allows this for ending a program: no loop may be run afterwards.
 struct DisplayLost {};
 
 // Holds a dialog that runs a loop of its own. One that DisplayLost passes is left behind: taking it down
-// would end the loop that is no more.
+// would end a loop that has ended already.
 struct LeaveWhenDisplayIsLost {
     template <typename Dialog>
     void operator()(Dialog* dialog) const {
@@ -31,7 +31,7 @@ public:
 };
 
 // From now on the toolkit's messages go to the log, and a message that comes with a broken connection to the
-// display throws DisplayLost. Before the toolkit stands.
+// display throws DisplayLost. Before the toolkit is started.
 void WatchMessages();
 
 }  // namespace kalmora::qt

@@ -6,7 +6,7 @@
 
 namespace kalmora::qt {
 
-// With all its pixels and whatever is transparent in it.
+// With all its pixels and their transparency.
 bool WritePng(const QImage& image, const std::string& path);
 // Quality 0 to 100. What is transparent becomes white, since the format knows no transparency.
 bool WriteJpeg(const QImage& image, const std::string& path, int quality);

@@ -17,7 +17,7 @@ namespace qt {
 
 namespace {
 
-// What stands for a face that is not installed, best first. A proportional face comes first, since nearly all
+// What replaces a face that is not installed, best first. A proportional face comes first, since nearly all
 // texts are drawn in one; the calendar's digits look the same in both.
 constexpr std::array kStandIns = {"IPAPGothic",   "Noto Sans CJK JP", "Noto Sans JP",
                                   "TakaoPGothic", "VL PGothic",       "M PLUS 1p",

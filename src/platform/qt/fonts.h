@@ -1,4 +1,4 @@
-// Which fonts stand for the faces that the settings name, and how large they are.
+// Which fonts are used for the faces that the settings name, and how large they are.
 #pragma once
 
 #include <QFont>

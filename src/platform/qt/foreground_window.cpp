@@ -20,7 +20,7 @@ struct FreeReply {
 template <typename Value>
 using Reply = std::unique_ptr<Value, FreeReply>;
 
-// Texts past this are cut, as titles of thousands of letters are nobody's.
+// Texts past this are cut: no window has a title of thousands of letters.
 constexpr std::uint32_t kMostWords = 1024;
 
 class XServer {

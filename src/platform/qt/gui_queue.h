@@ -15,8 +15,8 @@ class GuiQueue {
 public:
     static GuiQueue& Instance();
 
-    void Open();   // GUI thread, once the toolkit stands
-    void Close();  // GUI thread, before the toolkit goes; drops what waits
+    void Open();   // GUI thread, once the toolkit is started
+    void Close();  // GUI thread, before the toolkit ends; drops what waits
     void Post(std::function<void()> work);
 
 private:

@@ -8,12 +8,12 @@
 namespace kalmora::qt {
 
 // One for the process. On an X display the server is asked, over a connection of the program's own, so that
-// also the cursor over other programs' windows is known; elsewhere the last event of an own window tells.
+// also the cursor over other programs' windows is known; elsewhere the last event of an own window is used.
 class InputState {
 public:
     static InputState& Instance();
 
-    // GUI thread. Without a display to be reached the events alone tell.
+    // GUI thread. When no display can be reached only the events are used.
     void Connect();
     // GUI thread: the screens have changed; keeps a copy of where they lie for the other threads.
     void ReadScreens();

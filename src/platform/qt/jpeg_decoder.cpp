@@ -28,7 +28,7 @@ constexpr std::int64_t kMostPixelsOfAByte = 1024;
 constexpr QRgb kMissing = 0xFF808080;
 
 // One decode. The library reports an error by a jump out of its call, so every member function that calls it
-// sets the jump's target, keeps no object with a destructor, and tells the outcome by its result.
+// sets the jump's target, keeps no object with a destructor, and returns the outcome.
 class JpegReader {
 public:
     explicit JpegReader(const ByteSource& source) : bytes_(source) {}
@@ -155,7 +155,7 @@ bool JpegReader::ChooseScale(Size needed) {
 }
 
 // A short file that claims a huge picture would take memory for nothing. Where a whole picture is of one
-// colour a byte stands for some three hundred pixels; files that were cut keep some room below that.
+// colour a byte holds some three hundred pixels; files that were cut keep some room below that.
 bool JpegReader::IsPlausible() const {
     const auto length = static_cast<std::int64_t>(std::min<std::uint64_t>(bytes_.Size(), 1u << 30));
     if (PixelCount(StoredSize()) > kAlwaysPlausiblePixels + length * kMostPixelsOfAByte) return false;

@@ -27,7 +27,7 @@ constexpr NamedKey kNamedKeys[] = {
 
 // The X server's numbers of the keys where letters and digits are engraved on most keyboards. With Shift the
 // toolkit names what a digit key types ("!"), and on a Greek keyboard a letter key types no Latin letter: the
-// place of the key then tells which one is meant.
+// place of the key then says which one is meant.
 struct KeyRow {
     unsigned first;
     const char* engraved;

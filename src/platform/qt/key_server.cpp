@@ -175,7 +175,7 @@ bool KeyServer::Send(int key, KeyMotion motion) {
     if (code == 0) return false;
     send(code);
     if (IsModifier(key) && motion == KeyMotion::Up) {
-        // Nobody can tell which of the two is held: both go up.
+        // It is not known which of the two is held: both go up.
         ReplyPtr<xcb_keycode_t> others(xcb_key_symbols_get_keycode(symbols_, SymbolOf(key) + kRightOf));
         for (const xcb_keycode_t* other = others.get(); other != nullptr && *other != 0; ++other)
             send(*other);

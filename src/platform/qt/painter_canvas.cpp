@@ -16,8 +16,8 @@ namespace {
 // In device pixels; what would be larger is not drawn as large as that anyhow.
 constexpr double kFarthest = 1e6;
 
-// The part of a line that lies inside the box; false when none does. The painter's own arithmetic does not
-// stand coordinates far outside of what it paints on.
+// The part of a line that lies inside the box; false when none does. The painter's own arithmetic fails
+// with coordinates far outside of what it paints on.
 bool ClipLine(QPointF& from, QPointF& to, const QRectF& box) {
     double enter = 0, leave = 1;
     const QPointF way = to - from;
@@ -168,7 +168,7 @@ void PainterCanvas::Blit(const Rect& area, const Surface& surface, Point from) {
 }
 
 void PainterCanvas::DrawPart(const QRect& target, const QImage& source, const QRectF& part) {
-    // Only what is seen: the painter does not stand coordinates far outside.
+    // Only what is seen: the painter fails with coordinates far outside.
     const QRect seen = target.intersected(DevicePixels(Bounds()));
     if (seen.isEmpty()) return;
     const double acrossX = part.width() / target.width(), acrossY = part.height() / target.height();

@@ -20,7 +20,7 @@ namespace {
 
 struct Watcher {
     std::mutex mutex;
-    std::function<void()> onWish;  // guarded by mutex
+    std::function<void()> onRequest;  // guarded by mutex
 };
 
 Watcher& TheWatcher() {
@@ -28,20 +28,20 @@ Watcher& TheWatcher() {
     return *watcher;
 }
 
-void TellWatcher() {
-    std::function<void()> onWish;
+void CallWatcher() {
+    std::function<void()> onRequest;
     {
         std::lock_guard lock(TheWatcher().mutex);
-        onWish = TheWatcher().onWish;
+        onRequest = TheWatcher().onRequest;
     }
-    if (onWish) onWish();
+    if (onRequest) onRequest();
 }
 
 }  // namespace
 
-void WatchEndSignals(std::function<void()> onWish) {
+void WatchEndSignals(std::function<void()> onRequest) {
     std::lock_guard lock(TheWatcher().mutex);
-    TheWatcher().onWish = std::move(onWish);
+    TheWatcher().onRequest = std::move(onRequest);
 }
 
 namespace qt {
@@ -56,42 +56,43 @@ std::atomic<int> writeEnd = -1;
 
 void Send(char byte) {
     [[maybe_unused]] const ssize_t written =
-        write(writeEnd.load(), &byte, 1);  // full: the wish stands already
+        write(writeEnd.load(), &byte, 1);  // full: a request is pending already
 }
 
-void Tell(int) {
+void OnSignal(int) {
     const int error = errno;
     Send(kSignal);
     errno = error;
 }
 
 // On a thread of its own, which owns the end it reads from.
-void Serve(int readEnd, const std::function<void()>& wish) {
+void Serve(int readEnd, const std::function<void()>& request) {
     for (char byte = kSignal;;) {
         const ssize_t length = read(readEnd, &byte, 1);
         if (length < 0 && errno == EINTR) continue;
         if (length != 1 || byte == kOver) break;
-        TellWatcher();
-        GuiQueue::Instance().Post(wish);
+        CallWatcher();
+        GuiQueue::Instance().Post(request);
     }
     close(readEnd);
 }
 
 }  // namespace
 
-EndSignals::EndSignals(std::function<void()> wish) {
+EndSignals::EndSignals(std::function<void()> request) {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) return;
     fcntl(ends[1], F_SETFL, O_NONBLOCK);
     Thread thread;
-    if (!thread.StartSuspended("signals", [end = ends[0], wish = std::move(wish)] { Serve(end, wish); })) {
+    if (!thread.StartSuspended("signals",
+                               [end = ends[0], request = std::move(request)] { Serve(end, request); })) {
         for (const int end : ends) close(end);
         return;
     }
     writeEnd = ends[1];
     thread.Resume();
     struct sigaction action {};
-    action.sa_handler = Tell;
+    action.sa_handler = OnSignal;
     action.sa_flags = SA_RESTART;
     for (const int signal : kSignals) {
         // What the parent chose to ignore (nohup) stays ignored.
@@ -105,7 +106,7 @@ EndSignals::~EndSignals() {
     if (writeEnd < 0) return;
     for (const int number : kSignals) {
         struct sigaction now {};
-        if (sigaction(number, nullptr, &now) == 0 && now.sa_handler == Tell) std::signal(number, SIG_DFL);
+        if (sigaction(number, nullptr, &now) == 0 && now.sa_handler == OnSignal) std::signal(number, SIG_DFL);
     }
     Send(kOver);
     close(writeEnd.exchange(-1));

@@ -30,7 +30,7 @@ private:
     Size size_;
 };
 
-// The painter first, so that it stands before the canvas that draws through it.
+// The painter first, so that it exists before the canvas that draws through it.
 struct OwnedPainter {
     explicit OwnedPainter(QImage& pixels) : painter(&pixels) {}
     QPainter painter;

@@ -40,7 +40,7 @@ std::vector<QString> BreakIntoLines(const QString& text, const QFont& font, int 
     if (width <= 0 || maxLines <= 0 || text.isEmpty()) return lines;
     const QFontMetricsF metrics(font);
 
-    // A letter is hardly ever narrower than two pixels, so what lies behind this many cannot be reached; a
+    // A letter is almost never narrower than two pixels, so what lies behind this many cannot be reached; a
     // whole book then costs no more to lay out than a page.
     const qint64 reachable = std::min((qint64{width} / 2 + 16) * maxLines, kMostCharacters);
     const bool isCut = text.size() > reachable;

@@ -21,7 +21,7 @@ inline QString ToQt(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
-// For what goes on the screen: ill-formed bytes become replacement characters.
+// For what is shown on the screen: ill-formed bytes become replacement characters.
 inline QString ToDisplayText(std::string_view utf8) { return ToQt(text::ToDisplay(utf8)); }
 
 inline std::string FromQt(const QString& text) {

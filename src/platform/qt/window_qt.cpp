@@ -159,7 +159,7 @@ void QtWindow::ServePaint() {
     if (isVisible_) Deliver(Event{EventType::Paint});  // a hidden one gets its Paint when it is shown
 }
 
-// ---- what the widget tells
+// ---- what the widget reports
 
 void QtWindow::OnShown() {
     isVisible_ = true;
@@ -262,7 +262,7 @@ void QtWindow::ShowWithoutFocus() {
 void QtWindow::Hide() {
     widget_->hide();
     isOriginKnown_ = false;
-    isVisible_ = false;  // the toolkit does not tell of it when the window was minimised
+    isVisible_ = false;  // the toolkit does not report it when the window was minimised
 }
 
 void QtWindow::Minimize() {

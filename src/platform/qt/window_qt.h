@@ -26,7 +26,7 @@ public:
         QtWindow* window = nullptr;
     };
 
-    // The widget hands its events to the window by way of the link, and deletes itself once it is let go.
+    // The widget hands its events to the window by way of the link, and deletes itself once it is released.
     QtWindow(std::shared_ptr<Link> link, QWidget* widget, const WindowOptions& options,
              WindowProcedure procedure);
     ~QtWindow() override;
@@ -67,7 +67,7 @@ private:
     friend class WindowWidget;
     enum class Stage { Open, Closing, Closed };
 
-    // What the widget tells.
+    // What the widget reports.
     void OnShown();
     void OnHidden() { isVisible_ = false; }
     void OnMoved();
@@ -78,7 +78,7 @@ private:
     void OnTimer(int toolkitId);
     void OnPaint(const QRect& part);
 
-    // Posts work that is done only if the window still stands then.
+    // Posts work that is done only if the window still exists then.
     void PostToSelf(void (QtWindow::*work)());
     void FitBuffer();
     void Present();
@@ -98,7 +98,8 @@ private:
     std::shared_ptr<Link> owner_;  // whose moves are followed; null for none
     Stage stage_ = Stage::Open;
     std::map<int, QBasicTimer> timers_;
-    // The outer rectangle that was asked for before the window manager's frame was known; null when settled.
+    // The outer rectangle that was asked for before the window manager's frame was known; null once it is
+    // applied.
     QRect wantedOuter_;
     mutable QMargins normalMargins_;  // the same while it was not maximised
     mutable QMargins lastMargins_;    // of the window manager's frame, as they were seen last
@@ -112,7 +113,7 @@ private:
     std::string title_;  // guarded by titleMutex_
 };
 
-// All windows that stand, in the order in which they were made. GUI thread.
+// All windows that exist, in the order in which they were made. GUI thread.
 const std::vector<QtWindow*>& OpenWindows();
 
 // The toolkit's widget of a window, null for none: for dialogs, drags and native calls. GUI thread.

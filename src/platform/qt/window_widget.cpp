@@ -51,14 +51,14 @@ std::string OfferedList(const QMimeData* offered) {
 }
 
 void Answer(QDropEvent& event, Qt::DropAction action) {
-    // The toolkit would put the source's own wish, which may be a move, in place of an action that was not
+    // The toolkit would put the source's own request, which may be a move, in place of an action that was not
     // offered; no action at all counts as a copy.
     event.setDropAction(event.possibleActions().testFlag(action) ? action : Qt::IgnoreAction);
     event.accept();
 }
 
-// While it is dragged. Many a source takes this for the last word, and deletes its files the moment they are
-// let go if it reads "move" here: another program is told "copy" until it is known what was done.
+// While it is dragged. Many sources take this for the final answer, and delete their files at the drop if it
+// says "move" here: another program gets "copy" until it is known what was done.
 void AnswerDrag(QDropEvent& event) {
     if (!event.mimeData()->hasFormat(kUriList)) return event.ignore();
     if (event.source() != nullptr) return event.acceptProposedAction();
@@ -128,7 +128,7 @@ void WindowWidget::showEvent(QShowEvent*) {
 }
 
 void WindowWidget::hideEvent(QHideEvent* event) {
-    // A spontaneous one tells of a minimised window, which is not hidden to the program.
+    // A spontaneous one means a minimised window, which is not hidden to the program.
     if (link_->window != nullptr && !event->spontaneous()) link_->window->OnHidden();
 }
 
@@ -171,7 +171,7 @@ void WindowWidget::mouseDoubleClickEvent(QMouseEvent* event) {
 void WindowWidget::mouseMoveEvent(QMouseEvent* event) { Send(PointerEvent(EventType::MouseMove, *event)); }
 
 void WindowWidget::wheelEvent(QWheelEvent* event) {
-    // Fine wheels and touch pads tell parts of a step.
+    // Fine wheels and touch pads report parts of a step.
     wheelRest_ += event->angleDelta().y();
     const int steps = wheelRest_ / kWheelStep;
     wheelRest_ %= kWheelStep;
@@ -223,7 +223,7 @@ void WindowWidget::dropEvent(QDropEvent* event) {
     drop.mayMove = event->possibleActions().testFlag(Qt::MoveAction);
     if (drop.isOwnDrag) {
         event->acceptProposedAction();
-        // Later, when the drag is over: nobody waits for the answer.
+        // Later, when the drag is over: no program waits for the answer.
         GuiQueue::Instance().Post([link = link_, drop] {
             if (link->window != nullptr) link->window->Deliver(drop);
         });

@@ -73,7 +73,7 @@ void PlaceImages(ButtonParts& bar, Size client) {
         }
         button.state = CButton::State::Normal;
         button.x = previousLeft - button.width - kGap;
-        // Prev 2 stands by the height of the Prev button: kept, and held by a test.
+        // Prev 2 is placed by the height of the Prev button: kept, and held by a test.
         const int height = i == kPrev2 ? bar.images[kPrev]->height : button.height;
         button.y = client.height - height - kGap;
         previousLeft = button.x;

@@ -36,7 +36,7 @@ void DrawUnderButtons(Canvas& canvas, const Rect& area,
 // What a press on a button does.
 enum class ButtonAction { Nothing, Command, Help, Filter, Indexing, EndSearch };
 
-// ---- for presses, tips and tests; any thread. A value: the bar may be laid out anew meanwhile.
+// ---- for presses, tips and tests; any thread. A value: the bar may get a new layout meanwhile.
 struct ButtonInfo {
     Rect area;
     std::string name;  // of a picture button; the text of a label

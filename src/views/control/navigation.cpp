@@ -95,7 +95,7 @@ void OpenMonthOfYear(const SystemTime& today) {
     ChangeView([&](ViewState& view) { view.period = target; });
     SetButtonStates();
     DrawButtonsOnWindow();
-    // Draws the month at random, whatever was found before: kept as it is.
+    // Draws the month at random, without regard to what was found before: kept as it is.
     ChangeToMonthly(0);
     SetButtonStates();
     DrawButtonsOnWindow();

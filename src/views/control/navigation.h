@@ -29,7 +29,7 @@ void ChangeToDaily(int day);      // below 1: the day under the cursor
 void JumpTo(int year, int month, int day);
 void JumpToToday();
 
-// Moves on to a random period of the same level when the present one has stood long enough. True when the
+// Moves on to a random period of the same level when the present one was shown long enough. True when the
 // heartbeat has nothing more to do.
 bool RandomNavigate();
 

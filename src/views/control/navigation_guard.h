@@ -13,7 +13,7 @@ public:
         entered_ = state.run.ObjectQueue.Lock(1, 100) != TicketLock::kRefused;
     }
     ~NavigationGuard() {
-        // Pops the head: whoever stands there has waited longest and goes on.
+        // Pops the head: the next in the queue has waited longest and continues.
         if (entered_) State().run.ObjectQueue.Unlock();
     }
     NavigationGuard(const NavigationGuard&) = delete;

@@ -11,8 +11,8 @@ namespace kalmora {
 
 namespace {
 
-// How many beats a view stands at least: one an object, one for ten above the day.
-int StandTime(const Period& period) {
+// How many beats a view is shown at least: one an object, one for ten above the day.
+int ShowTime(const Period& period) {
     const DateTree& dates = TheDateTree();
     const CalendarDate range = period.Range();
     const int count = dates.CountOf(range.year, range.month, range.day).value_or(0);
@@ -38,7 +38,7 @@ bool RandomNavigate() {
     const bool slideShowWasOpen = Calendar().partners.slideShow.IsShown();
     const Period period = View().period;
     const Level level = period.level;
-    const int standTime = StandTime(period);
+    const int standTime = ShowTime(period);
     if (state.run.TicksInView <= state.settings.TimingOfAutoNavigate && state.run.TicksInView <= standTime)
         return false;
 

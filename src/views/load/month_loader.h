@@ -14,8 +14,8 @@ namespace kalmora {
 // Whether cells appear on the window while they are loaded, and in which of the two grid views.
 struct LoadDrawing {
     Level level = Level::Month;
-    bool whileLoading = true;      // draw each cell as soon as it stands
-    bool months = true;            // in a year: draw each month as soon as it stands
+    bool whileLoading = true;      // draw each cell as soon as it is loaded
+    bool months = true;            // in a year: draw each month as soon as it is loaded
     bool waitsWhilePaused = true;  // never on the GUI thread, which alone can end the pause
 };
 

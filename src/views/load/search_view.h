@@ -1,4 +1,4 @@
-// The views in search mode: what a search found stands in the place of what the folders hold.
+// The views in search mode: what a search found replaces what the folders hold.
 #pragma once
 
 #include <functional>

@@ -13,7 +13,7 @@ public:
     void Clear();     // forgets both lists; the set is valid again only when something is added
     void SetValid();  // a period has been scanned, even when it had nothing
 
-    void AddImage(const std::string& path);  // and draws ImageCursor anew
+    void AddImage(const std::string& path);  // and draws ImageCursor again
     void AddMusic(const std::string& path, bool cursorToFirst);
 
     bool IsValid() const;

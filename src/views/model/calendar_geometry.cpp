@@ -78,7 +78,7 @@ YearHit YearHitTest(int year, int clientWidth, bool calendarMode, Point point) {
         const Rect rect = YearMonthRect(clientWidth, month);
         if (!rect.ContainsInclusive(point)) continue;
         if (!calendarMode) return {month, -1};
-        // A shared edge may lie in the next month's grid too: the walk goes on until a day is hit.
+        // A shared edge may lie in the next month's grid too: the walk continues until a day is hit.
         const int day = MonthHitTest(MakeMonthGrid(year, month, rect, true), point);
         if (day >= 1) return {month, day};
     }

@@ -1,4 +1,4 @@
-// Where everything stands: the month grid, the year grid, the lines of a day. Pure arithmetic in logical
+// Where everything is: the month grid, the year grid, the lines of a day. Pure arithmetic in logical
 // pixels, all divisions truncating; hit tests, drawing and loading share it. Any thread.
 #pragma once
 
@@ -18,7 +18,7 @@ struct MonthGrid {
     int cellWidth = 0;      // area.width / 7
     int cellHeight = 0;     // three quarters of it
     int headingHeight = 0;  // of the weekday pictures: a fifth of the cell's width
-    int offset = 0;         // what stands above the weekdays: 0, or the month picture's drawn height
+    int offset = 0;         // what is above the weekdays: 0, or the month picture's drawn height
     int firstColumn = 0;    // of the first of the month, Monday 0
     int days = 0;
 
@@ -58,7 +58,7 @@ inline constexpr int kHourPictureSize = 36;
 inline constexpr int kMaxDayLines = 24;
 
 struct DayLines {
-    int lines = 1;  // 1 to 24; the setting is cut to that, as the place grid has no more rows
+    int lines = 1;  // 1 to 24; the setting is cut to the rows of the place grid
     int lineHeight = 0;
     int thumbWidthAllowance = 0;
     int duration = 1;  // hours a line
@@ -66,7 +66,7 @@ struct DayLines {
 
     int LineTop(int line) const { return lineHeight * line + 10; }
     int ThumbnailHeight() const { return lineHeight - kDayLineGap; }
-    // The hour that stands at a line's head. Line 0 shows the hour before the start; hours can repeat.
+    // The hour shown at a line's head. Line 0 shows the hour before the start; hours can repeat.
     int HourOfLine(int line) const;
     Rect HourPictureRect(int line) const { return {10, LineTop(line), kHourPictureSize, kHourPictureSize}; }
 };

@@ -49,7 +49,7 @@ struct CalendarStore {
     std::atomic<int> objectsDrawn{0};
 
     YearView& SlotOf(int year);
-    MonthView& MonthOf(int year, int month);  // of the slot of that year, whatever the slot holds
+    MonthView& MonthOf(int year, int month);  // of the slot of that year, also when the slot holds another
     DayViewer& CurrentDayViewer();
     AllViewer& CurrentAllViewer();
     void AdvanceDayRing();
@@ -83,7 +83,7 @@ private:
     StopSource load_;  // guarded by loadMutex_
 };
 
-// The one that App or a test has made; there is no more than one at a time. Any thread.
+// The one that App or a test has made; there is at most one at a time. Any thread.
 CalendarStore& Calendar();
 
 // The main window; null until all windows exist, and again once it is destroyed. Any thread.

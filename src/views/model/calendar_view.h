@@ -24,7 +24,7 @@ struct ViewHit {
     CalendarDate date;          // the day of a cell, the month of a heading
     int hour = 0;               // of an hour picture
     bool picksDay = false;      // a press on it makes `date` the day that is left
-    bool hasObject = false;     // a cell, a month's picture or an object lies there, whatever `part` is
+    bool hasObject = false;     // a cell, a month's picture or an object lies there, for any `part`
     Rect area;                  // of it, in client coordinates
     std::string path;           // of it; empty for an empty cell
     ObjectKind kind = ObjectKind::Unknown;
@@ -39,7 +39,7 @@ struct DropTarget {
 enum class Loading { Done, GoesOn };             // GoesOn: a worker has taken the gate over
 enum class WalkEnd { Whole, Stopped, Repaint };  // Repaint: a full paint was asked for meanwhile
 
-// Without data of its own: what it shows stands in the CalendarStore. Any thread, unless it says otherwise.
+// Without data of its own: what it shows is in the CalendarStore. Any thread, unless it says otherwise.
 class CalendarView {
 public:
     CalendarView() = default;
@@ -54,7 +54,7 @@ public:
     virtual void Reload(const LoadRequest& request, const StopToken& stop) = 0;
     // Raises the stop flag of what holds the period.
     virtual void Stop(const Period& period) = 0;
-    // Lowers it again where the period is loaded: a change of the view came to nothing.
+    // Lowers it again where the period is loaded: a change of the view failed.
     virtual void GoOn(const Period& period) = 0;
     // The period is loaded or being loaded, so that there is something to redraw.
     virtual bool IsReady(const Period& period) const = 0;

@@ -17,7 +17,7 @@ bool AdvanceCellPhoto(int year, int month, int day);
 // the cell shows, and then what is left. False when nothing can be shown.
 bool DropVanishedEntries(int year, int month, int day, CellContent* content);
 
-// The day that stands for a month drawn as one picture: the first with objects from the month's DayCursor on,
+// The day that represents a month drawn as one picture: the first with objects from the month's DayCursor on,
 // then from the first of the month; 0 when there is none.
 int RepresentativeDay(int year, int month);
 

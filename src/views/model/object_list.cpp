@@ -61,7 +61,7 @@ bool ObjectList::Claim(const PlacedObjectPtr& object) {
     return true;
 }
 
-void ObjectList::Settle(const PlacedObjectPtr& object, const Rect& drawn) {
+void ObjectList::MarkDrawn(const PlacedObjectPtr& object, const Rect& drawn) {
     std::lock_guard lock(mutex_);
     object->claimed = false;
     object->visible = !drawn.IsEmpty();

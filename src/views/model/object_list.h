@@ -32,7 +32,7 @@ public:
     void Add(std::unique_ptr<CPhoto> photo);
     std::size_t Count() const;
     bool IsEmpty() const { return Count() == 0; }
-    // A copy of the order as it stands; the objects are shared.
+    // A copy of the present order; the objects are shared.
     std::vector<PlacedObjectPtr> Snapshot() const;
     // Takes Random() % size elements from the front to the back, so that each visit starts somewhere else.
     void RotateRandomly();
@@ -44,7 +44,7 @@ public:
     // Only one thread draws an object at a time. False when another has it.
     bool Claim(const PlacedObjectPtr& object);
     // Ends the claim; `drawn` is where it lies now, empty when nothing was painted.
-    void Settle(const PlacedObjectPtr& object, const Rect& drawn);
+    void MarkDrawn(const PlacedObjectPtr& object, const Rect& drawn);
     void Abandon(const PlacedObjectPtr& object);
 
     struct Hit {

@@ -15,7 +15,7 @@ public:
     virtual void OnNavigation(const std::string& line) = 0;
 };
 
-// Runs a command (base/commands.h) that a button stands for. GUI thread.
+// Runs a command (base/commands.h) that a button means. GUI thread.
 class CommandRunner {
 public:
     virtual ~CommandRunner() = default;

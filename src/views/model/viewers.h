@@ -22,7 +22,7 @@ struct DayViewer {
     std::atomic<bool> usable{false};
     std::atomic<bool> loaded{false};
 
-    // ---- placing; by whoever holds the queue's ticket
+    // ---- placing; by the holder of the queue's ticket
     DayLines lines;
     int clientWidth = 0;
     LineOccupancy OccupancyGrid;
@@ -48,7 +48,7 @@ struct AllViewer {
     std::atomic<bool> usable{false};
     std::atomic<bool> loaded{false};
     std::atomic<bool> drawing{false};
-    ScatterOccupancy OccupancyGrid;  // by whoever holds the queue's ticket
+    ScatterOccupancy OccupancyGrid;  // by the holder of the queue's ticket
 
     void Clear();
     void SetDrawnArea(const Rect& area);

@@ -16,7 +16,7 @@ BackgroundPtr RenewBackground();
 // since shows with the next full paint only.
 BackgroundPtr PaintedBackground();
 
-// Puts the background's part back: `area` in the canvas shows what stands at `from` in the window.
+// Puts the background's part back: `area` in the canvas shows what is at `from` in the window.
 void RestoreBackground(Canvas& canvas, const BackgroundPtr& background, const Rect& area, Point from);
 inline void RestoreBackground(Canvas& canvas, const BackgroundPtr& background, const Rect& area) {
     RestoreBackground(canvas, background, area, {area.x, area.y});

@@ -27,7 +27,7 @@ bool DrawClaimed(ObjectList& list, const PlacedObjectPtr& object, DrawOne draw) 
         drawn = photo.Drawn();
     }
     if (drawn.IsEmpty()) drawn = {};
-    list.Settle(object, drawn);
+    list.MarkDrawn(object, drawn);
     return !drawn.IsEmpty();
 }
 

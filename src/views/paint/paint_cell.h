@@ -11,8 +11,9 @@ namespace kalmora {
 // True when drawing the cell needs no decoding (it has no picture, or the picture is in memory).
 bool IsCellPictureCached(int year, int month, int day);
 
-// Reads and decodes what stands at the cell's PhotoIndex. Entries whose file has vanished are dropped from
-// the cell until one stands (the only one is kept). Nothing when the cell is not active or has no objects.
+// Reads and decodes what is at the cell's PhotoIndex. Entries whose file has vanished are dropped from
+// the cell until one is left that exists (the only one is kept). Nothing when the cell is not active or has
+// no objects.
 PreparedPicture PrepareCellObject(int year, int month, int day, Size cell, double scale, Decode decode);
 
 // The cell with its number and frame; `object` may be null for a cell without its photo.

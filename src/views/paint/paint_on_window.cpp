@@ -113,7 +113,7 @@ void DrawCell(Window& window, const MonthGrid& grid, int day) {
     const Rect cell = MonthCellRect(grid, day);
     DrawUnderButtons(*canvas, cell, [&](Canvas& target, Point origin) {
         const Rect place{cell.x - origin.x, cell.y - origin.y, cell.width, cell.height};
-        // A picture of another shape leaves margins: what stood there before shall not show beside it.
+        // A picture of another shape leaves margins: what was there before must not show beside it.
         RestoreBackground(target, background, {place.x + 1, place.y + 1, cell.width, cell.height},
                           {cell.x + 1, cell.y + 1});
         DrawDayCell(target, place, day, grid.ColumnOf(day), View().period.level == Level::Year, &object);

@@ -10,14 +10,14 @@ namespace kalmora {
 
 namespace {
 
-constexpr int kSettleMs = 100;
+constexpr int kQuietMs = 100;
 
-// Waits until no full paint was asked for during the settling time; does those paints.
-void SettlePaints() {
+// Waits until no full paint was requested for kQuietMs; does the paints requested before.
+void WaitForQuiet() {
     CalendarStore& calendar = Calendar();
     do {
         if (calendar.TakePaintLeftToRun()) PaintBase();
-        SleepMs(kSettleMs);
+        SleepMs(kQuietMs);
     } while (calendar.IsPaintLeftToRun() && !State().run.ObjectGate.IsStopRequested());
 }
 
@@ -43,7 +43,7 @@ void EventPaintThread(const StopToken& load) {
     AppState& state = State();
     WalkEnd end;
     do {
-        SettlePaints();
+        WaitForQuiet();
         Calendar().objectsDrawn = 0;
         CalendarView& view = Calendar().ViewOf(View());
         end = state.run.ObjectGate.IsStopRequested() || !view.DrawsObjects() ? WalkEnd::Stopped
@@ -54,7 +54,7 @@ void EventPaintThread(const StopToken& load) {
     // After the bounded wait a newer load has gone on with a gate of its own: that one is not ours to open.
     if (!load.IsStopped()) state.run.ObjectGate.Release();
     state.run.FirstLoadDone = 1;
-    // A paint that came too late for this run is done by whoever is free now.
+    // A paint that came too late for this run is done by this thread now.
     if (Calendar().EndPaintRun()) return PaintView();
     if (end == WalkEnd::Whole) Calendar().partners.observer.OnWholeView();
 }

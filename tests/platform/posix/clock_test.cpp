@@ -50,11 +50,11 @@ constexpr std::uint64_t k1970 = 116'444'736'000'000'000ull;
 
 TEST(Clock, TellsTheLocalTimeOfTheMachine) {
     const std::uint64_t before = CurrentFileTime().ticks;
-    const std::uint64_t told = ToFileTime(LocalTime()).ticks;
+    const std::uint64_t given = ToFileTime(LocalTime()).ticks;
     const std::uint64_t after = CurrentFileTime().ticks;
     constexpr std::uint64_t kMillisecond = 10'000;
-    EXPECT_GE(told + kMillisecond, before);
-    EXPECT_LE(told, after);
+    EXPECT_GE(given + kMillisecond, before);
+    EXPECT_LE(given, after);
 }
 
 TEST(Clock, UptimeNeverGoesBack) {
@@ -154,7 +154,7 @@ TEST(FileTime, OfAnImpossibleDateIsNone) {
 
 TEST(FileTime, OfNoneIsAZeroDate) {
     EXPECT_EQ(ToLocalSystemTime({}), SystemTime{});
-    EXPECT_EQ(ToLocalSystemTime({~std::uint64_t{0}}), SystemTime{}) << "later than the record can tell";
+    EXPECT_EQ(ToLocalSystemTime({~std::uint64_t{0}}), SystemTime{}) << "later than the record can hold";
 }
 
 TEST(DayOfWeek, IsRightForKnownDays) {

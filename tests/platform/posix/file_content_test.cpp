@@ -172,7 +172,7 @@ TEST(InputFile, MovesAndCloses) {
     InputFile first;
     ASSERT_TRUE(first.Open(folder.Add("a.bin", "abc")));
     InputFile second = std::move(first);
-    EXPECT_FALSE(first.IsOpen());  // NOLINT: a moved-from file is told to be closed
+    EXPECT_FALSE(first.IsOpen());  // NOLINT: a moved-from file is documented to be closed
     EXPECT_EQ(second.Size(), 3u);
     second.Close();
     EXPECT_FALSE(second.IsOpen());

@@ -89,7 +89,7 @@ TEST(RunProcess, EndsWhatTheProgramStartedToo) {
     const auto content = files::ReadWholeFile(file);
     ASSERT_TRUE(content) << "the shell had time to start it";
     const std::string id = content->substr(0, content->find('\n'));
-    // Gone, or dead and waiting for whoever inherited it to look.
+    // Gone, or dead and not yet waited for by its new parent.
     EXPECT_TRUE(Eventually([&] {
         const auto status = files::ReadWholeFile("/proc/" + id + "/stat");
         return !status || status->find(") Z") != std::string::npos;

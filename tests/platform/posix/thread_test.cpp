@@ -119,7 +119,7 @@ TEST(Thread, MovesWithItsWorker) {
     Thread first;
     ASSERT_TRUE(first.StartSuspended("test", [&] { mayEnd.Wait(); }));
     Thread second = std::move(first);
-    EXPECT_FALSE(first.IsRunning());  // NOLINT: a moved-from thread is told to have none
+    EXPECT_FALSE(first.IsRunning());  // NOLINT: a moved-from thread is documented to have none
     EXPECT_TRUE(second.IsRunning());
     second.Resume();
     first = std::move(second);

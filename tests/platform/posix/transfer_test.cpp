@@ -139,7 +139,7 @@ TEST(LiesIn, FollowsLinksAndSpellings) {
         EXPECT_FALSE(LiesIn(folder / outside, photos)) << outside;
     EXPECT_TRUE(LiesIn(folder / "photos/2008", folder / "alias"));
     EXPECT_TRUE(LiesIn(folder / "photos", photos + "/2008/.."));
-    EXPECT_FALSE(LiesIn(photos, folder / "gone")) << "nothing lies in a folder that does not stand";
+    EXPECT_FALSE(LiesIn(photos, folder / "gone")) << "nothing lies in a folder that does not exist";
 }
 
 TEST(FreeSpace, IsThatOfTheVolumeAlsoForWhatDoesNotStandYet) {
@@ -166,7 +166,7 @@ TEST(NewCopy, AppearsWholeWithTimesAndRights) {
         ASSERT_TRUE(SetTimes(from, FileTime{128'710'000'000'000'000u}, FileTime{128'720'000'000'000'000u}));
         NewCopy copy;
         ASSERT_EQ(copy.Make(from, folder.Path()), FileResult::Done);
-        EXPECT_FALSE(Exists(to)) << "not before it is told to";
+        EXPECT_FALSE(Exists(to)) << "not before Appear is called";
         NewCopy* const all[] = {&copy};
         EXPECT_TRUE(AreAllDone(all));
         EXPECT_TRUE(copy.HoldsSameBytes());
@@ -197,23 +197,23 @@ TEST(NewCopy, StandsUnderAScratchNameUntilThen) {
 
 TEST(NewCopy, ReplacesOnlyWhenTold) {
     const TemporaryFolder folder;
-    const std::string from = folder.Add("a", "new"), standing = folder.Add("b", "old");
+    const std::string from = folder.Add("a", "new"), existing = folder.Add("b", "old");
     NewCopy copy;
     ASSERT_EQ(copy.Make(from, folder.Path()), FileResult::Done);
-    EXPECT_EQ(copy.Appear(standing), FileResult::Exists);
-    EXPECT_EQ(ReadWholeFile(standing), "old");
-    EXPECT_EQ(copy.Appear(standing, NewCopy::Standing::Replace), FileResult::Done);
-    EXPECT_EQ(ReadWholeFile(standing), "new");
+    EXPECT_EQ(copy.Appear(existing), FileResult::Exists);
+    EXPECT_EQ(ReadWholeFile(existing), "old");
+    EXPECT_EQ(copy.Appear(existing, NewCopy::Existing::Replace), FileResult::Done);
+    EXPECT_EQ(ReadWholeFile(existing), "new");
     EXPECT_EQ(copy.Appear(folder / "c"), FileResult::Failed) << "it has appeared already";
     EXPECT_THAT(NamesIn(folder.Path()), ElementsAre("a", "b"));
 }
 
 TEST(NewCopy, CanBeGivenAnotherNameWhenTheFirstIsTaken) {
     const TemporaryFolder folder;
-    const std::string from = folder.Add("a", "new"), standing = folder.Add("b", "old");
+    const std::string from = folder.Add("a", "new"), existing = folder.Add("b", "old");
     NewCopy copy;
     ASSERT_EQ(copy.Make(from, folder.Path()), FileResult::Done);
-    EXPECT_EQ(copy.Appear(standing), FileResult::Exists);
+    EXPECT_EQ(copy.Appear(existing), FileResult::Exists);
     EXPECT_EQ(copy.Appear(folder / "c"), FileResult::Done);
     EXPECT_EQ(ReadWholeFile(folder / "c"), "new");
 }

@@ -120,7 +120,7 @@ TEST_F(TrashTest, RefusesWhatIsNotThere) {
 }
 
 TEST_F(TrashTest, LeavesAFileThatCannotBeTakenAwayAndKeepsNoCopy) {
-    // Nobody makes a folder at the top of this volume or removes a file from it.
+    // No process makes a folder at the top of this volume or removes a file from it.
     EXPECT_FALSE(MoveToTrash("/proc/version"));
     EXPECT_TRUE(files::Exists("/proc/version"));
     EXPECT_FALSE(Trashed("version"));
@@ -143,7 +143,7 @@ protected:
         ASSERT_EQ(flock(lock_, LOCK_EX), 0);
         top_ = "/dev/shm/.Trash-" + std::to_string(geteuid());
         if (files::Exists(top_) || files::Exists("/dev/shm/.Trash"))
-            GTEST_SKIP() << "somebody uses the trash there";
+            GTEST_SKIP() << "another program uses the trash there";
         const ScopedVariable place("TMPDIR", "/dev/shm");
         there_ = files::MakeTemporaryFolder();
     }

@@ -75,7 +75,7 @@ TEST(Application, ProcessEventsReturnsWhenNothingHappens) {
 
 TEST(Application, QuestionsOnADisplayThatNobodySeesAreAnsweredNo) {
     if (QGuiApplication::platformName() != QLatin1String("offscreen"))
-        GTEST_SKIP() << "somebody may see it and is asked";
+        GTEST_SKIP() << "a user may see it and is asked";
     EXPECT_EQ(ShowMessage(nullptr, "title", "text", MessageButtons::YesNo), MessageAnswer::No);
     EXPECT_EQ(ShowMessage(nullptr, "title", "text", MessageButtons::Ok), MessageAnswer::Ok);
     EXPECT_FALSE(ChooseFolder(nullptr, "title", "/"));

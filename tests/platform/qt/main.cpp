@@ -1,4 +1,4 @@
-// The tests of the toolkit's side of the seam share one Application on a display that nobody sees, as one
+// The tests of the toolkit's side of the seam share one Application on a display without a screen, as one
 // process has one only.
 #include <gtest/gtest.h>
 

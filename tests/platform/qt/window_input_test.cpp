@@ -230,7 +230,7 @@ TEST_F(AcceleratorTest, CommandGoesToTheTargetWhicheverWindowHasTheFocus) {
     isUsed = false;
     Press(Qt::Key_C, Qt::ControlModifier, "\x03");
     EXPECT_EQ(commands.size(), 2u);
-    EXPECT_THAT(Types(), ElementsAre(EventType::Key, EventType::Character)) << "unused: the key goes on";
+    EXPECT_THAT(Types(), ElementsAre(EventType::Key, EventType::Character)) << "unused: the key is passed on";
 }
 
 TEST_F(AcceleratorTest, TheEndOfTheTargetEndsThem) {
