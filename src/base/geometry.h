@@ -34,9 +34,6 @@ struct Rect {
     bool ContainsInclusive(Point p) const {
         return p.x >= x && p.x <= x + width && p.y >= y && p.y <= y + height;
     }
-    bool Intersects(const Rect& other) const {
-        return x < other.Right() && other.x < Right() && y < other.Bottom() && other.y < Bottom();
-    }
     friend bool operator==(const Rect&, const Rect&) = default;
 };
 

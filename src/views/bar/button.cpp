@@ -60,12 +60,6 @@ void CButton::SetText(const std::string& caption) {
     MeasureText();
 }
 
-void CButton::SetFont(const Font& labelFont) {
-    if (font == labelFont) return;
-    font = labelFont;
-    MeasureText();
-}
-
 void CButton::SetImage(const std::string& resource) {
     if (image == resource && width > 0) return;
     image = resource;

@@ -27,7 +27,6 @@ public:
     void PaintFocus(Canvas& canvas) const;  // the ring around it
 
     void SetText(const std::string& caption);  // the width follows the text
-    void SetFont(const Font& font);
     void SetImage(const std::string& resource);
     Rect Area() const { return {x, y, width, height}; }
     bool IsVisible() const { return state != State::Hidden; }

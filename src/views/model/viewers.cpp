@@ -74,17 +74,6 @@ void AllViewer::Clear() {
     loaded = false;
     drawing = false;
     OccupancyGrid.Clear();
-    SetDrawnArea({});
-}
-
-void AllViewer::SetDrawnArea(const Rect& area) {
-    std::lock_guard lock(mutex_);
-    drawnArea_ = area;
-}
-
-Rect AllViewer::DrawnArea() const {
-    std::lock_guard lock(mutex_);
-    return drawnArea_;
 }
 
 }  // namespace kalmora

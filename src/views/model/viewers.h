@@ -3,7 +3,6 @@
 
 #include <array>
 #include <atomic>
-#include <mutex>
 #include <string>
 
 #include "base/ticket_lock.h"
@@ -51,12 +50,6 @@ struct AllViewer {
     ScatterOccupancy OccupancyGrid;  // by the holder of the queue's ticket
 
     void Clear();
-    void SetDrawnArea(const Rect& area);
-    Rect DrawnArea() const;
-
-private:
-    mutable std::mutex mutex_;
-    Rect drawnArea_;  // guarded by mutex_
 };
 
 }  // namespace kalmora

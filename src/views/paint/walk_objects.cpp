@@ -68,8 +68,6 @@ WalkEnd WalkAll() {
     viewer.drawing = true;
     const WalkEnd end =
         WalkObjects(viewer, [&](const PlacedObjectPtr& object) { return DrawAllObject(viewer, object); });
-    const Size area = ObjectArea();
-    viewer.SetDrawnArea({0, 0, area.width, area.height});
     viewer.drawing = false;
     return end;
 }
