@@ -28,7 +28,7 @@ constexpr Entry kFiles[] = {
     {"KeyConfig.dat, KeyConfig4SS.dat, KeyConfig4Editor.dat",
      "Which key runs which command: in the calendar, in the slide show, in the editor."},
     {"extension.dat", "Which file is a picture, a text, a movie, a piece of music."},
-    {"$calendar.cidx", "In each day folder: what a search needs to know of its files. Can be made anew."},
+    {"$calendar.cidx", "In each day folder: what a search needs to know of its files. Can be rebuilt."},
     {"Temp", "Copies of files that are being rewritten. Emptied at each start and end."},
 };
 

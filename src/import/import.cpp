@@ -135,7 +135,7 @@ private:
     std::vector<std::string> forIndex_;
     std::vector<std::string> leftFolders_;        // walked, and to be removed when they are empty
     std::set<std::string> arrivedIn_;             // day folders
-    std::set<MonthToCome> toIndex_;               // where something stands that an index may lack
+    std::set<MonthToCome> toIndex_;               // where something lies that an index may lack
     std::map<std::string, SystemTime> unsigned_;  // phone pictures whose source could not be written
 };
 
@@ -309,7 +309,7 @@ void Importer::MakeLink(ImportedFile file, const TargetNames::Choice& choice) {
     file.result = choice.path.empty() ? choice.why : ImportResult::Linked;
     file.bytes = 0;
     if (!choice.path.empty()) {
-        // The index gets the path without ".lnk", at which nothing stands, until an update drops it: meant,
+        // The index gets the path without ".lnk", where there is no file, until an update drops it: intended,
         // and held by ImportShortcutTest.IndexHasThePathBesideTheLink.
         AddToIndex(choice.path);
         file.target = choice.path + ".lnk";
@@ -377,7 +377,7 @@ void Importer::Report(const ImportedFile& file) {
     } else if (!IsFailure(file.result)) {
         ++summary_.passedOver;
     }
-    // A file that stands there may be one that a killed import has left outside the index.
+    // A file that is there may be one that a killed import has left outside the index.
     if (file.day.day > 0 && !IsFailure(file.result))
         toIndex_.insert({options_.root, file.day.year, file.day.month});
     options_.arrivals->OnFile(file);
@@ -415,11 +415,11 @@ void Importer::Finish() {
 }  // namespace
 
 ArrivalListener& NoArrivals() {
-    class Nobody final : public ArrivalListener {
+    class NoListener final : public ArrivalListener {
         void OnFile(const ImportedFile&) override {}
     };
-    static auto* const nobody = new Nobody;  // workers may outlive main
-    return *nobody;
+    static auto* const none = new NoListener;  // workers may outlive main
+    return *none;
 }
 
 ImportOptions ImportOptionsOfSettings() {

@@ -2,10 +2,11 @@
 //
 // In two ways: folders with all that lies below them (a camera card) and files that were named or dropped as
 // a whole, and single files that were dropped on a day in the window. A file's day is that of its shooting
-// date or else of its file, and for somebody who stays up late the small hours belong to the day before.
+// date or else of its file, and for a user who stays up late the hours after midnight belong to the day
+// before.
 //
 // However an import ends, by a kill too, no file is lost: started again it finds what is there already, gives
-// it the words that it lacks and its place in the index, and goes on behind it.
+// it the words that it lacks and its place in the index, and continues behind it.
 #pragma once
 
 #include <optional>

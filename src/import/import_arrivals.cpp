@@ -48,7 +48,7 @@ std::optional<std::string_view> TakeRecord(std::string_view& rest) {
     return body;
 }
 
-// What stands before the end mark, which is taken too; empty, and the rest gone, when there is none.
+// What comes before the end mark, which is taken too; empty, and the rest gone, when there is none.
 std::string_view TakeUpTo(char end, std::string_view& rest) {
     const std::size_t at = rest.find(end);
     const std::string_view text = rest.substr(0, at == std::string_view::npos ? 0 : at);
@@ -163,7 +163,7 @@ std::set<MonthToCome> ArrivalJournal::Recover() {
         Log("words of an import that was cut off: %zu files", photos.size());
         AppendCommentAll(photos, words);
     }
-    words_.end = 1;  // whatever stands there
+    words_.end = 1;  // whatever is there
     ClearWords();
     return known_;
 }

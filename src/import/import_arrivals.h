@@ -1,4 +1,4 @@
-// What an import has still to do for files that stand in the calendar already: the words for their comments,
+// What an import has still to do for files that are in the calendar already: the words for their comments,
 // and the index of their months. A program that is killed leaves it written down; the next import does it.
 //
 // Two files in the Temp folder, both empty but for while an import runs (or after one that was killed).
@@ -53,7 +53,7 @@ public:
     // All that are noted.
     const std::set<MonthToCome>& Months() const { return known_; }
 
-    // Before a file appears. A kill of the program loses none of it; after a power cut it stands there when
+    // Before a file appears. A kill of the program loses none of it; after a power cut it is there when
     // Flush has returned.
     void AddMonth(const MonthToCome& month);
     void AddWords(const WordsToCome& words);

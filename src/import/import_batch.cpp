@@ -105,7 +105,7 @@ ImportResult ImportBatch::TryPlaces(ImportedFile& file, const std::string& dayFo
         const auto moved = MoveByName(file, choice);
         if (!moved) return StartCopy(file, dayFolder, source, choice);
         if (*moved != ImportResult::Taken) return *moved;
-        // Somebody else was faster to that name.
+        // Another program took that name first.
     }
     return ImportResult::Taken;
 }

@@ -1,7 +1,7 @@
 // ImportBatch: files on their way into their days, many at once.
 //
 // Making a file safe on the disk costs milliseconds; a batch waits once for all of its copies. Each copy
-// stands under a scratch name until it is whole and flushed, then it gets its name, and nothing is replaced.
+// has a scratch name until it is whole and flushed, then it gets its name, and nothing is replaced.
 // A source that is to go stays until its copy has been read back and compared; inside one volume it gets
 // another name instead and is never copied.
 #pragma once

@@ -31,7 +31,7 @@ std::optional<Number> NumberOf(std::string_view text, int base = 10) {
     return number;
 }
 
-// What stands before the end mark, which is taken too; empty, and the rest gone, when there is none.
+// What comes before the end mark, which is taken too; empty, and the rest gone, when there is none.
 std::string_view TakeUpTo(char end, std::string_view& rest) {
     const std::size_t at = rest.find(end);
     if (at == std::string_view::npos) {
@@ -56,7 +56,7 @@ std::optional<MoveRecord> TakeMoveRecord(std::string_view& rest) {
     return record;
 }
 
-// True when the source went because its copy stands.
+// True when the source was removed because its copy is there.
 bool RecoverMove(const MoveRecord& record) {
     const auto source = files::GetStatus(record.source), target = files::GetStatus(record.target);
     const bool areBothThere = source && target && source->isRegular && target->isRegular &&

@@ -1,5 +1,5 @@
 // The journal of moves from one volume to another: which sources are about to be removed because their copies
-// stand verified in the calendar. A program that is killed between the two leaves a file on both sides; the
+// lie verified in the calendar. A program that is killed between the two leaves a file on both sides; the
 // next import finishes what was begun.
 //
 // One file in the Temp folder, "import.journal", held locked by the import that uses it:
@@ -35,7 +35,7 @@ public:
     bool Open(const std::string& tempFolder);
     bool IsOpen() const { return file_.IsOpen(); }
 
-    // Removes each source that stands as it was noted and whose target holds the same bytes. How many.
+    // Removes each source that is as it was recorded and whose target holds the same bytes. How many.
     int Recover();
     // On the disk when it returns Done.
     files::FileResult Write(std::span<const MoveRecord> records);

@@ -1,4 +1,4 @@
-// Where a file that comes in is to stand: in its day's folder, under a name that no other file has.
+// Where an imported file is to lie: in its day's folder, under a name that no other file has.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +23,7 @@ enum class Naming {
 // Chooses the names of one import. One thread.
 class TargetNames {
 public:
-    enum class Form { File, Shortcut };  // what will stand there: the file, or "name.lnk" that points at it
+    enum class Form { File, Shortcut };  // what will lie there: the file, or "name.lnk" that points at it
     // What is done about a name under which a file is on its way.
     enum class OnReserved { Wait, CompareSources };
 
@@ -82,7 +82,7 @@ private:
     Choice SameOrDiffers(const std::string& path, const Incoming& file, int number) const;
     bool IsTaken(const std::string& path) const;
     bool IsSame(const std::string& path, const Incoming& file) const;
-    // Empty when the folder stands or was made.
+    // Empty when the folder exists or was made.
     std::optional<Choice> MakeSure(const std::string& folder) const;
 
     // What a folder held that has a number for its name before this import.
@@ -90,7 +90,7 @@ private:
         std::string path, extension;
         int number = 0;
         std::uint64_t size = 0;
-        bool isLink = false;  // a shortcut stands there, and the path is without ".lnk"
+        bool isLink = false;  // a shortcut lies there, and the path is without ".lnk"
     };
     const std::vector<Numbered>& NumberedIn(const std::string& folder);
 

@@ -14,7 +14,7 @@
 
 namespace kalmora {
 
-// Who gets each file of an import when it is done with, whatever became of it.
+// Who gets each file of an import when it is done with, with any result.
 class ArrivalListener {
 public:
     virtual ~ArrivalListener() = default;
@@ -51,7 +51,7 @@ struct ImportOptions {
 enum class ImportEnd {
     Finished,
     Unreadable,   // a source that is a folder cannot be listed
-    NoSource,     // a source is an empty name or does not stand, or there is none; nothing was touched
+    NoSource,     // a source is an empty name or does not exist, or there is none; nothing was touched
     MeetsTarget,  // a source holds the data folder or lies in it, or a link in it does; nothing was touched
     NoSpace,      // it would not fit; nothing was touched
     Interrupted
@@ -61,7 +61,7 @@ struct ImportSummary {
     ImportEnd end = ImportEnd::Finished;
     std::string refused;                 // of Unreadable, NoSource and MeetsTarget: what it is about
     int total = 0, done = 0;             // files; also in State().run.ImportTotal and ImportDone
-    std::map<ImportResult, int> counts;  // by what became of them
+    std::map<ImportResult, int> counts;  // by result
     int taken = 0, passedOver = 0;       // files that have arrived; files and folders that need not
     int differing = 0;                   // files that count as the same as one of their day, and are not
     int failures = 0;                    // files and folders whose result is one, and words not written

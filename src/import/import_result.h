@@ -1,4 +1,4 @@
-// What became of one file that was to come into the calendar.
+// The result for one file that was to be imported.
 #pragma once
 
 #include <cstdint>
@@ -16,11 +16,11 @@ namespace kalmora {
 enum class ImportResult {
     Copied,
     Moved,
-    Linked,      // a shortcut to it stands in its day
+    Linked,      // a shortcut to it lies in its day
     Same,        // the day has it already
     Differs,     // it counts as the same as a file of the day, and is not
     InPlace,     // it lay in its day's folder
-    Removed,     // a picture cache of another program, which nobody wants
+    Removed,     // a picture cache of another program, which is not wanted
     PassedOver,  // nothing that is imported: a pipe, an index, another program's scratch file, a trash folder
     Followed,    // a link to a folder: what lies there comes in
     VisitedOnce,  // a folder to which another way led before
@@ -28,7 +28,7 @@ enum class ImportResult {
     Denied,
     NoSpace,
     Taken,        // no name is left for it
-    Changed,      // somebody wrote it meanwhile
+    Changed,      // another program wrote it meanwhile
     Unreadable,   // a folder that cannot be listed
     MeetsTarget,  // a folder that holds the data folder or lies in it
     Failed        // the disk failed, or no date is known
@@ -36,7 +36,7 @@ enum class ImportResult {
 
 // "copied", "same file" and so on: for results, logs and messages.
 const char* NameOf(ImportResult result);
-// A file stands in the calendar now that was not there before.
+// A file is in the calendar now that was not there before.
 inline bool HasArrived(ImportResult result) {
     return result == ImportResult::Copied || result == ImportResult::Moved || result == ImportResult::Linked;
 }

@@ -1,4 +1,4 @@
-// Whether a file that comes in stands in the calendar already.
+// Whether a file to be imported is in the calendar already.
 #pragma once
 
 #include <cstdint>

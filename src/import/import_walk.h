@@ -22,7 +22,7 @@ namespace kalmora {
 // of pictures and of searches, marks of a desktop.
 bool IsJunkName(std::string_view name);
 
-// True for these and for what is nobody's photo either: index files, which belong to their folder, and
+// True for these and for what is no photo either: index files, which belong to their folder, and
 // scratch files, which belong to whoever makes them.
 bool IsLeftAlone(const std::string& name);
 

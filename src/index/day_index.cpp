@@ -36,7 +36,7 @@ bool HasSameRecord(const IndexEntry& a, const IndexEntry& b, const std::string& 
     return textOfA == textOfB;
 }
 
-// The position of the path, or where it would stand.
+// The position of the path, or where it would be.
 std::vector<EntryPointer>::const_iterator PlaceOf(const std::vector<EntryPointer>& entries,
                                                   std::string_view path) {
     return std::lower_bound(entries.begin(), entries.end(), path,
@@ -244,7 +244,7 @@ void DayIndex::Meet(const std::string& path, FolderWalk& walk) {
 
 void DayIndex::TakeIn(std::vector<EntryPointer>& added) {
     if (added.empty()) return;
-    // A file that had gone and is back must not stand in the order of time twice.
+    // A file that had gone and is back must not be in the order of time twice.
     if (timeOrder.size() > entries.size()) {
         std::unordered_set<std::string_view> paths;
         for (const EntryPointer& entry : added) paths.insert(entry->path);

@@ -1,6 +1,6 @@
 // DayIndex: the records of one calendar day, and the file $calendar.cidx that keeps them in the day's folder.
 //
-// The file is a cache: it can always be made anew from the folder. docs/formats.md describes it.
+// The file is a cache: it can always be rebuilt from the folder. docs/formats.md describes it.
 #pragma once
 
 #include <atomic>

@@ -67,7 +67,7 @@ bool DayIndex::DropGoneFiles(const std::vector<EntryPointer>& unseen, const Stop
         if (!files::Exists(entry->path)) gone.push_back(entry);
     }
     if (gone.empty()) return finished;
-    // Their places in the order of time stay until the day is loaded anew.
+    // Their places in the order of time stay until the day is loaded again.
     std::erase_if(entries, [&gone](const EntryPointer& entry) {
         return std::binary_search(
             gone.begin(), gone.end(), entry,

@@ -41,7 +41,7 @@ struct IndexEntry {
 using EntryPointer = std::shared_ptr<const IndexEntry>;
 
 // A place in the order of time. Holds the entry as it was when the place was given: a file that is read again
-// and has another date keeps its old place until its day is loaded anew.
+// and has another date keeps its old place until its day is loaded again.
 struct IndexTimeKey {
     EntryPointer entry;  // never null
     const std::string& Path() const { return entry->path; }

@@ -93,7 +93,7 @@ private:
 // with the roots of that moment, never destroyed.
 IndexManager& MainIndex();
 IndexManager& OtherIndex();
-// Has both made anew at their next use, with this context. For the start of the program and for tests, while
+// Has both rebuilt at their next use, with this context. For the start of the program and for tests, while
 // no other thread uses them.
 void ResetIndexes(const WorkContext& context = {});
 // OtherIndex while UseOtherFolder is set and the folder exists, else null.

@@ -23,7 +23,7 @@ constexpr std::size_t kLongestName = 255, kLongestPath = 4095;
 bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 // Takes values off the front of a line as a scan by a format does: blanks before a number do not count, and
-// the first thing that does not fit ends the scan, so that what stands behind it keeps its value.
+// the first thing that does not fit ends the scan, so that what follows it keeps its value.
 class Scan {
 public:
     explicit Scan(std::string_view text) : text_(text) {}
@@ -166,7 +166,7 @@ bool TakeField(std::string_view line, IndexEntry& entry) {
             entry.date.milliseconds = 0;
             return true;
         case Key("EVAL"):
-            // The third kind stands before the second: meant, and held by
+            // The third kind comes before the second: intended, and held by
             // IndexText.RatingsStandInTheOrderOneThreeTwo.
             scan.Decimal(entry.estimations.like).Literal(',').Decimal(entry.estimations.good).Literal(',');
             scan.Decimal(entry.estimations.privacy);

@@ -1,5 +1,5 @@
 // PhotoFile: one file of the data folder, of any kind (photo, movie, music, music list, text or
-// shortcut): what it says of itself, and what is written into it.
+// shortcut): its properties, and what is written into it.
 #pragma once
 
 #include <cstdint>

@@ -25,7 +25,7 @@ struct RewriteRecord {
     enum class Strategy : std::uint32_t {
         InPlace = 1,   // bytes are written over bytes
         Inserted = 2,  // space is inserted at `offset`, then bytes are written over what is there
-        Copied = 3,    // the file is written anew from `offset` on; a copy of it is in the Temp folder
+        Copied = 3,    // the file is rewritten from `offset` on; a copy of it is in the Temp folder
         Tool = 4  // an outside program wrote the file from that copy: earlier versions of this one did so
     };
 

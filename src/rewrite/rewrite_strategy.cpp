@@ -148,7 +148,7 @@ FileContent LookAfterTool(const EditFile& file, const RewriteRecord& record, con
     }
     if (comparison.Verdict(status->size == record.oldSize, false) == FileContent::Old)
         return FileContent::Old;
-    // What the tool was to make nobody knows; but it writes the file itself, so another one is somebody
+    // What the tool was to make is not known; but it writes the file itself, so another one is somebody
     // else's.
     const bool same = status->volume == record.volume && status->identity == record.identity;
     return same ? FileContent::Torn : FileContent::Foreign;

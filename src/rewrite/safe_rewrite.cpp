@@ -272,7 +272,7 @@ RewriteResult ApplyAndCheck(Job& job, const std::string& tempFolder, bool& nothi
     return RewriteResult::Written;
 }
 
-// Somebody who put another file at the path while we wrote has the last word.
+// If another program put another file at the path while this one wrote, that file stays.
 RewriteResult LastLook(const Job& job) {
     const auto named = files::GetStatus(job.record.path);
     if (named && IsSameFile(*named, job.before)) return RewriteResult::Written;

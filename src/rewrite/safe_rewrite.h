@@ -13,7 +13,7 @@
 // UTC, unless the change says otherwise: meant, so that the index and other programs of this family agree,
 // and held by a test. That goes for a file that says already what it should as well.
 //
-// Somebody who writes or replaces the file while we do wins: that version stays, the result is
+// If another program writes or replaces the file meanwhile, its version stays, the result is
 // Changed, and a copy that was made of the old one stays in the Temp folder under a name without "$".
 //
 // Any thread. One rewrite at a time for a Temp folder, by a lock that other programs and threads share and

@@ -8,7 +8,7 @@ namespace kalmora {
 // A box for an hour: picked from the list, or typed.
 struct HourEntry {
     int picked = -1;    // its place in the list, which is the hour; -1: none of the list
-    std::string typed;  // what stands in the box
+    std::string typed;  // what is in the box
 };
 
 inline constexpr int kHourChoices = 37;  // 00 to 36: what is past 24 reaches into the next day

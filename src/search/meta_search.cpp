@@ -31,7 +31,7 @@ void AskForRecord(const IndexEntry& entry) {
 }
 
 void AskForTexts(const IndexEntry& entry) {
-    WillSoonRead(entry.path.data() + entry.path.size() / 2);  // names stand at the end
+    WillSoonRead(entry.path.data() + entry.path.size() / 2);  // names are at the end
     WillSoonRead(entry.comment.data());
 }
 
@@ -111,8 +111,8 @@ bool QueryMatcher::HasAllWords(const IndexEntry& entry, const Folder& folder) co
     return true;
 }
 
-// The words in their order. One that stands in the path ends the attempt, and the record is left out, even
-// where a later word stands in its comment: meant, and held by QueryOrMode.WordInThePathLeavesTheRecordOut.
+// The words in their order. One that is in the path ends the attempt, and the record is left out, even
+// where a later word is in its comment: intended, and held by QueryOrMode.WordInThePathLeavesTheRecordOut.
 bool QueryMatcher::HasAnyWord(const IndexEntry& entry, const Folder& folder) const {
     const bool isSearchable = IsSearchable(entry.comment);
     for (std::size_t i = 0; i < words_.size(); ++i) {

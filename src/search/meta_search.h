@@ -13,7 +13,7 @@
 namespace kalmora {
 
 // The records of a day that a query has found. They are pointed at and not copied; the day stays in memory
-// for as long as somebody has this.
+// for as long as a caller has this.
 struct FoundDay {
     std::shared_ptr<const DayIndex> day;   // never null
     std::vector<std::uint32_t> positions;  // in day->entries, ascending; so by path

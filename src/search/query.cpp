@@ -82,10 +82,10 @@ ValueRange ReadTime(std::string_view value) {
 
 struct Term {
     std::string_view name;
-    bool takesNextToken;  // when it stands alone, its value is the token behind it
+    bool takesNextToken;  // when it is alone, its value is the token behind it
     void (*take)(Query& query, std::string_view value);
 };
-// "apeture:" is spelt so: what people have got used to typing goes on working.
+// "apeture:" is spelt so: what users are used to typing keeps working.
 constexpr Term kTerms[] = {
     {"time:", true, [](Query& query, std::string_view value) { query.time = ReadTime(value); }},
     {"mode:", false, [](Query& query, std::string_view value) { query.modeValue = ReadNumber(value); }},
@@ -194,7 +194,7 @@ Query ParseQuery(const QueryTokens& split) {
         if (value.empty() && term->takesNextToken && at + 1 < tokens.size()) value = tokens[++at];
         term->take(query, text::CutAtCharacter(value, kLongestValue));
     }
-    // Each tag of meals or drinks adds its words anew; they do no harm twice.
+    // Each tag of meals or drinks adds its words again; having them twice does no harm.
     for (const std::string& tag : std::vector<std::string>(query.tags)) ApplyTag(query, tag);
     return query;
 }

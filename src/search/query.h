@@ -18,7 +18,7 @@ namespace kalmora {
 struct QueryTokens {
     // Two blanks side by side and a blank at an end leave an empty token, which is a word like any other.
     std::vector<std::string> tokens;
-    bool orMode = false;  // the word "or" stood somewhere; it is no token any more
+    bool orMode = false;  // the word "or" was in it; it is no token any more
 };
 
 // Folds the line as comments are folded (text::Fold), so that case, width and kind of kana do not matter.
@@ -37,7 +37,7 @@ struct ValueRange {
 // A query in the form in which records are held against it. Plain data; whoever has it may share it between
 // threads.
 struct Query {
-    std::vector<std::string> words;  // folded; the words that meals and drinks stand for come last
+    std::vector<std::string> words;  // folded; the words that meals and drinks mean come last
     std::vector<std::string> tags;   // values of the tag: terms
     bool orMode = false;             // words are alternatives, and nothing but them and the time counts
     ValueRange time;                 // hours; a high above 24 reaches into the small hours

@@ -82,7 +82,7 @@ SearchResult Search(const std::string& query, SearchScope scope, const Period& p
         std::lock_guard lock(all.mutex);
         const LastRun& last = all.last;
         if (query.empty()) return last.results;
-        // The scope counts too, or the box for it would do nothing to the query that stands.
+        // The scope counts too, or the box for it would do nothing to the query in force.
         if (query == last.lastQuery && scope == last.lastScope && ShowSamePeriod(period, last.lastPeriod))
             return last.results;
         number = ++all.startedRuns;
@@ -94,7 +94,8 @@ SearchResult Search(const std::string& query, SearchScope scope, const Period& p
     const bool whole = SearchBothRoots(matcher, RangeOf(scope, period), stop, *found);
     if (stop.IsStopped()) return found;
     std::lock_guard lock(all.mutex);
-    // A newer search has the last word. One that missed something is shown, but not for longer than needed.
+    // The result of a newer search is kept. One that missed something is shown, but not for longer than
+    // needed.
     if (number == all.startedRuns) all.last = {whole ? query : std::string(), period, scope, found};
     return found;
 }

@@ -14,7 +14,7 @@ public:
     explicit WordFinder(std::string word);
 
     const std::string& Word() const { return word_; }
-    // Byte by byte, as it stands: for comments, which are folded as the word is. An empty word is in
+    // Byte by byte, unchanged: for comments, which are folded as the word is. An empty word is in
     // everything.
     bool IsInComment(std::string_view comment) const;
     // At any byte of a path, letters of ASCII in either case. An empty word is in no path. Nothing else is
@@ -23,7 +23,7 @@ public:
 
 private:
     std::string word_;        // letters of ASCII are small ones
-    std::size_t rarest_ = 0;  // where its byte stands that is least to be expected in a text
+    std::size_t rarest_ = 0;  // the place of its byte that is rarest in texts
     // That byte eight times, and the bit by which a capital differs from it, if it is a letter.
     std::uint64_t probes_ = 0, caseBits_ = 0;
 };

@@ -218,8 +218,8 @@ std::vector<DateNode> DateTree::Nodes(int level) const {
 }
 
 DateTreeListener& NoDateTreeListener() {
-    static auto* const nobody = new DateTreeListener;  // workers may outlive main
-    return *nobody;
+    static auto* const none = new DateTreeListener;  // workers may outlive main
+    return *none;
 }
 
 namespace {

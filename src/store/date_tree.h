@@ -44,7 +44,7 @@ public:
     // Walks the whole root twice, first to know how far there is to go. State().run.DateScanRunning is set
     // all the while. False when stopped: it leaves after the folder that it reads. One scan at a time.
     bool ScanAll(const std::string& root, const StopToken& stop = {});
-    // One walk. With countOnly only the day folders are counted; otherwise the lists are made anew. Rests 100
+    // One walk. With countOnly only the day folders are counted; otherwise the lists are rebuilt. Rests 100
     // ms after each month that holds something. Links to folders inside a day are not followed.
     bool Scan(const std::string& root, bool countOnly, const StopToken& stop = {});
 
@@ -81,7 +81,7 @@ private:
 // The one of DataDirectory: a process-wide record, since the scan at the start, the heartbeat and the views
 // all reach it. Made on first use, never destroyed.
 DateTree& TheDateTree();
-// Makes it anew, empty. For the start of the program and for tests, while no other thread
+// Replaces it with an empty one. For the start of the program and for tests, while no other thread
 // uses it.
 void ResetDateTree(DateTreeListener& listener = NoDateTreeListener());
 

@@ -40,7 +40,7 @@ constexpr std::string_view kHeading =
     "# このファイルに記述してある拡張子はすべてバイナリとみなします．\n"
     "# ここに列挙されている拡張子のファイルは文字列処理されません．\n"
     "# 大文字小文字どちらでもOKです．\n";
-// Its sections stand in another order than those of a saved table: meant.
+// Its sections are in another order than those of a saved table: intended.
 constexpr std::string_view kDefaultSections =
     "[IMAGE]\nbmp\njpg\njpeg\ngif\npng\ntif\ntiff\n\n"
     "[MOVIE]\navi\nwmv\nmov\nmpg\nmpeg\nflv\n\n"
@@ -102,13 +102,13 @@ Lists Parse(std::string_view content) {
         // TheLastByteOfALineGoesWhateverItIs
         ListOf(lists, *current).push_back(Entry(line.substr(0, line.size() - 1)));
     }
-    // A table from before movies were known goes on working.
+    // A table from before movies were known keeps working.
     if (!movieSeen) ListOf(lists, ObjectKind::Movie).assign(kMovieDefaults.begin(), kMovieDefaults.end());
     return lists;
 }
 
 // The extension in the path's last 9 bytes; a dot with nothing behind it is passed over. '\' ends nothing: it
-// may stand in a name.
+// may be in a name.
 std::string_view FindExtension(std::string_view path) {
     std::size_t scanned = 0;
     for (std::size_t end = path.size(); end > 0;) {

@@ -16,7 +16,7 @@ constexpr std::string_view kNoExtensionBytes = "/ :\\,()~=?#!\"'$%&";
 
 std::string GetExtension(std::string_view path) {
     // All bytes that are looked for are ASCII and never part of a longer UTF-8 character. No character takes
-    // fewer than one byte of code page 932 for four of UTF-8, which bounds how far back a dot can stand.
+    // fewer than one byte of code page 932 for four of UTF-8, which bounds how far back a dot can be.
     constexpr std::size_t kFarthest = kMaxExtensionBytes * 4 + 1;
     const std::size_t end = path.size() > kFarthest ? path.size() - kFarthest : 0;
     for (std::size_t i = path.size(); i > end; --i) {

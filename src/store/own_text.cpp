@@ -24,7 +24,7 @@ Form FormOf(std::string_view bytes) {
     return IsUtf8Text(bytes) ? Form::Utf8 : Form::CodePage932;
 }
 
-// Escapes that stand in the text stay escapes.
+// Escapes that are in the text stay escapes.
 std::string FromUtf8Form(std::string_view utf8) {
     std::string bytes;
     while (true) {

@@ -161,7 +161,7 @@ constexpr WriterRow kWriterRows[] = {
     {"", "AllowMultiDataDirectory", &A::AllowMultiDataDirectory},
     {"", "DataDirectory", &A::DataDirectory, Writing::DataFolder},
     {"", "UseOtherFolder", &A::UseOtherFolder},
-    // These two are read as they stand, so a short path would name another folder.
+    // These two are read as they are, so a short path would name another folder.
     {"", "OtherDirectory", &A::OtherDirectory},
     {"", "ImportDirectory", &A::ImportDirectory},
     {"", "RemoveImportFiles", &A::RemoveImportFiles},

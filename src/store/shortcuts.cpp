@@ -14,12 +14,12 @@ constexpr std::size_t kLargestShortcut = 1u << 20;
 
 // The place that a relative path names. The dots are taken out, unless a link on the way makes that another
 // place.
-std::string PlaceOf(const std::string& folder, const std::string& relative, bool& stands) {
+std::string PlaceOf(const std::string& folder, const std::string& relative, bool& exists) {
     std::string asStored = files::Join(folder, files::WithPlatformSeparators(relative));
     std::string plain = NormalizePath(asStored);
     const auto stored = files::GetStatus(asStored);
-    stands = stored.has_value();
-    if (!stands || plain == asStored) return plain;
+    exists = stored.has_value();
+    if (!exists || plain == asStored) return plain;
     const auto plainStatus = files::GetStatus(plain);
     const bool isSame =
         plainStatus && plainStatus->volume == stored->volume && plainStatus->identity == stored->identity;
@@ -45,9 +45,9 @@ std::optional<std::string> ReadShortcut(std::string_view bytes, const std::strin
         if (paths->absolute.empty()) return std::nullopt;
         return paths->absolute;
     }
-    bool stands = false;
-    std::string place = PlaceOf(folder, paths->relative, stands);
-    if (!stands && !paths->absolute.empty()) return paths->absolute;
+    bool exists = false;
+    std::string place = PlaceOf(folder, paths->relative, exists);
+    if (!exists && !paths->absolute.empty()) return paths->absolute;
     return place;
 }
 

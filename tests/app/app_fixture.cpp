@@ -29,7 +29,7 @@ AppTest::AppTest() {
 }
 
 AppTest::~AppTest() {
-    Settle();
+    WaitUntilIdle();
     heartbeat_.Stop();
     SetMainWindow(nullptr);
     window_.reset();
@@ -50,7 +50,7 @@ void AppTest::OpenMainWindow(Size size) {
     window_->Show();
     SetButtonStates();
     TheApplication()->ProcessEvents(10);
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     calls_.Clear();
 }
 

@@ -26,7 +26,7 @@ protected:
     }
     std::vector<std::string> Run(int id) {
         DispatchCommand(parts_, *window_, id);
-        EXPECT_TRUE(Settle());
+        EXPECT_TRUE(WaitUntilIdle());
         return Calls();
     }
     std::string Period() const {

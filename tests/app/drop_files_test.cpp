@@ -266,7 +266,7 @@ TEST_F(ArrivalsTest, FileJoinsTheDayInView) {
     ShowDay(2008, 11, 13);
     AddText(2008, 11, 13, "first.txt", "one");
     UpdateObjects();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     ASSERT_EQ(Calendar().CurrentDayViewer().objects.Count(), 1u);
     EXPECT_TRUE(
         DropFiles({{Add("second.txt", "two")}, {400, 200}, false}, DropPlace::MainWindow).viewChanged);
@@ -278,7 +278,7 @@ TEST_F(ArrivalsTest, FileJoinsTheDayInView) {
 TEST_F(ArrivalsTest, FileJoinsItsCellOfTheMonthAndTheYear) {
     ShowMonth(2008, 11);
     UpdateObjects();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     const std::string path = AddPicture(2008, 11, 13, "a.png", {255, 0, 0});
     EXPECT_TRUE(AddToView(path, {2008, 11, 13}));
     EXPECT_EQ(Calendar().MonthOf(2008, 11).days[12].objects.size(), 1u);
@@ -287,7 +287,7 @@ TEST_F(ArrivalsTest, FileJoinsItsCellOfTheMonthAndTheYear) {
     EXPECT_FALSE(AddToView(path, {2008, 11, 31})) << "no such day";
     ShowYear(2008);
     EXPECT_TRUE(AddToView(path, {2008, 12, 13}));
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
 }
 
 TEST_F(ArrivalsTest, FileJoinsTheScatter) {

@@ -25,7 +25,7 @@ protected:
         ShowMonth(2008, 11);
         OpenMainWindow();
         UpdateObjects();
-        EXPECT_TRUE(Settle());
+        EXPECT_TRUE(WaitUntilIdle());
         calls_.Clear();
         state_.settings.TimingOfPopup = kPeriod;
         state_.run.TicksInView = 0;
@@ -34,7 +34,7 @@ protected:
         state_.run.LastCursorX = state_.run.LastCursorY = 10;
         state_.run.LastActivity = 0;
     }
-    ~HeartbeatTest() override { Settle(); }
+    ~HeartbeatTest() override { WaitUntilIdle(); }
 
     BeatEnd Beat() {
         clock_.now = clock_.now + kPeriod * 1000;
@@ -98,7 +98,7 @@ TEST_F(HeartbeatTest, WaitsForTheLoader) {
     EXPECT_EQ(Beat(), BeatEnd::WorkersRunning);
     EXPECT_EQ(state_.run.LastActivity, 0) << "the cursor is looked at only afterwards";
     go.set_value();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_EQ(Beat(), BeatEnd::Redrawn);
 }
 
@@ -110,7 +110,7 @@ TEST_F(HeartbeatTest, WaitsForThePaintThread) {
     }));
     EXPECT_EQ(Beat(), BeatEnd::WorkersRunning);
     go.set_value();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_EQ(Beat(), BeatEnd::Redrawn);
 }
 
@@ -200,7 +200,7 @@ TEST_F(HeartbeatTest, AutoNavigationMovesOn) {
     state_.settings.AutoNavigate = 1;
     state_.run.TicksInView = 1000;
     EXPECT_EQ(Beat(), BeatEnd::Navigated);
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_EQ(state_.run.TicksInView, 0);
 }
 
@@ -233,7 +233,7 @@ TEST_F(HeartbeatTest, ViewThatStandsItsTimeIsRedrawnMeanwhile) {
 TEST_F(HeartbeatTest, ViewThatIsNotReadyIsLoaded) {
     Calendar().MonthOf(2008, 11).ready = false;
     EXPECT_EQ(Beat(), BeatEnd::Reloaded);
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_TRUE(Calendar().MonthOf(2008, 11).ready);
     EXPECT_EQ(Beat(), BeatEnd::Redrawn);
 }
@@ -246,7 +246,7 @@ TEST_F(HeartbeatTest, YearIsReadyWhileItIsBeingLoaded) {
     EXPECT_EQ(Beat(), BeatEnd::Redrawn);
     year.loading = false;
     EXPECT_EQ(Beat(), BeatEnd::Reloaded);
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
 }
 
 TEST_F(HeartbeatTest, ScatterAndDayAreAlwaysReady) {
@@ -255,7 +255,7 @@ TEST_F(HeartbeatTest, ScatterAndDayAreAlwaysReady) {
     EXPECT_EQ(Beat(), BeatEnd::Redrawn);
     ChangeView([&](ViewState& view) { view.scatter = false; });
     EXPECT_EQ(Beat(), BeatEnd::Reloaded);
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     ShowDay(1999, 1, 1);
     EXPECT_EQ(Beat(), BeatEnd::Redrawn);
 }

@@ -73,7 +73,7 @@ TEST_F(IndexBesideView, AllAtOnce) {
         }
         UpdateObjects();
         SetButtonStates();
-        Settle();
+        WaitUntilIdle();
         if (round % 3 == 2) StopIndexing("the user");
     }
     done = true;
@@ -84,7 +84,7 @@ TEST_F(IndexBesideView, AllAtOnce) {
     day.dataRoot = State().settings.DataDirectory;
     ASSERT_TRUE(day.Load(2008, 11, 5));
     EXPECT_EQ(day.entries.size(), 2u);
-    EXPECT_TRUE(Settle());
+    EXPECT_TRUE(WaitUntilIdle());
 }
 
 }  // namespace

@@ -36,7 +36,7 @@ protected:
     }
     void Load() {
         UpdateObjects();
-        EXPECT_TRUE(Settle());
+        EXPECT_TRUE(WaitUntilIdle());
         calls_.Clear();
     }
     static Event At(EventType type, Point point) {
@@ -138,7 +138,7 @@ TEST_F(MainWindowTest, DayNumberIsASquareFromTenToThirty) {
         ShowMonth(2008, 11);
         Load();
         Press({cell.x + offset.x, cell.y + offset.y});
-        EXPECT_TRUE(Settle());
+        EXPECT_TRUE(WaitUntilIdle());
         EXPECT_EQ(View().period.level, isNumber ? Level::Day : Level::Month) << offset.x << "," << offset.y;
         EXPECT_EQ(View().period.date.day, kDay);
     }
@@ -149,7 +149,7 @@ TEST_F(MainWindowTest, CtrlAndAPressOpenTheDayUnderTheCursor) {
     press.ctrl = true;
     Pointer(window_->ToScreen(press.point));
     EXPECT_TRUE(Send(press));
-    EXPECT_TRUE(Settle());
+    EXPECT_TRUE(WaitUntilIdle());
     EXPECT_EQ(View().period.level, Level::Day);
     EXPECT_EQ(View().period.date.day, 20);
     EXPECT_EQ(state_.press.PressActive, 0) << "the rest of a press does not happen";
@@ -170,7 +170,7 @@ TEST_F(MainWindowTest, PressOnAMonthsPictureOpensTheMonth) {
     ShowYear(2008);
     Load();
     EXPECT_TRUE(Press(Middle(MonthPictureRect(window_->ClientSize().width, 7))));
-    EXPECT_TRUE(Settle());
+    EXPECT_TRUE(WaitUntilIdle());
     EXPECT_EQ(View().period.level, Level::Month);
     EXPECT_EQ(View().period.date.month, 7);
 }
@@ -205,7 +205,7 @@ TEST_F(MainWindowTest, PressInADayTakesTheTopmostObject) {
     ShowDay(2008, 11, kDay);
     Load();
     PaintView();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     const auto objects = Calendar().CurrentDayViewer().objects.Snapshot();
     ASSERT_EQ(objects.size(), 1u);
     ASSERT_FALSE(objects[0]->drawn.IsEmpty());
@@ -219,7 +219,7 @@ TEST_F(MainWindowTest, PressInTheScatterTakesTheTopmostObject) {
     ChangeView([&](ViewState& view) { view.scatter = true; });
     Load();
     PaintView();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     const auto objects = Calendar().CurrentAllViewer().objects.Snapshot();
     ASSERT_EQ(objects.size(), 2u);
     EXPECT_TRUE(Press(Middle(objects.back()->drawn)));
@@ -232,7 +232,7 @@ TEST_F(MainWindowTest, PressThatLastsOpensTheDayUnderTheCursor) {
     Pointer(window_->ToScreen(Middle(Cell(18))), true);
     Press(Middle(Cell(18)));
     EXPECT_TRUE(Timer(kTimerLongPress));
-    EXPECT_TRUE(Settle());
+    EXPECT_TRUE(WaitUntilIdle());
     EXPECT_EQ(View().period.level, Level::Day);
     EXPECT_EQ(View().period.date.day, 18);
 }

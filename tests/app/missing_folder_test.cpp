@@ -23,7 +23,7 @@ protected:
         ShowMonth(2008, 11);
         OpenMainWindow(kWindow);
         UpdateObjects();
-        EXPECT_TRUE(Settle());
+        EXPECT_TRUE(WaitUntilIdle());
         state_.settings.TimingOfPopup = 3;
         state_.run.LastTickClock = clock_.now.load();
         Pointer({10, 10});
@@ -32,7 +32,7 @@ protected:
         // The scan of the dates begins again when the folder is back.
         for (int turn = 0; state_.run.InitialScanRunning && turn < 1000; ++turn)
             TheApplication()->ProcessEvents(5);
-        Settle();
+        WaitUntilIdle();
         LookForDataFolder();
         state_.settings.OutputNavigationLog = false;
     }
@@ -40,7 +40,7 @@ protected:
     BeatEnd Beat() {
         clock_.now = clock_.now + 3000;
         const BeatEnd end = heartbeat_.Tick();
-        EXPECT_TRUE(Settle());
+        EXPECT_TRUE(WaitUntilIdle());
         return end;
     }
     std::string Away() const { return root_ + "/unplugged"; }
@@ -71,7 +71,7 @@ TEST_F(MissingFolderTest, EachViewSaysSo) {
     Unplug();
     const auto isSaid = [&] {
         UpdateObjects();
-        EXPECT_TRUE(Settle());
+        EXPECT_TRUE(WaitUntilIdle());
         return CardColor() == MemoColor();
     };
     ShowYear(2008);
@@ -90,7 +90,7 @@ TEST_F(MissingFolderTest, NothingIsMadeInItsPlace) {
     Unplug();
     Beat();
     UpdateObjects();
-    EXPECT_TRUE(Settle());
+    EXPECT_TRUE(WaitUntilIdle());
     const std::vector<std::string> lines = navigation_.lines.Take();
     EXPECT_FALSE(lines.empty());
     for (const std::string& line : lines) NavigationLog("%s", line.c_str());

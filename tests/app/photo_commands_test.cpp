@@ -66,7 +66,7 @@ protected:
         OpenWindow({900, 600});
         ShowDay(2008, 11, 13);
         UpdateObjects();
-        ASSERT_TRUE(Settle());
+        ASSERT_TRUE(WaitUntilIdle());
     }
     static PlacedObjectPtr ObjectInDay() { return Calendar().CurrentDayViewer().objects.Front(); }
     DesktopPhotoRater rater_;
@@ -115,11 +115,11 @@ TEST_F(ViewPhotosTest, PictureThatBecomesBadGoesWithTheNextPaintInGoodMode) {
     State().settings.GoodMode = 1;
     EXPECT_TRUE(rater_.Rate(path, EstimateType::Bad));
     PaintView();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_FALSE(Calendar().CurrentDayViewer().objects.HitTest(inside, nullptr));
     EXPECT_TRUE(rater_.Rate(path, EstimateType::Clear));
     PaintView();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_TRUE(Calendar().CurrentDayViewer().objects.HitTest(inside, nullptr));
 }
 
@@ -149,7 +149,7 @@ TEST_F(ViewPhotosTest, TurnedPictureIsDrawnAsItIsNow) {
     EXPECT_THAT(Calls(),
                 ElementsAre("SayNeighbor \"Rotating\" 100", "SayNeighbor \"Ok.    \" 20", "ReloadNeighbor"));
     PaintView();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     const Rect after = ObjectInDay()->drawn;
     EXPECT_GT(after.height, after.width);
     EXPECT_EQ(after.height, before.height) << "the lines of a day are as high as ever";

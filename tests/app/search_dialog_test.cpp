@@ -136,7 +136,7 @@ TEST_F(SearchCommand, ShowsTheResultOfAnAnswer) {
     ChangeView([&](ViewState& view) { view.searchResult = true; });
     ShowSearch(parts_);
     EXPECT_EQ(state_.run.AllRing, 0) << "thirteen stores, round and round";
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     others_.searchAnswer = false;
     ShowSearch(parts_);
     EXPECT_EQ(state_.run.AllRing, 0);

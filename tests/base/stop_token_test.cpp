@@ -71,7 +71,7 @@ TEST(StopToken, OfAGateIsStoppedWhileItsHolderIsAskedToLeave) {
     WorkGate gate;
     const StopToken token(gate);
     gate.RequestStop();
-    EXPECT_FALSE(token.IsStopped()) << "nobody holds it";
+    EXPECT_FALSE(token.IsStopped()) << "no source holds it";
     ASSERT_TRUE(gate.Acquire("first"));
     EXPECT_FALSE(token.IsStopped());
     gate.RequestStop();

@@ -47,8 +47,8 @@ TEST(TicketLock, ItGoesToTheFirstThatCameAndALaterOneIsRefusedWhileTooManyWait) 
     const TicketLock::Ticket holder = lock.Lock(1, 10);
     std::atomic<TicketLock::Ticket> second = TicketLock::kRefused;
     std::thread waiting([&] { second = lock.Lock(100, 600); });
-    // Once the other thread stands in line behind the holder, one try is not enough to join it. Until then
-    // the call waits its second in vain.
+    // Once the other thread queues behind the holder, one try is not enough to join it. Until then
+    // the call waits its second and gives up.
     bool refusedAtOnce = false;
     for (int looks = 0; looks < 20 && !refusedAtOnce; ++looks) {
         const auto start = Clock::now();
@@ -91,7 +91,7 @@ TEST(TicketLock, ATicketThatIsNotInLineChangesNothing) {
 
 TEST(TicketLock, OneThreadAtATimeHoldsIt) {
     TicketLock lock;
-    int inside = 0, most = 0, done = 0;  // touched by the holder only: the thread sanitizer would tell
+    int inside = 0, most = 0, done = 0;  // touched by the holder only: the thread sanitizer would report it
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i)
         threads.emplace_back([&] {

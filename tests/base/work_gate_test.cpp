@@ -90,7 +90,7 @@ TEST(WorkGate, AStopIsAskedOnlyOfAHolder) {
 
 TEST(WorkGate, OneThreadAtATimeWorksBehindIt) {
     WorkGate gate;
-    int inside = 0;  // touched by the holder only: the thread sanitizer would tell
+    int inside = 0;  // touched by the holder only: the thread sanitizer would report it
     int most = 0;
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i)

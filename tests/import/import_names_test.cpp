@@ -89,7 +89,7 @@ TEST_F(MakeTargetPathTest, FolderOfAnotherCaseIsAnotherFolder) {
     const std::string photos = MakeFolder("photos");
     const std::string elsewhere = Put("PHOTOS/2008/200811/2008_1113/A.JPG", "x");
     if (files::Exists(files::Join(photos, "2008")))
-        GTEST_SKIP() << "this file system does not tell cases apart";
+        GTEST_SKIP() << "this file system does not distinguish cases";
     EXPECT_EQ(MakeTargetPath(elsewhere, photos, 2008, 11, 13), At("photos/2008/200811/2008_1113/A.JPG"));
 }
 

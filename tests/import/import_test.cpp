@@ -273,7 +273,7 @@ TEST_F(ImportFolderTest, NumbersReplaceNothingAndASecondTimeAddNothing) {
     Add("D.JPG", PhotoTaken("2008:11:13 10:15:30") + "of a series");
     EXPECT_THAT((Import(), Results()), ElementsAre(ImportResult::Same, ImportResult::Same));
     EXPECT_EQ(NamesInDay().size(), 4u);
-    EXPECT_EQ(TreeOf(card).size(), 2u) << "what stands there is not taken away";
+    EXPECT_EQ(TreeOf(card).size(), 2u) << "what is there is not taken away";
 }
 
 // ---- what is not the same after all
@@ -391,7 +391,7 @@ TEST_F(ImportMoveTest, CompanionsGoBeforeTheirPhotoWhichTellsTheirDay) {
     EXPECT_FALSE(files::Exists(card));
 }
 
-// ---- what becomes of the source
+// ---- what is done with the source
 
 TEST_F(ImportMoveTest, SourcesAndEmptiedFoldersGo) {
     const std::string source = Add("100/A.JPG", PhotoTaken("2008:11:13 10:15:30"));

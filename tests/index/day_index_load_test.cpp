@@ -207,7 +207,7 @@ TEST_F(DayIndexFolder, WalkEndsAfterTheFirstSubFolder) {
     for (const char* name :
          {"a.txt", "B.txt", "c/inside.txt", "c/zz/deep.txt", "c/zzz.txt", "d.txt", "e/other.txt"})
         PutInDay(name);
-    // "zzz.txt" stands behind "zz" and "d.txt" behind "c".
+    // "zzz.txt" comes after "zz" and "d.txt" after "c".
     EXPECT_THAT(NamesOf(LoadDay()), ElementsAre("B.txt", "a.txt", "c/inside.txt", "c/zz/deep.txt"));
 }
 

@@ -37,7 +37,7 @@ protected:
 };
 
 TEST_F(DayIndexUpdate, FileOfTheSameTimeIsServedAfterALoadAndKeptByAnUpdate) {
-    Touch(PutInDay("a.txt", "bird"), 0);  // other content, same time: nobody looks
+    Touch(PutInDay("a.txt", "bird"), 0);  // other content, same time: it is not read
     EXPECT_EQ(LoadDay().Find(PathOf("a.txt"))->comment, "cat");
     EXPECT_FALSE(Writes());
     EXPECT_EQ(CommentOf("a.txt"), "cat");
@@ -148,7 +148,7 @@ TEST_F(DayIndexUpdate, FileThatComesBackStandsOnceInTheFile) {
 TEST_F(DayIndexUpdate, FileBehindASubFolderKeepsItsRecord) {
     PutInDay("aa/inside.txt");
     Update();
-    // "b.txt" stands behind the folder and is not visited, but it is there.
+    // "b.txt" comes after the folder and is not visited, but it is there.
     EXPECT_THAT(NamesOf(day), ElementsAre("a.txt", "aa/inside.txt", "b.txt"));
     Touch(PutInDay("b.txt", "changed"), 5);
     Update();

@@ -35,7 +35,7 @@ bool Eventually(const Condition& condition) {
     return false;
 }
 
-// Holds the worker of a month at its first sign of life until it is let go.
+// Holds the worker of a month at its first progress report until it is released.
 class HeldWorker {
 public:
     explicit HeldWorker(ProgressProbe& probe) : probe_(probe) {
@@ -176,7 +176,7 @@ TEST_F(MonthIndexLoad, StopEndsItBeforeTheNextDayAndKeepsWhatIsDone) {
     EXPECT_FALSE(month.IsLoaded(3));
     EXPECT_FALSE(month.busy);
     probe.onProgress = nullptr;
-    EXPECT_TRUE(month.Load(0));  // goes on where it was stopped
+    EXPECT_TRUE(month.Load(0));  // continues where it was stopped
 }
 
 TEST_F(MonthIndexLoad, StoppedLoadHasWrittenTheDaysItFinished) {
@@ -259,7 +259,7 @@ TEST_F(MonthIndexGate, WaitEndsAfterAboutTwoSeconds) {
     auto first = std::async(std::launch::async, [&] { return month.Load(0); });
     ASSERT_TRUE(Eventually([&] { return held.Arrived(); }));
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_TRUE(month.Load(0));  // beside the worker that still stands there
+    EXPECT_TRUE(month.Load(0));  // beside the worker that is still there
     const auto waited = std::chrono::steady_clock::now() - start;
     EXPECT_GE(waited, std::chrono::milliseconds(2000));
     EXPECT_LT(waited, std::chrono::seconds(30));

@@ -344,7 +344,7 @@ TEST_F(ExifWriter, FillingAtTheEndOfAFullBlockTakesTheWords) {
 }
 
 TEST_F(ExifWriter, FillingThatBelongsToAPreviewIsNotFilled) {
-    // The dark end of a preview without compression: it stands in strips.
+    // The dark end of a preview without compression: it is stored in strips.
     const std::string camera = ExifBuilder()
                                    .Undefined(ExifBuilder::Exif, 0x927C, std::string(60'000, 'm'))
                                    .Long(ExifBuilder::Thumbnail, 0x0111, 60'200)

@@ -89,7 +89,7 @@ TEST_F(RewriteJournalTest, WithAnyByteChangedHasNoNotes) {
         bytes[at] = static_cast<char>(bytes[at] ^ 0x80);
         Put("rewrite.journal", bytes);
         const std::vector<RewriteRecord> read = journal.Read();
-        const bool isCount = at >= 20 && at < 24;  // the records themselves tell how many they are
+        const bool isCount = at >= 20 && at < 24;  // the records themselves show how many they are
         if (!isCount) {
             EXPECT_TRUE(read.empty()) << at;
         } else if (!read.empty()) {

@@ -243,14 +243,14 @@ TEST_F(SafeRewriteTest, FileThatIsReplacedWhileItIsLookedAtIsLeft) {
     for (const char* content : {"new", "newer"}) {
         EXPECT_EQ(SafeRewrite(path,
                               [&](FileChange& change) {
-                                  Put("b.bin", "somebody else's");
+                                  Put("b.bin", "another program's");
                                   std::filesystem::rename(At("b.bin"), path);
                                   change.oldLength = 3;
                                   change.content = content;
                                   return RewriteResult::Written;
                               }),
                   RewriteResult::Changed);
-        EXPECT_EQ(ContentOf(path), "somebody else's");
+        EXPECT_EQ(ContentOf(path), "another program's");
     }
 }
 
@@ -388,10 +388,10 @@ TEST_F(CutOffTest, FileThatHasGoneComesBackFromItsCopy) {
 }
 
 TEST_F(CutOffTest, FileOfAnotherHandStaysAndSoDoesTheCopy) {
-    const std::string path = Put("a.bin", "somebody else's");
+    const std::string path = Put("a.bin", "another program's");
     Leave({CopiedRecord(path)});
     EXPECT_EQ(RecoverRewrites(At("Temp")), 0);
-    EXPECT_EQ(ContentOf(path), "somebody else's");
+    EXPECT_EQ(ContentOf(path), "another program's");
     EXPECT_EQ(ContentOf(At("Temp/kept-a.bin")), "old words");
     Put("a.bin", "XXX words");
     Leave({InPlaceRecord(path)});

@@ -1,5 +1,5 @@
-// Everything that works on the index at once: nobody waits for ever, no index file is torn, and when all is
-// quiet one update makes it right.
+// Everything that works on the index at once: no thread waits for ever, no index file is torn, and when all
+// is quiet one update makes it right.
 #include <atomic>
 #include <chrono>
 #include <functional>
@@ -39,7 +39,7 @@ protected:
             });
         for (std::thread& thread : threads) thread.join();
     }
-    // What stands on the disk is whole: it is read to its end and written as the same.
+    // What is on the disk is whole: it is read to its end and written as the same.
     void ExpectWholeIndexes() const {
         for (const int month : {11, 12})
             for (const int day : {1, 13}) {

@@ -257,7 +257,7 @@ TEST(QueryOrMode, MealsAndDrinksAreFoundInComments) {
 }
 
 TEST(QueryOrMode, TestsDoNotCount) {
-    EXPECT_TRUE(Finds("tag:meal tag:like", {.comment = "lunch"})) << "nobody has said that he likes it";
+    EXPECT_TRUE(Finds("tag:meal tag:like", {.comment = "lunch"})) << "the user has not rated it as liked";
     EXPECT_TRUE(Finds("cat or dog iso:100~200", {.comment = "a dog"}));
     EXPECT_FALSE(Finds("or tag:like", With(&Estimations::like, 64))) << "without a word nothing is left";
 }

@@ -121,7 +121,7 @@ TEST(ParseQuery, ValueThatIsNoNumberIsZero) {
         EXPECT_EQ(ParseQuery(query).iso.low, 0) << query;
         EXPECT_EQ(ParseQuery(query).iso.high, 0) << query;
     }
-    EXPECT_EQ(ParseQuery("mode:12abc").modeValue, 12) << "what stands in front of the rest counts";
+    EXPECT_EQ(ParseQuery("mode:12abc").modeValue, 12) << "what comes before the rest counts";
 }
 
 TEST(ParseQuery, RangesWantATildeAndHoursAHyphen) {

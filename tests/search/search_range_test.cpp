@@ -36,7 +36,7 @@ TEST_F(SearchRangeTest, YearIsSearchedMonthByMonth) {
     MainIndex().Load(2008, 12, 0);  // in front of the list
     EXPECT_THAT(FindIn({2008, 0, 0}), ElementsAre("january.txt", "december.txt"));
     EXPECT_TRUE(whole);
-    EXPECT_TRUE(MainIndex().IsLoaded(2008, 0, 0)) << "the year stands in memory from now on";
+    EXPECT_TRUE(MainIndex().IsLoaded(2008, 0, 0)) << "the year is in memory from now on";
 }
 
 TEST_F(SearchRangeTest, DayIsSearchedAlone) {
@@ -54,7 +54,7 @@ TEST_F(SearchRangeTest, YearZeroIsEveryMonthThatWasTouched) {
     MainIndex().Load(2007, 5, 0);
     MainIndex().Load(2007, 5, 0);
     EXPECT_THAT(FindIn({0, 0, 0}), ElementsAre("loaded.txt", "touched.txt")) << "the last one used first";
-    EXPECT_NE(MainIndex().FindMonth(0, 12), nullptr) << "its own twelve months stand in the list too";
+    EXPECT_NE(MainIndex().FindMonth(0, 12), nullptr) << "its own twelve months are in the list too";
 }
 
 TEST_F(SearchRangeTest, SearchedMonthInTheListIsInMemoryAfterwards) {

@@ -1,4 +1,4 @@
-// The search in force: which result stands, and when it is made anew.
+// The search in force: which result is kept, and when it is made again.
 #include "search/search_run.h"
 
 #include "search/search_fixture.h"
@@ -90,7 +90,7 @@ TEST_F(SearchRunTest, StoppedRunIsNotKept) {
     EXPECT_THAT(*Search("dog", SearchScope::View, Month(), stop.Token()), IsEmpty());
     probe.onProgress = nullptr;
     EXPECT_THAT(NamesOf(*CurrentSearchResult()), ElementsAre("a.txt"));
-    EXPECT_THAT(Find("dog", Month()), ElementsAre("b.txt")) << "it runs anew";
+    EXPECT_THAT(Find("dog", Month()), ElementsAre("b.txt")) << "it runs again";
 }
 
 TEST_F(SearchRunTest, PartialResultIsShownAndNotReliedUpon) {

@@ -127,7 +127,8 @@ TEST_F(DataFolderTest, WhenNoneOfSeveralStandsNothingIsMadeInTheirPlace) {
     EXPECT_EQ(CurrentDataRoot(), "/nowhere/a");
     EXPECT_FALSE(files::Exists(At("files")));
     MakeFolder("files");
-    EXPECT_EQ(CurrentDataRoot(), "/nowhere/a") << "photos would come into a folder that nobody has named";
+    EXPECT_EQ(CurrentDataRoot(), "/nowhere/a")
+        << "photos would come into a folder that the user has not named";
     EXPECT_THAT(State().settings.DataDirectories, ElementsAre("/nowhere/a", "/nowhere/b"));
 }
 

@@ -33,14 +33,14 @@ protected:
         EXPECT_EQ(LoadSettings(Put("kalmora.ini", bytes)), FileRead::Read);
     }
 
-    // A golden file as it stands on disk: code page 932, with the home folder in it.
+    // A golden file as it is on disk: code page 932, with the home folder in it.
     std::string Golden(const std::string& name) const {
         std::string content = GoldenText(name);
         for (std::size_t at = 0; (at = content.find("<HOME>", at)) != std::string::npos;)
             content.replace(at, 6, home);
         return text::ToCp932(content);
     }
-    // What depends on the machine: the programs and the card that stand on it.
+    // What depends on the machine: the programs and the card that it has.
     void SetMachine() const {
         State().settings.ImportDirectory = "/media/card/DCIM";
         State().settings.TextEditor = "xdg-open";
@@ -577,7 +577,7 @@ TEST_F(SettingsFileTest, WithSeveralTheListKeepsTheOrderOfTheFile) {
     MakeFolder("b");
     Load("AllowMultiDataDirectory=1\nDataDirectory=/nowhere/a\nDataDirectory=b\nDataDirectory=/nowhere/c\n");
     EXPECT_THAT(State().settings.DataDirectories, ElementsAre("/nowhere/a", At("b"), "/nowhere/c"));
-    EXPECT_EQ(State().settings.DataDirectory, At("b"));  // the one that stands
+    EXPECT_EQ(State().settings.DataDirectory, At("b"));  // the one that exists
     EXPECT_THAT(MakeSettingsText(),
                 HasSubstr("\nDataDirectory=/nowhere/a\nDataDirectory=b\nDataDirectory=/nowhere/c\n"));
 }

@@ -163,7 +163,7 @@ TEST(Shortcut, LeadsRightFromAFolderThatIsReachedThroughALink) {
     const TemporaryFolder folder;
     folder.AddFolder("deep");
     folder.AddFolder("deep/data");
-    // "../a.jpg" from the link's own place is another file than from the folder it stands for.
+    // "../a.jpg" from the link's own place is another file than from the folder it names.
     folder.Add("deep/a.jpg", "the wrong one");
     const std::string target = folder.Add("a.jpg", "the right one");
     std::filesystem::create_directory_symlink("deep/data", folder / "data");
@@ -193,7 +193,7 @@ TEST(Shortcut, IsNotMadeWhereNothingCanBeWritten) {
 }
 
 TEST(Shortcut, IsWrittenByteForByteAsTheFormatSays) {
-    // The target does not stand, so no times and no size get in.
+    // The target does not exist, so no times and no size get in.
     const std::string bytes = MakeShortcut("/no/表.jpg", "/no");
     ForeignShortcut expected;
     expected.hasInfo = expected.isInfoWide = true;

@@ -1,4 +1,4 @@
-// What the store's tests share: a home folder of their own, a clock that stands still, small files.
+// What the store's tests share: a home folder of their own, a clock with a fixed time, small files.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -33,7 +33,7 @@ public:
     int sleptMs = 0;
 };
 
-// The home folder is State().settings.ProgramFolder; nothing stands in it at first.
+// The home folder is State().settings.ProgramFolder; it is empty at first.
 class StoreTest : public testing::Test {
 protected:
     StoreTest() : home(files::MakeTemporaryFolder()) {

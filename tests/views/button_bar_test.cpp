@@ -84,7 +84,7 @@ TEST_F(ButtonBarTest, WithEverySettingOnAllStandInOrder) {
     for (const ButtonRow& row : kButtonRows)
         if (row.setting) State().settings.*row.setting = true;
     window_->SetFrame({0, 0, 1600, 700});
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     SetButtonStates();
     const auto buttons = VisibleButtons();
     std::vector<std::string> names;
@@ -158,7 +158,7 @@ TEST_F(ButtonBarTest, YearHidesTheLevelLabelAndSearchTakesItsPlace) {
 
 TEST_F(ButtonBarTest, WideningTheWindowMovesTheButtons) {
     window_->SetFrame({0, 0, 1200, 700});
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     SetButtonStates();
     EXPECT_EQ(Find(VisibleButtons(), "Help")->area.Right(), 1200 - 5);
 }

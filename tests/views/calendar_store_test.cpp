@@ -21,7 +21,7 @@ TEST_F(CalendarStoreTest, WorkerThatWasLetGoCountsUntilItHasLeft) {
     while (calendar_->IsObjectLoaderRunning()) TheApplication()->ProcessEvents(1);
     EXPECT_TRUE(calendar_->AreWorkersRunning()) << "the first one still waits";
     go.set_value();
-    EXPECT_TRUE(Settle());
+    EXPECT_TRUE(WaitUntilIdle());
     EXPECT_FALSE(calendar_->AreWorkersRunning());
 }
 

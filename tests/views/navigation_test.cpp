@@ -28,7 +28,7 @@ TEST_F(NavigationTest, StepsInAMonth) {
         ShowMonth(2008, 11);
         ChangeView([&](ViewState& view) { view.period.date.day = 13; });
         StepPeriod(way);
-        EXPECT_TRUE(Settle());
+        EXPECT_TRUE(WaitUntilIdle());
         return Now();
     };
     EXPECT_EQ(step(Step::OuterNext), "2:2009/11/13");
@@ -41,7 +41,7 @@ TEST_F(NavigationTest, StepsInAYear) {
     const auto step = [this](Step way) {
         ShowYear(2008);
         StepPeriod(way);
-        EXPECT_TRUE(Settle());
+        EXPECT_TRUE(WaitUntilIdle());
         return View().period.date.year;
     };
     EXPECT_EQ(step(Step::OuterNext), 2010);
@@ -54,7 +54,7 @@ TEST_F(NavigationTest, StepsInADay) {
     const auto step = [this](Step way) {
         ShowDay(2008, 11, 13);
         StepPeriod(way);
-        EXPECT_TRUE(Settle());
+        EXPECT_TRUE(WaitUntilIdle());
         return Now();
     };
     EXPECT_EQ(step(Step::OuterNext), "4:2008/12/13");
@@ -120,11 +120,11 @@ TEST_F(NavigationTest, FourteenthDayReusesTheFirstViewerEmptied) {
     ShowDay(2008, 11, 1);
     OpenWindow({960, 700});
     UpdateObjects();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     ASSERT_EQ(Calendar().dayViewers[0].objects.Count(), 1u);
     for (int i = 0; i < 13; ++i) {
         StepPeriod(Step::Next);
-        ASSERT_TRUE(Settle());
+        ASSERT_TRUE(WaitUntilIdle());
     }
     EXPECT_EQ(State().run.DayRing, 0);
     EXPECT_EQ(Calendar().dayViewers[0].objects.Count(), 0u);
@@ -135,10 +135,10 @@ TEST_F(NavigationTest, LevelUpGoesFromDayToMonthToYearAndNoFurther) {
     ShowDay(2008, 11, 13);
     OneLevelUp();
     EXPECT_EQ(View().period.level, Level::Month);
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     OneLevelUp();
     EXPECT_EQ(View().period.level, Level::Year);
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     OneLevelUp();
     EXPECT_EQ(View().period.level, Level::Year);
 }
@@ -155,7 +155,7 @@ TEST_F(NavigationTest, ToYearlyWorksFromAMonthOnly) {
 TEST_F(NavigationTest, RefusedLevelChangeKeepsTheNewViewWithoutLoadingIt) {
     ShowMonth(2008, 11);
     UpdateObjects();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     navigation_.lines.Clear();
     const auto first = State().run.ObjectQueue.Lock(1, 100);
     ToYearly();  // waits its 100 ms and gives up
@@ -177,10 +177,10 @@ TEST_F(NavigationTest, JumpWithoutAMonthShowsTheYear) {
     ShowMonth(2008, 11);
     JumpTo(1999, 0, 0);
     EXPECT_EQ(Now(), "1:1999/0/0");
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     JumpTo(1999, 5, 0);
     EXPECT_EQ(Now(), "2:1999/5/0");
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     JumpTo(1999, 5, 7);
     EXPECT_EQ(Now(), "4:1999/5/7");
     EXPECT_EQ(State().run.DayRing, 1);
@@ -201,7 +201,7 @@ TEST_F(NavigationTest, DownFromAYearEndsInAMonthDrawnAtRandom) {
     for (int i = 0; i < 40; ++i) {
         ShowYear(1999);
         OpenTodayLevel();
-        ASSERT_TRUE(Settle());
+        ASSERT_TRUE(WaitUntilIdle());
         EXPECT_EQ(View().period.level, Level::Month);
         months.insert(View().period.date.month);
     }
@@ -261,11 +261,11 @@ TEST_F(NavigationTest, ModesFlipAndReload) {
     ShowMonth(2008, 11);
     navigation_.lines.Clear();
     ToggleGoodMode();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     TogglePublicMode();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     ToggleAllView();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_EQ(State().settings.GoodMode, 1);
     EXPECT_EQ(State().settings.PublicMode, 1);
     EXPECT_TRUE(View().scatter);
@@ -281,13 +281,13 @@ TEST_F(NavigationTest, EachLoadIsToldWithItsPeriod) {
     navigation_.lines.Clear();
     ShowYear(2008);
     UpdateObjects();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     ShowMonth(2008, 3);
     UpdateObjects();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     ShowDay(2008, 3, 4);
     UpdateObjects();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_THAT(navigation_.lines.Take(),
                 testing::ElementsAre("(Year)\t2008", "(Month)\t2008/03", "(Day)\t2008/03/04"));
 }

@@ -31,7 +31,7 @@ class PaintOrderTest : public ViewTest {};
 TEST_F(PaintOrderTest, PaintThatBeganEarlierDoesNotCoverTheOneThatBeganLater) {
     ShowMonth(2008, 11);
     OpenWindow({400, 300});
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     SlowFirstPaint view;
     CalendarView* const real = std::exchange(calendar_->monthView, &view);
     std::thread slow(PaintBase);

@@ -30,7 +30,7 @@ class PaintingTest : public ViewTest {
 protected:
     void Load() {
         UpdateObjects();
-        ASSERT_TRUE(Settle());
+        ASSERT_TRUE(WaitUntilIdle());
     }
     static Rect Cell(int day) { return MonthCellRect(MakeMonthGrid(2008, 11, {0, 0, 960, 700}, false), day); }
     Color CentreOf(int day) const {
@@ -95,7 +95,7 @@ TEST_F(PaintingTest, VanishedFileIsPassedOver) {
     Load();
     files::RemoveFile(gone);
     PaintView();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_EQ(CentreOf(3), kGreen);
     EXPECT_LE(ContentOfCell(2008, 11, 3).count, 2u);
 }
@@ -107,7 +107,7 @@ TEST_F(PaintingTest, FileThatVanishesBetweenListingAndReadingLeavesTheCellEmpty)
     Load();
     files::RemoveFile(gone);
     PaintView();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_NE(CentreOf(3), kRed);
 }
 
@@ -162,9 +162,9 @@ TEST_F(PaintingTest, WindowWithoutASizeIsNoTrouble) {
     OpenWindow({1, 1});
     Load();
     window_->SetFrame({0, 0, 5000, 3});
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     window_->SetFrame({0, 0, 960, 700});
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_EQ(CentreOf(3), kRed);
 }
 
@@ -172,7 +172,7 @@ TEST_F(PaintingTest, MonthOutsideTheCalendarIsNotDrawn) {
     ShowMonth(2008, 13);
     OpenWindow({960, 700});
     PaintView();
-    EXPECT_TRUE(Settle());
+    EXPECT_TRUE(WaitUntilIdle());
 }
 
 TEST_F(PaintingTest, SecondRootAddsItsObjects) {
@@ -231,7 +231,7 @@ TEST_F(PaintingTest, EmptyScatterIsLoadedAtOnce) {
     OpenWindow({960, 700});
     UpdateObjects();
     EXPECT_TRUE(Calendar().CurrentAllViewer().loaded);
-    EXPECT_TRUE(Settle());
+    EXPECT_TRUE(WaitUntilIdle());
 }
 
 TEST_F(PaintingTest, ScatterKeepsEveryObjectInsideTheWindow) {
@@ -274,7 +274,7 @@ TEST_F(PaintingTest, PausedWalkDrawsNothingAndLeavesTheGuiThreadFree) {
     EXPECT_TRUE(Calendar().IsPaintThreadRunning());
     EXPECT_EQ(Calendar().objectsDrawn, 0);
     State().run.Paused = 0;
-    EXPECT_TRUE(Settle());
+    EXPECT_TRUE(WaitUntilIdle());
     EXPECT_EQ(Calendar().objectsDrawn, 1);
 }
 
@@ -296,7 +296,7 @@ TEST_F(PaintingTest, RepaintDuringTheWalkLeavesTheWindowAsItIs) {
     }
     EXPECT_TRUE(stays);
     State().run.Paused = 0;
-    EXPECT_TRUE(Settle());
+    EXPECT_TRUE(WaitUntilIdle());
     EXPECT_EQ(Calendar().objectsDrawn, 1) << "the walk has begun again after the paint";
 }
 
@@ -310,7 +310,7 @@ TEST_F(PaintingTest, StopEndsTheWalk) {
     while (Calendar().objectsDrawn == 0 && UptimeMs() - start < 10000) TheApplication()->ProcessEvents(2);
     ASSERT_GT(Calendar().objectsDrawn, 0) << "the walk clears the stop where it begins";
     StopCurrentLoad();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_LT(Calendar().objectsDrawn, 20);
     EXPECT_FALSE(Calendar().CurrentDayViewer().loaded);
 }
@@ -460,7 +460,7 @@ TEST_F(PaintingTest, StopWithoutALoadDoesNotEmptyTheDayForGood) {
     Load();
     StopCurrentLoad();
     PaintView();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_EQ(Calendar().objectsDrawn, 1);
 }
 
@@ -494,7 +494,7 @@ TEST_F(PaintingTest, LoadThatIsStoppedInItsMiddleLeavesNothingRunning) {
         Calendar().AdvanceDayRing();
         UpdateObjects();
     }
-    EXPECT_TRUE(Settle());
+    EXPECT_TRUE(WaitUntilIdle());
     EXPECT_FALSE(State().run.ObjectGate.IsHeld());
 }
 

@@ -42,7 +42,7 @@ protected:
     }
     void Reload() {
         UpdateObjects();
-        ASSERT_TRUE(Settle());
+        ASSERT_TRUE(WaitUntilIdle());
     }
     static std::vector<std::string> InCell(int month, int day) {
         std::lock_guard lock(Calendar().SlotOf(2008).mutex);
@@ -124,7 +124,7 @@ TEST_F(SearchViewTest, AllLoadedTurnsToAScatterOfEverythingFound) {
 TEST_F(SearchViewTest, EndingItBringsTheFoldersBack) {
     Show("cat");
     EndSearch();
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_FALSE(View().searchResult);
     EXPECT_THAT(InCell(11, 13), ElementsAre("cat.txt", "dog.txt"));
 }
@@ -140,7 +140,7 @@ TEST_F(SearchViewTest, LabelShowsTheQueryAndEndsTheSearch) {
     const Rect area = label();
     ASSERT_FALSE(area.IsEmpty());
     EXPECT_EQ(PressButton({area.x + area.width / 2, area.y + area.height / 2}), ButtonPress::Done);
-    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_FALSE(View().searchResult);
     EXPECT_TRUE(label().IsEmpty());
     EXPECT_THAT(InCell(11, 13), ElementsAre("cat.txt", "dog.txt"));

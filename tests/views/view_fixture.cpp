@@ -44,7 +44,7 @@ ViewTest::ViewTest() : root_(files::MakeTemporaryFolder()) {
 }
 
 ViewTest::~ViewTest() {
-    Settle();
+    WaitUntilIdle();
     SetMainWindow(nullptr);
     DestroyButtons();
     window_.reset();
@@ -92,7 +92,7 @@ void ViewTest::OpenWindow(Size size) {
     TheApplication()->ProcessEvents(10);
 }
 
-bool ViewTest::Settle() {
+bool ViewTest::WaitUntilIdle() {
     const double start = UptimeMs();
     do {
         TheApplication()->ProcessEvents(2);

@@ -31,7 +31,7 @@ protected:
     // A window of this size, in view until the test ends; its Paint events draw.
     void OpenWindow(Size size);
     // Serves events until neither worker runs and nothing waits to be drawn; false after ten seconds.
-    bool Settle();
+    bool WaitUntilIdle();
     void ShowMonth(int year, int month);
     void ShowYear(int year);
     void ShowDay(int year, int month, int day);

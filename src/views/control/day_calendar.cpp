@@ -28,7 +28,7 @@ Loading DayCalendar::Load(const LoadRequest& request, const StopToken& stop) {
     return Loading::Done;
 }
 
-// Reads the day's cell of the grid, not the viewer that is shown; meant as it stands.
+// Reads the day's cell of the grid, not the viewer that is shown, on purpose.
 void DayCalendar::Reload(const LoadRequest& request, const StopToken& stop) {
     const auto& [year, month, day] = request.view.period.date;
     Log("Reload (%d/%d/%d)", year, month, day);

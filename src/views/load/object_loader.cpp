@@ -51,7 +51,7 @@ void UpdateObjects() {
         return;
     };
     if (stop.IsStopped()) return leave();
-    // A grid's worker searches by itself. A search of all that is loaded is shown as a scatter, so it comes
+    // A grid's worker searches itself. A search of all that is loaded is shown as a scatter, so it comes
     // before the choice of the view.
     if (Calendar().ViewOf(request.view).DrawsObjects() || request.view.searchAllLoaded) {
         RunSearch(request, stop);

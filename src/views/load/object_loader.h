@@ -4,7 +4,7 @@
 
 namespace kalmora {
 
-// Loads and paints the period in view anew. GUI thread, or the heartbeat's thread. Waits at most 2.2 s for
+// Loads and paints the period in view again. GUI thread, or the heartbeat's thread. Waits at most 2.2 s for
 // the running worker to leave; refused (nothing happens) when somebody else waits already.
 void UpdateObjects();
 

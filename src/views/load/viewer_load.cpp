@@ -75,17 +75,17 @@ void LoadAllViewer(const LoadRequest& request, const StopToken& loadStop) {
                       viewer.objects);
         if (request.view.period.level != Level::Year) return;
         for (int month = 1; month <= 12 && !stop.IsStopped(); ++month) {
-            ProgressStripe(month / 12.0);  // a sign of life: a year may be a hundred thousand files
+            ProgressStripe(month / 12.0);  // progress: a year may be a hundred thousand files
             FillMonth(root, request.view.period.date.year, month, stop, viewer.objects);
         }
         ProgressStripe(kStripeFinished);
     };
     if (request.view.searchResult && request.view.searchAllLoaded) {
-        // Whatever was found, whenever it is from.
+        // All that was found, of every date.
         AddListing(ListFoundFiles({}, stop), viewer.objects);
     } else {
         fill(MainRoot());
-        // The second root has no part in a whole year's scatter; meant as it stands.
+        // The second root has no part in a whole year's scatter, on purpose.
         if (const std::string other = OtherRoot(); !other.empty() && request.view.period.level != Level::Year)
             fill(other);
     }

@@ -55,7 +55,7 @@ struct CalendarStore {
     void AdvanceDayRing();
     void AdvanceAllRing();
 
-    // Starts the worker anew; an old one that still runs is let go. Any thread.
+    // Starts a new worker; an old one that still runs is released. Any thread.
     bool StartObjectLoader(std::function<void()> body);
     bool StartPaintThread(std::function<void()> body);
     // A paint run goes from StartPaintThread until EndPaintRun. A full paint that comes meanwhile is left to

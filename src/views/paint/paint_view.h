@@ -6,7 +6,7 @@
 namespace kalmora {
 
 // Paints the base (see paint_base.h), then starts the run that draws a day's or a scatter's objects. Any
-// thread. While such a run is going nothing is drawn, and the run itself begins anew.
+// thread. While such a run is going nothing is drawn, and the run itself starts over.
 void PaintView();
 
 // Starts the run that draws a day's objects, or a period's scatter, over the painted window, one by one, on
@@ -14,8 +14,8 @@ void PaintView();
 // thread; does not wait.
 void EventPaint();
 
-// Body of the run; `load` is the token of the load whose objects it draws. Lets a burst of paints come to
-// rest first; a full paint that is asked for meanwhile is done here and the walk begins anew.
+// Body of the run; `load` is the token of the load whose objects it draws. Waits until a burst of paints
+// has ended; a full paint that is asked for meanwhile is done here and the walk starts over.
 void EventPaintThread(const StopToken& load);
 
 }  // namespace kalmora
