@@ -14,6 +14,7 @@
 #include "views/load/object_loader.h"
 #include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
+#include "views/paint/heartbeat_redraw.h"
 #include "views/paint/paint_view.h"
 
 namespace kalmora {
@@ -51,6 +52,12 @@ protected:
         Event event{EventType::Timer};
         event.timer = id;
         return Send(event);
+    }
+    // A beat draws what lies in the rectangle.
+    bool IsDrawnByABeat(const Rect& area) {
+        window_->Draw()->FillRect(area, {1, 2, 3});
+        HeartbeatRedraw(1);
+        return PixelAt(Middle(area).x, Middle(area).y) != Color{1, 2, 3};
     }
     enum class Drag { Own, Foreign };
     bool Drop(Point point, Drag drag = Drag::Own) {
@@ -246,6 +253,30 @@ TEST_F(MainWindowTest, PressThatWasLetGoOpensNoDayLater) {
     EXPECT_GE(state_.run.LastActivity, 0);
     Timer(kTimerLongPress);
     EXPECT_EQ(View().period.level, Level::Month);
+}
+
+TEST_F(MainWindowTest, PressThatLeadsToNoDayLeavesTheDayChanging) {
+    ShowDay(2008, 11, kDay);
+    Load();
+    PaintView();
+    ASSERT_TRUE(WaitUntilIdle());
+    Press({950, 600});
+    Timer(kTimerLongPress);
+    EXPECT_TRUE(IsDrawnByABeat(Calendar().CurrentDayViewer().objects.Front()->drawn));
+}
+
+TEST_F(MainWindowTest, PressThatLeadsToNoDayLeavesTheScatterChanging) {
+    ChangeView([](ViewState& view) { view.scatter = true; });
+    Load();
+    PaintView();
+    ASSERT_TRUE(WaitUntilIdle());
+    Pointer(window_->ToScreen({480, 5}));
+    Press({480, 5});
+    Timer(kTimerLongPress);
+    Event press = At(EventType::LeftDown, {480, 5});
+    press.ctrl = true;
+    Send(press);
+    EXPECT_TRUE(IsDrawnByABeat(Calendar().CurrentAllViewer().objects.Front()->drawn));
 }
 
 TEST_F(MainWindowTest, MoveOfTwoPixelsIsStillAClick) {

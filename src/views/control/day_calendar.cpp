@@ -42,8 +42,6 @@ void DayCalendar::Reload(const LoadRequest& request, const StopToken& stop) {
 
 void DayCalendar::Stop(const Period&) { Calendar().CurrentDayViewer().stop = true; }
 
-void DayCalendar::GoOn(const Period&) {}  // the next walk clears its own stop
-
 bool DayCalendar::IsReady(const Period&) const { return true; }
 
 void DayCalendar::Paint(Canvas& canvas, const Period&, Size client, double scale) {

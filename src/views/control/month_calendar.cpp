@@ -53,8 +53,6 @@ void MonthCalendar::Stop(const Period& period) {
     Calendar().MonthOf(period.date.year, period.date.month).RaiseStop();
 }
 
-void MonthCalendar::GoOn(const Period& period) { Calendar().ViewOf(Level::Year).GoOn(period); }
-
 bool MonthCalendar::IsReady(const Period& period) const {
     const YearView& slot = Calendar().SlotOf(period.date.year);
     std::lock_guard lock(slot.mutex);

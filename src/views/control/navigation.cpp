@@ -74,12 +74,6 @@ std::optional<CalendarDate> DayUnderCursor() {
                                             window->ClientSize());
 }
 
-// A change that came to nothing has stopped the view: what is loaded already shall move on.
-void LetViewGoOn() {
-    const ViewState view = View();
-    Calendar().ViewOf(view).GoOn(view.period);
-}
-
 void OpenMonthOfYear(const SystemTime& today) {
     StopCurrentLoad();
     Period target{Level::Month, View().period.date};
@@ -117,7 +111,7 @@ void OpenDayOfMonth(const SystemTime& today) {
     ChangeView([&](ViewState& view) { view.period = target; });
     SetButtonStates();
     DrawButtonsOnWindow();
-    // The view is a day already, so this only stops and clears.
+    // The view is a day already, so this only clears what is pressed.
     ChangeToDaily(0);
     SetButtonStates();
     DrawButtonsOnWindow();
@@ -237,17 +231,18 @@ void ChangeToMonthly(int month) {
 
 void ChangeToDaily(int day) {
     AppState& state = State();
-    StopCurrentLoad();
     state.press.ObjectHit = 0;
     state.press.PressActive = 0;
     CalendarDate target = View().period.date;
     if (day < 1) {
         const auto found = DayUnderCursor();
-        if (!found) return LetViewGoOn();
+        if (!found) return;
         target = *found;
     } else {
         target.day = day;
     }
+    // Only now: a press that leads to no day leaves the view at work.
+    StopCurrentLoad();
     AdvanceRing();
     ChangeView([&](ViewState& view) { view.period = {Level::Day, target}; });
     state.run.TicksInView = 0;
@@ -256,9 +251,9 @@ void ChangeToDaily(int day) {
 }
 
 void JumpTo(int year, int month, int day) {
-    StopCurrentLoad();
     TicketGuard guard(State().run.ObjectQueue, 1, 100);
     if (!guard) return;
+    StopCurrentLoad();
     const bool toDay = month > 0 && day >= 1;
     if (toDay)
         AdvanceRing();
@@ -277,9 +272,9 @@ void JumpToToday() {
 }
 
 void ToggleAllView() {
-    StopCurrentLoad();
     const NavigationGuard guard;
     if (!guard) return;
+    StopCurrentLoad();
     ChangeView([](ViewState& view) { view.scatter = !view.scatter; });
     ReloadPeriod();
 }

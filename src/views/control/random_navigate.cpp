@@ -47,9 +47,9 @@ bool RandomNavigate() {
         (level == Level::Day && picked->day < 1))
         return true;
 
-    StopCurrentLoad();
     TicketGuard guard(state.run.ObjectQueue, 1, 100);
     if (!guard) return false;
+    StopCurrentLoad();
     state.run.TicksInView = 0;
     if (View().scatter)
         calendar.AdvanceAllRing();

@@ -25,8 +25,6 @@ void ScatterCalendar::Reload(const LoadRequest&, const StopToken&) {}  // the co
 
 void ScatterCalendar::Stop(const Period&) { Calendar().CurrentAllViewer().stop = true; }
 
-void ScatterCalendar::GoOn(const Period&) {}  // the next walk clears its own stop
-
 bool ScatterCalendar::IsReady(const Period&) const { return true; }
 
 void ScatterCalendar::Paint(Canvas&, const Period&, Size, double) {}

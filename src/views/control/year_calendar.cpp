@@ -53,13 +53,6 @@ bool YearCalendar::LoadFolders(const std::string& root, const Period& period, co
 
 void YearCalendar::Stop(const Period& period) { Calendar().SlotOf(period.date.year).RaiseStop(); }
 
-void YearCalendar::GoOn(const Period& period) {
-    YearView& slot = Calendar().SlotOf(period.date.year);
-    if (slot.ready) slot.stop = false;
-    for (MonthView& month : slot.months)
-        if (month.ready) month.LowerStop();
-}
-
 bool YearCalendar::IsReady(const Period& period) const {
     const YearView& slot = Calendar().SlotOf(period.date.year);
     std::lock_guard lock(slot.mutex);

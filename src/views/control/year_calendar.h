@@ -11,7 +11,6 @@ public:
     Loading Load(const LoadRequest& request, const StopToken& stop) override;
     void Reload(const LoadRequest& request, const StopToken& stop) override;
     void Stop(const Period& period) override;
-    void GoOn(const Period& period) override;
     bool IsReady(const Period& period) const override;
 
     void Paint(Canvas& canvas, const Period& period, Size client, double scale) override;

@@ -54,8 +54,6 @@ public:
     virtual void Reload(const LoadRequest& request, const StopToken& stop) = 0;
     // Raises the stop flag of what holds the period.
     virtual void Stop(const Period& period) = 0;
-    // Lowers it again where the period is loaded: a change of the view failed.
-    virtual void GoOn(const Period& period) = 0;
     // The period is loaded or being loaded, so that there is something to redraw.
     virtual bool IsReady(const Period& period) const = 0;
 

@@ -3,9 +3,9 @@
 
 namespace kalmora {
 
-// Raises the stop flag of what the current view holds. Each change of the date begins with it. The flag is
-// state and no request: loads, walks and beats of what it marks stop until the next load or walk lowers it,
-// or the change comes to nothing. Any thread.
+// Raises the stop flag of what the current view holds. Each change of the date begins with it, once it is
+// certain that the view changes: the flag is state and no request, and loads, walks and beats of what it
+// marks stop until the next load or walk lowers it. Any thread.
 void StopCurrentLoad();
 
 }  // namespace kalmora

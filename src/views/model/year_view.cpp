@@ -29,11 +29,6 @@ void MonthView::RaiseStop() {
     for (DayCell& day : days) day.stop = true;
 }
 
-void MonthView::LowerStop() {
-    stop = false;
-    for (DayCell& day : days) day.stop = false;
-}
-
 void YearView::Clear() {
     std::lock_guard lock(mutex);
     ready = loading = stop = active = false;

@@ -47,7 +47,6 @@ struct MonthView {
     void Clear();             // with the slot's mutex held
     int ObjectCount() const;  // with the slot's mutex held
     void RaiseStop();         // any thread
-    void LowerStop();         // any thread; of a month that is loaded
 };
 
 struct YearView {
