@@ -23,7 +23,7 @@ protected:
             names.push_back(entry.path.substr(entry.path.rfind('/') + 1));
         return names;
     }
-    DayListing List() { return ListDayFolder(DayFolder(2008, 11, 13), StopToken()); }
+    DayListing List() { return ListDayFolder(DayFolder(2008, 11, 13), View(), StopToken()); }
     std::string Add(const std::string& name, std::string_view content = "x") {
         return AddFile(DayFolder(2008, 11, 13), name, content);
     }
@@ -127,9 +127,25 @@ TEST_F(DayListingTest, TwentyThousandFilesAreListed) {
 TEST_F(DayListingTest, StopEndsTheWalk) {
     for (const char* name : {"a.jpg", "b.jpg", "c.jpg"}) Add(name);
     StopSource stop;
-    EXPECT_EQ(ListDayFolder(DayFolder(2008, 11, 13), stop.Token()).entries.size(), 3u);
+    EXPECT_EQ(ListDayFolder(DayFolder(2008, 11, 13), View(), stop.Token()).entries.size(), 3u);
     stop.RequestStop();
-    EXPECT_THAT(ListDayFolder(DayFolder(2008, 11, 13), stop.Token()).entries, IsEmpty());
+    EXPECT_THAT(ListDayFolder(DayFolder(2008, 11, 13), View(), stop.Token()).entries, IsEmpty());
+}
+
+TEST_F(DayListingTest, WalkThatIsStoppedOnItsWayGivesWhatItHasReadSoFar) {
+    const std::string first = Add("a.jpg");
+    const std::string second = AddFile(DayFolder(2008, 11, 13) + "/b", "inner.jpg", "x");
+    AddFile(DayFolder(2008, 11, 13) + "/b", "later.jpg", "x");
+    Add("c.jpg");
+    StopSource stop;
+    DayListing listing;
+    ForEachFile(DayFolder(2008, 11, 13), stop.Token(), [&](const std::string& path) {
+        listing.Add(path);
+        if (path == second) stop.RequestStop();
+    });
+    ASSERT_EQ(listing.entries.size(), 2u) << "the folder above does not go on either";
+    EXPECT_EQ(listing.entries[0].path, first);
+    EXPECT_EQ(listing.entries[1].path, second);
 }
 
 TEST_F(DayListingTest, WhatIsFoundIsToldToTheSlideShow) {

@@ -4,11 +4,13 @@
 #include "index/index_manager.h"
 #include "platform/files.h"
 #include "search/search_run.h"
+#include "store/data_folder.h"
 #include "views/bar/button_bar.h"
 #include "views/control/press_button.h"
 #include "views/control/search_mode.h"
-#include "views/load/day_listing.h"
+#include "views/load/month_loader.h"
 #include "views/load/object_loader.h"
+#include "views/load/viewer_load.h"
 #include "views/model/calendar_store.h"
 #include "views/view_fixture.h"
 
@@ -127,6 +129,22 @@ TEST_F(SearchViewTest, EndingItBringsTheFoldersBack) {
     ASSERT_TRUE(WaitUntilIdle());
     EXPECT_FALSE(View().searchResult);
     EXPECT_THAT(InCell(11, 13), ElementsAre("cat.txt", "dog.txt"));
+}
+
+TEST_F(SearchViewTest, LoadListsForTheViewOfItsRequestAndNotForALaterOne) {
+    ShowDay(2008, 11, 13);
+    const LoadRequest before{View(), StopToken()};
+    Show("cat");
+    const LoadRequest during{View(), StopToken()};
+    LoadDayViewer(before, StopToken());
+    EXPECT_THAT(In(Calendar().CurrentDayViewer().objects), UnorderedElementsAre("cat.txt", "dog.txt"));
+    ChangeView([](ViewState& view) { view.searchResult = false; });
+    LoadDayViewer(during, StopToken());
+    EXPECT_THAT(In(Calendar().CurrentDayViewer().objects), ElementsAre("cat.txt"));
+    LoadAllViewer(during, StopToken());
+    EXPECT_THAT(InScatter(), ElementsAre("cat.txt"));
+    LoadMonth({during.view, MainRoot(), {false, false, false}}, 11, StopToken());
+    EXPECT_THAT(InCell(11, 13), ElementsAre("cat.txt"));
 }
 
 TEST_F(SearchViewTest, LabelShowsTheQueryAndEndsTheSearch) {

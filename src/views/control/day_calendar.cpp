@@ -37,7 +37,7 @@ void DayCalendar::Reload(const LoadRequest& request, const StopToken& stop) {
         std::lock_guard lock(Calendar().SlotOf(year).mutex);
         Calendar().MonthOf(year, month).days[static_cast<std::size_t>(day - 1)].Clear();
     }
-    LoadDayCell(MainRoot(), year, month, day, stop);
+    LoadDayCell({request.view, MainRoot(), {}}, month, day, stop);
 }
 
 void DayCalendar::Stop(const Period&) { Calendar().CurrentDayViewer().stop = true; }

@@ -36,7 +36,7 @@ void MonthCalendar::Reload(const LoadRequest& request, const StopToken& stop) {
     const CalendarDate& date = request.view.period.date;
     Log("Reload (%d/%d)", date.year, date.month);
     ClearGrid(request.view.period);
-    LoadMonth(MainRoot(), date.year, date.month, stop, {Level::Month, false, false, false});
+    LoadMonth({request.view, MainRoot(), {false, false, false}}, date.month, stop);
 }
 
 void MonthCalendar::FindBackgrounds(const std::string& root, const Period& period,
@@ -44,9 +44,8 @@ void MonthCalendar::FindBackgrounds(const std::string& root, const Period& perio
     ScanBackgrounds(root, period.date.year, period.date.month, stop);
 }
 
-bool MonthCalendar::LoadFolders(const std::string& root, const Period& period, const StopToken& stop,
-                                LoadDrawing drawing) const {
-    return LoadMonth(root, period.date.year, period.date.month, stop, drawing);
+bool MonthCalendar::LoadFolders(const LoadPass& pass, const StopToken& stop) const {
+    return LoadMonth(pass, pass.view.period.date.month, stop);
 }
 
 void MonthCalendar::Stop(const Period& period) {

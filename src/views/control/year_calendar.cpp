@@ -36,7 +36,7 @@ Loading YearCalendar::Load(const LoadRequest& request, const StopToken&) {
 
 void YearCalendar::Reload(const LoadRequest& request, const StopToken& stop) {
     ClearGrid(request.view.period);
-    LoadYear(MainRoot(), request.view.period.date.year, stop, {Level::Year, false, false, false});
+    LoadYear({request.view, MainRoot(), {false, false, false}}, stop);
 }
 
 void YearCalendar::FindBackgrounds(const std::string& root, const Period& period,
@@ -46,9 +46,8 @@ void YearCalendar::FindBackgrounds(const std::string& root, const Period& period
         ScanBackgrounds(root, period.date.year, month, stop);
 }
 
-bool YearCalendar::LoadFolders(const std::string& root, const Period& period, const StopToken& stop,
-                               LoadDrawing drawing) const {
-    return LoadYear(root, period.date.year, stop, drawing);
+bool YearCalendar::LoadFolders(const LoadPass& pass, const StopToken& stop) const {
+    return LoadYear(pass, stop);
 }
 
 void YearCalendar::Stop(const Period& period) { Calendar().SlotOf(period.date.year).RaiseStop(); }

@@ -28,8 +28,7 @@ public:
 private:
     void FindBackgrounds(const std::string& root, const Period& period, const StopToken& stop) const override;
     OldMusic AtOldMusic() const override { return OldMusic::Stop; }
-    bool LoadFolders(const std::string& root, const Period& period, const StopToken& stop,
-                     LoadDrawing drawing) const override;
+    bool LoadFolders(const LoadPass& pass, const StopToken& stop) const override;
 };
 
 }  // namespace kalmora

@@ -1,10 +1,12 @@
 // DayListing: what a day's folder holds for the views.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "base/stop_token.h"
+#include "state/view_state.h"
 #include "views/model/year_view.h"
 
 namespace kalmora {
@@ -15,12 +17,20 @@ struct DayListing {
     std::vector<std::string> backgrounds;  // pictures called "back..."
     std::vector<std::string> music;
     std::vector<std::string> emptyTexts;  // scraps that were never filled
+
+    // Puts the file into its list; one that no view shows is left out.
+    void Add(const std::string& path);
 };
 
-// Walks the folder with its sub-folders. While a search result is shown the disk is not walked: the result's
-// entries below the folder are listed. A stop ends the walk between any two entries, and what was listed
-// until then is given. A folder that cannot be read has nothing. Any thread.
-DayListing ListDayFolder(const std::string& folder, const StopToken& stop);
+// The files in the folder and its sub-folders, in the folders' order. A stop ends it between any two. A
+// folder that cannot be read has none. Any thread.
+void ForEachFile(const std::string& folder, const StopToken& stop,
+                 const std::function<void(const std::string& path)>& found);
+
+// Lists the files of the folder for a view that is loaded. While that shows a search result the disk is not
+// walked: the result's entries below the folder are listed. What was listed until a stop is given. Any
+// thread.
+DayListing ListDayFolder(const std::string& folder, const ViewState& view, const StopToken& stop);
 
 // The same of what the search in force has found below the folder, of an empty one of all that it has found.
 DayListing ListFoundFiles(const std::string& folder, const StopToken& stop);

@@ -34,9 +34,8 @@ void LoadGrid(const LoadRequest& request, const GridWork& work) {
 
         const auto load = [&](const std::string& folder, bool whileLoading) {
             // Without drawing while loading, each month of a year still appears when it is complete.
-            const LoadDrawing drawing{request.view.period.level, whileLoading,
-                                      whileLoading || !State().settings.DrawWhileLoading};
-            return work.LoadFolders(folder, request.view.period, stop, drawing);
+            const LoadDrawing drawing{whileLoading, whileLoading || !State().settings.DrawWhileLoading};
+            return work.LoadFolders({request.view, folder, drawing}, stop);
         };
         if (!load(root, state.settings.DrawWhileLoading)) return false;
         state.run.FirstLoadDone = 1;

@@ -18,8 +18,7 @@ public:
                                  const StopToken& stop) const = 0;
     virtual OldMusic AtOldMusic() const = 0;
     // False when stopped.
-    virtual bool LoadFolders(const std::string& root, const Period& period, const StopToken& stop,
-                             LoadDrawing drawing) const = 0;
+    virtual bool LoadFolders(const LoadPass& pass, const StopToken& stop) const = 0;
 };
 
 // Empties the slot of the period's year, or of its month.

@@ -75,37 +75,42 @@ private:
     int next_ = 1;
 };
 
-bool LoadMonthDays(const std::string& root, int year, int month, const StopToken& stop, LoadDrawing drawing) {
+bool LoadMonthDays(const LoadPass& pass, int month, const StopToken& stop) {
+    const auto& [level, date] = pass.view.period;
+    const int year = date.year;
+    const bool drawsCells = pass.drawing.whileLoading && level == Level::Month;
     MonthView& view = Calendar().MonthOf(year, month);
     const StopToken monthStop = StopToken::AnyOf({stop, StopToken(view.stop)});
     const int days = DaysInMonth(year, month);
     LaggingDrawer drawer(year, month, stop);
     for (int day = 1; day <= days; ++day) {
-        if (monthStop.IsStopped() || (drawing.waitsWhilePaused && !WaitWhilePaused(monthStop))) return false;
-        if (!LoadDayCell(root, year, month, day, stop)) return false;
-        BeginCellPicture(drawing.level, year, month, day);
-        if (!drawing.whileLoading) continue;
-        if (drawing.level == Level::Month) {
+        if (monthStop.IsStopped() || (pass.drawing.waitsWhilePaused && !WaitWhilePaused(monthStop)))
+            return false;
+        if (!LoadDayCell(pass, month, day, stop)) return false;
+        BeginCellPicture(level, year, month, day);
+        if (!pass.drawing.whileLoading) continue;
+        if (drawsCells) {
             ProgressStripe(static_cast<double>(day) / days);
             drawer.DrawThrough(day, false);
         } else {
             ProgressStripe((day - 30 + month * 30) / 365.0);
         }
     }
-    if (drawing.whileLoading && drawing.level == Level::Month) drawer.DrawThrough(days, true);
+    if (drawsCells) drawer.DrawThrough(days, true);
     return !monthStop.IsStopped();
 }
 
 }  // namespace
 
-bool LoadDayCell(const std::string& root, int year, int month, int day, const StopToken& stop) {
+bool LoadDayCell(const LoadPass& pass, int month, int day, const StopToken& stop) {
+    const int year = pass.view.period.date.year;
     YearView& slot = Calendar().SlotOf(year);
     DayCell& cell = Calendar().MonthOf(year, month).days[static_cast<std::size_t>(day - 1)];
     const StopToken cellStop = StopToken::AnyOf({stop, StopToken(cell.stop)});
     if (cellStop.IsStopped()) return false;
-    const std::string folder = MakeDayFolderPath(root, year, month, day);
+    const std::string folder = MakeDayFolderPath(pass.root, year, month, day);
 
-    const std::vector<DayEntry> found = TakeListing(ListDayFolder(folder, cellStop));
+    const std::vector<DayEntry> found = TakeListing(ListDayFolder(folder, pass.view, cellStop));
     if (cellStop.IsStopped()) return false;
 
     std::vector<DayEntry> all;
@@ -127,7 +132,9 @@ bool LoadDayCell(const std::string& root, int year, int month, int day, const St
     return true;
 }
 
-bool LoadMonth(const std::string& root, int year, int month, const StopToken& stop, LoadDrawing drawing) {
+bool LoadMonth(const LoadPass& pass, int month, const StopToken& stop) {
+    const auto& [level, date] = pass.view.period;
+    const int year = date.year;
     if (month < 1 || month > 12) return false;  // a jump may name any; its folder would be the year's
     YearView& slot = Calendar().SlotOf(year);
     MonthView& view = Calendar().MonthOf(year, month);
@@ -140,11 +147,11 @@ bool LoadMonth(const std::string& root, int year, int month, const StopToken& st
     view.ready = false;
     view.loading = true;
     view.active = true;
-    if (drawing.level == Level::Month || month == 1) ProgressStripe(0);
+    if (level == Level::Month || month == 1) ProgressStripe(0);
 
-    const bool whole = LoadMonthDays(root, year, month, stop, drawing);
+    const bool whole = LoadMonthDays(pass, month, stop);
     if (whole) {
-        if (drawing.level == Level::Month || month == 12) ProgressStripe(kStripeFinished);
+        if (level == Level::Month || month == 12) ProgressStripe(kStripeFinished);
         std::lock_guard lock(slot.mutex);
         view.DayCursor = Random() % DaysInMonth(year, month) + 1;
         const int count = view.ObjectCount();
@@ -155,18 +162,19 @@ bool LoadMonth(const std::string& root, int year, int month, const StopToken& st
     return whole;
 }
 
-bool LoadYear(const std::string& root, int year, const StopToken& stop, LoadDrawing drawing) {
+bool LoadYear(const LoadPass& pass, const StopToken& stop) {
+    const int year = pass.view.period.date.year;
     YearView& slot = Calendar().SlotOf(year);
     slot.loading = true;
     slot.active = true;
     const StopToken yearStop = StopToken::AnyOf({stop, StopToken(slot.stop)});
     bool whole = true;
     for (int month = 1; month <= 12 && whole; ++month) {
-        whole = !yearStop.IsStopped() && LoadMonth(root, year, month, yearStop, drawing);
+        whole = !yearStop.IsStopped() && LoadMonth(pass, month, yearStop);
         // One month behind the reading, so that the pictures of this one are decoded meanwhile.
-        if (whole && drawing.months && month > 1) DrawMonthOnWindow(year, month - 1);
+        if (whole && pass.drawing.months && month > 1) DrawMonthOnWindow(year, month - 1);
     }
-    if (whole && drawing.months) DrawMonthOnWindow(year, 12);
+    if (whole && pass.drawing.months) DrawMonthOnWindow(year, 12);
     if (whole) slot.ready = true;
     if (!stop.IsStopped()) slot.loading = false;
     return whole;

@@ -7,20 +7,26 @@
 #include <string>
 
 #include "base/stop_token.h"
-#include "state/period.h"
+#include "state/view_state.h"
 
 namespace kalmora {
 
-// Whether cells appear on the window while they are loaded, and in which of the two grid views.
+// Whether cells appear on the window while they are loaded.
 struct LoadDrawing {
-    Level level = Level::Month;
     bool whileLoading = true;      // draw each cell as soon as it is loaded
     bool months = true;            // in a year: draw each month as soon as it is loaded
     bool waitsWhilePaused = true;  // never on the GUI thread, which alone can end the pause
 };
 
-bool LoadDayCell(const std::string& root, int year, int month, int day, const StopToken& stop);
-bool LoadMonth(const std::string& root, int year, int month, const StopToken& stop, LoadDrawing drawing);
-bool LoadYear(const std::string& root, int year, const StopToken& stop, LoadDrawing drawing);
+// One pass of a load: what it reads from one data folder.
+struct LoadPass {
+    ViewState view;  // of the request; the functions below fill slots of its year
+    std::string root;
+    LoadDrawing drawing;
+};
+
+bool LoadDayCell(const LoadPass& pass, int month, int day, const StopToken& stop);
+bool LoadMonth(const LoadPass& pass, int month, const StopToken& stop);
+bool LoadYear(const LoadPass& pass, const StopToken& stop);
 
 }  // namespace kalmora

@@ -20,15 +20,23 @@ void AddListing(DayListing listing, ObjectList& list) {
         list.Add(std::make_unique<CPhoto>(entry.path));
 }
 
-void FillDay(const std::string& root, int year, int month, int day, const StopToken& stop, ObjectList& list) {
-    if (month < 1 || day < 1) return;  // a jump may name any; the folder would be a month's or a year's
-    AddListing(ListDayFolder(MakeDayFolderPath(root, year, month, day), stop), list);
-}
+// Fills the list from one data folder.
+struct ListFiller {
+    const ViewState& view;
+    const std::string& root;
+    const StopToken& stop;
+    ObjectList& list;
 
-void FillMonth(const std::string& root, int year, int month, const StopToken& stop, ObjectList& list) {
-    for (int day = 1; day <= DaysInMonth(year, month) && !stop.IsStopped(); ++day)
-        FillDay(root, year, month, day, stop, list);
-}
+    void Day(const CalendarDate& date) const {
+        if (date.month < 1 || date.day < 1) return;  // a jump may name any; it would be a month's folder
+        const std::string folder = MakeDayFolderPath(root, date.year, date.month, date.day);
+        AddListing(ListDayFolder(folder, view, stop), list);
+    }
+    void Month(int year, int month) const {
+        for (int day = 1; day <= DaysInMonth(year, month) && !stop.IsStopped(); ++day)
+            Day({year, month, day});
+    }
+};
 
 // A viewer of the ring that nobody draws in any more, emptied. One that a redraw does not let go is passed
 // over.
@@ -55,11 +63,9 @@ void LoadDayViewer(const LoadRequest& request, const StopToken& loadStop) {
     viewer.year = request.view.period.date.year;
     viewer.month = request.view.period.date.month;
     viewer.day = request.view.period.date.day;
-    FillDay(MainRoot(), request.view.period.date.year, request.view.period.date.month,
-            request.view.period.date.day, stop, viewer.objects);
+    ListFiller{request.view, MainRoot(), stop, viewer.objects}.Day(request.view.period.date);
     if (const std::string other = OtherRoot(); !other.empty())
-        FillDay(other, request.view.period.date.year, request.view.period.date.month,
-                request.view.period.date.day, stop, viewer.objects);
+        ListFiller{request.view, other, stop, viewer.objects}.Day(request.view.period.date);
     if (TicketGuard guard(viewer.queue, 1, 100); guard) viewer.objects.RotateRandomly();
 }
 
@@ -67,16 +73,14 @@ void LoadAllViewer(const LoadRequest& request, const StopToken& loadStop) {
     AllViewer& viewer = FreshViewer(&CalendarStore::CurrentAllViewer, &CalendarStore::AdvanceAllRing);
     const StopToken stop = StopToken::AnyOf({loadStop, StopToken(viewer.stop)});
     const auto fill = [&](const std::string& root) {
-        if (request.view.period.level == Level::Day)
-            FillDay(root, request.view.period.date.year, request.view.period.date.month,
-                    request.view.period.date.day, stop, viewer.objects);
-        if (request.view.period.level == Level::Month)
-            FillMonth(root, request.view.period.date.year, request.view.period.date.month, stop,
-                      viewer.objects);
-        if (request.view.period.level != Level::Year) return;
+        const ListFiller filler{request.view, root, stop, viewer.objects};
+        const auto& [level, date] = request.view.period;
+        if (level == Level::Day) filler.Day(date);
+        if (level == Level::Month) filler.Month(date.year, date.month);
+        if (level != Level::Year) return;
         for (int month = 1; month <= 12 && !stop.IsStopped(); ++month) {
             ProgressStripe(month / 12.0);  // progress: a year may be a hundred thousand files
-            FillMonth(root, request.view.period.date.year, month, stop, viewer.objects);
+            filler.Month(date.year, month);
         }
         ProgressStripe(kStripeFinished);
     };
