@@ -17,8 +17,10 @@ public:
     explicit DrawContext(Window& window) : window_(&window) {}
     // `isWanted` is asked when the window is held: false leaves it as it is, because it shows something else
     // now.
-    DrawContext(Window& window, std::function<bool()> isWanted)
-        : window_(&window), isWanted_(std::move(isWanted)) {}
+    // `paintOnTop` paints what lies over the object in the same window, before it is presented.
+    DrawContext(Window& window, std::function<bool()> isWanted,
+                std::function<void(Canvas&)> paintOnTop = nullptr)
+        : window_(&window), isWanted_(std::move(isWanted)), paintOnTop_(std::move(paintOnTop)) {}
 
     double Scale() const { return canvas_ ? canvas_->Scale() : window_->Scale(); }
 
@@ -27,13 +29,16 @@ public:
     void With(const std::function<void(Canvas&)>& paint) const {
         if (canvas_) return paint(*canvas_);
         const auto canvas = window_->Draw();
-        if (canvas && (!isWanted_ || isWanted_())) paint(*canvas);
+        if (!canvas || (isWanted_ && !isWanted_())) return;
+        paint(*canvas);
+        if (paintOnTop_) paintOnTop_(*canvas);
     }
 
 private:
     Canvas* canvas_ = nullptr;
     Window* window_ = nullptr;
     std::function<bool()> isWanted_;
+    std::function<void(Canvas&)> paintOnTop_;
 };
 
 }  // namespace kalmora

@@ -263,6 +263,20 @@ TEST_F(BarPixelsTest, PressAndFocusLeaveNothingBehind) {
     EXPECT_TRUE(Strip() == atRest);
 }
 
+TEST_F(BarPixelsTest, NoRingStaysWhereTheFocusHasBeen) {
+    for (const ButtonRow& row : kButtonRows)
+        if (row.setting) State().settings.*row.setting = true;
+    PaintBase();
+    const auto atRest = Strip();
+    constexpr int kRing = 3;
+    for (const ButtonInfo& button : VisibleButtons())
+        EXPECT_GE(button.area.y - kRing, kClient.height - kBarHeight) << button.name << " inside the strip";
+    const std::size_t count = VisibleButtons().size();
+    for (std::size_t i = 0; i <= count; ++i) MoveButtonFocus(+1);
+    ClearButtonFocus();
+    EXPECT_TRUE(Strip() == atRest);
+}
+
 TEST_F(BarPixelsTest, WhatIsDrawnUnderTheButtonsStaysThere) {
     PaintBase();
     constexpr Color kGreen{0, 200, 0};

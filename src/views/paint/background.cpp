@@ -93,9 +93,9 @@ BackgroundPtr PaintedBackground() {
     return RenewBackground();
 }
 
-void RestoreBackground(Canvas& canvas, const BackgroundPtr& background, const Rect& area, Point from) {
-    if (background)
-        canvas.Blit(area, *background, from);
+void RestoreBackground(Canvas& canvas, const Ground& ground, const Rect& area) {
+    if (ground.background)
+        canvas.Blit(area, *ground.background, {area.x + ground.origin.x, area.y + ground.origin.y});
     else
         canvas.FillRect(area, kPaper);
 }

@@ -16,11 +16,14 @@ BackgroundPtr RenewBackground();
 // since shows with the next full paint only.
 BackgroundPtr PaintedBackground();
 
-// Puts the background's part back: `area` in the canvas shows what is at `from` in the window.
-void RestoreBackground(Canvas& canvas, const BackgroundPtr& background, const Rect& area, Point from);
-inline void RestoreBackground(Canvas& canvas, const BackgroundPtr& background, const Rect& area) {
-    RestoreBackground(canvas, background, area, {area.x, area.y});
-}
+// The background as it lies under a canvas that shows a part of the window.
+struct Ground {
+    BackgroundPtr background;
+    Point origin;  // the point of the window at which the canvas begins
+};
+
+// Puts the background back into the area of the canvas.
+void RestoreBackground(Canvas& canvas, const Ground& ground, const Rect& area);
 
 // Begins to decode the background picture before there is a window, for a quick first paint.
 void PrefetchBackground();

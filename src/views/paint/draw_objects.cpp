@@ -55,10 +55,15 @@ bool DrawDayObject(DayViewer& viewer, const PlacedObjectPtr& object) {
 bool DrawAllObject(AllViewer& viewer, const PlacedObjectPtr& object) {
     Window* window = MainWindow();
     if (!window) return false;
-    const DrawContext context(*window, [&viewer] {
-        return viewer.usable && !viewer.stop && View().scatter && &Calendar().CurrentAllViewer() == &viewer;
-    });
     const Size area = ObjectArea();
+    const auto isWanted = [&viewer] {
+        return viewer.usable && !viewer.stop && View().scatter && &Calendar().CurrentAllViewer() == &viewer;
+    };
+    // An enlarged picture reaches out of the area on all sides.
+    const auto paintBar = [&](Canvas& canvas) {
+        if (object->photo->Drawn().Bottom() > area.height) DrawButtons(canvas);
+    };
+    const DrawContext context(*window, isWanted, paintBar);
     return DrawClaimed(viewer.objects, object, [&](CPhoto& photo) {
         if (!photo.placed) {
             const Point place = viewer.OccupancyGrid.Place();

@@ -36,7 +36,7 @@ void PaintBase() {
     const ViewState view = View();
     {
         const auto canvas = surface->Draw();
-        RestoreBackground(*canvas, background, {0, 0, size.width, size.height});
+        RestoreBackground(*canvas, {background, {}}, {0, 0, size.width, size.height});
         Calendar().ViewOf(view).Paint(*canvas, view.period, size, scale);
         if (LastSeenDataFolder() == DataFolder::Away) DrawMissingFolder(*canvas, size);
     }

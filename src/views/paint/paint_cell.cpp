@@ -34,6 +34,20 @@ void DrawNumberPlate(Canvas& canvas, const Rect& cell, const char* number, bool 
         kNumberPlate);
 }
 
+// Half-transparent lines, which must not add up with what a neighbour or an earlier paint has left there.
+void DrawFrame(Canvas& canvas, const Ground& ground, const Rect& cell) {
+    const Point topLeft{cell.x, cell.y}, topRight{cell.Right(), cell.y}, bottomLeft{cell.x, cell.Bottom()},
+        bottomRight{cell.Right(), cell.Bottom()};
+    const auto line = [&](Point from, Point to) {
+        RestoreBackground(canvas, ground, {from.x, from.y, to.x - from.x + 1, to.y - from.y + 1});
+        canvas.Line(from, to, kFrame);
+    };
+    line(topLeft, topRight);
+    line(topRight, bottomRight);
+    line(bottomLeft, bottomRight);
+    line(topLeft, bottomLeft);
+}
+
 }  // namespace
 
 bool IsCellPictureCached(int year, int month, int day) {
@@ -57,7 +71,7 @@ PreparedPicture PrepareCellObject(int year, int month, int day, Size cell, doubl
                           kCellStyle, decode);
 }
 
-void DrawDayCell(Canvas& canvas, const Rect& cell, int day, int column, bool yearly,
+void DrawDayCell(Canvas& canvas, const Ground& ground, const Rect& cell, int day, int column, bool yearly,
                  const PreparedPicture* object) {
     const AppState& state = State();
     if (object) DrawPicture(canvas, {cell.x + 1, cell.y + 1, cell.width, cell.height}, *object, kCellStyle);
@@ -74,12 +88,7 @@ void DrawDayCell(Canvas& canvas, const Rect& cell, int day, int column, bool yea
         canvas.Text({cell.x + 10, cell.y + 10}, number, font, kShadow);
         canvas.Text({cell.x + 8, cell.y + 8}, number, font, ColorOfColumn(column));
     }
-    const Point topLeft{cell.x, cell.y}, topRight{cell.Right(), cell.y},
-        bottomRight{cell.Right(), cell.Bottom()}, bottomLeft{cell.x, cell.Bottom()};
-    canvas.Line(topLeft, topRight, kFrame);
-    canvas.Line(topRight, bottomRight, kFrame);
-    canvas.Line(bottomRight, bottomLeft, kFrame);
-    canvas.Line(bottomLeft, topLeft, kFrame);
+    DrawFrame(canvas, ground, cell);
 }
 
 }  // namespace kalmora

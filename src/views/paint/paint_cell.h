@@ -5,6 +5,7 @@
 #include "platform/canvas.h"
 #include "views/model/calendar_geometry.h"
 #include "views/model/year_view.h"
+#include "views/paint/background.h"
 
 namespace kalmora {
 
@@ -16,8 +17,9 @@ bool IsCellPictureCached(int year, int month, int day);
 // no objects.
 PreparedPicture PrepareCellObject(int year, int month, int day, Size cell, double scale, Decode decode);
 
-// The cell with its number and frame; `object` may be null for a cell without its photo.
-void DrawDayCell(Canvas& canvas, const Rect& cell, int day, int column, bool yearly,
+// The cell with its number and frame; `object` may be null for a cell without its photo. The frame's lines
+// are drawn on the bare background, so that they look the same however often cells are drawn that share them.
+void DrawDayCell(Canvas& canvas, const Ground& ground, const Rect& cell, int day, int column, bool yearly,
                  const PreparedPicture* object);
 
 }  // namespace kalmora

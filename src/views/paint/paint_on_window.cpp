@@ -114,9 +114,10 @@ void DrawCell(Window& window, const MonthGrid& grid, int day) {
     DrawUnderButtons(*canvas, cell, [&](Canvas& target, Point origin) {
         const Rect place{cell.x - origin.x, cell.y - origin.y, cell.width, cell.height};
         // A picture of another shape leaves margins: what was there before must not show beside it.
-        RestoreBackground(target, background, {place.x + 1, place.y + 1, cell.width, cell.height},
-                          {cell.x + 1, cell.y + 1});
-        DrawDayCell(target, place, day, grid.ColumnOf(day), View().period.level == Level::Year, &object);
+        const Ground ground{background, origin};
+        RestoreBackground(target, ground, {place.x + 1, place.y + 1, cell.width, cell.height});
+        DrawDayCell(target, ground, place, day, grid.ColumnOf(day), View().period.level == Level::Year,
+                    &object);
     });
 }
 
@@ -156,7 +157,7 @@ void DrawMonthPictureOnWindow(int year, int month) {
     const BackgroundPtr background = PaintedBackground();
     {
         const auto canvas = picture->Draw();
-        RestoreBackground(*canvas, background, {0, 0, area.width, area.height}, {area.x, area.y});
+        RestoreBackground(*canvas, {background, {area.x, area.y}}, {0, 0, area.width, area.height});
         DrawMonthAsPicture(*canvas, year, month, {0, 0, area.width, area.height}, window->Scale(),
                            Decode::Now);
     }
