@@ -154,6 +154,9 @@ int Report(const ImportSummary& summary) {
         case ImportEnd::Finished:
             break;
     }
+    if (summary.wordsPending > 0)
+        std::fprintf(stderr, "kalmora import: %d photos of earlier imports still lack their notes\n",
+                     summary.wordsPending);
     if (!summary.isIndexed) std::fputs("kalmora import: some index files could not be written\n", stderr);
     return summary.failures == 0 && summary.isIndexed ? 0 : 1;
 }

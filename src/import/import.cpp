@@ -35,6 +35,16 @@ std::string FolderOf(const std::string& path) {
     return path.substr(0, path.size() - GetFileName(path).size() - 1);
 }
 
+// Those whose data folder is away just now.
+std::set<MonthToCome> OutOfReach(const std::set<MonthToCome>& months) {
+    std::set<MonthToCome> away;
+    for (const MonthToCome& one : months)
+        if (!files::IsFolder(one.root)) away.insert(one);
+    for (const MonthToCome& one : away)
+        Log("index of %d/%d stays pending: no folder %s", one.year, one.month, one.root.c_str());
+    return away;
+}
+
 // Nobody comes by later to do it on the command line, as the window's idle refresh does. Months that stand in
 // the memory of this program learn of it, too. False when it was stopped, or when an index file could not be
 // written.
@@ -42,8 +52,7 @@ bool UpdateMonths(const std::set<MonthToCome>& toIndex, const WorkContext& conte
     std::map<std::string, std::vector<CalendarDate>> months;  // by data folder
     for (const MonthToCome& one : toIndex) months[one.root].push_back({one.year, one.month, 0});
     bool areWritten = true;
-    for (const auto& [root, dates] : months) {
-        if (!files::IsFolder(root)) continue;
+    for (const auto& [root, dates] : months)
         areWritten &= RunOverMonths(
             dates, context.stop, [&root = root, &context](const CalendarDate& date, IndexBatch& batch) {
                 if (root == MainIndex().dataRoot)
@@ -53,17 +62,26 @@ bool UpdateMonths(const std::set<MonthToCome>& toIndex, const WorkContext& conte
                 MonthIndex month(date.year, date.month, root, context);
                 return month.Load(0, batch) && month.Update(0, batch);
             });
-    }
     return areWritten;
 }
 
+// True when the journal holds no months any more but those whose data folder is away.
+bool UpdateNotedMonths(ArrivalJournal& arrivals, std::set<MonthToCome> months, const WorkContext& context) {
+    const std::set<MonthToCome> away = OutOfReach(months);
+    for (const MonthToCome& one : away) months.erase(one);
+    if (!UpdateMonths(months, context)) return false;
+    arrivals.ClearMonths(away);
+    return true;
+}
+
 // Also when this import is then refused: a move that was killed may have taken its source away already.
-void FinishFormerImport(const WorkContext& context) {
+void FinishFormerImport(const WorkContext& context, ImportSummary& summary) {
     ArrivalJournal former;
     if (!former.Open(State().settings.TempFolder)) return;
     // Whether an original may go depends on the bytes of its copy, which the words change.
     if (ImportJournal moves; former.HasWords() && moves.Open(State().settings.TempFolder)) moves.Recover();
-    if (UpdateMonths(former.Recover(), context)) former.ClearMonths();
+    summary.wordsPending = former.Recover();
+    UpdateNotedMonths(former, former.Months(), context);
 }
 
 // ---- the import itself
@@ -81,7 +99,7 @@ public:
           batch_(TargetNames(options.naming, TargetNames::Form::File, options.sameBy), *this) {
         if (IsRehearsal()) return;
         if (arrivals_.Open(State().settings.TempFolder)) batch_.UseArrivals(&arrivals_);
-        toIndex_ = arrivals_.Months();
+        former_ = toIndex_ = arrivals_.Months();
         if (options.source == ImportOptions::Source::Goes && journal_.Open(State().settings.TempFolder)) {
             journal_.Recover();
             batch_.UseJournal(&journal_);
@@ -136,6 +154,7 @@ private:
     std::vector<std::string> leftFolders_;        // walked, and to be removed when they are empty
     std::set<std::string> arrivedIn_;             // day folders
     std::set<MonthToCome> toIndex_;               // where something lies that an index may lack
+    std::set<MonthToCome> former_;                // of them, those that former imports have left
     std::map<std::string, SystemTime> unsigned_;  // phone pictures whose source could not be written
 };
 
@@ -395,8 +414,9 @@ void Importer::AddToIndex(const std::string& path) {
 
 void Importer::UpdateIndex() {
     if (options_.index == ImportOptions::Index::UpToDate)
-        summary_.isIndexed = UpdateMonths(toIndex_, options_.context);
-    if (summary_.isIndexed) arrivals_.ClearMonths();
+        summary_.isIndexed = UpdateNotedMonths(arrivals_, toIndex_, options_.context);
+    else
+        arrivals_.ClearMonths(former_);
 }
 
 void Importer::Finish() {
@@ -469,7 +489,7 @@ ImportSummary RunImport(const ImportOptions& given) {
     ImportSummary summary;
     state.run.ImportTotal = 0;
     state.run.ImportDone = 0;
-    if (options.run == ImportOptions::Run::ForReal) FinishFormerImport(options.context);
+    if (options.run == ImportOptions::Run::ForReal) FinishFormerImport(options.context, summary);
     if (!AreSourcesGood(options, summary)) return summary;
     const SourceCount count = CountSources(options);
     if (!count.meetsTarget.empty()) {

@@ -8,6 +8,7 @@
 
 #include "base/crc32.h"
 #include "base/log.h"
+#include "base/path_names.h"
 #include "media/photo_file.h"
 #include "platform/files.h"
 #include "rewrite/safe_rewrite.h"
@@ -63,14 +64,23 @@ std::string ReadAll(const files::EditFile& file) {
     return bytes;
 }
 
-// True when the file has not got its words yet. The write that gives them changes the time of the last one.
-bool LacksWords(const WordsToCome& one) {
+enum class Words { Missing, Done, OutOfReach };
+
+// The write that gives a file its words changes the time of the last one.
+Words WordsIn(const WordsToCome& one) {
     const auto status = files::GetStatus(one.path);
-    if (!status || !status->isRegular) return false;
-    if (status->size == one.size && status->written == one.written) return true;
+    if (!status) return files::IsFolder(FolderOfPath(one.path)) ? Words::Done : Words::OutOfReach;
+    if (!status->isRegular) return Words::Done;
+    if (status->size == one.size && status->written == one.written) return Words::Missing;
     PhotoFile photo(one.path);
     const std::string* const comment = photo.GetComment();
-    return !comment || !comment->ends_with(one.words);
+    return comment && comment->ends_with(one.words) ? Words::Done : Words::Missing;
+}
+
+// A comment that is too long is so at the next import, too.
+bool MayTakeWordsLater(RewriteResult result) {
+    return !IsDone(result) && !IsUnsupported(result) && result != RewriteResult::TooLarge &&
+           result != RewriteResult::ExifFull;
 }
 
 }  // namespace
@@ -118,9 +128,18 @@ void ArrivalJournal::Records::Add(const std::string& record) {
     isFlushed = false;
 }
 
+void ArrivalJournal::Records::Keep(const std::string& records) {
+    if (file.WriteAt(0, records) != FileResult::Done || file.Resize(records.size()) != FileResult::Done) {
+        Log("an import's journal could not be shortened");
+        return;
+    }
+    pending = end = records.size();
+    isFlushed = false;
+}
+
 void ArrivalJournal::Records::Clear() {
-    if (file.IsOpen() && end > 0) file.Resize(0);
-    end = 0;
+    if (file.IsOpen() && end > pending) file.Resize(pending);
+    end = pending;
 }
 
 void ArrivalJournal::Records::Flush() {
@@ -134,6 +153,7 @@ bool ArrivalJournal::Open(const std::string& tempFolder) {
         months_.file.TryLock() == files::EditFile::Lock::Taken &&
         words_.file.OpenOrMake(files::Join(tempFolder, "import.words")) == FileResult::Done) {
         ReadMonths();
+        ReadWords();
         return true;
     }
     months_.file.Close();
@@ -146,26 +166,39 @@ bool ArrivalJournal::HasWords() const {
     return status && status->size > 0;
 }
 
-std::set<MonthToCome> ArrivalJournal::Recover() {
-    if (!months_.file.IsOpen()) return {};
+int ArrivalJournal::Recover() {
+    if (!months_.file.IsOpen()) return 0;
     // A photo whose words were being written is whole before it is asked for them.
-    const std::vector<WordsToCome> toCome = ParseWordsRecords(ReadAll(words_.file));
-    if (!toCome.empty()) RecoverRewrites(tempFolder_);
+    const std::vector<WordsToCome> noted = ParseWordsRecords(ReadAll(words_.file));
+    if (!noted.empty()) RecoverRewrites(tempFolder_);
+    std::vector<WordsToCome> missing;
     std::vector<PhotoFile> photos;
     std::vector<std::string> words;
     std::set<std::string> seen;  // noted once for a move by name and once for a copy
-    for (const WordsToCome& one : toCome) {
-        if (!seen.insert(one.path).second || !LacksWords(one)) continue;
+    std::string pending;
+    int pendingCount = 0;
+    const auto keep = [&](const WordsToCome& one, const char* why) {
+        Log("words of an import that was cut off stay pending (%s): %s", why, one.path.c_str());
+        pending += MakeWordsRecord(one);
+        ++pendingCount;
+    };
+    for (const WordsToCome& one : noted) {
+        if (!seen.insert(one.path).second) continue;
+        const Words state = WordsIn(one);
+        if (state == Words::OutOfReach) keep(one, "its folder is away");
+        if (state != Words::Missing) continue;
+        missing.push_back(one);
         photos.emplace_back(one.path);
         words.push_back(one.words);
     }
     if (!photos.empty()) {
         Log("words of an import that was cut off: %zu files", photos.size());
-        AppendCommentAll(photos, words);
+        const std::vector<RewriteResult> results = AppendCommentAll(photos, words);
+        for (std::size_t i = 0; i < results.size(); ++i)
+            if (MayTakeWordsLater(results[i])) keep(missing[i], NameOf(results[i]));
     }
-    words_.end = 1;  // whatever is there
-    ClearWords();
-    return known_;
+    if (HasWords()) words_.Keep(pending);
+    return pendingCount;
 }
 
 void ArrivalJournal::ReadMonths() {
@@ -176,6 +209,12 @@ void ArrivalJournal::ReadMonths() {
     }
     // What is behind the last whole record goes.
     if (months_.end < months.size()) months_.file.Resize(months_.end);
+}
+
+void ArrivalJournal::ReadWords() {
+    for (const WordsToCome& one : ParseWordsRecords(ReadAll(words_.file)))
+        words_.end += MakeWordsRecord(one).size();
+    words_.pending = words_.end;
 }
 
 void ArrivalJournal::AddMonth(const MonthToCome& month) {
@@ -191,9 +230,12 @@ void ArrivalJournal::Flush() {
 
 void ArrivalJournal::ClearWords() { words_.Clear(); }
 
-void ArrivalJournal::ClearMonths() {
-    months_.Clear();
-    known_.clear();
+void ArrivalJournal::ClearMonths(const std::set<MonthToCome>& pending) {
+    if (!months_.file.IsOpen() || known_ == pending) return;
+    std::string records;
+    for (const MonthToCome& month : pending) records += MakeMonthRecord(month);
+    months_.Keep(records);
+    known_ = pending;
 }
 
 }  // namespace kalmora

@@ -1,8 +1,8 @@
 // What an import has still to do for files that are in the calendar already: the words for their comments,
 // and the index of their months. A program that is killed leaves it written down; the next import does it.
 //
-// Two files in the Temp folder, both empty but for while an import runs (or after one that was killed).
-// Records are added to their ends, each
+// Two files in the Temp folder, both empty but for while an import runs, after one that was killed, and while
+// something that is noted cannot be done. Records are added to their ends, each
 //
 //     CRC-32 of the body as 8 hexadecimal digits, blank, its length as 10 digits, line feed; the body
 //
@@ -47,10 +47,11 @@ public:
 
     // True when a former import has left words to be written.
     bool HasWords() const;
-    // What a former import has left. Words are written; months are given back, and stay noted until they are
-    // cleared.
-    std::set<MonthToCome> Recover();
-    // All that are noted.
+    // Writes the words that a former import has left. Those that cannot be written now, or whose folder is
+    // away, stay noted for the next import: how many. A file that has gone from its folder is forgotten, and
+    // so is one that cannot take them, now or later.
+    int Recover();
+    // All that are noted, those of former imports too. They stay noted until they are cleared.
     const std::set<MonthToCome>& Months() const { return known_; }
 
     // Before a file appears. A kill of the program loses none of it; after a power cut it is there when
@@ -59,19 +60,26 @@ public:
     void AddWords(const WordsToCome& words);
     void Flush();
 
+    // Those of this import: what Recover has left stays.
     void ClearWords();
-    void ClearMonths();
+    // All but these.
+    void ClearMonths(const std::set<MonthToCome>& pending);
 
 private:
     struct Records {
         files::EditFile file;
+        std::uint64_t pending = 0;  // bytes at the beginning: the records that Clear leaves
         std::uint64_t end = 0;
         bool isFlushed = true;
         void Add(const std::string& record);
+        // Leaves these records and no others, and Clear leaves them too. A kill meanwhile may leave some of
+        // the former ones behind them.
+        void Keep(const std::string& records);
         void Clear();
         void Flush();
     };
     void ReadMonths();
+    void ReadWords();
 
     std::string tempFolder_;
     Records words_, months_;

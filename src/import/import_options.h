@@ -66,6 +66,7 @@ struct ImportSummary {
     int differing = 0;                   // files that count as the same as one of their day, and are not
     int failures = 0;                    // files and folders whose result is one, and words not written
     std::uint64_t bytes = 0;             // of what was taken
+    int wordsPending = 0;                // photos of former imports that cannot be given their words yet
     bool isIndexed = true;               // false when an index file could not be written at the end
     std::uint64_t neededBytes = 0, freeBytes = 0;  // of NoSpace
     std::set<std::pair<int, int>> months;          // year and month of all that has arrived

@@ -86,12 +86,66 @@ TEST_F(ImportArrivalsTest, IndexLearnsOfAFileThatStoodThereAlready) {
     EXPECT_THAT(IndexOf(), HasSubstr("FILE=a.mov"));
 }
 
+TEST_F(ImportArrivalsTest, WordsThatCannotBeWrittenNowStayInTheJournal) {
+    const std::string photo = PhotoTaken("2008:11:13 10:15:30");
+    const std::string locked = PutInDay("locked.jpg", photo), other = PutInDay("other.jpg", photo);
+    const std::string away = At("stick/2008/2008_11/2008_1113/away.jpg");
+    const auto status = files::GetStatus(locked);
+    const std::string film = PutInDay("film.mov", "takes no words");
+    {
+        ArrivalJournal killed;
+        ASSERT_TRUE(killed.Open(State().settings.TempFolder));
+        killed.AddWords({locked, "100TEST", status->size, status->written});
+        killed.AddWords({other, "100TEST", status->size, status->written});
+        killed.AddWords({film, "100TEST", 1, {}});
+        killed.AddWords({away, "100TEST", status->size, status->written});
+    }
+    std::filesystem::permissions(locked, std::filesystem::perms::owner_read);
+    options.addFolderName = true;
+    Add("new.jpg", PhotoTaken("2008:11:13 11:00:00"));
+    const ImportSummary first = Import();
+    EXPECT_EQ(first.wordsPending, 2);
+    EXPECT_EQ(first.failures, 0) << "all of this import is done";
+    EXPECT_EQ(CommentOf(other), "100TEST");
+    EXPECT_EQ(CommentOf(locked), "");
+    EXPECT_EQ(ParseWordsRecords(ContentOf(At("Temp/import.words"))).size(), 2u);
+
+    std::filesystem::permissions(locked, std::filesystem::perms::owner_all);
+    Put("stick/2008/2008_11/2008_1113/away.jpg", photo);
+    EXPECT_EQ(Import().wordsPending, 0);
+    EXPECT_EQ(CommentOf(locked), "100TEST");
+    EXPECT_EQ(CommentOf(away), "100TEST");
+    EXPECT_EQ(ContentOf(At("Temp/import.words")), "");
+}
+
+TEST_F(ImportArrivalsTest, MonthsOfAFolderThatIsAwayStay) {
+    PutInDay("a.mov", "film");
+    const MonthToCome away{At("stick"), 2008, 11};
+    {
+        ArrivalJournal killed;
+        ASSERT_TRUE(killed.Open(State().settings.TempFolder));
+        killed.AddMonth(away);
+        killed.AddMonth({root, 2008, 11});
+    }
+    for (const auto index : {ImportOptions::Index::UpToDate, ImportOptions::Index::LeftToUpdate}) {
+        options.index = index;
+        Add("b" + std::to_string(static_cast<int>(index)) + ".mov", "another film");
+        EXPECT_TRUE(Import().isIndexed);
+        EXPECT_THAT(IndexOf(), HasSubstr("FILE=a.mov"));
+        EXPECT_THAT(ParseMonthRecords(ContentOf(At("Temp/import.months"))), ElementsAre(away));
+    }
+    MakeFolder("stick");
+    Import();
+    EXPECT_EQ(ContentOf(At("Temp/import.months")), "");
+}
+
 TEST_F(ImportArrivalsTest, TwoImportsDoNotShareIt) {
     ArrivalJournal first, second;
     ASSERT_TRUE(first.Open(State().settings.TempFolder));
     EXPECT_FALSE(second.Open(State().settings.TempFolder));
     second.AddMonth({root, 2008, 11});
-    EXPECT_THAT(second.Recover(), IsEmpty());
+    EXPECT_EQ(second.Recover(), 0);
+    EXPECT_THAT(ParseMonthRecords(ContentOf(At("Temp/import.months"))), IsEmpty());
     EXPECT_FALSE(ArrivalJournal().Open(""));
 }
 
