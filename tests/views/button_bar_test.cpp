@@ -156,6 +156,21 @@ TEST_F(ButtonBarTest, YearHidesTheLevelLabelAndSearchTakesItsPlace) {
     EXPECT_EQ(buttons[1].area.x, buttons[0].area.Right() + 5);
 }
 
+TEST_F(ButtonBarTest, LevelLabelLeadsToTheNextLevelUp) {
+    const auto label = [](Level level) {
+        ChangeView([&](ViewState& view) { view.period.level = level; });
+        SetButtonStates();
+        const ButtonInfo second = VisibleButtons()[1];
+        return std::pair(second.name, second.command);
+    };
+    EXPECT_EQ(label(Level::Day), std::pair(std::string("月表示"), int{kCommandLevelUp}));
+    EXPECT_EQ(label(Level::Month), std::pair(std::string("年表示"), int{kCommandToYearly}));
+    State().settings.UseJapanese = false;
+    EXPECT_EQ(label(Level::Day), std::pair(std::string("Monthly"), int{kCommandLevelUp}));
+    EXPECT_EQ(label(Level::Month), std::pair(std::string("Yearly"), int{kCommandToYearly}));
+    EXPECT_EQ(label(Level::Year).first, "Help") << "no label; the next one is a picture";
+}
+
 TEST_F(ButtonBarTest, WideningTheWindowMovesTheButtons) {
     window_->SetFrame({0, 0, 1200, 700});
     ASSERT_TRUE(WaitUntilIdle());

@@ -68,13 +68,5 @@ TEST(Caption, SearchIsNamedInTheTitle) {
     EXPECT_EQ(MakeCaption(input).title, "Kalmora [2008/11] Searched by 花火 tag:like");
 }
 
-TEST(LevelLabel, NamesTheNextLevelUp) {
-    EXPECT_EQ(LevelLabel(Level::Day, false), "Monthly");
-    EXPECT_EQ(LevelLabel(Level::Day, true), "月表示");
-    EXPECT_EQ(LevelLabel(Level::Month, false), "Yearly");
-    EXPECT_EQ(LevelLabel(Level::Month, true), "年表示");
-    EXPECT_EQ(LevelLabel(Level::Year, true), "");
-}
-
 }  // namespace
 }  // namespace kalmora

@@ -40,13 +40,18 @@ Caption CurrentCaption() {
     return MakeCaption(input);
 }
 
+std::string LevelLabel(Level level) {
+    const LevelRow& row = LevelRowOf(level);
+    return State().settings.UseJapanese ? row.japanese : row.name;
+}
+
 void PlaceLabels(ButtonParts& bar, int clientHeight) {
     const ViewState view = View();
     bar.date->x = kGap;
     bar.date->y = clientHeight - bar.date->height - kGap;
     int right = bar.date->x + bar.date->width;
 
-    const std::string level = LevelLabel(view.period.level, State().settings.UseJapanese);
+    const std::string level = LevelLabel(view.period.level);
     bar.level->state = level.empty() ? CButton::State::Hidden : CButton::State::Normal;
     bar.level->SetText(level);
     bar.level->x = right + kGap;
@@ -107,8 +112,7 @@ void CreateButtons() {
     ButtonParts& bar = TheButtonParts();
     std::lock_guard lock(bar.mutex);
     bar.date = std::make_unique<CButton>("", font, kLabelBack, kHighlight);
-    bar.level = std::make_unique<CButton>(LevelLabel(Level::Day, state.settings.UseJapanese), font,
-                                          kLabelBack, kHighlight);
+    bar.level = std::make_unique<CButton>(LevelLabel(Level::Day), font, kLabelBack, kHighlight);
     bar.search = std::make_unique<CButton>(" ", font, kSearchBack, kHighlight);
     bar.search->state = CButton::State::Hidden;
     bar.images.clear();

@@ -27,7 +27,7 @@ int CommandOf(const Place& place) {
         case Part::Date:
             return kCommandOpenFolder;
         case Part::Level:
-            return View().period.level == Level::Day ? kCommandLevelUp : kCommandToYearly;
+            return LevelRowOf(View().period.level).command;
         case Part::Image:
             return kButtonRows[place.row].command;
         default:

@@ -71,4 +71,23 @@ constexpr std::array<ButtonRow, kImageButtonCount> kButtonRows{{
      kCommandOuterPrevious},
 }};
 
+// The label that leads to the next level up.
+struct LevelRow {
+    Level level;
+    const char* name;  // empty: no label
+    const char* japanese;
+    int command;
+};
+
+constexpr std::array<LevelRow, 3> kLevelRows{{
+    {Level::Year, "", "", 0},
+    {Level::Month, "Yearly", "年表示", kCommandToYearly},
+    {Level::Day, "Monthly", "月表示", kCommandLevelUp},
+}};
+constexpr const LevelRow& LevelRowOf(Level level) {
+    for (const LevelRow& row : kLevelRows)
+        if (row.level == level) return row;
+    return kLevelRows[0];
+}
+
 }  // namespace kalmora

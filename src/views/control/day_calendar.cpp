@@ -1,8 +1,10 @@
 #include "views/control/day_calendar.h"
 
+#include "base/format.h"
 #include "base/log.h"
 #include "state/app_state.h"
 #include "store/data_folder.h"
+#include "store/date_tree.h"
 #include "views/control/navigation.h"
 #include "views/load/month_loader.h"
 #include "views/load/viewer_load.h"
@@ -23,6 +25,15 @@ DayLines LinesOf(Size client) {
 
 }  // namespace
 
+void DayCalendar::Announce(const Period& period) {
+    const auto& [year, month, day] = period.date;
+    Calendar().partners.navigation.OnNavigation(Format("(Day)\t%04d/%02d/%02d", year, month, day));
+    // Counted from here also when the gate refuses the load, and in the day's scatter.
+    State().run.TicksInView = 0;
+}
+
+std::string DayCalendar::NameOfLoad(const Period&) const { return "UpdateObjects"; }
+
 Loading DayCalendar::Load(const LoadRequest& request, const StopToken& stop) {
     LoadDayViewer(request, stop);
     return Loading::Done;
@@ -40,6 +51,11 @@ void DayCalendar::Reload(const LoadRequest& request, const StopToken& stop) {
     LoadDayCell({request.view, MainRoot(), {}}, month, day, stop);
 }
 
+void DayCalendar::Gather(const LoadRequest& request, const StopToken& stop, ObjectList& list) {
+    ForEachRoot(
+        [&](const std::string& root) { GatherDay(root, request.view.period.date, request, stop, list); });
+}
+
 void DayCalendar::Stop(const Period&) { Calendar().CurrentDayViewer().stop = true; }
 
 bool DayCalendar::IsReady(const Period&) const { return true; }
@@ -47,6 +63,8 @@ bool DayCalendar::IsReady(const Period&) const { return true; }
 void DayCalendar::Paint(Canvas& canvas, const Period&, Size client, double scale) {
     PaintHours(canvas, client, scale);
 }
+
+Viewer* DayCalendar::CurrentViewer() const { return &Calendar().CurrentDayViewer(); }
 
 WalkEnd DayCalendar::DrawObjects() { return WalkDay(); }
 
@@ -63,6 +81,18 @@ void DayCalendar::MakeStep(Step step) {
         case Step::OuterPrevious:
             return PrevMonth();
     }
+}
+
+void DayCalendar::AdvanceRing() { Calendar().AdvanceDayRing(); }
+
+int DayCalendar::BeatsToShow(const Period& period) const {
+    return TheDateTree().CountOf(period.date.year, period.date.month, period.date.day).value_or(0);
+}
+
+std::optional<CalendarDate> DayCalendar::RandomDate(const Period&) const {
+    const auto picked = TheDateTree().Pick(kDayLevel);
+    if (!picked || picked->year < 1 || picked->month < 1 || picked->day < 1) return std::nullopt;
+    return picked;
 }
 
 ViewHit DayCalendar::HitTest(const Period& period, Point point, Size client) const {

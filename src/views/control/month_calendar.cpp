@@ -1,9 +1,14 @@
 #include "views/control/month_calendar.h"
 
+#include <algorithm>
+
+#include "base/format.h"
 #include "base/log.h"
 #include "store/data_folder.h"
+#include "store/date_tree.h"
 #include "views/control/navigation.h"
 #include "views/load/scan_backgrounds.h"
+#include "views/load/viewer_load.h"
 #include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
 #include "views/model/cell_content.h"
@@ -21,11 +26,20 @@ bool IsOnDayNumber(const Rect& cell, Point point) {
     return dx >= kNumberFrom && dx <= kNumberTo && dy >= kNumberFrom && dy <= kNumberTo;
 }
 
-MonthGrid GridOf(const Period& period, Size client) {
-    return MakeMonthGrid(period.date.year, period.date.month, {0, 0, client.width, client.height}, false);
+MonthGrid WholeGrid(const CalendarDate& date, Size client) {
+    return MakeMonthGrid(date.year, date.month, {0, 0, client.width, client.height}, false);
 }
 
 }  // namespace
+
+void MonthCalendar::Announce(const Period& period) {
+    const CalendarDate& date = period.date;
+    Calendar().partners.navigation.OnNavigation(Format("(Month)\t%04d/%02d", date.year, date.month));
+}
+
+std::string MonthCalendar::NameOfLoad(const Period& period) const {
+    return Format("UpdateObjects: [%d/%02d]", period.date.year, period.date.month);
+}
 
 Loading MonthCalendar::Load(const LoadRequest& request, const StopToken&) {
     StartGridLoad(request, *this);
@@ -37,6 +51,12 @@ void MonthCalendar::Reload(const LoadRequest& request, const StopToken& stop) {
     Log("Reload (%d/%d)", date.year, date.month);
     ClearGrid(request.view.period);
     LoadMonth({request.view, MainRoot(), {false, false, false}}, date.month, stop);
+}
+
+void MonthCalendar::Gather(const LoadRequest& request, const StopToken& stop, ObjectList& list) {
+    ForEachRoot([&](const std::string& root) {
+        GatherMonth(root, request.view.period.date.month, request, stop, list);
+    });
 }
 
 void MonthCalendar::FindBackgrounds(const std::string& root, const Period& period,
@@ -66,6 +86,8 @@ WalkEnd MonthCalendar::DrawObjects() { return WalkEnd::Stopped; }
 
 void MonthCalendar::Beat(const Period& period) { DrawMonthStep(period.date.year, period.date.month); }
 
+void MonthCalendar::RedrawCell(const CalendarDate& day) { DrawCellOnWindow(day.year, day.month, day.day); }
+
 void MonthCalendar::MakeStep(Step step) {
     switch (step) {
         case Step::OuterNext:
@@ -79,9 +101,20 @@ void MonthCalendar::MakeStep(Step step) {
     }
 }
 
+int MonthCalendar::BeatsToShow(const Period& period) const {
+    const int objects = TheDateTree().CountOf(period.date.year, period.date.month, 0).value_or(0);
+    return std::max(10, objects / 10);
+}
+
+std::optional<CalendarDate> MonthCalendar::RandomDate(const Period& period) const {
+    const auto picked = TheDateTree().Pick(kMonthLevel);
+    if (!picked || picked->year < 1 || picked->month < 1) return std::nullopt;
+    return CalendarDate{picked->year, picked->month, period.date.day};
+}
+
 ViewHit MonthCalendar::HitTest(const Period& period, Point point, Size client) const {
     ViewHit hit;
-    const MonthGrid grid = GridOf(period, client);
+    const MonthGrid grid = WholeGrid(period.date, client);
     const int day = MonthHitTest(grid, point);
     if (day < 1) return hit;
     hit.date = {period.date.year, period.date.month, day};
@@ -96,12 +129,17 @@ ViewHit MonthCalendar::HitTest(const Period& period, Point point, Size client) c
 }
 
 std::optional<CalendarDate> MonthCalendar::DayUnder(const Period& period, Point point, Size client) const {
-    const int day = MonthHitTest(GridOf(period, client), point);
+    const int day = MonthHitTest(WholeGrid(period.date, client), point);
     if (day < 1) return std::nullopt;
     return CalendarDate{period.date.year, period.date.month, day};
 }
 
 bool MonthCalendar::HasDayCells() const { return true; }
+
+std::optional<MonthGrid> MonthCalendar::GridOf(const Period& period, int year, int month, Size client) const {
+    if (year != period.date.year || month != period.date.month) return std::nullopt;
+    return WholeGrid(period.date, client);
+}
 
 std::optional<DropTarget> MonthCalendar::TargetOfDrop(const Period& period, Point point, Size client) const {
     if (!IsInWindow(point, client)) return std::nullopt;

@@ -8,21 +8,27 @@ namespace kalmora {
 
 class MonthCalendar : public CalendarView, private GridWork {
 public:
+    void Announce(const Period& period) override;
+    std::string NameOfLoad(const Period& period) const override;
     Loading Load(const LoadRequest& request, const StopToken& stop) override;
     void Reload(const LoadRequest& request, const StopToken& stop) override;
+    void Gather(const LoadRequest& request, const StopToken& stop, ObjectList& list) override;
     void Stop(const Period& period) override;
     bool IsReady(const Period& period) const override;
 
     void Paint(Canvas& canvas, const Period& period, Size client, double scale) override;
-    bool DrawsObjects() const override { return false; }
     WalkEnd DrawObjects() override;
     void Beat(const Period& period) override;
+    void RedrawCell(const CalendarDate& day) override;
 
     void MakeStep(Step step) override;
+    int BeatsToShow(const Period& period) const override;
+    std::optional<CalendarDate> RandomDate(const Period& period) const override;
 
     ViewHit HitTest(const Period& period, Point point, Size client) const override;
     std::optional<CalendarDate> DayUnder(const Period& period, Point point, Size client) const override;
     bool HasDayCells() const override;
+    std::optional<MonthGrid> GridOf(const Period& period, int year, int month, Size client) const override;
     std::optional<DropTarget> TargetOfDrop(const Period& period, Point point, Size client) const override;
 
 private:

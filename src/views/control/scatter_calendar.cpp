@@ -15,6 +15,12 @@ CalendarView& Below(const Period& period) { return Calendar().ViewOf(period.leve
 
 }  // namespace
 
+void ScatterCalendar::Announce(const Period& period) { Below(period).Announce(period); }
+
+std::string ScatterCalendar::NameOfLoad(const Period& period) const {
+    return Below(period).NameOfLoad(period);
+}
+
 Loading ScatterCalendar::Load(const LoadRequest& request, const StopToken& stop) {
     LoadAllViewer(request, stop);
     if (!stop.IsStopped()) State().run.TicksInView = 0;
@@ -23,17 +29,31 @@ Loading ScatterCalendar::Load(const LoadRequest& request, const StopToken& stop)
 
 void ScatterCalendar::Reload(const LoadRequest&, const StopToken&) {}  // the command leaves the scatter alone
 
+void ScatterCalendar::Gather(const LoadRequest& request, const StopToken& stop, ObjectList& list) {
+    Below(request.view.period).Gather(request, stop, list);
+}
+
 void ScatterCalendar::Stop(const Period&) { Calendar().CurrentAllViewer().stop = true; }
 
 bool ScatterCalendar::IsReady(const Period&) const { return true; }
 
 void ScatterCalendar::Paint(Canvas&, const Period&, Size, double) {}
 
+Viewer* ScatterCalendar::CurrentViewer() const { return &Calendar().CurrentAllViewer(); }
+
 WalkEnd ScatterCalendar::DrawObjects() { return WalkAll(); }
 
 void ScatterCalendar::Beat(const Period&) { RedrawScatter(); }
 
 void ScatterCalendar::MakeStep(Step step) { Below(View().period).MakeStep(step); }
+
+void ScatterCalendar::AdvanceRing() { Calendar().AdvanceAllRing(); }
+
+int ScatterCalendar::BeatsToShow(const Period& period) const { return Below(period).BeatsToShow(period); }
+
+std::optional<CalendarDate> ScatterCalendar::RandomDate(const Period& period) const {
+    return Below(period).RandomDate(period);
+}
 
 ViewHit ScatterCalendar::HitTest(const Period& period, Point point, Size) const {
     ViewHit hit;

@@ -7,17 +7,23 @@ namespace kalmora {
 
 class ScatterCalendar : public CalendarView {
 public:
+    void Announce(const Period& period) override;
+    std::string NameOfLoad(const Period& period) const override;
     Loading Load(const LoadRequest& request, const StopToken& stop) override;
     void Reload(const LoadRequest& request, const StopToken& stop) override;
+    void Gather(const LoadRequest& request, const StopToken& stop, ObjectList& list) override;
     void Stop(const Period& period) override;
     bool IsReady(const Period& period) const override;
 
     void Paint(Canvas& canvas, const Period& period, Size client, double scale) override;
-    bool DrawsObjects() const override { return true; }
+    Viewer* CurrentViewer() const override;
     WalkEnd DrawObjects() override;
     void Beat(const Period& period) override;
 
     void MakeStep(Step step) override;
+    void AdvanceRing() override;
+    int BeatsToShow(const Period& period) const override;
+    std::optional<CalendarDate> RandomDate(const Period& period) const override;
 
     ViewHit HitTest(const Period& period, Point point, Size client) const override;
     std::optional<CalendarDate> DayUnder(const Period& period, Point point, Size client) const override;

@@ -1,14 +1,19 @@
 #include "views/control/year_calendar.h"
 
+#include "base/format.h"
 #include "state/app_state.h"
 #include "store/data_folder.h"
+#include "store/date_tree.h"
 #include "views/control/navigation.h"
 #include "views/load/scan_backgrounds.h"
+#include "views/load/viewer_load.h"
 #include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
 #include "views/model/cell_content.h"
 #include "views/paint/heartbeat_redraw.h"
+#include "views/paint/paint_on_window.h"
 #include "views/paint/paint_period.h"
+#include "views/paint/progress_stripe.h"
 
 namespace kalmora {
 
@@ -29,6 +34,14 @@ void FillFromCell(const CalendarDate& day, ViewHit* hit) {
 
 }  // namespace
 
+void YearCalendar::Announce(const Period& period) {
+    Calendar().partners.navigation.OnNavigation(Format("(Year)\t%04d", period.date.year));
+}
+
+std::string YearCalendar::NameOfLoad(const Period& period) const {
+    return Format("UpdateObjects: [%d]", period.date.year);
+}
+
 Loading YearCalendar::Load(const LoadRequest& request, const StopToken&) {
     StartGridLoad(request, *this);
     return Loading::GoesOn;
@@ -37,6 +50,15 @@ Loading YearCalendar::Load(const LoadRequest& request, const StopToken&) {
 void YearCalendar::Reload(const LoadRequest& request, const StopToken& stop) {
     ClearGrid(request.view.period);
     LoadYear({request.view, MainRoot(), {false, false, false}}, stop);
+}
+
+// The second data folder has no part in a whole year's scatter, on purpose.
+void YearCalendar::Gather(const LoadRequest& request, const StopToken& stop, ObjectList& list) {
+    for (int month = 1; month <= 12 && !stop.IsStopped(); ++month) {
+        ProgressStripe(month / 12.0);  // progress: a year may be a hundred thousand files
+        GatherMonth(MainRoot(), month, request, stop, list);
+    }
+    ProgressStripe(kStripeFinished);
 }
 
 void YearCalendar::FindBackgrounds(const std::string& root, const Period& period,
@@ -66,6 +88,13 @@ WalkEnd YearCalendar::DrawObjects() { return WalkEnd::Stopped; }
 
 void YearCalendar::Beat(const Period& period) { RedrawYear(period.date.year); }
 
+void YearCalendar::RedrawCell(const CalendarDate& day) {
+    if (HasDayCells())
+        DrawCellOnWindow(day.year, day.month, day.day);
+    else
+        DrawMonthPictureOnWindow(day.year, day.month);
+}
+
 void YearCalendar::MakeStep(Step step) {
     switch (step) {
         case Step::OuterNext:
@@ -77,6 +106,16 @@ void YearCalendar::MakeStep(Step step) {
         case Step::OuterPrevious:
             return StepYears(-2);
     }
+}
+
+int YearCalendar::BeatsToShow(const Period& period) const {
+    return TheDateTree().CountOf(period.date.year, 0, 0).value_or(0) / 10;
+}
+
+std::optional<CalendarDate> YearCalendar::RandomDate(const Period& period) const {
+    const auto picked = TheDateTree().Pick(kYearLevel);
+    if (!picked || picked->year < 1) return std::nullopt;
+    return CalendarDate{picked->year, period.date.month, period.date.day};
 }
 
 ViewHit YearCalendar::HitTest(const Period& period, Point point, Size client) const {
@@ -113,6 +152,11 @@ std::optional<CalendarDate> YearCalendar::DayUnder(const Period& period, Point p
 }
 
 bool YearCalendar::HasDayCells() const { return State().settings.CalendarMode != 0; }
+
+std::optional<MonthGrid> YearCalendar::GridOf(const Period& period, int year, int month, Size client) const {
+    if (year != period.date.year) return std::nullopt;
+    return MakeMonthGrid(year, month, YearMonthRect(client.width, month), true);
+}
 
 std::optional<DropTarget> YearCalendar::TargetOfDrop(const Period& period, Point point, Size client) const {
     if (!IsInWindow(point, client)) return std::nullopt;

@@ -42,10 +42,8 @@ bool AddToView(const std::string& path, const CalendarDate& day) {
     }
     if (kind != ObjectKind::Image && kind != ObjectKind::Text && kind != ObjectKind::Movie) return false;
     Calendar().partners.slideShow.AddSlide(path);
-    if (view.scatter)
-        Calendar().CurrentAllViewer().objects.Add(std::make_unique<CPhoto>(path));
-    else if (view.period.level == Level::Day)
-        Calendar().CurrentDayViewer().objects.Add(std::make_unique<CPhoto>(path));
+    if (Viewer* const viewer = Calendar().ViewOf(view).CurrentViewer())
+        viewer->objects.Add(std::make_unique<CPhoto>(path));
     else
         AddToCell(path, kind, day);
     return true;

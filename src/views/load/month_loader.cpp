@@ -23,24 +23,20 @@ namespace kalmora {
 namespace {
 
 // The logical size of a day cell's picture in the window as it is now; empty without a window.
-Size CurrentCellSize(Level level, int year, int month) {
+Size CurrentCellSize(const ViewState& view, int month) {
     const Size client = ClientSize();
     if (client.IsEmpty()) return {};
-    if (level == Level::Year && !State().settings.CalendarMode) {
-        const Rect rect = YearMonthRect(client.width, month);
-        return {rect.width, rect.height};
-    }
-    const Rect area =
-        level == Level::Year ? YearMonthRect(client.width, month) : Rect{0, 0, client.width, client.height};
-    const MonthGrid grid = MakeMonthGrid(year, month, area, level == Level::Year);
-    return {grid.cellWidth, grid.cellHeight};
+    const auto grid = Calendar().ViewOf(view).GridOf(view.period, view.period.date.year, month, client);
+    if (!grid) return {};
+    if (grid->isOfYear && !State().settings.CalendarMode) return {grid->area.width, grid->area.height};
+    return {grid->cellWidth, grid->cellHeight};
 }
 
 // Lets the seam begin to decode the picture of a cell, so that it is there when the cell's turn comes.
-void BeginCellPicture(Level level, int year, int month, int day) {
-    const Size size = CurrentCellSize(level, year, month);
+void BeginCellPicture(const ViewState& view, int month, int day) {
+    const Size size = CurrentCellSize(view, month);
     if (size.IsEmpty()) return;
-    const CellContent content = ContentOfCell(year, month, day);
+    const CellContent content = ContentOfCell(view.period.date.year, month, day);
     const std::string picture =
         content.count > 0 ? PictureFileOf(content.entry.path, content.entry.kind) : std::string();
     if (!picture.empty()) Pictures().Prefetch(picture, BoxPixels(size, ClientScale()));
@@ -87,7 +83,7 @@ bool LoadMonthDays(const LoadPass& pass, int month, const StopToken& stop) {
         if (monthStop.IsStopped() || (pass.drawing.waitsWhilePaused && !WaitWhilePaused(monthStop)))
             return false;
         if (!LoadDayCell(pass, month, day, stop)) return false;
-        BeginCellPicture(level, year, month, day);
+        BeginCellPicture(pass.view, month, day);
         if (!pass.drawing.whileLoading) continue;
         if (drawsCells) {
             ProgressStripe(static_cast<double>(day) / days);

@@ -1,8 +1,5 @@
 #include "views/load/object_loader.h"
 
-#include <string>
-
-#include "base/format.h"
 #include "state/app_state.h"
 #include "views/bar/button_bar.h"
 #include "views/load/check_music.h"
@@ -14,36 +11,18 @@
 
 namespace kalmora {
 
-namespace {
-
-std::string UpdateName(const Period& period) {
-    const CalendarDate& date = period.date;
-    if (period.level == Level::Year) return Format("UpdateObjects: [%d]", date.year);
-    if (period.level == Level::Month) return Format("UpdateObjects: [%d/%02d]", date.year, date.month);
-    return "UpdateObjects";
-}
-
-std::string NavigationLine(const Period& period) {
-    const auto& [year, month, day] = period.date;
-    if (period.level == Level::Year) return Format("(Year)\t%04d", year);
-    if (period.level == Level::Month) return Format("(Month)\t%04d/%02d", year, month);
-    return Format("(Day)\t%04d/%02d/%02d", year, month, day);
-}
-
-}  // namespace
-
 void UpdateObjects() {
     AppState& state = State();
     const ViewPartners& partners = Calendar().partners;
     if (!state.settings.SlideShowAutoNavigate) partners.slideShow.Hide();
     SetButtonStates();
-    const Period period = View().period;
-    partners.navigation.OnNavigation(NavigationLine(period));
-    if (period.level == Level::Day) state.run.TicksInView = 0;
+    const ViewState asked = View();
+    CalendarView& view = Calendar().ViewOf(asked);
+    view.Announce(asked.period);
 
     LookForDataFolder();
 
-    if (!state.run.ObjectGate.Acquire(UpdateName(period).c_str())) return;
+    if (!state.run.ObjectGate.Acquire(view.NameOfLoad(asked.period).c_str())) return;
     LoadRequest request{View(), Calendar().BeginLoad()};
     const StopToken stop = StopOf(request);
     const auto leave = [&] {

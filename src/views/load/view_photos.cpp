@@ -27,7 +27,6 @@ bool ClaimSoon(ObjectList& list, const PlacedObjectPtr& object) {
 
 bool RateAlone(const std::string& path, EstimateType type) { return IsDone(PhotoFile(path).Estimate(type)); }
 
-template <typename Viewer>
 bool RateIn(Viewer& viewer, const std::string& path, EstimateType type) {
     const TicketGuard guard(viewer.queue, kTries, kTryMs);
     if (!guard) {
@@ -52,11 +51,8 @@ void ForgetIn(ObjectList& list, const std::string& path) {
 }  // namespace
 
 bool RateInView(const std::string& path, EstimateType type) {
-    CalendarStore& calendar = Calendar();
-    const ViewState view = View();
-    if (view.scatter) return RateIn(calendar.CurrentAllViewer(), path, type);
-    if (view.period.level == Level::Day) return RateIn(calendar.CurrentDayViewer(), path, type);
-    return RateAlone(path, type);  // the cells of a grid hold no objects
+    Viewer* const viewer = Calendar().ViewOf(View()).CurrentViewer();
+    return viewer ? RateIn(*viewer, path, type) : RateAlone(path, type);
 }
 
 void ForgetInViews(const std::string& path) {

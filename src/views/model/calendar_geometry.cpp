@@ -14,15 +14,16 @@ constexpr int kColumns = 7;
 constexpr int kMostHours = 240;  // what a settings file may name; far more than makes sense
 }  // namespace
 
-MonthGrid MakeMonthGrid(int year, int month, const Rect& area, bool withHeading) {
+MonthGrid MakeMonthGrid(int year, int month, const Rect& area, bool isOfYear) {
     MonthGrid grid;
     grid.year = year;
     grid.month = month;
+    grid.isOfYear = isOfYear;
     grid.area = area;
     grid.cellWidth = std::max(0, area.width) / kColumns;
     grid.cellHeight = grid.cellWidth * 3 / 4;
     grid.headingHeight = grid.cellWidth / 5;
-    grid.offset = withHeading ? MonthPictureSize(month, grid.cellHeight).height : 0;
+    grid.offset = isOfYear ? MonthPictureSize(month, grid.cellHeight).height : 0;
     grid.firstColumn = (DayOfWeek(year, month, 1) + 6) % 7;
     grid.days = DaysInMonth(year, month);
     return grid;

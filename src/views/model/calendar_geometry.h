@@ -14,6 +14,7 @@ constexpr bool IsInWindow(Point point, Size client) {
 struct MonthGrid {
     int year = 0;
     int month = 0;
+    bool isOfYear = false;  // one of the twelve of a year, with the month's picture on top
     Rect area;              // the rectangle that the grid was made for; only left, top and width decide
     int cellWidth = 0;      // area.width / 7
     int cellHeight = 0;     // three quarters of it
@@ -24,10 +25,10 @@ struct MonthGrid {
 
     int ColumnOf(int day) const { return (firstColumn + day - 1) % 7; }
     int RowOf(int day) const { return (firstColumn + day - 1) / 7; }
+    friend bool operator==(const MonthGrid&, const MonthGrid&) = default;
 };
 
-// withHeading: a grid of the year view, with the month's picture on top.
-MonthGrid MakeMonthGrid(int year, int month, const Rect& area, bool withHeading);
+MonthGrid MakeMonthGrid(int year, int month, const Rect& area, bool isOfYear);
 Rect MonthCellRect(const MonthGrid& grid, int day);
 // The weekday picture over a column, 0 Monday to 6 Sunday.
 Rect WeekdayRect(const MonthGrid& grid, int column);

@@ -58,10 +58,4 @@ Caption MakeCaption(const CaptionInput& in) {
     return caption;
 }
 
-std::string LevelLabel(Level level, bool japanese) {
-    if (level == Level::Day) return japanese ? "月表示" : "Monthly";
-    if (level == Level::Month) return japanese ? "年表示" : "Yearly";
-    return {};
-}
-
 }  // namespace kalmora

@@ -23,7 +23,4 @@ struct Caption {
 };
 Caption MakeCaption(const CaptionInput& input);
 
-// "Monthly" and "Yearly", or their Japanese words: the next level up from the view; empty from a year.
-std::string LevelLabel(Level level, bool japanese);
-
 }  // namespace kalmora

@@ -1,4 +1,5 @@
-// DayViewer and AllViewer: the objects of one day in its lines, and of a whole period strewn over the window.
+// Viewer: the objects that a view holds. DayViewer has those of one day in its lines, AllViewer those of a
+// whole period strewn over the window.
 #pragma once
 
 #include <array>
@@ -12,14 +13,18 @@
 
 namespace kalmora {
 
-// The objects of one day. Filled by UpdateObjects, drawn by the paint thread and the heartbeat.
-struct DayViewer {
-    std::atomic<int> year{0}, month{0}, day{0};
+// Filled by UpdateObjects, drawn by the paint thread and the heartbeat.
+struct Viewer {
     ObjectList objects;
     TicketLock queue;  // who walks or redraws the list
     std::atomic<bool> stop{false};
     std::atomic<bool> usable{false};
     std::atomic<bool> loaded{false};
+};
+
+// The objects of one day.
+struct DayViewer : Viewer {
+    std::atomic<int> year{0}, month{0}, day{0};
 
     // ---- placing; by the holder of the queue's ticket
     DayLines lines;
@@ -40,12 +45,7 @@ int LineOfTime(const DayLines& lines, int year, int month, int day, const System
 int PlaceByTime(const DayLines& lines, int line, int viewerDay, const SystemTime& time);
 
 // The objects of a day, a month or a year as one scatter.
-struct AllViewer {
-    ObjectList objects;
-    TicketLock queue;
-    std::atomic<bool> stop{false};
-    std::atomic<bool> usable{false};
-    std::atomic<bool> loaded{false};
+struct AllViewer : Viewer {
     std::atomic<bool> drawing{false};
     ScatterOccupancy OccupancyGrid;  // by the holder of the queue's ticket
 

@@ -15,6 +15,11 @@ bool PassesFilter(CPhoto& photo) {
     return photo.IsVisibleUnderEstimate();
 }
 
+// What is prepared is drawn only while the view shows this viewer.
+bool IsInView(const Viewer& viewer) {
+    return viewer.usable && !viewer.stop && Calendar().ViewOf(View()).CurrentViewer() == &viewer;
+}
+
 // Claims the object, draws it when it passes the filter, and remembers where it lies.
 template <typename DrawOne>
 bool DrawClaimed(ObjectList& list, const PlacedObjectPtr& object, DrawOne draw) {
@@ -41,11 +46,7 @@ Size ObjectArea() {
 bool DrawDayObject(DayViewer& viewer, const PlacedObjectPtr& object) {
     Window* window = MainWindow();
     if (!window) return false;
-    const DrawContext context(*window, [&viewer] {
-        const ViewState view = View();
-        return viewer.usable && !viewer.stop && !view.scatter && view.period.level == Level::Day &&
-               &Calendar().CurrentDayViewer() == &viewer;
-    });
+    const DrawContext context(*window, [&viewer] { return IsInView(viewer); });
     return DrawClaimed(viewer.objects, object, [&](CPhoto& photo) {
         if (!photo.placed) viewer.PlaceOnLine(*object);
         photo.DrawScaledToHeight(context, viewer.lines.ThumbnailHeight());
@@ -56,9 +57,7 @@ bool DrawAllObject(AllViewer& viewer, const PlacedObjectPtr& object) {
     Window* window = MainWindow();
     if (!window) return false;
     const Size area = ObjectArea();
-    const auto isWanted = [&viewer] {
-        return viewer.usable && !viewer.stop && View().scatter && &Calendar().CurrentAllViewer() == &viewer;
-    };
+    const auto isWanted = [&viewer] { return IsInView(viewer); };
     // An enlarged picture reaches out of the area on all sides.
     const auto paintBar = [&](Canvas& canvas) {
         if (object->photo->Drawn().Bottom() > area.height) DrawButtons(canvas);

@@ -16,7 +16,7 @@ constexpr int kMaxRetries = 10;
 constexpr std::size_t kMaxEntriesWalked = 300;
 
 // Draws the first object and moves it to the tail; when nothing could be drawn, the next, at most ten more.
-template <typename Viewer, typename DrawOne>
+template <typename DrawOne>
 void CycleFront(Viewer& viewer, DrawOne draw) {
     for (int attempt = 0; attempt <= kMaxRetries; ++attempt) {
         const PlacedObjectPtr front = viewer.objects.Front();

@@ -26,7 +26,7 @@ void DrawHeadingAndFrame(Canvas& canvas, int month, const Rect& area) {
 
 }  // namespace
 
-MonthDrawing DrawMonth(Canvas& canvas, const MonthGrid& grid, bool yearly, double scale, Decode decode) {
+MonthDrawing DrawMonth(Canvas& canvas, const MonthGrid& grid, double scale, Decode decode) {
     // A whole window: the background of the full paint that this belongs to.
     const Ground ground{PaintedBackground(), {}};
     if (grid.month < 1 || grid.month > 12 || grid.cellWidth < 1) return {};
@@ -43,7 +43,8 @@ MonthDrawing DrawMonth(Canvas& canvas, const MonthGrid& grid, bool yearly, doubl
     for (int day = 1; day <= grid.days; ++day) {
         const PreparedPicture object =
             PrepareCellObject(grid.year, grid.month, day, {grid.cellWidth, grid.cellHeight}, scale, decode);
-        DrawDayCell(canvas, ground, MonthCellRect(grid, day), day, grid.ColumnOf(day), yearly, &object);
+        DrawDayCell(canvas, ground, MonthCellRect(grid, day), day, grid.ColumnOf(day), grid.isOfYear,
+                    &object);
         if (object.look != PreparedPicture::Look::Nothing) ++drawing.drawn;
         if (!object.complete) drawing.coarse.push_back({grid.year, grid.month, day});
     }

@@ -15,7 +15,7 @@ struct MonthDrawing {
     std::vector<CalendarDate> coarse;  // cells whose pictures are still to be decoded: Decode::Later only
 };
 
-MonthDrawing DrawMonth(Canvas& canvas, const MonthGrid& grid, bool yearly, double scale, Decode decode);
+MonthDrawing DrawMonth(Canvas& canvas, const MonthGrid& grid, double scale, Decode decode);
 // The month's representative fills the whole area (CalendarMode 0).
 MonthDrawing DrawMonthAsPicture(Canvas& canvas, int year, int month, const Rect& area, double scale,
                                 Decode decode);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <deque>
 #include <mutex>
+#include <optional>
 #include <tuple>
 
 #include "base/dates.h"
@@ -70,10 +71,7 @@ private:
                 waiting_.pop_front();
             }
             const auto& [year, month, day] = cell;
-            if (View().period.level == Level::Year && !State().settings.CalendarMode)
-                DrawMonthPictureOnWindow(year, month);
-            else
-                DrawCellOnWindow(year, month, day);
+            Calendar().ViewOf(View()).RedrawCell({year, month, day});
         }
     }
 
@@ -88,18 +86,10 @@ CellRedraws& Redraws() {
     return *redraws;
 }
 
-// Whether this month is part of what the window shows as a grid now.
-bool IsMonthInView(int year, int month) {
+// In which the window shows this month now; nothing when it does not.
+std::optional<MonthGrid> GridInView(const Window& window, int year, int month) {
     const ViewState view = View();
-    return !view.scatter && view.period.level != Level::Day && view.period.date.year == year &&
-           (view.period.level == Level::Year || view.period.date.month == month);
-}
-
-MonthGrid GridInView(const Window& window, int year, int month) {
-    const Size client = window.ClientSize();
-    if (View().period.level == Level::Year)
-        return MakeMonthGrid(year, month, YearMonthRect(client.width, month), true);
-    return MakeMonthGrid(year, month, {0, 0, client.width, client.height}, false);
+    return Calendar().ViewOf(view).GridOf(view.period, year, month, window.ClientSize());
 }
 
 void DrawCell(Window& window, const MonthGrid& grid, int day) {
@@ -107,7 +97,7 @@ void DrawCell(Window& window, const MonthGrid& grid, int day) {
         grid.year, grid.month, day, {grid.cellWidth, grid.cellHeight}, window.Scale(), Decode::Now);
     if (object.look == PreparedPicture::Look::Nothing) return;
     const BackgroundPtr background = PaintedBackground();
-    if (!IsMonthInView(grid.year, grid.month)) return;
+    if (GridInView(window, grid.year, grid.month) != grid) return;
     const auto canvas = window.Draw();
     if (!canvas || canvas->GetSize() != window.ClientSize()) return;
     const Rect cell = MonthCellRect(grid, day);
@@ -116,8 +106,7 @@ void DrawCell(Window& window, const MonthGrid& grid, int day) {
         // A picture of another shape leaves margins: what was there before must not show beside it.
         const Ground ground{background, origin};
         RestoreBackground(target, ground, {place.x + 1, place.y + 1, cell.width, cell.height});
-        DrawDayCell(target, ground, place, day, grid.ColumnOf(day), View().period.level == Level::Year,
-                    &object);
+        DrawDayCell(target, ground, place, day, grid.ColumnOf(day), grid.isOfYear, &object);
     });
 }
 
@@ -133,24 +122,27 @@ bool AreCellRedrawsDone() { return Redraws().AreDone(); }
 
 void DrawCellOnWindow(int year, int month, int day) {
     Window* window = MainWindow();
-    if (window && IsMonthInView(year, month)) DrawCell(*window, GridInView(*window, year, month), day);
+    if (!window) return;
+    if (const auto grid = GridInView(*window, year, month)) DrawCell(*window, *grid, day);
 }
 
 void DrawMonthOnWindow(int year, int month) {
     Window* window = MainWindow();
-    if (!window || !IsMonthInView(year, month)) return;
+    if (!window) return;
     if (!State().settings.CalendarMode) return DrawMonthPictureOnWindow(year, month);
-    const MonthGrid grid = GridInView(*window, year, month);
-    for (int day = 1; day <= grid.days; ++day) {
+    const auto grid = GridInView(*window, year, month);
+    for (int day = 1; grid && day <= grid->days; ++day) {
         if (Calendar().MonthOf(year, month).stop) return;
-        DrawCell(*window, grid, day);
+        DrawCell(*window, *grid, day);
     }
 }
 
 void DrawMonthPictureOnWindow(int year, int month) {
     Window* window = MainWindow();
-    if (!window || !IsMonthInView(year, month) || View().period.level != Level::Year) return;
-    const Rect area = YearMonthRect(window->ClientSize().width, month);
+    if (!window) return;
+    const auto grid = GridInView(*window, year, month);
+    if (!grid || !grid->isOfYear) return;
+    const Rect area = grid->area;
     // Into memory first: decoding must not happen while the window is held.
     const auto picture = Surface::Create({area.width, area.height}, window->Scale());
     if (!picture) return;
@@ -161,7 +153,7 @@ void DrawMonthPictureOnWindow(int year, int month) {
         DrawMonthAsPicture(*canvas, year, month, {0, 0, area.width, area.height}, window->Scale(),
                            Decode::Now);
     }
-    if (!IsMonthInView(year, month)) return;
+    if (GridInView(*window, year, month) != grid) return;
     const auto canvas = window->Draw();
     if (!canvas) return;
     DrawUnderButtons(*canvas, area, [&](Canvas& target, Point origin) {
@@ -180,12 +172,13 @@ bool DrawMonthStep(int year, int month) {
         if (slot.year != year) return false;
         phase = view.Phase = (view.Phase + 1) % 3;
     }
-    const MonthGrid grid = GridInView(*window, year, month);
-    for (int day = 1; day <= grid.days; ++day) {
-        if ((grid.RowOf(day) + grid.ColumnOf(day)) % 3 != phase) continue;
+    const auto grid = GridInView(*window, year, month);
+    if (!grid) return false;
+    for (int day = 1; day <= grid->days; ++day) {
+        if ((grid->RowOf(day) + grid->ColumnOf(day)) % 3 != phase) continue;
         if (view.stop) return false;
         AdvanceCellPhoto(year, month, day);
-        DrawCell(*window, grid, day);
+        DrawCell(*window, *grid, day);
     }
     return true;
 }

@@ -28,17 +28,16 @@ int PaintYear(Canvas& canvas, int year, Size client, double scale) {
     int drawn = 0;
     for (int month = 1; month <= 12; ++month) {
         const Rect area = YearMonthRect(client.width, month);
-        drawn += Finish(
-            State().settings.CalendarMode
-                ? DrawMonth(canvas, MakeMonthGrid(year, month, area, true), true, scale, DecodePolicy())
-                : DrawMonthAsPicture(canvas, year, month, area, scale, DecodePolicy()));
+        drawn += Finish(State().settings.CalendarMode
+                            ? DrawMonth(canvas, MakeMonthGrid(year, month, area, true), scale, DecodePolicy())
+                            : DrawMonthAsPicture(canvas, year, month, area, scale, DecodePolicy()));
     }
     return drawn;
 }
 
 int PaintMonth(Canvas& canvas, int year, int month, Size client, double scale) {
     const MonthGrid grid = MakeMonthGrid(year, month, {0, 0, client.width, client.height}, false);
-    return Finish(DrawMonth(canvas, grid, false, scale, DecodePolicy()));
+    return Finish(DrawMonth(canvas, grid, scale, DecodePolicy()));
 }
 
 void PaintHours(Canvas& canvas, Size client, double scale) {

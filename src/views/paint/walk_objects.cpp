@@ -14,7 +14,7 @@ namespace {
 constexpr int kYieldAboveMs = 10;
 
 // The walk over a viewer's objects; `draw` places and draws one.
-template <typename Viewer, typename DrawOne>
+template <typename DrawOne>
 WalkEnd WalkObjects(Viewer& viewer, DrawOne draw) {
     AppState& state = State();
     const StopToken stop = StopToken::AnyOf({StopToken(viewer.stop), StopToken(state.run.ObjectGate)});
