@@ -1,7 +1,5 @@
 #include "pictures/picture_cache.h"
 
-#include <optional>
-
 #include "pictures/measure_picture.h"
 #include "platform/files.h"
 
@@ -12,13 +10,19 @@ using images::Preview;
 namespace {
 
 std::optional<PictureKey> KeyOf(const std::string& path, Size wanted, Preview preview) {
-    const std::optional<files::FileStatus> status = files::GetStatus(path);
-    if (!status || !status->isRegular) return std::nullopt;
+    const std::optional<FileVersion> file = VersionOf(path);
+    if (!file) return std::nullopt;
     if (wanted.IsEmpty()) wanted = Size{};
-    return PictureKey{FileVersion{path, status->written, status->size}, wanted.width, wanted.height, preview};
+    return PictureKey{*file, wanted.width, wanted.height, preview};
 }
 
 }  // namespace
+
+std::optional<FileVersion> VersionOf(const std::string& path) {
+    const std::optional<files::FileStatus> status = files::GetStatus(path);
+    if (!status || !status->isRegular) return std::nullopt;
+    return FileVersion{path, status->written, status->size};
+}
 
 PictureCache::PictureCache()
     : prefetcher_(

@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <optional>
 #include <string>
 
 #include "pictures/decoded_pictures.h"
@@ -13,6 +14,9 @@
 #include "platform/image.h"
 
 namespace kalmora {
+
+// The state that the file is in now; empty when it is not there or no regular file.
+std::optional<FileVersion> VersionOf(const std::string& path);
 
 class PictureCache {
 public:

@@ -2,6 +2,7 @@
 
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "store/data_folder.h"
 #include "views/control/navigation.h"
 #include "views/load/object_loader.h"
 #include "views/model/calendar_geometry.h"
@@ -205,6 +206,22 @@ TEST_F(PaintingTest, OwnBackgroundOfTheMonthIsDrawn) {
     OpenWindow({960, 700});
     Load();
     EXPECT_EQ(PixelAt(350, 680), kBlue);
+}
+
+TEST_F(PaintingTest, BackgroundReplacedUnderItsNameIsSeenAtTheNextPaint) {
+    const std::string path = root_ + "/files/2008/200811/back.png";
+    MakeDirectories(root_ + "/files/2008/200811");
+    WritePicture(path, kBlue, {32, 32});
+    ShowMonth(2008, 11);
+    OpenWindow({960, 700});
+    Load();
+    ASSERT_EQ(PixelAt(350, 640), kBlue);
+    WritePicture(path, kGreen, {40, 30});
+    PaintView();
+    EXPECT_EQ(PixelAt(350, 640), kGreen);
+    files::RemoveFile(path);
+    PaintView();
+    EXPECT_EQ(PixelAt(350, 640), ColorFromBgr(0xE6FFFF)) << "one that has gone";
 }
 
 // ---- the day and the scatter

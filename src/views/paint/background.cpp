@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 
 #include "pictures/picture_cache.h"
@@ -41,7 +42,7 @@ std::string BackgroundPath() {
 
 struct BackgroundCache {
     std::mutex mutex;
-    std::string path;  // guarded by mutex, as is all of this
+    std::optional<FileVersion> file;  // guarded by mutex, as is all of this; empty when it was not there
     Size size;
     double scale = 0;
     std::shared_ptr<const Surface> surface;
@@ -69,15 +70,17 @@ BackgroundPtr RenewBackground() {
     const double scale = ClientScale();
     if (size.IsEmpty()) return nullptr;
     const std::string path = BackgroundPath();
+    // A file that was replaced under its name is another one.
+    const std::optional<FileVersion> file = VersionOf(path);
     BackgroundCache& cache = Cache();
     {
         std::lock_guard lock(cache.mutex);
-        if (cache.surface && cache.path == path && cache.size == size && cache.scale == scale)
+        if (cache.surface && cache.file == file && cache.size == size && cache.scale == scale)
             return cache.surface;
     }
     std::shared_ptr<const Surface> surface = MakeBackground(path, size, scale);
     std::lock_guard lock(cache.mutex);
-    cache.path = path;
+    cache.file = file;
     cache.size = size;
     cache.scale = scale;
     cache.surface = surface;

@@ -10,7 +10,7 @@ namespace kalmora {
 using BackgroundPtr = std::shared_ptr<const Surface>;
 
 // The background for the picture that is to be shown now: for a full paint. Shared, never written once handed
-// out. Null without a window. Any thread; decodes when picture or window size are new.
+// out. Null without a window. Any thread; decodes when the file, its content or the window's size are new.
 BackgroundPtr RenewBackground();
 // The background as the last full paint drew it, for what is redrawn in parts: a picture that was picked
 // since shows with the next full paint only.
