@@ -25,6 +25,7 @@ constexpr unsigned kScales[] = {1, 2, 3, 4, 5, 6, 8};
 constexpr unsigned kWholeScale = 8;
 constexpr std::int64_t kAlwaysPlausiblePixels = std::int64_t{16} << 20;
 constexpr std::int64_t kMostPixelsOfAByte = 1024;
+constexpr int kTopPart = 32;  // of DecodeJpegTop: as little as shows what an edge looks like
 constexpr QRgb kMissing = 0xFF808080;
 
 // One decode. The library reports an error by a jump out of its call, so every member function that calls it
@@ -42,13 +43,14 @@ public:
     Size StoredSize() const {
         return Size{static_cast<int>(codec_.image_width), static_cast<int>(codec_.image_height)};
     }
-    QImage Decode(Size needed);
+    enum class Part { Whole, Top };
+    QImage Decode(Size needed, Part part);
 
 private:
     bool ChooseScale(Size needed);
     bool IsPlausible() const;
     bool Start();
-    // Reads rows into the image until the last or until nothing more comes. False when not one row came.
+    // Reads rows until the image is full or until nothing more comes. False when not one row came.
     bool ReadRows(QImage& image);
     void ConvertCmykRow(const std::uint8_t* from, std::uint8_t* to) const;
 
@@ -204,7 +206,8 @@ bool JpegReader::ReadRows(QImage& image) {
     const bool stopsAtEnd = !jpeg_has_multiple_scans(&codec_);
     const int rowsUnderWay = 2 * codec_.max_v_samp_factor * DCTSIZE;
     if (setjmp(jump_) != 0) return rowsRead_ > 0;
-    while (codec_.output_scanline < codec_.output_height) {
+    const auto rows = static_cast<JDIMENSION>(image.height());
+    while (codec_.output_scanline < rows) {
         JSAMPROW row = pixels + stride * codec_.output_scanline;
         if (jpeg_read_scanlines(&codec_, &row, 1) != 1) break;
         if (isCmyk) ConvertCmykRow(row, row);
@@ -214,12 +217,14 @@ bool JpegReader::ReadRows(QImage& image) {
     return rowsRead_ > 0;
 }
 
-QImage JpegReader::Decode(Size needed) {
+QImage JpegReader::Decode(Size needed, Part part) {
     if (!ChooseScale(needed) || !IsPlausible() || !Start()) return QImage();
-    QImage image(static_cast<int>(codec_.output_width), static_cast<int>(codec_.output_height),
-                 QImage::Format_RGB32);
+    const int rows = static_cast<int>(codec_.output_height);
+    QImage image(static_cast<int>(codec_.output_width),
+                 part == Part::Top ? (rows + kTopPart - 1) / kTopPart : rows, QImage::Format_RGB32);
     if (image.isNull() || codec_.output_components != 4 || !ReadRows(image)) return QImage();
     if (DecodingGate::Instance().IsClosed()) return QImage();
+    if (part == Part::Top && rowsRead_ < image.height()) return QImage();
     for (int y = rowsRead_; y < image.height(); ++y) {
         auto* row = reinterpret_cast<QRgb*>(image.scanLine(y));
         std::fill(row, row + image.width(), kMissing);
@@ -241,7 +246,12 @@ Size MeasureJpeg(const ByteSource& source) {
 
 QImage DecodeJpeg(const ByteSource& source, Size needed) {
     const auto reader = std::make_unique<JpegReader>(source);
-    return reader->ReadHeader() ? reader->Decode(needed) : QImage();
+    return reader->ReadHeader() ? reader->Decode(needed, JpegReader::Part::Whole) : QImage();
+}
+
+QImage DecodeJpegTop(const ByteSource& source, Size needed) {
+    const auto reader = std::make_unique<JpegReader>(source);
+    return reader->ReadHeader() ? reader->Decode(needed, JpegReader::Part::Top) : QImage();
 }
 
 }  // namespace kalmora::qt

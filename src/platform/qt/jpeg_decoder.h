@@ -18,5 +18,8 @@ Size MeasureJpeg(const ByteSource& source);
 // smaller then. A file that ends or breaks early gives what is there, the rest grey. Null when nothing can be
 // decoded. Never throws; any thread.
 QImage DecodeJpeg(const ByteSource& source, Size needed);
+// Its uppermost rows, a thirty-second of it at that scale, read no further where the picture's bytes come row
+// by row. Null when a part of them is missing.
+QImage DecodeJpegTop(const ByteSource& source, Size needed);
 
 }  // namespace kalmora::qt

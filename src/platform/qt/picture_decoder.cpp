@@ -45,7 +45,7 @@ QImage DecodeStored(const ByteSource& source, Size wanted, Preview preview, cons
     const bool swapped = SwapsSides(embedded.orientation);
     const Size needed = NeededSize(stored, swapped ? Size{wanted.height, wanted.width} : wanted);
     if (preview != Preview::Never && !embedded.thumbnail.empty()) {
-        QImage thumbnail = DecodeThumbnail(embedded.thumbnail, stored);
+        QImage thumbnail = DecodeThumbnail(embedded.thumbnail, source);
         const Size size{thumbnail.width(), thumbnail.height()};
         if (!thumbnail.isNull() && (preview == Preview::Always || Covers(size, needed, kThumbnailTolerance)))
             return thumbnail;

@@ -249,6 +249,73 @@ TEST_F(ThumbnailTest, BarsAtTheSidesAreCutAway) {
     EXPECT_TRUE(IsThumbnail(Load(square, Size{120, 120})));
 }
 
+// A black thumbnail of the usual size with an area of the sky in it.
+constexpr Color kSky{90, 160, 250};
+QImage Barred(const QRect& area) {
+    QImage barred = Plain(160, 120, kBlack);
+    QPainter(&barred).fillRect(area, QColor(kSky.red, kSky.green, kSky.blue));
+    return barred;
+}
+// The codec mixes the colours of neighbours, so an edge is only nearly the sky.
+bool IsSky(Color color) { return Distance(color, kSky) < Distance(color, kBlack) / 4; }
+
+TEST_F(ThumbnailTest, BarsHigherThanTheShapeWantsAreCutAway) {
+    const std::string wide = Write("wide.jpg", EncodeJpeg(Plain(1500, 1000, kRed)));
+    SetThumbnail(Barred({0, 8, 160, 104}));
+    const Image image = Load(wide, Size{100, 100});
+    EXPECT_EQ(image.GetSize(), (Size{160, 104}));
+    EXPECT_TRUE(IsSky(image.PixelAt(80, 0)));
+    EXPECT_TRUE(IsSky(image.PixelAt(80, 103)));
+}
+
+TEST_F(ThumbnailTest, BarAtOneEdgeIsCutAwayThere) {
+    const std::string wide = Write("wide.jpg", EncodeJpeg(Plain(1500, 1000, kRed)));
+    QImage barred = Barred({0, 13, 160, 107});
+    QPainter(&barred).fillRect(0, 112, 160, 8, Qt::green);
+    SetThumbnail(barred);
+    const Image image = Load(wide, Size{100, 100});
+    EXPECT_EQ(image.GetSize(), (Size{160, 107}));
+    EXPECT_TRUE(IsSky(image.PixelAt(80, 0)));
+    EXPECT_LT(Distance(image.PixelAt(80, 101), {0, 255, 0}), 10) << "nothing of the picture goes";
+}
+
+TEST_F(ThumbnailTest, BarsOfAFewPercentAreCutAway) {
+    SetThumbnail(Barred({4, 0, 152, 120}));
+    EXPECT_EQ(Load(photo_, Size{100, 100}).GetSize(), (Size{152, 120}));
+    SetThumbnail(Barred({4, 3, 152, 114}));
+    const Image image = Load(photo_, Size{100, 100});
+    EXPECT_EQ(image.GetSize(), (Size{152, 114}));
+    for (const Point edge : {Point{76, 0}, Point{76, 113}, Point{0, 57}, Point{151, 57}})
+        EXPECT_TRUE(IsSky(image.PixelAt(edge.x, edge.y))) << edge.x << ", " << edge.y;
+}
+
+TEST_F(ThumbnailTest, BarAtTheLowerEdgeAloneGivesThePicture) {
+    SetThumbnail(Barred({0, 0, 160, 116}));
+    EXPECT_LT(Distance(Load(photo_, Size{100, 100}).PixelAt(0, 0), kRed), 10);
+}
+
+TEST_F(ThumbnailTest, BlackFrameOfThePictureItselfIsKept) {
+    QImage framed = Plain(1600, 1200, kBlack);
+    QPainter(&framed).fillRect(40, 30, 1520, 1140, Qt::red);
+    const std::string scan = Write("scan.jpg", EncodeJpeg(framed));
+    SetThumbnail(Barred({4, 3, 152, 114}));
+    const Image image = Load(scan, Size{100, 100});
+    const Size size = image.GetSize();
+    EXPECT_LT(Distance(image.PixelAt(0, size.height / 2), kBlack), 10);
+    EXPECT_LT(Distance(image.PixelAt(size.width / 2, 0), kBlack), 10);
+    EXPECT_LT(Distance(image.PixelAt(size.width / 2, size.height / 2), {255, 0, 0}), 10);
+}
+
+TEST_F(ThumbnailTest, DarkPictureThatFadesIntoItsEdgesIsTakenWhole) {
+    QImage dusk = Plain(160, 120, kBlack);
+    for (int y = 5; y < 60; ++y)
+        QPainter(&dusk).fillRect(0, y, 160, 120 - 2 * y, QColor(0, std::min(255, 4 * (y - 5)), 0));
+    SetThumbnail(dusk);
+    const Image image = Load(photo_, Size{100, 100});
+    EXPECT_EQ(image.GetSize(), (Size{160, 120}));
+    EXPECT_GT(image.PixelAt(80, 60).green, 150);
+}
+
 TEST_F(ThumbnailTest, ADifferenceOfTwoPercentIsNoBar) {
     SetThumbnail(Plain(160, 118, kBlue));
     EXPECT_EQ(Load(photo_, Size{100, 100}).GetSize(), (Size{160, 118}));
