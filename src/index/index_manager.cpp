@@ -14,6 +14,11 @@ namespace {
 constexpr int kMonths = 12;
 constexpr double kNeverUpdated = 360000;  // seconds
 
+bool LoadDays(MonthIndex& month, int day, const StopToken& work, const StopToken* caller) {
+    const StopToken both = StopToken::AnyOf({work, month.BeginWork()});
+    return caller ? month.Load(day, both, *caller) : month.Load(day, both);
+}
+
 bool IsMonth(const MonthIndex& one, int year, int month) { return one.year == year && one.month == month; }
 
 }  // namespace
@@ -116,33 +121,40 @@ private:
 };
 
 // False when stopped or refused.
-bool IndexManager::LoadOnFirstAccess(int year, int month, int day, const StopToken& work) {
+bool IndexManager::LoadOnFirstAccess(int year, int month, int day, const StopToken& work,
+                                     const StopToken* caller) {
     // What is read here is dropped, and the listed record stays blank: the first access to a month makes its
     // index files and no more. Meant, and held by IndexManagerLoad.FirstTouchLeavesABlankMonth.
     const BesideList beside(*this, year, month);
-    return beside->Load(day, StopToken::AnyOf({work, beside->BeginWork()})) && !work.IsStopped();
+    return LoadDays(*beside, day, work, caller) && !work.IsStopped();
 }
 
-bool IndexManager::LoadMonth(int year, int month, int day, const StopToken& work) {
+bool IndexManager::LoadMonth(int year, int month, int day, const StopToken& work, const StopToken* caller) {
     if (work.IsStopped()) return false;
     const MonthPointer found = FindMonth(year, month);
-    if (!found) return LoadOnFirstAccess(year, month, day, work);
-    if (!found->Load(day, StopToken::AnyOf({work, found->BeginWork()}))) return false;
+    if (!found) return LoadOnFirstAccess(year, month, day, work, caller);
+    if (!LoadDays(*found, day, work, caller)) return false;
     if (day > 0 && work.IsStopped()) return false;
     MoveToFront(found);
     return true;
 }
 
-void IndexManager::Load(int year, int month, int day) {
+void IndexManager::Load(int year, int month, int day) { LoadFor(year, month, day, nullptr); }
+
+void IndexManager::Load(int year, int month, int day, const StopToken& caller) {
+    LoadFor(year, month, day, &caller);
+}
+
+void IndexManager::LoadFor(int year, int month, int day, const StopToken* caller) {
     if (!files::IsFolder(dataRoot)) return;
     const StopToken work = BeginWork();
     const Running running(*this, year, month);
     Log("[IndexManager] Load (%d/%d)", year, month);
     if (month == 0 && day == 0) {
         for (int number = 1; number <= kMonths; ++number)
-            if (!LoadMonth(year, number, 0, work)) break;
+            if (!LoadMonth(year, number, 0, work, caller)) break;
     } else {
-        LoadMonth(year, month, day, work);
+        LoadMonth(year, month, day, work, caller);
     }
 }
 

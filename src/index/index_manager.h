@@ -31,6 +31,8 @@ public:
     // second call, which reads those files. A listed month is loaded and moves to the front. A stop requested
     // meanwhile ends the call. Nothing happens while the root is away, nor in Update.
     void Load(int year, int month, int day);
+    // The same for a caller whose own stop ends it within one file.
+    void Load(int year, int month, int day, const StopToken& caller);
     // Compares a month (day 0 or less) or a day with its folders; a month that is not in the list is loaded,
     // compared and written beside the list, which gets a blank record.
     void Update(int year, int month, int day) { Update(year, month, day, BeginWork()); }
@@ -70,8 +72,10 @@ public:
 private:
     class BesideList;
     class Running;
-    bool LoadMonth(int year, int month, int day, const StopToken& work);
-    bool LoadOnFirstAccess(int year, int month, int day, const StopToken& work);
+    // `caller` may be null.
+    void LoadFor(int year, int month, int day, const StopToken* caller);
+    bool LoadMonth(int year, int month, int day, const StopToken& work, const StopToken* caller);
+    bool LoadOnFirstAccess(int year, int month, int day, const StopToken& work, const StopToken* caller);
     void UpdateOnFirstAccess(int year, int month, int day, const StopToken& work);
     void MoveToFront(const MonthPointer& month);
     MonthPointer AddBlank(int year, int month);

@@ -15,6 +15,9 @@ namespace {
 bool IsSlot(int day) { return day >= 1 && day <= MonthIndex::kDays; }
 std::size_t SlotOf(int day) { return static_cast<std::size_t>(day - 1); }
 
+// The wait of a caller that can be stopped meanwhile: as long as the gate's own.
+constexpr int kGateWaitMs = 2200, kGateLookMs = 10;
+
 }  // namespace
 
 MonthIndex::DayInUpdate::DayInUpdate(MonthIndex& owner, int day) : owner_(owner), day_(day) {
@@ -72,36 +75,36 @@ void MonthIndex::Publish(int day, const std::shared_ptr<DayIndex>& records) {
     dayLoaded_[SlotOf(day)] = true;
 }
 
-bool MonthIndex::LoadDay(int day, IndexBatch& batch) {
+bool MonthIndex::LoadDay(int day, IndexBatch& batch, const StopToken& caller) {
     if (!IsSlot(day)) return false;
     if (IsLoaded(day)) return true;
     const auto records = std::make_shared<DayIndex>();
     records->dataRoot = dataRoot;
     // RequestStop does not reach the load of a day: meant, and held by
     // MonthIndexLoad.StopRequestDoesNotReachTheDayThatIsRead.
-    if (!records->LoadUnwritten(year, month, day, context.stop)) return false;
+    if (!records->LoadUnwritten(year, month, day, StopToken::AnyOf({context.stop, caller}))) return false;
     Publish(day, records);
     batch.Add(records);
     return true;
 }
 
-bool MonthIndex::LoadOne(int day, IndexBatch& batch) {
-    const bool loaded = LoadDay(day, batch);
+bool MonthIndex::LoadOne(int day, IndexBatch& batch, const StopToken& caller) {
+    const bool loaded = LoadDay(day, batch, caller);
     ReportProgress(*context.progress, 1, loaded ? "Loaded. (%04d/%02d/%02d)" : "Canceled. (%04d/%02d/%02d)",
                    year, month, day);
     return loaded;
 }
 
-bool MonthIndex::LoadAll(IndexBatch& batch, const StopToken& work) {
+bool MonthIndex::LoadAll(IndexBatch& batch, const Stops& stops) {
     const int days = DaysInMonth(year, month);
     for (int day = 1; day <= days; ++day) {
         ReportProgress(*context.progress, static_cast<double>(day - 1) / days, "Loading (%04d/%02d)", year,
                        month);
-        if (work.IsStopped()) {
+        if (stops.work.IsStopped() || stops.caller.IsStopped()) {
             ReportProgress(*context.progress, 1, "Canceled. (%04d/%02d/%02d)", year, month, 0);
             return false;
         }
-        if (!LoadDay(day, batch)) {
+        if (!LoadDay(day, batch, stops.caller)) {
             ReportProgress(*context.progress, 1, "Canceled. (%04d/%02d)", year, month);
             return false;
         }
@@ -110,10 +113,16 @@ bool MonthIndex::LoadAll(IndexBatch& batch, const StopToken& work) {
     return true;
 }
 
-bool MonthIndex::LoadIn(int day, IndexBatch& batch, Writing writing, const StopToken& work) {
+bool MonthIndex::WaitForGate(const StopToken& caller) const {
+    for (int waited = 0; gate_.IsHeld(); waited += kGateLookMs)
+        if (waited >= kGateWaitMs || caller.WaitFor(kGateLookMs)) return false;
+    return !caller.IsStopped();
+}
+
+bool MonthIndex::LoadIn(int day, IndexBatch& batch, Writing writing, const Stops& stops) {
     if (!gate_.Acquire("[Month]Load")) return false;
     busy = true;
-    const bool loaded = day > 0 ? LoadOne(day, batch) : LoadAll(batch, work);
+    const bool loaded = day > 0 ? LoadOne(day, batch, stops.caller) : LoadAll(batch, stops);
     if (writing == Writing::Now) batch.Finish();
     gate_.Release();
     busy = false;
@@ -124,14 +133,22 @@ bool MonthIndex::Load(int day) { return Load(day, BeginWork()); }
 
 bool MonthIndex::Load(int day, const StopToken& work) {
     IndexBatch batch;
-    return LoadIn(day, batch, Writing::Now, work);
+    return LoadIn(day, batch, Writing::Now, {work, {}});
 }
 
-bool MonthIndex::Load(int day, IndexBatch& batch) { return LoadIn(day, batch, Writing::Later, BeginWork()); }
-
-bool MonthIndex::EnsureDay(int day) {
+bool MonthIndex::Load(int day, const StopToken& work, const StopToken& caller) {
+    if (!WaitForGate(caller)) return false;
     IndexBatch batch;
-    const bool loaded = LoadDay(day, batch);
+    return LoadIn(day, batch, Writing::Now, {work, caller});
+}
+
+bool MonthIndex::Load(int day, IndexBatch& batch) {
+    return LoadIn(day, batch, Writing::Later, {BeginWork(), {}});
+}
+
+bool MonthIndex::EnsureDay(int day, const StopToken& caller) {
+    IndexBatch batch;
+    const bool loaded = LoadDay(day, batch, caller);
     batch.Finish();
     return loaded;
 }

@@ -54,8 +54,11 @@ public:
     bool Load(int day, IndexBatch& batch);
     // The same for work that was begun before the call.
     bool Load(int day, const StopToken& work);
+    // The same for a caller that leaves within one file when it is stopped: also while a day is read and
+    // while it waits for the gate. When that wait runs out the load is refused.
+    bool Load(int day, const StopToken& work, const StopToken& caller);
     // Loads one day when it is not in memory, without the gate and without a report. False when stopped.
-    bool EnsureDay(int day);
+    bool EnsureDay(int day, const StopToken& caller = {});
     // Compares the day (day 0 or less: every day) with its folder. False when refused by the gate (`busy` is
     // then left set: meant, and held by MonthUpdate.RefusedByTheGateStaysBusy) or stopped.
     bool Update(int day);
@@ -88,10 +91,16 @@ private:
         const int day_;
     };
     enum class Writing { Now, Later };
-    bool LoadIn(int day, IndexBatch& batch, Writing writing, const StopToken& work);
-    bool LoadDay(int day, IndexBatch& batch);
-    bool LoadOne(int day, IndexBatch& batch);
-    bool LoadAll(IndexBatch& batch, const StopToken& work);
+    // Whose stop ends a load where.
+    struct Stops {
+        StopToken work;    // between two days
+        StopToken caller;  // everywhere
+    };
+    bool WaitForGate(const StopToken& caller) const;
+    bool LoadIn(int day, IndexBatch& batch, Writing writing, const Stops& stops);
+    bool LoadDay(int day, IndexBatch& batch, const StopToken& caller);
+    bool LoadOne(int day, IndexBatch& batch, const StopToken& caller);
+    bool LoadAll(IndexBatch& batch, const Stops& stops);
     bool UpdateIn(int day, IndexBatch& batch, Writing writing, const StopToken& work);
     void UpdateDay(int day, IndexBatch& batch, const StopToken& work);
     bool UpdateAll(IndexBatch& batch, const StopToken& work);

@@ -31,11 +31,11 @@ bool WorksOnSomethingElse(const IndexManager& manager, const CalendarDate& range
 
 void LoadRange(IndexManager& manager, const CalendarDate& range, const StopToken& stop) {
     if (manager.IsLoaded(range.year, range.month, range.day)) return;
-    manager.Load(range.year, range.month, range.day);
+    manager.Load(range.year, range.month, range.day, stop);
     if (range.year == 0 || range.month != 0) return;
     // A stop request that was meant for another load has ended ours as well.
     for (int month = 1; month <= kMonths && !stop.IsStopped(); ++month)
-        if (!manager.FindMonth(range.year, month)) manager.Load(range.year, month, 0);
+        if (!manager.FindMonth(range.year, month)) manager.Load(range.year, month, 0, stop);
 }
 
 std::vector<MonthPointer> ListedMonths(const IndexManager& manager, int year) {
@@ -65,15 +65,16 @@ bool SearchMonth(MonthIndex& month, const QueryMatcher& query, const StopToken& 
         if (work.IsStopped() || stop.IsStopped()) return false;
         ReportProgress(*month.context.progress, static_cast<double>(day - 1) / days, "Searching (%04d/%02d)",
                        month.year, month.month);
-        if (!month.IsLoaded(day) && !month.EnsureDay(day)) return false;
+        if (!month.IsLoaded(day) && !month.EnsureDay(day, stop)) return false;
         query.MetaSearch(month.Day(day), found);
     }
     ReportProgress(*month.context.progress, 1, "Searched. (%04d/%02d)", month.year, month.month);
     return true;
 }
 
-bool SearchDay(MonthIndex& month, const QueryMatcher& query, int day, FoundDays& found) {
-    if (!month.IsLoaded(day) && !month.EnsureDay(day)) return false;
+bool SearchDay(MonthIndex& month, const QueryMatcher& query, int day, const StopToken& stop,
+               FoundDays& found) {
+    if (!month.IsLoaded(day) && !month.EnsureDay(day, stop)) return false;
     query.MetaSearch(month.Day(day), found);
     return true;
 }
@@ -85,7 +86,7 @@ bool SearchRange(IndexManager& manager, const QueryMatcher& query, const Calenda
     if (stop.IsStopped()) return false;
     if (range.month != 0) {
         const MonthPointer copy = manager.GetMonthCopy(range.year, range.month);
-        if (range.day != 0) return SearchDay(*copy, query, range.day, found);
+        if (range.day != 0) return SearchDay(*copy, query, range.day, stop, found);
         return SearchMonth(*copy, query, stop, found);
     }
     const std::vector<MonthPointer> months =

@@ -203,6 +203,14 @@ TEST_F(MonthIndexLoad, StopRequestDoesNotReachTheDayThatIsRead) {
     EXPECT_EQ(month.Day(13)->entries.size(), kFiles);
 }
 
+TEST_F(MonthIndexLoad, CallersStopReachesTheDayThatIsRead) {
+    PutInDay("a.txt");
+    StopSource caller;
+    caller.RequestStop();
+    EXPECT_FALSE(month.EnsureDay(13, caller.Token()));
+    EXPECT_FALSE(month.IsLoaded(13));
+}
+
 TEST_F(MonthIndexLoad, StopRequestFromBeforeIsNotForTheNextLoad) {
     month.RequestStop();
     EXPECT_TRUE(month.Load(0));
@@ -263,6 +271,20 @@ TEST_F(MonthIndexGate, WaitEndsAfterAboutTwoSeconds) {
     const auto waited = std::chrono::steady_clock::now() - start;
     EXPECT_GE(waited, std::chrono::milliseconds(2000));
     EXPECT_LT(waited, std::chrono::seconds(30));
+    held.LetGo();
+    EXPECT_TRUE(first.get());
+}
+
+TEST_F(MonthIndexGate, CallersStopEndsTheWait) {
+    HeldWorker held(probe);
+    auto first = std::async(std::launch::async, [&] { return month.Load(0); });
+    ASSERT_TRUE(Eventually([&] { return held.Arrived(); }));
+    StopSource caller;
+    auto second =
+        std::async(std::launch::async, [&] { return month.Load(0, month.BeginWork(), caller.Token()); });
+    caller.RequestStop();
+    EXPECT_EQ(second.wait_for(std::chrono::seconds(1)), std::future_status::ready);
+    EXPECT_FALSE(second.get());
     held.LetGo();
     EXPECT_TRUE(first.get());
 }

@@ -82,10 +82,10 @@ TEST_F(SearchRangeTest, DayTellsNoProgress) {
     const ProgressTexts progress(probe);
     MonthIndex month(2008, 11, root, context);
     FoundDays found;
-    EXPECT_TRUE(SearchDay(month, Matcher("cat"), 13, found));
+    EXPECT_TRUE(SearchDay(month, Matcher("cat"), 13, kNeverStopped, found));
     EXPECT_THAT(progress.texts, IsEmpty());
     EXPECT_TRUE(month.IsLoaded(13));
-    EXPECT_FALSE(SearchDay(month, Matcher("cat"), 32, found));
+    EXPECT_FALSE(SearchDay(month, Matcher("cat"), 32, kNeverStopped, found));
 }
 
 TEST_F(SearchRangeTest, StopRequestLeavesAPartialResultWithoutTheLastLine) {
@@ -145,6 +145,18 @@ TEST_F(SearchRangeTest, CallersStopEndsTheWholeWalk) {
     EXPECT_FALSE(SearchRange(MainIndex(), Matcher("cat"), {2008, 0, 0}, stop.Token(), found));
     EXPECT_EQ(found.size(), 2u);
     EXPECT_EQ(days, 40) << "no day more";
+}
+
+TEST_F(SearchRangeTest, CallersStopEndsTheLoadOfTheIndexBeforeTheNextDay) {
+    for (int day = 1; day <= 30; ++day) PutNote({2008, 11, day}, "a.txt", "a cat");
+    StopSource stop;
+    int days = 0;
+    probe.onProgress = [&](double, const std::string& text) {
+        if (text.starts_with("Loading") && ++days == 3) stop.RequestStop();
+    };
+    FoundDays found;
+    EXPECT_FALSE(SearchRange(MainIndex(), Matcher("cat"), {2008, 11, 0}, stop.Token(), found));
+    EXPECT_EQ(days, 3);
 }
 
 TEST_F(SearchRangeTest, DayThatCannotBeLoadedLosesTheRestOfItsMonth) {
