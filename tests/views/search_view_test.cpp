@@ -1,7 +1,9 @@
 // The views while a query is in force.
 #include "views/load/search_view.h"
 
+#include "base/progress_listener.h"
 #include "index/index_manager.h"
+#include "platform/clock.h"
 #include "platform/files.h"
 #include "search/search_run.h"
 #include "store/data_folder.h"
@@ -168,7 +170,64 @@ TEST_F(SearchViewTest, ReloadShowsTheResultAgain) {
     Show("cat");
     AddText(2008, 11, 13, "cat2.txt", "a cat");
     ReloadView();
+    ASSERT_TRUE(WaitUntilIdle());
     EXPECT_THAT(InCell(11, 13), ElementsAre("cat.txt"));
+}
+
+// Where an index is loaded, and how far.
+class IndexProgress final : public ProgressListener {
+public:
+    void OnProgress(double, const std::string& text) override {
+        if (TheApplication()->IsGuiThread()) ++onGuiThread;
+        if (!text.starts_with("Loading")) return;
+        ++loading;
+        while (isHeld && !State().run.ObjectGate.IsStopRequested()) SleepMs(1);
+    }
+    std::atomic<int> loading = 0, onGuiThread = 0;
+    std::atomic<bool> isHeld = false;  // until the view's load is asked to leave
+};
+
+class SearchLoadTest : public SearchViewTest {
+protected:
+    SearchLoadTest() { ResetIndexes({{}, &progress_}); }
+    ~SearchLoadTest() override {
+        WaitUntilIdle();
+        ResetIndexes();
+    }
+    void ExpectLoadBesideTheWindow() {
+        Show("cat");
+        EXPECT_GT(progress_.loading, 0) << "it is shown";
+        EXPECT_EQ(progress_.onGuiThread, 0);
+    }
+    IndexProgress progress_;
+};
+
+TEST_F(SearchLoadTest, IndexOfADayIsNotLoadedOnTheGuiThread) {
+    ShowDay(2008, 11, 13);
+    ExpectLoadBesideTheWindow();
+}
+
+TEST_F(SearchLoadTest, IndexOfAScatterIsNotLoadedOnTheGuiThread) {
+    ShowYear(2008);
+    ChangeView([](ViewState& view) { view.scatter = true; });
+    ExpectLoadBesideTheWindow();
+}
+
+TEST_F(SearchLoadTest, IndexOfAllThatIsLoadedIsNotLoadedOnTheGuiThread) {
+    ChangeView([](ViewState& view) { view.searchAllLoaded = true; });
+    ExpectLoadBesideTheWindow();
+    EXPECT_TRUE(View().scatter);
+}
+
+TEST_F(SearchLoadTest, ViewThatIsLeftStopsTheLoadForItsSearch) {
+    progress_.isHeld = true;
+    BeginSearch("cat");
+    UpdateObjects();
+    while (progress_.loading == 0) SleepMs(1);
+    ChangeView([](ViewState& view) { view.searchResult = false; });
+    UpdateObjects();
+    ASSERT_TRUE(WaitUntilIdle());
+    EXPECT_EQ(progress_.loading, 1) << "no day more";
 }
 
 TEST_F(SearchViewTest, FoundFilesCountAsWhatTheyAre) {

@@ -34,9 +34,10 @@ void DayCalendar::Announce(const Period& period) {
 
 std::string DayCalendar::NameOfLoad(const Period&) const { return "UpdateObjects"; }
 
-Loading DayCalendar::Load(const LoadRequest& request, const StopToken& stop) {
-    LoadDayViewer(request, stop);
-    return Loading::Done;
+void DayCalendar::PrepareLoad(const Period&) {}  // the load takes a viewer that nobody draws in
+
+bool DayCalendar::Load(const LoadRequest& request, const StopToken& stop) {
+    return LoadDayViewer(request, stop);
 }
 
 // Reads the day's cell of the grid, not the viewer that is shown, on purpose.

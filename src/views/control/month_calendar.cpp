@@ -41,9 +41,10 @@ std::string MonthCalendar::NameOfLoad(const Period& period) const {
     return Format("UpdateObjects: [%d/%02d]", period.date.year, period.date.month);
 }
 
-Loading MonthCalendar::Load(const LoadRequest& request, const StopToken&) {
-    StartGridLoad(request, *this);
-    return Loading::GoesOn;
+void MonthCalendar::PrepareLoad(const Period& period) { ClearGrid(period); }
+
+bool MonthCalendar::Load(const LoadRequest& request, const StopToken& stop) {
+    return LoadGrid(request, *this, stop);
 }
 
 void MonthCalendar::Reload(const LoadRequest& request, const StopToken& stop) {

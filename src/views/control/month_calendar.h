@@ -10,7 +10,8 @@ class MonthCalendar : public CalendarView, private GridWork {
 public:
     void Announce(const Period& period) override;
     std::string NameOfLoad(const Period& period) const override;
-    Loading Load(const LoadRequest& request, const StopToken& stop) override;
+    void PrepareLoad(const Period& period) override;
+    bool Load(const LoadRequest& request, const StopToken& stop) override;
     void Reload(const LoadRequest& request, const StopToken& stop) override;
     void Gather(const LoadRequest& request, const StopToken& stop, ObjectList& list) override;
     void Stop(const Period& period) override;

@@ -26,11 +26,8 @@ bool RandomNavigate() {
     calendar.ViewOf(View()).AdvanceRing();
     ChangeView([&](ViewState& next) { next.period.date = *date; });
     UpdateObjects();
-    if (state.settings.SlideShowAutoNavigate) {
-        if (View().scatter) Calendar().partners.slideShow.TakeNewSlides();
-        if (!state.settings.SlideShowAutoNavigate) return true;
-        if (slideShowWasOpen) Calendar().partners.slideShow.Restart();
-    }
+    // The load hands the slide show what it has found.
+    if (state.settings.SlideShowAutoNavigate && slideShowWasOpen) Calendar().partners.slideShow.Restart();
     return true;
 }
 

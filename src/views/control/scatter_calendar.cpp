@@ -21,10 +21,10 @@ std::string ScatterCalendar::NameOfLoad(const Period& period) const {
     return Below(period).NameOfLoad(period);
 }
 
-Loading ScatterCalendar::Load(const LoadRequest& request, const StopToken& stop) {
-    LoadAllViewer(request, stop);
-    if (!stop.IsStopped()) State().run.TicksInView = 0;
-    return Loading::Done;
+void ScatterCalendar::PrepareLoad(const Period&) {}  // the load takes a viewer that nobody draws in
+
+bool ScatterCalendar::Load(const LoadRequest& request, const StopToken& stop) {
+    return LoadAllViewer(request, stop);
 }
 
 void ScatterCalendar::Reload(const LoadRequest&, const StopToken&) {}  // the command leaves the scatter alone

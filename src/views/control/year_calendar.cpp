@@ -42,9 +42,10 @@ std::string YearCalendar::NameOfLoad(const Period& period) const {
     return Format("UpdateObjects: [%d]", period.date.year);
 }
 
-Loading YearCalendar::Load(const LoadRequest& request, const StopToken&) {
-    StartGridLoad(request, *this);
-    return Loading::GoesOn;
+void YearCalendar::PrepareLoad(const Period& period) { ClearGrid(period); }
+
+bool YearCalendar::Load(const LoadRequest& request, const StopToken& stop) {
+    return LoadGrid(request, *this, stop);
 }
 
 void YearCalendar::Reload(const LoadRequest& request, const StopToken& stop) {

@@ -1,4 +1,4 @@
-// Fills a grid, the year or the month in view, by a worker of its own.
+// Fills a grid, the year or the month in view.
 #pragma once
 
 #include <string>
@@ -24,8 +24,7 @@ public:
 // Empties the slot of the period's year, or of its month.
 void ClearGrid(const Period& period);
 
-// Starts the worker, which takes the object gate over and opens it when it ends. When none can be started the
-// gate is opened at once.
-void StartGridLoad(const LoadRequest& request, const GridWork& work);
+// Fills the grid, on the load's worker. False when stopped.
+bool LoadGrid(const LoadRequest& request, const GridWork& work, const StopToken& stop);
 
 }  // namespace kalmora

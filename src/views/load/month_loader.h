@@ -1,7 +1,7 @@
 // Loading the calendar grids: days, months and years from the folders into their slots, drawn as they come.
 //
-// On the ObjectLoader thread, or on the GUI thread for a reload by command. `stop` is tested between any
-// two slow steps; each function returns false when it left because of it.
+// On the load's worker. `stop` is tested between any two slow steps; each function returns false when it left
+// because of it.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ namespace kalmora {
 struct LoadDrawing {
     bool whileLoading = true;      // draw each cell as soon as it is loaded
     bool months = true;            // in a year: draw each month as soon as it is loaded
-    bool waitsWhilePaused = true;  // never on the GUI thread, which alone can end the pause
+    bool waitsWhilePaused = true;  // what the user asks to read again is read at once
 };
 
 // One pass of a load: what it reads from one data folder.

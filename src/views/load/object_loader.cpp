@@ -1,8 +1,8 @@
 #include "views/load/object_loader.h"
 
+#include "pictures/picture_cache.h"
 #include "state/app_state.h"
 #include "views/bar/button_bar.h"
-#include "views/load/check_music.h"
 #include "views/load/search_view.h"
 #include "views/load/stop_of_load.h"
 #include "views/model/calendar_store.h"
@@ -10,6 +10,81 @@
 #include "views/paint/paint_view.h"
 
 namespace kalmora {
+
+namespace {
+
+// The gate was taken for this load. A newer one that waited in vain has gone on with a gate of its own: that
+// one is not ours to open.
+void OpenGate(const LoadRequest& request) {
+    if (!request.load.IsStopped()) State().run.ObjectGate.Release();
+}
+
+// A search of all that is loaded is shown as a scatter, so it comes before the choice of the view. A grid
+// searches by itself, once its background is painted.
+void SearchFirst(LoadRequest& request, const StopToken& stop) {
+    if (!Calendar().ViewOf(request.view).DrawsObjects() && !request.view.searchAllLoaded) return;
+    RunSearch(request, stop);
+    request.view.scatter = View().scatter;
+}
+
+// The worker.
+void LoadView(LoadRequest request) {
+    const ViewPartners& partners = Calendar().partners;
+    const StopToken stop = StopOf(request);
+    const auto load = [&] {
+        if (stop.IsStopped()) return false;
+        LookForDataFolder();
+        SearchFirst(request, stop);
+        if (stop.IsStopped()) return false;
+        Calendar().backgrounds.Clear();
+        partners.slideShow.ClearSlides();
+        if (!Calendar().ViewOf(request.view).Load(request, stop)) return false;
+        if (State().settings.SlideShowAutoNavigate && partners.slideShow.IsShown())
+            partners.slideShow.TakeNewSlides();
+        return true;
+    };
+    const bool isWhole = load();
+    const bool drawsObjects = Calendar().ViewOf(request.view).DrawsObjects();
+    // A grid once more, whole and off the screen: what a resize or the second root changed meanwhile.
+    if (isWhole && !drawsObjects) PaintView();
+    OpenGate(request);
+    if (!isWhole) return;
+    // The run that draws the objects takes the gate.
+    if (drawsObjects)
+        PaintView();
+    else
+        partners.observer.OnWholeView();
+}
+
+// The worker of a reload by command.
+void ReadAgain(const LoadRequest& request) {
+    const StopToken stop = StopOf(request);
+    RunSearch(request, stop);
+    if (!stop.IsStopped()) Calendar().ViewOf(request.view.period.level).Reload(request, stop);
+    OpenGate(request);
+    if (Window* window = MainWindow()) window->Invalidate();
+}
+
+// Starts the worker, which takes the object gate over and opens it when it ends. When none can be started the
+// gate is opened at once.
+template <typename Work>
+void StartLoad(const LoadRequest& request, Work work) {
+    AppState& state = State();
+    Pictures().CancelPrefetch();
+    const TicketLock::Ticket ticket = state.run.LoaderQueue.Lock(10, 100);
+    if (ticket == TicketLock::kRefused) return state.run.ObjectGate.Release();
+    // The gate goes over to the worker without being opened in between: a command that comes now finds it
+    // held and asks the worker to leave, instead of slipping in ahead of it.
+    const bool isStarted = Calendar().StartObjectLoader([request, ticket, work] {
+        work(request);
+        State().run.LoaderQueue.Unlock(ticket);
+    });
+    if (isStarted) return;
+    state.run.LoaderQueue.Unlock(ticket);
+    state.run.ObjectGate.Release();
+}
+
+}  // namespace
 
 void UpdateObjects() {
     AppState& state = State();
@@ -19,46 +94,16 @@ void UpdateObjects() {
     const ViewState asked = View();
     CalendarView& view = Calendar().ViewOf(asked);
     view.Announce(asked.period);
-
-    LookForDataFolder();
-
     if (!state.run.ObjectGate.Acquire(view.NameOfLoad(asked.period).c_str())) return;
-    LoadRequest request{View(), Calendar().BeginLoad()};
-    const StopToken stop = StopOf(request);
-    const auto leave = [&] {
-        state.run.ObjectGate.Release();
-        return;
-    };
-    if (stop.IsStopped()) return leave();
-    // A grid's worker searches itself. A search of all that is loaded is shown as a scatter, so it comes
-    // before the choice of the view.
-    if (Calendar().ViewOf(request.view).DrawsObjects() || request.view.searchAllLoaded) {
-        RunSearch(request, stop);
-        request.view.scatter = View().scatter;
-    }
-    if (stop.IsStopped()) return leave();
-    Calendar().backgrounds.Clear();
-    if (stop.IsStopped()) return leave();
-    partners.slideShow.ClearSlides();
-    if (stop.IsStopped()) return leave();
-
-    if (Calendar().ViewOf(request.view).Load(request, stop) == Loading::GoesOn) return;
-    if (stop.IsStopped()) return leave();
-    CheckMusic(OldMusic::Stop);
-    SetCaption();
-    state.run.ObjectGate.Release();
-    PaintView();
+    const LoadRequest request{View(), Calendar().BeginLoad()};
+    state.run.TicksInView = 0;
+    Calendar().ViewOf(request.view).PrepareLoad(request.view.period);
+    StartLoad(request, LoadView);
 }
 
 void ReloadView() {
-    AppState& state = State();
-    if (View().scatter || !state.run.ObjectGate.Acquire("Reload")) return;
-    const LoadRequest request{View(), Calendar().BeginLoad()};
-    const StopToken stop = StopOf(request);
-    RunSearch(request, stop);
-    Calendar().ViewOf(request.view.period.level).Reload(request, stop);
-    state.run.ObjectGate.Release();
-    if (Window* window = MainWindow()) window->Invalidate();
+    if (View().scatter || !State().run.ObjectGate.Acquire("Reload")) return;
+    StartLoad({View(), Calendar().BeginLoad()}, ReadAgain);
 }
 
 }  // namespace kalmora

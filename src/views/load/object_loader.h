@@ -1,5 +1,5 @@
-// UpdateObjects: from the period in view to loaded objects. Grids are filled by a worker, days and scatters
-// at once; whatever was being loaded before is stopped first.
+// UpdateObjects: from the period in view to loaded objects, by a worker; whatever was being loaded before is
+// stopped first.
 #pragma once
 
 namespace kalmora {
@@ -8,7 +8,7 @@ namespace kalmora {
 // the running worker to leave; refused (nothing happens) when somebody else waits already.
 void UpdateObjects();
 
-// Command 1021 in a grid or a day: reads the period again on the calling thread.
+// Command 1021 in a grid or a day: a worker reads the period again. GUI thread.
 void ReloadView();
 
 }  // namespace kalmora

@@ -7,6 +7,8 @@
 #include "base/dates.h"
 #include "state/app_state.h"
 #include "store/data_folder.h"
+#include "views/bar/button_bar.h"
+#include "views/load/check_music.h"
 #include "views/load/day_listing.h"
 #include "views/model/calendar_store.h"
 
@@ -14,7 +16,9 @@ namespace kalmora {
 
 namespace {
 
-void AddListing(DayListing listing, ObjectList& list) {
+// Nothing when stopped: the viewer may be another load's by now.
+void AddListing(DayListing listing, const StopToken& stop, ObjectList& list) {
+    if (stop.IsStopped()) return;
     for (const DayEntry& entry : TakeListing(std::move(listing)))
         list.Add(std::make_unique<CPhoto>(entry.path));
 }
@@ -36,13 +40,20 @@ Viewer& FreshViewer(Viewer& (CalendarStore::*current)(), void (CalendarStore::*a
     return (calendar.*current)();
 }
 
+bool EndLoad(const StopToken& stop) {
+    if (stop.IsStopped()) return false;
+    CheckMusic(OldMusic::Stop);
+    SetCaption();
+    return true;
+}
+
 }  // namespace
 
 void GatherDay(const std::string& root, const CalendarDate& day, const LoadRequest& request,
                const StopToken& stop, ObjectList& list) {
     if (day.month < 1 || day.day < 1) return;  // a jump may name any; the folder would be a month's
     const std::string folder = MakeDayFolderPath(root, day.year, day.month, day.day);
-    AddListing(ListDayFolder(folder, request.view, stop), list);
+    AddListing(ListDayFolder(folder, request.view, stop), stop, list);
 }
 
 void GatherMonth(const std::string& root, int month, const LoadRequest& request, const StopToken& stop,
@@ -52,7 +63,7 @@ void GatherMonth(const std::string& root, int month, const LoadRequest& request,
         GatherDay(root, {year, month, day}, request, stop, list);
 }
 
-void LoadDayViewer(const LoadRequest& request, const StopToken& loadStop) {
+bool LoadDayViewer(const LoadRequest& request, const StopToken& loadStop) {
     DayViewer& viewer = FreshViewer(&CalendarStore::CurrentDayViewer, &CalendarStore::AdvanceDayRing);
     const StopToken stop = StopToken::AnyOf({loadStop, StopToken(viewer.stop)});
     viewer.year = request.view.period.date.year;
@@ -60,19 +71,21 @@ void LoadDayViewer(const LoadRequest& request, const StopToken& loadStop) {
     viewer.day = request.view.period.date.day;
     Calendar().ViewOf(request.view.period.level).Gather(request, stop, viewer.objects);
     if (TicketGuard guard(viewer.queue, 1, 100); guard) viewer.objects.RotateRandomly();
+    return EndLoad(loadStop);
 }
 
-void LoadAllViewer(const LoadRequest& request, const StopToken& loadStop) {
+bool LoadAllViewer(const LoadRequest& request, const StopToken& loadStop) {
     AllViewer& viewer = FreshViewer(&CalendarStore::CurrentAllViewer, &CalendarStore::AdvanceAllRing);
     const StopToken stop = StopToken::AnyOf({loadStop, StopToken(viewer.stop)});
     if (request.view.searchResult && request.view.searchAllLoaded) {
         // All that was found, of every date.
-        AddListing(ListFoundFiles({}, stop), viewer.objects);
+        AddListing(ListFoundFiles({}, stop), stop, viewer.objects);
     } else {
         Calendar().ViewOf(request.view.period.level).Gather(request, stop, viewer.objects);
     }
     viewer.objects.RotateRandomly();
     if (viewer.objects.IsEmpty()) viewer.loaded = true;
+    return EndLoad(loadStop);
 }
 
 }  // namespace kalmora

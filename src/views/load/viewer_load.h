@@ -11,9 +11,10 @@
 
 namespace kalmora {
 
-// On the calling thread, with the object gate held; `stop` is tested between any two entries.
-void LoadDayViewer(const LoadRequest& request, const StopToken& stop);
-void LoadAllViewer(const LoadRequest& request, const StopToken& stop);
+// On the load's worker, with the object gate held; `stop` is tested between any two entries. False when
+// stopped.
+bool LoadDayViewer(const LoadRequest& request, const StopToken& stop);
+bool LoadAllViewer(const LoadRequest& request, const StopToken& stop);
 
 // ---- their parts: what lies below one data folder joins the list
 void GatherDay(const std::string& root, const CalendarDate& day, const LoadRequest& request,

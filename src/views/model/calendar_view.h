@@ -38,7 +38,6 @@ struct DropTarget {
     bool isBackground = false;  // pictures become the background of that period
 };
 
-enum class Loading { Done, GoesOn };             // GoesOn: a worker has taken the gate over
 enum class WalkEnd { Whole, Stopped, Repaint };  // Repaint: a full paint was asked for meanwhile
 
 // Without data of its own: what it shows is in the CalendarStore. Any thread, unless it says otherwise.
@@ -54,9 +53,11 @@ public:
     virtual void Announce(const Period& period) = 0;
     // What the object gate is taken for.
     virtual std::string NameOfLoad(const Period& period) const = 0;
-    // Fills the view for the request; with the object gate held.
-    virtual Loading Load(const LoadRequest& request, const StopToken& stop) = 0;
-    // Command 1021: reads the period again on the calling thread; with the object gate held.
+    // Empties what the load of the period is going to fill, so that nothing old is painted meanwhile.
+    virtual void PrepareLoad(const Period& period) = 0;
+    // Fills the view for the request. On the load's worker, with the object gate held. False when stopped.
+    virtual bool Load(const LoadRequest& request, const StopToken& stop) = 0;
+    // Command 1021: reads the period again. On the load's worker, with the object gate held.
     virtual void Reload(const LoadRequest& request, const StopToken& stop) = 0;
     // Adds the objects in the folders of the period, for its scatter; with the object gate held.
     virtual void Gather(const LoadRequest& request, const StopToken& stop, ObjectList& list) = 0;
