@@ -8,6 +8,7 @@
 #include "platform/screens.h"
 #include "state/app_state.h"
 #include "store/resources.h"
+#include "views/bar/button_bar.h"
 
 namespace kalmora {
 
@@ -15,6 +16,7 @@ std::unique_ptr<Window> CreateMainWindow(WindowProcedure procedure) {
     WindowOptions options;
     options.title = "Kalmora";
     options.frame = UsableFrame(State().settings.WindowRect, ScreenAreas());
+    options.leastClient = LeastClientSize();
     options.acceptDrops = true;
     options.iconPath = FindResource("Res/kalmora.png");
     return Window::Create(options, std::move(procedure));

@@ -33,13 +33,21 @@ public:
     virtual void FillRect(const Rect& area, Color color) = 0;
     // Filled with one colour, framed one pixel wide inside its edges with the other.
     virtual void Rectangle(const Rect& area, Color fill, Color frame) = 0;
+    // The same with round corners of that radius and soft borders: what lies outside the corners stays.
+    virtual void RoundedRectangle(const Rect& area, int radius, Color fill, Color frame) = 0;
     // One logical pixel wide, both ends included.
     virtual void Line(Point from, Point to, Color color) = 0;
 
     // One line; `at` is the upper left corner.
     virtual void Text(Point at, std::string_view utf8, const Font& font, Color color) = 0;
-    // Words wrapped inside the area, line feeds kept, an ellipsis at the end of what does not fit.
-    virtual void TextBlock(const Rect& area, std::string_view utf8, const Font& font, Color color) = 0;
+    // Words wrapped inside the area, line feeds kept, an ellipsis at the end of what does not fit; nothing
+    // where no letter fits. `corner` is kept free at the upper left: lines beside it begin right of it, below
+    // it where there is no room for a word.
+    virtual void TextBlock(const Rect& area, std::string_view utf8, const Font& font, Color color,
+                           Size corner) = 0;
+    void TextBlock(const Rect& area, std::string_view utf8, const Font& font, Color color) {
+        TextBlock(area, utf8, font, color, {});
+    }
 
     // The whole picture, stretched over the area.
     virtual void DrawImage(const Rect& area, const Image& image) = 0;
@@ -50,6 +58,9 @@ public:
 
 // The extent of one line of text. Any thread.
 Size MeasureText(std::string_view utf8, const Font& font);
+// The line as it is when it is no wider than `width`, else its beginning with an ellipsis that together are;
+// empty when not even one letter fits. Any thread.
+std::string ElideText(std::string_view utf8, const Font& font, int width);
 // The face that is really drawn for a wanted one.
 std::string InstalledFace(const std::string& wanted);
 

@@ -89,6 +89,8 @@ struct WindowOptions {
     // owner has gone, but may be destroyed later. Null for none.
     Window* owner = nullptr;
     OwnerMoves ownerMoves = OwnerMoves::Ignored;
+    // The user cannot make the drawing area smaller, nor does a frame.
+    Size leastClient = {};
 };
 
 enum class WindowLayer {

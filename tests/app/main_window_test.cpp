@@ -518,12 +518,12 @@ TEST_F(MainWindowTest, MinimisedWindowGetsNoBeatsUntilItIsBack) {
 }
 
 TEST_F(MainWindowTest, EndKeepsTheRectangle) {
-    window_->SetFrame({40, 30, 500, 400});
+    window_->SetFrame({40, 30, 900, 400});
     TheApplication()->ProcessEvents(10);
     window_->Close();
     EXPECT_EQ(state_.settings.WindowRect.left, 40);
     EXPECT_EQ(state_.settings.WindowRect.top, 30);
-    EXPECT_EQ(state_.settings.WindowRect.right, 540);
+    EXPECT_EQ(state_.settings.WindowRect.right, 940);
     EXPECT_EQ(state_.settings.WindowRect.bottom, 430);
     EXPECT_THAT(Calls(), Contains("HideFilterWindow"));
     EXPECT_EQ(MainWindow(), nullptr) << "workers draw nothing from now on";
@@ -536,6 +536,13 @@ TEST_F(MainWindowTest, RectangleWithItsEdgesExchangedStillMakesAWindow) {
     const auto window = MakeMainWindow();
     ASSERT_TRUE(window);
     EXPECT_GE(window->ClientSize().width, 1);
+}
+
+TEST_F(MainWindowTest, IsNeverSmallerThanItsBar) {
+    window_->SetFrame({40, 30, 100, 50});
+    TheApplication()->ProcessEvents(10);
+    EXPECT_EQ(window_->ClientSize(), LeastClientSize());
+    for (const ButtonInfo& button : VisibleButtons()) EXPECT_GE(button.area.x, 0) << button.name;
 }
 
 }  // namespace

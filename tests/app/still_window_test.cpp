@@ -8,7 +8,7 @@
 namespace kalmora {
 namespace {
 
-constexpr Size kClient{560, 340};  // the last rows of a month reach under the bar
+constexpr Size kClient{720, 400};  // the last rows of a month reach under the bar
 constexpr int kMinute = 60;        // beats
 constexpr Color kRed{200, 30, 30}, kGreen{30, 180, 30};
 

@@ -19,6 +19,7 @@ public:
         std::string text;
         Font font;
         Color color;
+        Size corner;
     };
     struct Picture {
         Rect area;
@@ -33,10 +34,12 @@ public:
     void Rectangle(const Rect& area, Color fill, Color frame) override {
         cards.push_back({area, fill, frame});
     }
+    void RoundedRectangle(const Rect&, int, Color, Color) override {}
     void Line(Point, Point, Color) override {}
     void Text(Point, std::string_view, const Font&, Color) override {}
-    void TextBlock(const Rect& area, std::string_view utf8, const Font& font, Color color) override {
-        blocks.push_back({area, std::string(utf8), font, color});
+    void TextBlock(const Rect& area, std::string_view utf8, const Font& font, Color color,
+                   Size corner) override {
+        blocks.push_back({area, std::string(utf8), font, color, corner});
     }
     void DrawImage(const Rect& area, const Image& image) override {
         pictures.push_back({area, image.GetSize()});

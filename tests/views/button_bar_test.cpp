@@ -1,5 +1,7 @@
 #include "views/bar/button_bar.h"
 
+#include <algorithm>
+
 #include "base/log.h"
 #include "pictures/res_pictures.h"
 #include "platform/files.h"
@@ -237,6 +239,93 @@ TEST_F(ButtonBarTest, ProgressWithoutATextDrawsNothing) {
     const Color before = PixelAt(960 - 407, 629);
     ShowProgress(1.0, "");
     EXPECT_EQ(PixelAt(960 - 407, 629), before);
+}
+
+// ---- labels end before the first button
+
+class LabelRoomTest : public ButtonBarTest {
+protected:
+    static int FirstButton() {
+        int left = 100000;
+        for (const ButtonInfo& button : VisibleButtons())
+            if (IsPicture(button)) left = std::min(left, button.area.x);
+        return left;
+    }
+    static bool IsPicture(const ButtonInfo& button) {
+        return std::any_of(kButtonRows.begin(), kButtonRows.end(),
+                           [&](const ButtonRow& row) { return button.name == row.name; });
+    }
+    void Search(const std::string& query) {
+        ChangeView([&](ViewState& view) { view.searchResult = true; });
+        SetSearchText(query);
+        SetButtonStates();
+    }
+    void Resize(Size size) {
+        window_->SetFrame({0, 0, size.width, size.height});
+        ASSERT_TRUE(WaitUntilIdle());
+        SetButtonStates();
+    }
+    static void ExpectNoOverlap() {
+        const auto buttons = VisibleButtons();
+        for (const ButtonInfo& one : buttons)
+            for (const ButtonInfo& other : buttons) {
+                if (one.area.x >= other.area.x) continue;
+                EXPECT_LE(one.area.Right() + 5, other.area.x) << one.name << " and " << other.name;
+            }
+    }
+};
+
+constexpr char kLongQuery[] = "花火 or 海 or 山 or fireworks or the sea or a mountain with snow on it in May";
+
+TEST_F(LabelRoomTest, LongQueryDoesNotRunUnderTheButtons) {
+    Search(kLongQuery);
+    const auto buttons = VisibleButtons();
+    ASSERT_EQ(buttons[2].name, kLongQuery);
+    EXPECT_EQ(buttons[2].area.Right(), FirstButton() - 5);
+    const std::string& shown = TheButtonParts().search->shown;
+    EXPECT_TRUE(shown.ends_with("...")) << shown;
+    EXPECT_TRUE(TheButtonParts().date->shown == buttons[0].name) << "the query is shortened first";
+    EXPECT_EQ(buttons[2].tip, kLongQuery + std::string("\n検索を終える"));
+    EXPECT_EQ(buttons[0].tip, "フォルダを開く") << "a label that is whole needs no tip of its text";
+    calls_.Clear();
+    PressButton(Middle(Find(buttons, "Prev 2")->area));
+    EXPECT_THAT(calls_.Take(), testing::ElementsAre("RunCommand 1013")) << "what is seen there is pressed";
+}
+
+TEST_F(LabelRoomTest, AShortenedLabelIsWholeAgainWhenThereIsRoom) {
+    Search("a query that is long");
+    Resize({800, 700});
+    EXPECT_TRUE(TheButtonParts().search->IsShortened());
+    Resize({1600, 700});
+    EXPECT_EQ(TheButtonParts().search->shown, "a query that is long");
+    EXPECT_EQ(VisibleButtons()[2].area.x, VisibleButtons()[1].area.Right() + 5);
+}
+
+TEST_F(LabelRoomTest, WholeBarFitsIntoTheSmallestWindow) {
+    for (const bool all : {false, true}) {
+        for (const ButtonRow& row : kButtonRows)
+            if (all && row.setting) State().settings.*row.setting = true;
+        ShowDay(2008, 11, 13);
+        Search(kLongQuery);
+        Resize(LeastClientSize());
+        ASSERT_EQ(window_->ClientSize(), LeastClientSize());
+        EXPECT_EQ(VisibleButtons().size(), 3 + (all ? std::size_t{kImageButtonCount} : 12))
+            << "nothing is hidden";
+        ExpectNoOverlap();
+        for (const ButtonInfo& button : VisibleButtons()) {
+            EXPECT_GE(button.area.x, 5) << button.name;
+            EXPECT_LE(button.area.Right(), LeastClientSize().width - 5) << button.name;
+        }
+    }
+}
+
+TEST_F(LabelRoomTest, WindowForcedBelowItsLeastSizeHidesLabelsBeforeTheyOverlap) {
+    ShowDay(2008, 11, 13);
+    Search(kLongQuery);
+    for (int width = LeastClientSize().width; width > 0; width -= 150) {
+        Resize({width, 300});
+        ExpectNoOverlap();
+    }
 }
 
 // ---- pixels

@@ -15,6 +15,10 @@ namespace {
 
 // In device pixels; what would be larger is not drawn as large as that anyhow.
 constexpr double kFarthest = 1e6;
+// Line heights: what a word beside a corner needs.
+constexpr int kLeastBesideCorner = 3;
+// How far a round rectangle is drawn outside of the surface; its corners there cannot be seen.
+constexpr double kFarRound = 4096;
 
 // The part of a line that lies inside the box; false when none does. The painter's own arithmetic fails
 // with coordinates far outside of what it paints on.
@@ -70,6 +74,24 @@ void PainterCanvas::Rectangle(const Rect& area, Color fill, Color frame) {
     if (outer.width() > 1) Fill(side.translated(outer.width() - 1, 0), frame);
 }
 
+void PainterCanvas::RoundedRectangle(const Rect& area, int radius, Color fill, Color frame) {
+    if (area.IsEmpty() || Touch(ToQt(area)).isEmpty()) return;
+    // Only what is near enough to be seen: the painter fails with coordinates far outside.
+    const QRectF outer =
+        ToQt(area).intersected(Bounds().adjusted(-kFarRound, -kFarRound, kFarRound, kFarRound));
+    const double least = std::min(outer.width(), outer.height());
+    if (least < 1) return;
+    const double round = std::clamp<double>(radius, 0, least / 2);
+    painter_.setRenderHint(QPainter::Antialiasing);
+    // The frame's middle is half a pixel inside the edge, where the fill ends.
+    const QRectF middle = outer.adjusted(0.5, 0.5, -0.5, -0.5);
+    painter_.setPen(QPen(ToQt(frame), 1));
+    painter_.setBrush(ToQt(fill));
+    painter_.drawRoundedRect(middle, std::max(0.0, round - 0.5), std::max(0.0, round - 0.5));
+    painter_.setBrush(Qt::NoBrush);
+    painter_.setRenderHint(QPainter::Antialiasing, false);
+}
+
 void PainterCanvas::Line(Point from, Point to, Color color) {
     const QPointF a(from.x, from.y), b(to.x, to.y);
     if (from.x == to.x || from.y == to.y) {
@@ -106,23 +128,35 @@ void PainterCanvas::Text(Point at, std::string_view utf8, const Font& font, Colo
     painter_.drawText(QPointF(at.x, at.y + drawn.ascent), line);
 }
 
-void PainterCanvas::TextBlock(const Rect& area, std::string_view utf8, const Font& font, Color color) {
+void PainterCanvas::TextBlock(const Rect& area, std::string_view utf8, const Font& font, Color color,
+                              Size corner) {
     if (area.IsEmpty()) return;
     const QRectF seen = ToQt(area).intersected(Bounds());
     if (seen.isEmpty() || area.x < -32000 || area.y < -32000) return;
     Touch(seen);
     const DrawnFont drawn = ResolveFont(font);
-    const int maxLines = std::max(1, area.height / drawn.lineHeight);
+    LineIndent indent;
+    int first = 0;  // line of the area in which the text begins
+    if (!corner.IsEmpty()) {
+        indent = {corner.width, (corner.height + drawn.lineHeight - 1) / drawn.lineHeight};
+        if (area.width - corner.width < kLeastBesideCorner * drawn.lineHeight) {
+            first = indent.lines;
+            indent = {};
+        }
+    }
+    const int maxLines = std::max(first == 0 ? 1 : 0, area.height / drawn.lineHeight - first);
     const std::vector<QString> lines =
-        BreakIntoLines(ToDisplayText(utf8), drawn.font, std::min(area.width, 32767), maxLines);
+        BreakIntoLines(ToDisplayText(utf8), drawn.font, std::min(area.width, 32767), maxLines, indent);
     painter_.save();
     painter_.setClipRect(seen);
     painter_.setFont(drawn.font);
     painter_.setPen(ToQt(color));
-    double top = area.y;
+    double top = area.y + first * drawn.lineHeight;
+    int indented = indent.lines;
     for (const QString& line : lines) {
         if (top >= seen.bottom()) break;
-        if (top + drawn.lineHeight > seen.top()) painter_.drawText(QPointF(area.x, top + drawn.ascent), line);
+        const int left = area.x + (indented-- > 0 ? indent.width : 0);
+        if (top + drawn.lineHeight > seen.top()) painter_.drawText(QPointF(left, top + drawn.ascent), line);
         top += drawn.lineHeight;
     }
     painter_.restore();

@@ -19,9 +19,11 @@ public:
     double Scale() const override { return scale_; }
     void FillRect(const Rect& area, Color color) override;
     void Rectangle(const Rect& area, Color fill, Color frame) override;
+    void RoundedRectangle(const Rect& area, int radius, Color fill, Color frame) override;
     void Line(Point from, Point to, Color color) override;
     void Text(Point at, std::string_view utf8, const Font& font, Color color) override;
-    void TextBlock(const Rect& area, std::string_view utf8, const Font& font, Color color) override;
+    void TextBlock(const Rect& area, std::string_view utf8, const Font& font, Color color,
+                   Size corner) override;
     void DrawImage(const Rect& area, const Image& image) override;
     void Blit(const Rect& area, const Surface& surface, Point from) override;
 

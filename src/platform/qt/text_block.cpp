@@ -1,17 +1,20 @@
 #include "platform/qt/text_block.h"
 
 #include <QFontMetricsF>
+#include <QTextBoundaryFinder>
 #include <QTextLayout>
 #include <QTextOption>
 #include <algorithm>
 
 #include "platform/qt/fonts.h"
+#include "platform/qt/values.h"
 
-namespace kalmora::qt {
+namespace kalmora {
+
+namespace qt {
 
 namespace {
 
-constexpr char16_t kEllipsis = 0x2026;
 constexpr int kTabWidth = 4;  // characters
 
 // However large the area, a drawing shall not take longer than this many characters.
@@ -27,17 +30,47 @@ QString Tidy(QString text) {
     return text;
 }
 
-// The line with an ellipsis at its end, shortened until it fits.
-QString Elided(QString line, const QFontMetricsF& metrics, int width) {
+QString Ellipsis() { return QStringLiteral("..."); }
+
+QString WithoutBlanksAtEnd(QString line) {
     while (!line.isEmpty() && line.back().isSpace()) line.chop(1);
-    return metrics.elidedText(line + QChar(kEllipsis), Qt::ElideRight, width);
+    return line;
+}
+
+bool IsMereEllipsis(const std::vector<QString>& lines) {
+    return std::all_of(lines.begin(), lines.end(),
+                       [](const QString& line) { return line.isEmpty() || line == Ellipsis(); });
 }
 
 }  // namespace
 
-std::vector<QString> BreakIntoLines(const QString& text, const QFont& font, int width, int maxLines) {
+QString WithEllipsis(const QString& line, const QFontMetricsF& metrics, int width) {
+    const auto shortened = [&](qsizetype length) {
+        return WithoutBlanksAtEnd(line.left(length)) + Ellipsis();
+    };
+    const auto fits = [&](qsizetype length) { return metrics.horizontalAdvance(shortened(length)) <= width; };
+    if (fits(line.size())) return shortened(line.size());
+    qsizetype low = 0, high = line.size();
+    while (high - low > 1) {
+        const qsizetype middle = low + (high - low) / 2;
+        (fits(middle) ? low : high) = middle;
+    }
+    // Between whole characters, as the user sees them.
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, line);
+    finder.setPosition(low);
+    const qsizetype length = finder.isAtBoundary() ? low : finder.toPreviousBoundary();
+    return WithoutBlanksAtEnd(line.left(length)).isEmpty() ? QString() : shortened(length);
+}
+
+namespace {
+
+std::vector<QString> FillLines(const QString& text, const QFont& font, int width, int maxLines,
+                               LineIndent indent) {
     std::vector<QString> lines;
     if (width <= 0 || maxLines <= 0 || text.isEmpty()) return lines;
+    const auto room = [&] {
+        return static_cast<int>(lines.size()) < indent.lines ? std::max(1, width - indent.width) : width;
+    };
     const QFontMetricsF metrics(font);
 
     // A letter is almost never narrower than two pixels, so what lies behind this many cannot be reached; a
@@ -47,8 +80,11 @@ std::vector<QString> BreakIntoLines(const QString& text, const QFont& font, int 
     const QStringList paragraphs = Tidy(isCut ? text.left(reachable) : text).split(QLatin1Char('\n'));
     const auto take = [&](QString piece, bool moreFollows) {
         const bool isFull = static_cast<int>(lines.size()) + 1 == maxLines;
-        if (isFull && moreFollows) piece = Elided(piece, metrics, width);
-        while (!piece.isEmpty() && piece.back().isSpace()) piece.chop(1);
+        piece = WithoutBlanksAtEnd(piece);
+        if (isFull && moreFollows) {
+            const QString shortened = WithEllipsis(piece, metrics, room());
+            if (piece.isEmpty() || !shortened.isEmpty()) piece = shortened;
+        }
         lines.push_back(piece);
         return !isFull;
     };
@@ -67,7 +103,7 @@ std::vector<QString> BreakIntoLines(const QString& text, const QFont& font, int 
         layout.beginLayout();
         bool goOn = true;
         for (QTextLine line = layout.createLine(); goOn && line.isValid(); line = layout.createLine()) {
-            line.setLineWidth(width);
+            line.setLineWidth(room());
             const int end = line.textStart() + line.textLength();
             goOn =
                 take(paragraph.mid(line.textStart(), line.textLength()), !isLast || end < paragraph.size());
@@ -78,4 +114,23 @@ std::vector<QString> BreakIntoLines(const QString& text, const QFont& font, int 
     return lines;
 }
 
-}  // namespace kalmora::qt
+}  // namespace
+
+std::vector<QString> BreakIntoLines(const QString& text, const QFont& font, int width, int maxLines,
+                                    LineIndent indent) {
+    std::vector<QString> lines = FillLines(text, font, width, maxLines, indent);
+    if (IsMereEllipsis(lines)) lines.clear();
+    return lines;
+}
+
+}  // namespace qt
+
+std::string ElideText(std::string_view utf8, const Font& font, int width) {
+    const qt::DrawnFont drawn = qt::ResolveFont(font);
+    const QFontMetricsF metrics(drawn.font);
+    const QString line = qt::ScreenLine(utf8);
+    if (metrics.horizontalAdvance(line) <= width) return qt::FromQt(line);
+    return qt::FromQt(qt::WithEllipsis(line, metrics, width));
+}
+
+}  // namespace kalmora

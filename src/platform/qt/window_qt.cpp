@@ -81,6 +81,7 @@ QtWindow::QtWindow(std::shared_ptr<Link> link, QWidget* widget, const WindowOpti
     widget_->setWindowTitle(ToDisplayText(options.title));
     if (!options.iconPath.empty()) widget_->setWindowIcon(QIcon(ToQt(options.iconPath)));
     if (options.acceptDrops) widget_->setAcceptDrops(true);
+    widget_->setMinimumSize(std::max(0, options.leastClient.width), std::max(0, options.leastClient.height));
     SetFrame(options.frame);
     FitBuffer();
 }
@@ -338,7 +339,7 @@ void QtWindow::SettleFrame() {
     const QRect frame = wantedOuter_;
     wantedOuter_ = QRect();
     // Not against the user, who may have been quicker.
-    const bool isUntouched = widget_->size() == frame.size() &&
+    const bool isUntouched = widget_->size() == frame.size().expandedTo(widget_->minimumSize()) &&
                              (widget_->windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen)) == 0;
     if (!margins.isNull() && isUntouched) widget_->setGeometry(ClientOf(frame, margins));
 }

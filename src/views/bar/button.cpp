@@ -1,5 +1,6 @@
 #include "views/bar/button.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "pictures/res_pictures.h"
@@ -42,7 +43,7 @@ void CButton::Paint(Canvas& canvas) const {
     } else {
         const bool highlighted = state == State::Highlighted;
         canvas.Rectangle(Area(), highlighted ? highlightBrush : brush, highlighted ? kRedPen : kBlackPen);
-        canvas.Text({x + font.height / 2, y + font.height / 4}, text, font, textColor);
+        canvas.Text({x + font.height / 2, y + font.height / 4}, shown, font, textColor);
     }
     if (pressed) canvas.FillRect(Area(), kPressedVeil);
 }
@@ -68,6 +69,16 @@ void CButton::SetImage(const std::string& resource) {
     height = size.height;
 }
 
-void CButton::MeasureText() { width = kalmora::MeasureText(text, font).width + font.height; }
+void CButton::LimitWidth(int widest) {
+    const int wanted = std::min(fullWidth, std::max(0, widest));
+    if (width == wanted) return;
+    width = wanted;
+    shown = width == fullWidth ? text : ElideText(text, font, width - font.height);
+}
+
+void CButton::MeasureText() {
+    width = fullWidth = kalmora::MeasureText(text, font).width + font.height;
+    shown = text;
+}
 
 }  // namespace kalmora

@@ -27,6 +27,10 @@ public:
     void PaintFocus(Canvas& canvas) const;  // the ring around it
 
     void SetText(const std::string& caption);  // the width follows the text
+    // Shows of a label what fits into the width. FullWidth is that of the whole.
+    void LimitWidth(int widest);
+    int FullWidth() const { return fullWidth; }
+    bool IsShortened() const { return shown != text; }
     void SetImage(const std::string& resource);
     Rect Area() const { return {x, y, width, height}; }
     bool IsVisible() const { return state != State::Hidden; }
@@ -34,7 +38,8 @@ public:
     State state = State::Normal;
     Kind kind = Kind::Text;
     int x = 0, y = 0, width = 0, height = 0;
-    std::string text;
+    std::string text;   // whole
+    std::string shown;  // the text, or its beginning with an ellipsis
     Font font;
     Color textColor{0, 0, 0};
     Color brush, highlightBrush;
@@ -43,6 +48,8 @@ public:
 
 private:
     void MeasureText();
+
+    int fullWidth = 0;
 };
 
 }  // namespace kalmora

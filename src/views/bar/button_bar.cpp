@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "pictures/res_pictures.h"
 #include "search/search_run.h"
 #include "state/app_state.h"
 #include "store/data_folder.h"
@@ -16,6 +17,9 @@ namespace kalmora {
 namespace {
 
 constexpr int kGap = 5;
+constexpr int kLabels = 3;
+constexpr int kLeastLabelWidth = 60;  // shows two or three digits and an ellipsis
+constexpr int kLeastHeight = 200;     // the bar, the gauge over it, and some of the calendar
 constexpr Color kLabelBack{220, 220, 255};
 constexpr Color kSearchBack{200, 200, 225};
 constexpr Color kHighlight = ColorFromBgr(0x6464FF);
@@ -45,27 +49,48 @@ std::string LevelLabel(Level level) {
     return State().settings.UseJapanese ? row.japanese : row.name;
 }
 
-void PlaceLabels(ButtonParts& bar, int clientHeight) {
-    const ViewState view = View();
-    bar.date->x = kGap;
-    bar.date->y = clientHeight - bar.date->height - kGap;
-    int right = bar.date->x + bar.date->width;
-
-    const std::string level = LevelLabel(view.period.level);
-    bar.level->state = level.empty() ? CButton::State::Hidden : CButton::State::Normal;
-    bar.level->SetText(level);
-    bar.level->x = right + kGap;
-    bar.level->y = clientHeight - bar.level->height - kGap;
-    if (!level.empty()) right = bar.level->x + bar.level->width;
-
-    const bool searching = view.searchResult;
-    bar.search->state = searching ? CButton::State::Normal : CButton::State::Hidden;
-    if (searching) bar.search->SetText(text::ToDisplay(SearchText()));
-    bar.search->x = right + kGap;
-    bar.search->y = clientHeight - bar.search->height - kGap;
+// Gives each visible label a width, so that all of them end before `limit`: the query is shortened first,
+// then the date, then the level. What finds no room even so (in a window that was forced below
+// LeastClientSize) is hidden.
+void FitLabels(ButtonParts& bar, int limit) {
+    CButton* const inOrder[] = {bar.date.get(), bar.level.get(), bar.search.get()};
+    CButton* const shortenFirst[] = {bar.search.get(), bar.date.get(), bar.level.get()};
+    int excess = kGap - limit;
+    for (CButton* label : inOrder)
+        if (label->IsVisible()) excess += label->FullWidth() + kGap;
+    for (CButton* label : shortenFirst) {
+        if (!label->IsVisible()) continue;
+        const int least = std::min(label->FullWidth(), kLeastLabelWidth);
+        const int width = std::clamp(label->FullWidth() - std::max(0, excess), least, label->FullWidth());
+        excess -= label->FullWidth() - width;
+        label->LimitWidth(width);
+    }
+    int x = kGap;
+    for (CButton* label : inOrder) {
+        if (label->IsVisible() && x + label->width + kGap > limit) label->state = CButton::State::Hidden;
+        label->x = x;
+        if (label->IsVisible()) x += label->width + kGap;
+    }
 }
 
-void PlaceImages(ButtonParts& bar, Size client) {
+// `limit`: where the first picture button begins.
+void PlaceLabels(ButtonParts& bar, int clientHeight, int limit) {
+    const ViewState view = View();
+    const auto show = [&](CButton& label, bool isShown) {
+        label.state = isShown ? CButton::State::Normal : CButton::State::Hidden;
+        label.y = clientHeight - label.height - kGap;
+    };
+    const std::string level = LevelLabel(view.period.level);
+    show(*bar.date, true);
+    show(*bar.level, !level.empty());
+    bar.level->SetText(level);
+    show(*bar.search, view.searchResult);
+    if (view.searchResult) bar.search->SetText(text::ToDisplay(SearchText()));
+    FitLabels(bar, limit);
+}
+
+// Gives where the leftmost of them begins.
+int PlaceImages(ButtonParts& bar, Size client) {
     const AppState& state = State();
     int previousLeft = client.width;
     for (std::size_t i = 0; i < kImageButtonCount; ++i) {
@@ -83,6 +108,7 @@ void PlaceImages(ButtonParts& bar, Size client) {
         button.y = client.height - height - kGap;
         previousLeft = button.x;
     }
+    return previousLeft;
 }
 
 Rect StripOf(Size client) {
@@ -130,6 +156,13 @@ void DestroyButtons() {
     bar.ground.reset();
 }
 
+Size LeastClientSize() {
+    int width = kGap + kLabels * (kLeastLabelWidth + kGap);
+    for (std::size_t i = 0; i < kImageButtonCount; ++i)
+        if (IsShown(i, State())) width += MeasureResPicture(kButtonRows[i].image).width + kGap;
+    return {width, kLeastHeight};
+}
+
 void SetCaption() {
     const Caption caption = CurrentCaption();
     ButtonParts& bar = TheButtonParts();
@@ -149,8 +182,7 @@ void SetButtonStates() {
     ButtonParts& bar = TheButtonParts();
     std::lock_guard lock(bar.mutex);
     if (!bar.date) return;
-    PlaceLabels(bar, client.height);
-    PlaceImages(bar, client);
+    PlaceLabels(bar, client.height, PlaceImages(bar, client));
 }
 
 void SetBarGround(const Surface& base) {

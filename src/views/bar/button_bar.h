@@ -17,6 +17,9 @@ void DestroyButtons();
 
 // Caption, places, texts and pictures of all buttons for the view as it is. Any thread; own mutex.
 void SetButtonStates();
+// The least client size in which all buttons that the settings show have their places, beside labels that are
+// shortened as far as they can be. Any thread, before CreateButtons too.
+Size LeastClientSize();
 // The date label's text and the window's title alone. Any thread.
 void SetCaption();
 

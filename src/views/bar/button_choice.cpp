@@ -50,7 +50,7 @@ ButtonAction ActionOf(const Place& place) {
     }
 }
 
-std::string TipOf(const Place& place, const std::string& text) {
+std::string ActionTip(const Place& place, const std::string& text) {
     const bool japanese = State().settings.UseJapanese;
     switch (place.part) {
         case Part::Date:
@@ -64,10 +64,16 @@ std::string TipOf(const Place& place, const std::string& text) {
     }
 }
 
+// A shortened label is given whole, and then what it does.
+std::string TipOf(const Place& place, const CButton& button) {
+    const std::string action = ActionTip(place, button.text);
+    return button.IsShortened() && action != button.text ? button.text + "\n" + action : action;
+}
+
 ButtonInfo InfoOf(const ButtonParts& parts, const CButton& button, std::size_t row) {
     const Place place = PlaceOf(parts, button, row);
     return {button.Area(), place.part == Part::Image ? kButtonRows[row].name : button.text,
-            TipOf(place, button.text), CommandOf(place), ActionOf(place)};
+            TipOf(place, button), CommandOf(place), ActionOf(place)};
 }
 
 }  // namespace

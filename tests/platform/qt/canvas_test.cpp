@@ -347,6 +347,66 @@ TEST(CanvasTextBlock, IsClippedWhereEvenOneLineIsTooHigh) {
     EXPECT_TRUE(QRect(10, 10, 80, 7).contains(Drawn(*surface)));
 }
 
+TEST(CanvasTextBlock, LeavesTheCornerFree) {
+    const auto surface = MakeCanvasSurface(200, 200);
+    const std::string text = "Wide words W W W W W W W W W W W W W W W W W W W W W W W W";
+    surface->Draw()->TextBlock(Rect{10, 10, 180, 180}, text, kFont, kBlack, Size{60, 25});
+    for (int y = 10; y < 35; ++y)
+        for (int x = 0; x < 69; ++x) EXPECT_NE(surface->PixelAt(x, y), kBlack) << x << "," << y;
+    EXPECT_LT(Drawn(*surface).top(), 30) << "begins beside the corner";
+    EXPECT_LT(Drawn(*surface).left(), 20) << "goes on below it";
+}
+
+TEST(CanvasTextBlock, BeginsBelowACornerThatLeavesNoRoomForAWord) {
+    const auto surface = MakeCanvasSurface(200, 200);
+    surface->Draw()->TextBlock(Rect{10, 10, 100, 100}, "Words", kFont, kBlack, Size{60, 15});
+    EXPECT_GE(Drawn(*surface).top(), 30);
+    EXPECT_LT(Drawn(*surface).left(), 20);
+    const auto low = MakeCanvasSurface(200, 200);
+    low->Draw()->TextBlock(Rect{10, 10, 100, 30}, "Words", kFont, kBlack, Size{60, 15});
+    EXPECT_TRUE(Drawn(*low).isEmpty()) << "no line is left below";
+}
+
+// ---- shortened texts
+
+TEST(ElideText, WhatFitsStaysWhole) {
+    const int width = MeasureText("2008年11月", kFont).width;
+    EXPECT_EQ(ElideText("2008年11月", kFont, width), "2008年11月");
+}
+
+TEST(ElideText, WhatDoesNotFitEndsInAnEllipsis) {
+    for (int width = 30; width < MeasureText("2008年11月", kFont).width; ++width) {
+        const std::string shown = ElideText("2008年11月", kFont, width);
+        EXPECT_TRUE(shown.ends_with("...")) << shown;
+        EXPECT_LE(MeasureText(shown, kFont).width, width) << shown;
+    }
+    EXPECT_EQ(ElideText("2008", kFont, 3), "");
+}
+
+// ---- round corners
+
+TEST(CanvasRoundedRectangle, FillsItsMiddleAndLeavesItsCorners) {
+    const auto surface = MakeCanvasSurface(60, 40);
+    const Color before = surface->PixelAt(10, 10);
+    constexpr Color kFill{220, 220, 255};
+    surface->Draw()->RoundedRectangle(Rect{10, 10, 40, 20}, 8, kFill, kBlack);
+    EXPECT_EQ(surface->PixelAt(30, 20), kFill);
+    EXPECT_EQ(surface->PixelAt(30, 10), kBlack) << "the frame is inside the area";
+    EXPECT_EQ(surface->PixelAt(30, 29), kBlack);
+    for (const auto& [x, y] : {std::pair{10, 10}, {49, 10}, {10, 29}, {49, 29}, {30, 9}, {30, 30}})
+        EXPECT_EQ(surface->PixelAt(x, y), before) << x << "," << y;
+}
+
+TEST(CanvasRoundedRectangle, SenselessOnesDoNoHarm) {
+    const auto surface = MakeCanvasSurface(60, 40);
+    const auto canvas = surface->Draw();
+    canvas->RoundedRectangle(Rect{0, 0, 0, 0}, 8, kBlack, kBlack);
+    canvas->RoundedRectangle(Rect{5, 5, 1, 1}, 8, kBlack, kBlack);
+    canvas->RoundedRectangle(Rect{-2000000000, -2000000000, INT_MAX, INT_MAX}, 8, kBlack, kBlack);
+    canvas->RoundedRectangle(Rect{5, 5, 20, 20}, -8, kBlack, kBlack);
+    canvas->RoundedRectangle(Rect{5, 5, 20, 20}, INT_MAX, kBlack, kBlack);
+}
+
 // ---- faces
 
 TEST(Faces, AnInstalledOneIsTakenAsItIs) { EXPECT_EQ(InstalledFace("DejaVu Sans"), "DejaVu Sans"); }

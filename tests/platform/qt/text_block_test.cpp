@@ -62,14 +62,49 @@ TEST(TextBlock, EllipsisStandsAtTheEndOfTheLastLineThatFits) {
     const std::vector<std::string> lines = Break("one two three four five six", WidthOf("one two"), 2);
     ASSERT_EQ(lines.size(), 2u);
     EXPECT_EQ(lines[0], "one two");
-    EXPECT_TRUE(lines[1].ends_with("…")) << lines[1];
+    EXPECT_TRUE(lines[1].ends_with("...")) << lines[1];
     EXPECT_TRUE(lines[1].starts_with("thr")) << lines[1];
     EXPECT_LE(QFontMetricsF(TestFont()).horizontalAdvance(ToQt(lines[1])), WidthOf("one two"));
 }
 
 TEST(TextBlock, EllipsisTellsOfFurtherParagraphsToo) {
-    EXPECT_THAT(Break("a\nb\nc", 500, 2), ElementsAre("a", "b…"));
-    EXPECT_THAT(Break("a\n\nc", 500, 2), ElementsAre("a", "…"));
+    EXPECT_THAT(Break("a\nb\nc", 500, 2), ElementsAre("a", "b..."));
+    EXPECT_THAT(Break("a\n\nc", 500, 2), ElementsAre("a", "..."));
+}
+
+TEST(TextBlock, EllipsisIsOnTheBaseLine) {
+    // The one character for it is in the middle of the line in fonts with Japanese glyphs.
+    const QFont font = ResolveFont(Font{"IPAPGothic", 16}).font;
+    const QString line = BreakIntoLines(QStringLiteral("one two three"), font, 60, 1).at(0);
+    EXPECT_TRUE(line.endsWith(QLatin1Char('.'))) << FromQt(line);
+    EXPECT_LE(QFontMetricsF(font).tightBoundingRect(QStringLiteral("...")).bottom(), 2);
+    EXPECT_GT(QFontMetricsF(font).tightBoundingRect(QStringLiteral("...")).top(), -4);
+}
+
+TEST(TextBlock, EllipsisIsNeverAlone) {
+    EXPECT_THAT(Break("Wolf", WidthOf("..") - 1, 1), ElementsAre("W")) << "better a letter without one";
+    EXPECT_THAT(Break("\n\nc", 500, 1), IsEmpty());
+    EXPECT_THAT(Break("\n\nc", 500, 2), IsEmpty());
+    EXPECT_THAT(Break("\n\nc", 500, 3), ElementsAre("", "", "c"));
+}
+
+TEST(TextBlock, IndentedLinesAreNarrower) {
+    const int width = WidthOf("one two three");
+    const LineIndent indent{WidthOf(" three"), 1};
+    std::vector<std::string> lines;
+    for (const QString& line :
+         BreakIntoLines(QStringLiteral("one two three four"), TestFont(), width, 5, indent))
+        lines.push_back(FromQt(line));
+    EXPECT_THAT(lines, ElementsAre("one two", "three four"));
+}
+
+TEST(WithEllipsis, CutsBetweenWholeCharacters) {
+    // Each is two code units.
+    const QString line = QString::fromUtf8("\U00020B9F\U00020B9F\U00020B9F");
+    const QFontMetricsF metrics(TestFont());
+    const QString one = line.left(2) + QStringLiteral("...");
+    const int least = static_cast<int>(std::ceil(metrics.horizontalAdvance(one)));
+    for (int width = least; width < least + 8; ++width) EXPECT_EQ(WithEllipsis(line, metrics, width), one);
 }
 
 TEST(TextBlock, LineEndsAtTheVeryEndAreNoFurtherText) {

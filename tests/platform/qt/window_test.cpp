@@ -29,6 +29,19 @@ TEST_F(WindowTest, CanBeDrawnOnBeforeItIsShown) {
     EXPECT_EQ(window_->Snapshot()->PixelAt(319, 239), kRed);
 }
 
+TEST_F(WindowTest, NoFrameMakesItSmallerThanItsLeastSize) {
+    WindowOptions options;
+    options.frame = Rect{10, 10, 50, 400};
+    options.leastClient = Size{200, 100};
+    const auto window = Window::Create(options, {});
+    window->Show();
+    ServeAll();
+    EXPECT_EQ(window->ClientSize(), (Size{200, 400}));
+    window->SetFrame(Rect{10, 10, 300, 20});
+    ServeAll();
+    EXPECT_EQ(window->ClientSize(), (Size{300, 100}));
+}
+
 TEST_F(WindowTest, EachShowingIsPaintedOnce) {
     window_->Invalidate();
     window_->Invalidate();
