@@ -75,16 +75,28 @@ bool DropVanishedEntries(int year, int month, int day, CellContent* content) {
 }
 
 int RepresentativeDay(int year, int month) {
+    const std::vector<int> days = DaysWithObjects(year, month);
+    return days.empty() ? 0 : days.front();
+}
+
+std::vector<int> DaysWithObjects(int year, int month) {
+    std::vector<int> found;
     YearView& slot = Calendar().SlotOf(year);
     std::lock_guard lock(slot.mutex);
-    if (slot.year != year) return 0;
+    if (slot.year != year) return found;
     const MonthView& view = Calendar().MonthOf(year, month);
     const int days = DaysInMonth(year, month);
     for (int step = 0; step < days; ++step) {
         const int day = (view.DayCursor - 1 + step) % days + 1;
-        if (!view.days[static_cast<std::size_t>(day - 1)].objects.empty()) return day;
+        if (!view.days[static_cast<std::size_t>(day - 1)].objects.empty()) found.push_back(day);
     }
-    return 0;
+    return found;
+}
+
+void RepresentMonthBy(int year, int month, int day) {
+    YearView& slot = Calendar().SlotOf(year);
+    std::lock_guard lock(slot.mutex);
+    if (slot.year == year) Calendar().MonthOf(year, month).DayCursor = day;
 }
 
 }  // namespace kalmora

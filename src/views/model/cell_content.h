@@ -2,6 +2,8 @@
 // with a slot's mutex held.
 #pragma once
 
+#include <vector>
+
 #include "views/model/year_view.h"
 
 namespace kalmora {
@@ -20,5 +22,9 @@ bool DropVanishedEntries(int year, int month, int day, CellContent* content);
 // The day that represents a month drawn as one picture: the first with objects from the month's DayCursor on,
 // then from the first of the month; 0 when there is none.
 int RepresentativeDay(int year, int month);
+// All days with objects in that order.
+std::vector<int> DaysWithObjects(int year, int month);
+// From now on the day represents the month, because those before it have nothing that can be drawn.
+void RepresentMonthBy(int year, int month, int day);
 
 }  // namespace kalmora

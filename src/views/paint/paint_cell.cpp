@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 #include "pictures/picture_cache.h"
 #include "platform/files.h"
@@ -13,6 +14,7 @@ namespace kalmora {
 
 namespace {
 
+constexpr int kMostAttempts = 64;  // to find an entry that can be drawn, at one paint; the next one goes on
 constexpr Color kBlack{0, 0, 0};
 constexpr Color kShadow = ColorFromBgr(0xC8C8C8);
 constexpr Color kSunday = ColorFromBgr(0x0000FF);
@@ -48,6 +50,13 @@ void DrawFrame(Canvas& canvas, const Ground& ground, const Rect& cell) {
     line(topLeft, bottomLeft);
 }
 
+// Nothing when the filters hide it.
+PreparedPicture PrepareEntry(const DayEntry& entry, Size cell, double scale, Decode decode) {
+    if ((State().settings.GoodMode || State().settings.PublicMode) && !IsEntryShown(entry)) return {};
+    return PreparePicture({entry.path, entry.kind, PictureFileOf(entry.path, entry.kind), {}}, cell, scale,
+                          kCellStyle, decode);
+}
+
 }  // namespace
 
 bool IsCellPictureCached(int year, int month, int day) {
@@ -65,10 +74,17 @@ PreparedPicture PrepareCellObject(int year, int month, int day, Size cell, doubl
     CellContent content = ContentOfCell(year, month, day);
     if (!content.active || content.count == 0) return {};
     if (!DropVanishedEntries(year, month, day, &content)) return {};
-    if ((State().settings.GoodMode || State().settings.PublicMode) && !IsEntryShown(content.entry)) return {};
-    const DayEntry& entry = content.entry;
-    return PreparePicture({entry.path, entry.kind, PictureFileOf(entry.path, entry.kind), {}}, cell, scale,
-                          kCellStyle, decode);
+    for (int attempt = 1;; ++attempt) {
+        PreparedPicture prepared = PrepareEntry(content.entry, cell, scale, decode);
+        if (prepared.look != PreparedPicture::Look::Nothing) return prepared;
+        // A search for another one reads files: the worker that draws the cell again does it.
+        if (decode == Decode::Later) prepared.complete = false;
+        if (!prepared.complete || attempt == kMostAttempts) return prepared;
+        if (!AdvanceCellPhoto(year, month, day)) return {};
+        const std::string tried = std::move(content.entry.path);
+        content = ContentOfCell(year, month, day);
+        if (content.entry.path == tried) return {};
+    }
 }
 
 void DrawDayCell(Canvas& canvas, const Ground& ground, const Rect& cell, int day, int column, bool yearly,

@@ -55,13 +55,17 @@ MonthDrawing DrawMonthAsPicture(Canvas& canvas, int year, int month, const Rect&
                                 Decode decode) {
     if (month < 1 || month > 12 || area.width < 8) return {};
     const Rect inner = Inner(area);
-    const int day = RepresentativeDay(year, month);
     MonthDrawing drawing;
-    if (day > 0) {
+    const std::vector<int> days = DaysWithObjects(year, month);
+    for (const int day : days) {
         const PreparedPicture object =
             PrepareCellObject(year, month, day, {inner.width, inner.height}, scale, decode);
-        drawing.drawn = DrawPicture(canvas, inner, object, kCellStyle) ? 1 : 0;
         if (!object.complete) drawing.coarse.push_back({year, month, day});
+        if (object.look == PreparedPicture::Look::Nothing && object.complete) continue;
+        drawing.drawn = DrawPicture(canvas, inner, object, kCellStyle) ? 1 : 0;
+        // What is pressed is what is seen.
+        if (day != days.front()) RepresentMonthBy(year, month, day);
+        break;
     }
     DrawHeadingAndFrame(canvas, month, area);
     return drawing;

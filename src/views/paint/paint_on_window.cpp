@@ -95,7 +95,9 @@ std::optional<MonthGrid> GridInView(const Window& window, int year, int month) {
 void DrawCell(Window& window, const MonthGrid& grid, int day) {
     const PreparedPicture object = PrepareCellObject(
         grid.year, grid.month, day, {grid.cellWidth, grid.cellHeight}, window.Scale(), Decode::Now);
-    if (object.look == PreparedPicture::Look::Nothing) return;
+    // Where nothing can be drawn any more, what was there must not stay.
+    if (object.look == PreparedPicture::Look::Nothing && ContentOfCell(grid.year, grid.month, day).count == 0)
+        return;
     const BackgroundPtr background = PaintedBackground();
     if (GridInView(window, grid.year, grid.month) != grid) return;
     const auto canvas = window.Draw();
