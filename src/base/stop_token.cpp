@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <chrono>
-#include <condition_variable>
 #include <utility>
 #include <vector>
 
+#include "base/stop_wakeup.h"
 #include "base/work_gate.h"
 
 namespace kalmora {
@@ -31,18 +31,6 @@ static_assert(std::atomic<bool>::is_always_lock_free, "it is set in a signal han
 // How soon a stop is felt that cannot wake.
 constexpr std::chrono::milliseconds kLookInterval{50};
 
-// One for all tokens: stops are rare, and so are waits.
-struct Wakeup {
-    std::mutex mutex;
-    std::condition_variable requested;
-};
-
-// Never destroyed: workers may outlive main.
-Wakeup& TheWakeup() {
-    static auto* const wakeup = new Wakeup;
-    return *wakeup;
-}
-
 }  // namespace
 
 StopToken::StopToken(const WorkGate& gate) {
@@ -64,7 +52,7 @@ bool StopToken::IsStopped() const { return node_ && node_->IsStopped(); }
 bool StopToken::WaitFor(int milliseconds) const {
     using Clock = std::chrono::steady_clock;
     const Clock::time_point end = Clock::now() + std::chrono::milliseconds(std::max(milliseconds, 0));
-    Wakeup& wakeup = TheWakeup();
+    StopWakeup& wakeup = TheStopWakeup();
     std::unique_lock lock(wakeup.mutex);
     while (!IsStopped()) {
         const Clock::time_point now = Clock::now();
@@ -81,12 +69,8 @@ StopSource::StopSource(std::initializer_list<StopToken> parents)
 }
 
 void StopSource::RequestStop() {
-    Wakeup& wakeup = TheWakeup();
-    {
-        std::lock_guard lock(wakeup.mutex);
-        RequestStopInSignal();
-    }
-    wakeup.requested.notify_all();
+    RequestStopInSignal();
+    TheStopWakeup().Notify();
 }
 
 void StopSource::RequestStopInSignal() noexcept { node_->isStopped.store(true, std::memory_order_release); }

@@ -28,8 +28,8 @@ public:
 
     // Costs an atomic read for the source and each of its parents.
     bool IsStopped() const;
-    // Waits for the time given, or until the token is stopped: a request wakes it at once, one of a gate, of
-    // a flag or of a signal handler within 50 ms. True when stopped.
+    // Waits for the time given, or until the token is stopped: a request wakes it at once, also one at a
+    // gate; a raised flag or one of a signal handler within 50 ms. True when stopped.
     bool WaitFor(int milliseconds) const;
 
 private:

@@ -3,6 +3,7 @@
 #include <chrono>
 
 #include "base/log.h"
+#include "base/stop_wakeup.h"
 
 namespace kalmora {
 
@@ -18,8 +19,8 @@ bool WorkGate::Acquire(const char* name) {
     if (held_) {
         stop_ = true;
         ShowStop();
-        // One wait of the whole bound: who waits how long is the same as with single looks, but the waiter is
-        // woken the moment the holder leaves.
+        TheStopWakeup().Notify();
+        // 2.2 s is the bound: the waiter is woken the moment the holder leaves.
         if (!released_.wait_for(lock, kMaxLooks * kLookInterval, [this] { return !held_; })) {
             held_ = stop_ = waiter_ = false;
             ShowStop();
@@ -51,9 +52,12 @@ bool WorkGate::IsHeld() const {
 bool WorkGate::IsStopRequested() const { return isStopRequested_; }
 
 void WorkGate::RequestStop() {
-    std::lock_guard lock(mutex_);
-    stop_ = held_;
-    ShowStop();
+    {
+        std::lock_guard lock(mutex_);
+        stop_ = held_;
+        ShowStop();
+    }
+    TheStopWakeup().Notify();
 }
 
 }  // namespace kalmora

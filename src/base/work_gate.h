@@ -7,8 +7,9 @@
 
 namespace kalmora {
 
-// Three flags: held, stop, waiter. A newcomer who finds it held asks the holder to stop and waits for at most
-// 22 times 100 ms; then it goes on as if the gate were free, so that a stuck worker can never freeze the
+// Three flags: held, stop, waiter. A newcomer who finds it held asks the holder to stop, which wakes a holder
+// that waits on a StopToken of the gate, and waits itself until the holder has left, for at most 22 times
+// 100 ms; then it goes on as if the gate were free, so that a stuck worker can never freeze the
 // program. Any thread; every member is guarded by one mutex that is held for the flag changes only.
 class WorkGate {
 public:

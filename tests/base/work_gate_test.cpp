@@ -7,6 +7,8 @@
 #include <thread>
 #include <vector>
 
+#include "base/stop_token.h"
+
 namespace kalmora {
 namespace {
 
@@ -47,6 +49,24 @@ TEST(WorkGate, ANewcomerAsksTheHolderToLeaveAndGoesOnAsSoonAsItHas) {
     EXPECT_TRUE(gate.IsHeld());
     // The stop was meant for the one who has left.
     EXPECT_FALSE(gate.IsStopRequested());
+}
+
+// Looks at intervals, the holder would cost each newcomer half of one.
+TEST(WorkGate, AHolderThatWaitsIsWokenByTheNewcomer) {
+    constexpr int kRounds = 20;
+    WorkGate gate;
+    const auto start = Clock::now();
+    for (int round = 0; round < kRounds; ++round) {
+        ASSERT_TRUE(gate.Acquire("holder"));
+        std::thread holder([&] {
+            EXPECT_TRUE(StopToken(gate).WaitFor(60'000));
+            gate.Release();
+        });
+        EXPECT_TRUE(gate.Acquire("newcomer"));
+        holder.join();
+        gate.Release();
+    }
+    EXPECT_LT(Clock::now() - start, kRounds * 20ms);
 }
 
 TEST(WorkGate, ASecondNewcomerIsRefused) {

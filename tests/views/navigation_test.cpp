@@ -131,6 +131,48 @@ TEST_F(NavigationTest, FourteenthDayReusesTheFirstViewerEmptied) {
     EXPECT_EQ(Calendar().dayViewers[0].day, 14);
 }
 
+// The run that draws a day's objects begins with a quiet of 100 ms, which no step waits for.
+TEST_F(NavigationTest, StepsThroughDaysAreNotHeldUpByTheQuietBeforeTheirObjects) {
+    constexpr int kSteps = 12;
+    for (int day = 1; day <= 1 + kSteps; ++day) AddText(2008, 11, day, "a.txt", "x");
+    ShowDay(2008, 11, 1);
+    OpenWindow({400, 300});
+    UpdateObjects();
+    const double start = UptimeMs();
+    for (int step = 0; step < kSteps; ++step) {
+        StepPeriod(Step::Next);
+        TheApplication()->ProcessEvents(0);
+    }
+    EXPECT_LT(UptimeMs() - start, kSteps * 60);
+    EXPECT_TRUE(WaitUntilIdle());
+    EXPECT_EQ(Calendar().CurrentDayViewer().objects.Count(), 1u);
+}
+
+TEST_F(NavigationTest, StepsThatHaveQueuedUpAreFollowedByOneLoadOfTheLast) {
+    AddText(2008, 11, 17, "a.txt", "x");
+    AddText(2008, 11, 18, "a.txt", "x");
+    ShowDay(2008, 11, 13);
+    OpenWindow({400, 300});
+    UpdateObjects();
+    ASSERT_TRUE(WaitUntilIdle());
+    navigation_.lines.Clear();
+    for (int step = 0; step < 5; ++step) StepPeriod(Step::Next);
+    StepPeriod(Step::Previous);
+    EXPECT_EQ(Now(), "4:2008/11/17");
+    ASSERT_TRUE(WaitUntilIdle());
+    EXPECT_THAT(navigation_.lines.Take(), testing::ElementsAre("(Day)\t2008/11/17"));
+    EXPECT_EQ(Calendar().CurrentDayViewer().objects.Count(), 1u);
+    EXPECT_EQ(Calendar().CurrentDayViewer().day, 17);
+}
+
+TEST_F(NavigationTest, AnyOtherLoadOfTheViewServesForTheStepsBeforeIt) {
+    ShowMonth(2008, 11);
+    StepPeriod(Step::Next);
+    JumpTo(2010, 5, 0);
+    ASSERT_TRUE(WaitUntilIdle());
+    EXPECT_THAT(navigation_.lines.Take(), testing::ElementsAre("(Month)\t2010/05"));
+}
+
 TEST_F(NavigationTest, LevelUpGoesFromDayToMonthToYearAndNoFurther) {
     ShowDay(2008, 11, 13);
     OneLevelUp();

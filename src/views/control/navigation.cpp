@@ -131,8 +131,9 @@ void FlipFilter(SharedFlag& mode) {
 void StepPeriod(Step step) {
     const NavigationGuard guard;
     if (!guard) return;
+    UpdateObjectsSoon();
     Calendar().ViewOf(View()).MakeStep(step);
-    ReloadPeriod();
+    SetButtonStates();
 }
 
 void StepYears(int years) {

@@ -8,7 +8,8 @@
 
 namespace kalmora {
 
-// ---- steps, commands 1010 to 1013, with their guard and reload
+// ---- steps, commands 1010 to 1013, with their guard; the reload comes when no more input waits, so that
+// keys that come faster than views can be loaded leave no steps behind
 void StepPeriod(Step step);
 
 // ---- the date alone, no guard, no reload

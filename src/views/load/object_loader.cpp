@@ -1,6 +1,10 @@
 #include "views/load/object_loader.h"
 
+#include <atomic>
+#include <memory>
+
 #include "pictures/picture_cache.h"
+#include "platform/window.h"
 #include "state/app_state.h"
 #include "views/bar/button_bar.h"
 #include "views/load/search_view.h"
@@ -88,6 +92,7 @@ void StartLoad(const LoadRequest& request, Work work) {
 
 void UpdateObjects() {
     AppState& state = State();
+    *Calendar().loadIsLeft = false;
     const ViewPartners& partners = Calendar().partners;
     if (!state.settings.SlideShowAutoNavigate) partners.slideShow.Hide();
     SetButtonStates();
@@ -99,6 +104,14 @@ void UpdateObjects() {
     state.run.TicksInView = 0;
     Calendar().ViewOf(request.view).PrepareLoad(request.view.period);
     StartLoad(request, LoadView);
+}
+
+void UpdateObjectsSoon() {
+    const std::shared_ptr<std::atomic<bool>> isLeft = Calendar().loadIsLeft;
+    if (isLeft->exchange(true)) return;
+    TheApplication()->Post([isLeft] {
+        if (*isLeft) UpdateObjects();
+    });
 }
 
 void ReloadView() {

@@ -8,6 +8,10 @@ namespace kalmora {
 // the running worker to leave; refused (nothing happens) when somebody else waits already.
 void UpdateObjects();
 
+// The same when the input that has queued up is dealt with: any number of changes until then are followed by
+// one load, of the last period. To be called before the change. GUI thread; returns at once.
+void UpdateObjectsSoon();
+
 // Command 1021 in a grid or a day: a worker reads the period again. GUI thread.
 void ReloadView();
 

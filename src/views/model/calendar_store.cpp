@@ -25,6 +25,7 @@ CalendarStore::CalendarStore(const ViewPartners& viewPartners) : partners(viewPa
 }
 
 CalendarStore::~CalendarStore() {
+    *loadIsLeft = false;
     while (AreWorkersRunning()) SleepMs(1);
     theCalendar = nullptr;
 }

@@ -77,7 +77,7 @@ void RedrawScatter() {
 
 bool IsViewReady() {
     const ViewState view = View();
-    return Calendar().ViewOf(view).IsReady(view.period);
+    return !*Calendar().loadIsLeft && Calendar().ViewOf(view).IsReady(view.period);
 }
 
 void HeartbeatRedraw(int ticks) {

@@ -1,6 +1,5 @@
 #include "views/paint/paint_view.h"
 
-#include "platform/clock.h"
 #include "state/app_state.h"
 #include "views/bar/button_bar.h"
 #include "views/model/calendar_store.h"
@@ -12,13 +11,15 @@ namespace {
 
 constexpr int kQuietMs = 100;
 
-// Waits until no full paint was requested for kQuietMs; does the paints requested before.
+// Waits until no full paint was requested for kQuietMs; does the paints requested before. A newer load, which
+// wants the gate, ends the wait at once.
 void WaitForQuiet() {
     CalendarStore& calendar = Calendar();
+    const StopToken stop(State().run.ObjectGate);
     do {
         if (calendar.TakePaintLeftToRun()) PaintBase();
-        SleepMs(kQuietMs);
-    } while (calendar.IsPaintLeftToRun() && !State().run.ObjectGate.IsStopRequested());
+        if (stop.WaitFor(kQuietMs)) return;
+    } while (calendar.IsPaintLeftToRun());
 }
 
 }  // namespace
@@ -46,8 +47,8 @@ void EventPaintThread(const StopToken& load) {
         WaitForQuiet();
         Calendar().objectsDrawn = 0;
         CalendarView& view = Calendar().ViewOf(View());
-        end = state.run.ObjectGate.IsStopRequested() || !view.DrawsObjects() ? WalkEnd::Stopped
-                                                                             : view.DrawObjects();
+        const bool isOutdated = state.run.ObjectGate.IsStopRequested() || *Calendar().loadIsLeft;
+        end = isOutdated || !view.DrawsObjects() ? WalkEnd::Stopped : view.DrawObjects();
     } while (end == WalkEnd::Repaint);
     SetButtonStates();
     DrawButtonsOnWindow();
