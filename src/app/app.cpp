@@ -17,6 +17,7 @@
 #include "input/navigation_log.h"
 #include "platform/clock.h"
 #include "platform/end_signals.h"
+#include "platform/memory.h"
 #include "platform/window.h"
 #include "rewrite/safe_rewrite.h"
 #include "rewrite/temp_folder.h"
@@ -76,6 +77,7 @@ int App::Run() {
 // ---- the start
 
 bool App::StartPlatform() {
+    ReturnFreedMemory();
     PrepareFolders(options_);
     application_ = Application::Create("Kalmora", Application::Display::Desktop);
     if (!application_) return false;
