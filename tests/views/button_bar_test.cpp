@@ -392,9 +392,28 @@ TEST_F(BarPixelsTest, WhatIsDrawnUnderTheButtonsStaysThere) {
         });
     }
     const auto drawn = Strip();
-    EXPECT_EQ(PixelAt(350, kClient.height - 2), kGreen);
+    const Color seen = PixelAt(350, kClient.height - 2);
+    EXPECT_GT(seen.green, seen.red + 40) << "it shows through the strip of the bar";
     DrawButtonsOnWindow();
     EXPECT_TRUE(Strip() == drawn);
+}
+
+TEST_F(BarPixelsTest, StripBehindTheBarQuietsWhatIsUnderIt) {
+    for (const Color ground : {Color{0, 0, 0}, Color{255, 255, 255}, Color{200, 30, 30}}) {
+        const auto base = Surface::Create(kClient, 1);
+        base->Draw()->FillRect({0, 0, kClient.width, kClient.height}, ground);
+        SetBarGround(*base);
+        DrawButtonsOnWindow();
+        const Color seen = PixelAt(420, kClient.height - kBarHeight / 2);
+        const auto between = [](int value, int from, int to) {
+            return value >= std::min(from, to) && value <= std::max(from, to);
+        };
+        EXPECT_TRUE(between(seen.red, ground.red, 251) && between(seen.green, ground.green, 247) &&
+                    between(seen.blue, ground.blue, 239))
+            << "between the ground and paper";
+        EXPECT_GE(seen.red + seen.green + seen.blue, 3 * 120) << "dark letters are legible on it";
+    }
+    EXPECT_NE(PixelAt(420, kClient.height - kBarHeight), PixelAt(420, kClient.height - kBarHeight - 1));
 }
 
 }  // namespace

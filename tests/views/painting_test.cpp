@@ -205,7 +205,7 @@ TEST_F(PaintingTest, OwnBackgroundOfTheMonthIsDrawn) {
     ShowMonth(2008, 11);
     OpenWindow({960, 700});
     Load();
-    EXPECT_EQ(PixelAt(350, 680), kBlue);
+    EXPECT_EQ(PixelAt(350, 640), kBlue);
 }
 
 TEST_F(PaintingTest, BackgroundReplacedUnderItsNameIsSeenAtTheNextPaint) {

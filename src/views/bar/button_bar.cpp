@@ -22,6 +22,7 @@ constexpr int kLeastLabelWidth = 60;  // shows two or three digits and an ellips
 constexpr int kLeastHeight = 200;     // the bar, the gauge over it, and some of the calendar
 constexpr Color kLabelBack{220, 220, 255};
 constexpr Color kSearchBack{200, 200, 225};
+constexpr Color kStrip{251, 247, 239, 150};  // paper, through which the calendar is still seen
 constexpr Color kHighlight = ColorFromBgr(0x6464FF);
 
 bool IsShown(std::size_t button, const AppState& state) {
@@ -120,7 +121,10 @@ Rect StripOf(Size client) {
 // another size there is no ground for it: its own paint is about to come.
 void PaintStrip(ButtonParts& bar, Canvas& canvas) {
     const Size client = canvas.GetSize();
-    if (bar.ground && bar.groundClient == client) canvas.Blit(StripOf(client), *bar.ground);
+    if (bar.ground && bar.groundClient == client) {
+        canvas.Blit(StripOf(client), *bar.ground);
+        canvas.FillRect(StripOf(client), kStrip);
+    }
     ForEachButton(bar, [&](const CButton& button, std::size_t) { button.Paint(canvas); });
     if (bar.focused && bar.focused->IsVisible()) bar.focused->PaintFocus(canvas);
 }

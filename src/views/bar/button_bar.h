@@ -23,8 +23,8 @@ Size LeastClientSize();
 // The date label's text and the window's title alone. Any thread.
 void SetCaption();
 
-// ---- the strip along the window's lower edge, painted whole: its ground, then every visible button. Any
-// thread.
+// ---- the strip along the window's lower edge, painted whole: its ground, paper half over it, then
+// every visible button. Any thread.
 inline constexpr int kBarHeight = 50;  // logical pixels
 void DrawButtons(Canvas& canvas);      // of a whole window
 void DrawButtonsOnWindow();
