@@ -20,9 +20,6 @@ constexpr int kMarkMargin = 5;    // from the picture's lower right corner
 constexpr int kTightMargin = 1;   // of a mark that is smaller than itself
 constexpr int kSmallWidth = 160;  // below both, UseExifThumbnail takes the embedded thumbnail
 constexpr int kSmallHeight = 120;
-constexpr int kPathInset = 2;  // pixels between the frame and the path
-constexpr Color kBlack{0, 0, 0};
-constexpr Color kWhite{255, 255, 255};
 
 // The device pixels that the decoder has to give so that the picture covers the box in any shape; at
 // most those that it has.
@@ -127,30 +124,28 @@ PreparedPicture PreparePicture(const PictureSource& source, Size box, double sca
     return prepared;
 }
 
+Rect PictureArea(const Rect& box, const PreparedPicture& prepared, const PaintStyle& style) {
+    return prepared.picture.IsEmpty() ? Rect{} : PlaceInBox(prepared.picture.GetSize(), box, style);
+}
+
 bool DrawPicture(Canvas& canvas, const Rect& box, const PreparedPicture& prepared, const PaintStyle& style) {
     switch (prepared.look) {
         case Look::Nothing:
             return false;
         case Look::Picture:
         case Look::Movie: {
-            const Rect area = PlaceInBox(prepared.picture.GetSize(), box, style);
+            const Rect area = PictureArea(box, prepared, style);
             if (area.IsEmpty()) return false;
             canvas.DrawImage(area, prepared.picture);
             if (!prepared.mark.IsEmpty()) canvas.DrawImage(MarkPlace(area, style), prepared.mark);
             return true;
         }
         case Look::TextCard:
-            DrawTextCard(canvas, box, prepared.text, prepared.textKind);
+            DrawTextCard(canvas, box, prepared.text, prepared.textKind, style.corner);
             return true;
-        case Look::PathCard: {
-            const AppState& state = State();
-            canvas.Rectangle(box, kWhite, kBlack);
-            canvas.TextBlock({box.x + kPathInset, box.y + kPathInset, box.width - 2 * kPathInset,
-                              box.height - 2 * kPathInset},
-                             prepared.text, {state.settings.MiniFontFace, state.settings.MiniFontHeight},
-                             kBlack);
+        case Look::PathCard:
+            DrawPathCard(canvas, box, prepared.text, style.corner);
             return true;
-        }
     }
     return false;
 }

@@ -41,6 +41,7 @@ struct PaintStyle {
     OtherKinds otherKinds = OtherKinds::CardOfText;
     HeadMatch head = HeadMatch::IgnoreCase;  // which picks a card's colours
     std::size_t textBytes = kCardTextBytes;  // of the file, for a card
+    Size corner;                             // at the upper left, which a card's text leaves free
 };
 
 // A photo of the day line, the scatter or a slide: the view gives it a box of its own shape.
@@ -51,7 +52,8 @@ inline constexpr PaintStyle kCellStyle{PaintStyle::Fit::KeepShape,
                                        PaintStyle::Mark::FitsPicture,
                                        PaintStyle::OtherKinds::CardOfPath,
                                        HeadMatch::Exact,
-                                       kCellTextBytes};
+                                       kCellTextBytes,
+                                       {}};
 
 // What is to be drawn.
 struct PictureSource {
@@ -85,6 +87,8 @@ Size BoxPixels(Size box, double scale);
 // that of the surface.
 PreparedPicture PreparePicture(const PictureSource& source, Size box, double scale, const PaintStyle& style,
                                Decode decode = Decode::Now);
+// Where DrawPicture draws a picture or movie; empty for all else.
+Rect PictureArea(const Rect& box, const PreparedPicture& prepared, const PaintStyle& style);
 // False when there is nothing to draw.
 bool DrawPicture(Canvas& canvas, const Rect& box, const PreparedPicture& prepared, const PaintStyle& style);
 

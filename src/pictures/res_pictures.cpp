@@ -29,10 +29,12 @@ std::string MonthPictureName(int month) { return Numbered("Month", month); }
 
 std::string HourPictureName(int hour) { return Numbered("Time", hour); }
 
-std::string WeekdayPictureName(int column) {
+std::string WeekdayPictureName(int column, WeekdayDrawing drawing) {
     static const char* const names[7] = {"Monday", "Tuesday",  "Wednesday", "Thursday",
                                          "Friday", "Saturday", "Sunday"};
-    return column >= 0 && column < 7 ? std::string("Res/Week/") + names[column] + ".png" : std::string();
+    if (column < 0 || column >= 7) return {};
+    return std::string("Res/Week/") + names[column] + (drawing == WeekdayDrawing::Plain ? "_small" : "") +
+           ".png";
 }
 
 Size MeasureResPicture(const std::string& name) {

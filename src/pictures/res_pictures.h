@@ -8,9 +8,12 @@
 
 namespace kalmora {
 
-std::string MonthPictureName(int month);     // "Res/Month/11.png"
-std::string HourPictureName(int hour);       // "Res/Time/07.png"
-std::string WeekdayPictureName(int column);  // 0 Monday to 6 Sunday: "Res/Week/Monday.png"
+std::string MonthPictureName(int month);  // "Res/Month/11.png"
+std::string HourPictureName(int hour);    // "Res/Time/07.png"
+// 0 Monday to 6 Sunday: "Res/Week/Monday.png". The plain drawing, one letter on a coloured strip, is for
+// where the whole one is too small to be read.
+enum class WeekdayDrawing { Whole, Plain };
+std::string WeekdayPictureName(int column, WeekdayDrawing drawing);
 
 // The size in logical pixels of a drawing at its natural scale, looked up once a run; empty when there is
 // none.

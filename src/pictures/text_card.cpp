@@ -9,6 +9,8 @@ namespace kalmora {
 namespace {
 
 constexpr int kInset = 2;  // pixels between the frame and the text
+constexpr Color kBlack{0, 0, 0};
+constexpr Color kWhite{255, 255, 255};
 
 bool BeginsWith(std::string_view text, std::string_view head, HeadMatch match) {
     return match == HeadMatch::Exact ? text.starts_with(head) : text::StartsWithNoCase(text, head);
@@ -45,6 +47,17 @@ std::string WithLineFeeds(std::string_view text) {
     return result;
 }
 
+void DrawCard(Canvas& canvas, const Rect& area, std::string_view utf8, const TextColors& colors,
+              Size corner) {
+    const Settings& settings = State().settings;
+    canvas.Rectangle(area, colors.back, colors.frame);
+    const Rect inside{area.x + kInset, area.y + kInset, area.width - 2 * kInset, area.height - 2 * kInset};
+    if (inside.IsEmpty()) return;
+    const Size taken{corner.width - kInset, corner.height - kInset};
+    canvas.TextBlock(inside, utf8, Font{settings.MiniFontFace, settings.MiniFontHeight}, colors.font,
+                     taken.IsEmpty() ? Size{} : taken);
+}
+
 }  // namespace
 
 TextKind TextKindOf(std::string_view text, HeadMatch match) {
@@ -77,14 +90,13 @@ std::optional<std::string> ReadTextHead(const std::string& path, std::size_t byt
     return WithLineFeeds(std::string_view(text).substr(0, text.find('\0')));
 }
 
-void DrawTextCard(Canvas& canvas, const Rect& area, std::string_view utf8, TextKind kind) {
-    const AppState& state = State();
-    const TextColors& colors = state.settings.TextStyles[static_cast<std::size_t>(kind)];
-    canvas.Rectangle(area, colors.back, colors.frame);
-    const Rect inside{area.x + kInset, area.y + kInset, area.width - 2 * kInset, area.height - 2 * kInset};
-    if (inside.IsEmpty()) return;
-    canvas.TextBlock(inside, text::ToDisplay(utf8),
-                     Font{state.settings.MiniFontFace, state.settings.MiniFontHeight}, colors.font);
+void DrawTextCard(Canvas& canvas, const Rect& area, std::string_view utf8, TextKind kind, Size corner) {
+    const TextColors& colors = State().settings.TextStyles[static_cast<std::size_t>(kind)];
+    DrawCard(canvas, area, text::ToDisplay(utf8), colors, corner);
+}
+
+void DrawPathCard(Canvas& canvas, const Rect& area, std::string_view path, Size corner) {
+    DrawCard(canvas, area, path, {kWhite, kBlack, kBlack}, corner);
 }
 
 }  // namespace kalmora

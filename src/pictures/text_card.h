@@ -26,7 +26,10 @@ inline constexpr std::size_t kCellTextBytes = 1000;  // of the file, for a frame
 // byte, and no character is cut in two. Empty optional when the file cannot be opened.
 std::optional<std::string> ReadTextHead(const std::string& path, std::size_t bytes);
 
-// The card: a rectangle in the kind's colours over the area, the text in the mini font 2 pixels inside.
-void DrawTextCard(Canvas& canvas, const Rect& area, std::string_view utf8, TextKind kind);
+// The card: a rectangle in the kind's colours over the area, the text in the mini font 2 pixels inside. The
+// text leaves `corner`, from the area's upper left, to what is drawn there.
+void DrawTextCard(Canvas& canvas, const Rect& area, std::string_view utf8, TextKind kind, Size corner = {});
+// The same in the colours of a file that is no text.
+void DrawPathCard(Canvas& canvas, const Rect& area, std::string_view path, Size corner = {});
 
 }  // namespace kalmora

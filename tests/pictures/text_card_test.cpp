@@ -151,5 +151,15 @@ TEST(TextCard, TooSmallForItsTextIsARectangleAlone) {
     EXPECT_TRUE(canvas.blocks.empty());
 }
 
+TEST(TextCard, LeavesACornerOfTheCardFree) {
+    test::RecordingCanvas canvas;
+    DrawTextCard(canvas, {10, 20, 100, 80}, "text", TextKind::Memo, {40, 25});
+    DrawTextCard(canvas, {10, 20, 100, 80}, "text", TextKind::Memo);
+    ASSERT_EQ(canvas.blocks.size(), 2u);
+    EXPECT_EQ(canvas.blocks[0].area, (Rect{12, 22, 96, 76}));
+    EXPECT_EQ(canvas.blocks[0].corner, (Size{38, 23})) << "as the text's area has it";
+    EXPECT_EQ(canvas.blocks[1].corner, Size{});
+}
+
 }  // namespace
 }  // namespace kalmora

@@ -15,6 +15,23 @@ TEST(MonthGrid, CellsAreASeventhWideAndThreeQuartersHigh) {
     EXPECT_EQ(grid.offset, 0);
 }
 
+// The window's height has no part in the size of a cell.
+TEST(MonthGrid, SixWeeksFitWhereTheWindowIsAboutTwoThirdsAsHighAsWide) {
+    const auto bottomOfLastDay = [](int width) {
+        return MonthCellRect(MakeMonthGrid(2026, 11, {0, 0, width, 1030}, false), 30).Bottom();
+    };
+    EXPECT_LE(bottomOfLastDay(1530), 1030);
+    EXPECT_EQ(bottomOfLastDay(1920), 1284) << "a row and more is below a window of 1920 x 1030";
+}
+
+TEST(YearGrid, DecemberEndsBelowAWindowThatIsWide) {
+    const auto bottomOfLastDay = [](int width) {
+        return MonthCellRect(MakeMonthGrid(2026, 12, YearMonthRect(width, 12), true), 31).Bottom();
+    };
+    EXPECT_GT(bottomOfLastDay(1920), 1030);
+    EXPECT_LE(bottomOfLastDay(1650), 1030);
+}
+
 TEST(MonthGrid, WeekBeginsOnMonday) {
     // 1 November 2008 was a Saturday, 1 September 2008 a Monday.
     EXPECT_EQ(MakeMonthGrid(2008, 11, kClient, false).firstColumn, 5);

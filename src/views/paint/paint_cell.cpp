@@ -20,20 +20,68 @@ constexpr Color kShadow = ColorFromBgr(0xC8C8C8);
 constexpr Color kSunday = ColorFromBgr(0x0000FF);
 constexpr Color kSaturday = ColorFromBgr(0xFF0000);
 constexpr Color kFrame{43, 53, 73, 150};
-constexpr Color kNumberPlate{255, 255, 255, 205};  // keeps the number legible on dark photos and over texts
+constexpr Color kNumberPlate{255, 255, 255, 205};
+constexpr Color kOutline{255, 255, 255};
+constexpr int kInset = 8, kInsetOfYear = 4;  // of the number in its cell
+constexpr int kShadowOffset = 2;
+constexpr int kPlateBorder = 4;   // pixels left and right of the digits
+constexpr int kBesideNumber = 3;  // pixels between the number and a card's text
 
 Color ColorOfColumn(int column) { return column == 6 ? kSunday : column == 5 ? kSaturday : kBlack; }
 
-void DrawNumberPlate(Canvas& canvas, const Rect& cell, const char* number, bool yearly) {
-    const AppState& state = State();
-    const Font font = yearly
-                          ? Font{state.settings.DayFontFaceForYearly, state.settings.DayFontHeightForYearly}
-                          : Font{state.settings.DayFontFace, state.settings.DayFontHeight};
-    const int inset = yearly ? 4 : 8, border = yearly ? 1 : 4;
-    const Size size = MeasureText(number, font);
-    canvas.FillRect(
-        {cell.x + inset - border, cell.y + inset - border / 2, size.width + 2 * border, size.height + border},
-        kNumberPlate);
+// A day's number: where it is in its cell, and how it looks.
+struct DayNumber {
+    char text[8];
+    Font font;
+    Color color;
+    Point at;
+
+    DayNumber(const Rect& cell, int day, int column, bool yearly) : color(ColorOfColumn(column)) {
+        const Settings& settings = State().settings;
+        std::snprintf(text, sizeof text, "%02d", day);
+        font = yearly ? Font{settings.DayFontFaceForYearly, settings.DayFontHeightForYearly}
+                      : Font{settings.DayFontFace, settings.DayFontHeight};
+        const int inset = yearly ? kInsetOfYear : kInset;
+        at = {cell.x + inset, cell.y + inset};
+    }
+    // As high as a line of the font.
+    Rect Digits() const {
+        const Size size = MeasureText(text, font);
+        return {at.x, at.y, size.width, size.height};
+    }
+};
+
+// What a card's text leaves to the number. Digits have no descenders: the last fifth of their line is free.
+Size CornerFor(const Rect& digits, const Rect& card) {
+    return {digits.Right() + kShadowOffset + kBesideNumber - card.x,
+            digits.Bottom() - digits.height / 5 - card.y};
+}
+
+// Dark photos and bright ones: the plate keeps the number legible on both.
+void DrawOnPlate(Canvas& canvas, const DayNumber& number, const Rect& digits) {
+    canvas.FillRect({digits.x - kPlateBorder, digits.y - kPlateBorder / 2, digits.width + 2 * kPlateBorder,
+                     digits.height + kPlateBorder},
+                    kNumberPlate);
+    canvas.Text(number.at, number.text, number.font, number.color);
+}
+
+// In the small cells of a year, where a plate would hide much of the picture.
+void DrawOutlined(Canvas& canvas, const DayNumber& number) {
+    for (int dy = -1; dy <= 1; ++dy)
+        for (int dx = -1; dx <= 1; ++dx)
+            if (dx != 0 || dy != 0)
+                canvas.Text({number.at.x + dx, number.at.y + dy}, number.text, number.font, kOutline);
+    canvas.Text(number.at, number.text, number.font, number.color);
+}
+
+void DrawShadowed(Canvas& canvas, const DayNumber& number) {
+    canvas.Text({number.at.x + kShadowOffset, number.at.y + kShadowOffset}, number.text, number.font,
+                kShadow);
+    canvas.Text(number.at, number.text, number.font, number.color);
+}
+
+bool Overlap(const Rect& a, const Rect& b) {
+    return a.x < b.Right() && b.x < a.Right() && a.y < b.Bottom() && b.y < a.Bottom();
 }
 
 // Half-transparent lines, which must not add up with what a neighbour or an earlier paint has left there.
@@ -89,20 +137,26 @@ PreparedPicture PrepareCellObject(int year, int month, int day, Size cell, doubl
 
 void DrawDayCell(Canvas& canvas, const Ground& ground, const Rect& cell, int day, int column, bool yearly,
                  const PreparedPicture* object) {
-    const AppState& state = State();
-    if (object) DrawPicture(canvas, {cell.x + 1, cell.y + 1, cell.width, cell.height}, *object, kCellStyle);
-    char number[8];
-    std::snprintf(number, sizeof number, "%02d", day);
-    const bool covered = object && object->look != PreparedPicture::Look::Nothing;
-    if (covered) DrawNumberPlate(canvas, cell, number, yearly);
+    const DayNumber number(cell, day, column, yearly);
+    const Rect box{cell.x + 1, cell.y + 1, cell.width, cell.height};
+    Rect digits;
+    bool isOnPicture = false;
+    if (object && object->look != PreparedPicture::Look::Nothing) {
+        digits = number.Digits();
+        PaintStyle style = kCellStyle;
+        style.corner = CornerFor(digits, box);
+        DrawPicture(canvas, box, *object, style);
+        isOnPicture = Overlap(PictureArea(box, *object, style), digits);
+    }
     if (yearly) {
-        canvas.Text({cell.x + 4, cell.y + 4}, number,
-                    {state.settings.DayFontFaceForYearly, state.settings.DayFontHeightForYearly},
-                    ColorOfColumn(column));
+        if (isOnPicture)
+            DrawOutlined(canvas, number);
+        else
+            canvas.Text(number.at, number.text, number.font, number.color);
+    } else if (isOnPicture) {
+        DrawOnPlate(canvas, number, digits);
     } else {
-        const Font font{state.settings.DayFontFace, state.settings.DayFontHeight};
-        canvas.Text({cell.x + 10, cell.y + 10}, number, font, kShadow);
-        canvas.Text({cell.x + 8, cell.y + 8}, number, font, ColorOfColumn(column));
+        DrawShadowed(canvas, number);
     }
     DrawFrame(canvas, ground, cell);
 }

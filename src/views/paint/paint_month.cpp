@@ -1,5 +1,7 @@
 #include "views/paint/paint_month.h"
 
+#include <string>
+
 #include "pictures/res_pictures.h"
 #include "views/model/cell_content.h"
 #include "views/paint/background.h"
@@ -9,6 +11,7 @@ namespace kalmora {
 namespace {
 
 constexpr Color kFrame{43, 53, 73, 150};
+constexpr int kLegibleWeekday = 12;  // device pixels of height at which the whole drawing can be read
 
 Rect Inner(const Rect& area) { return {area.x + 1, area.y + 1, area.width - 2, area.height - 2}; }
 
@@ -37,7 +40,9 @@ MonthDrawing DrawMonth(Canvas& canvas, const MonthGrid& grid, double scale, Deco
     }
     for (int column = 0; column < 7; ++column) {
         const Rect area = WeekdayRect(grid, column);
-        canvas.DrawImage(area, LoadResPicture(WeekdayPictureName(column), {area.width, area.height}, scale));
+        const std::string name = WeekdayPictureName(
+            column, area.height * scale < kLegibleWeekday ? WeekdayDrawing::Plain : WeekdayDrawing::Whole);
+        canvas.DrawImage(area, LoadResPicture(name, {area.width, area.height}, scale));
     }
     MonthDrawing drawing;
     for (int day = 1; day <= grid.days; ++day) {
