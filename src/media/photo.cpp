@@ -36,13 +36,13 @@ std::optional<CPhoto::Shown> CPhoto::FindShown() {
     return std::nullopt;
 }
 
-void CPhoto::Paint(const DrawContext& context, const Shown& shown) {
+void CPhoto::Paint(const DrawContext& context, const Shown& shown, const PaintStyle& style) {
     const Rect area = Drawn();
     if (area.IsEmpty()) return;
     const PreparedPicture prepared = PreparePicture({path, kind, shown.picture, shown.shape},
-                                                    {area.width, area.height}, context.Scale(), kPhotoStyle);
+                                                    {area.width, area.height}, context.Scale(), style);
     if (prepared.look == PreparedPicture::Look::Nothing) return SetDisplaySize({});
-    context.With([&](Canvas& canvas) { DrawPicture(canvas, area, prepared, kPhotoStyle); });
+    context.With([&](Canvas& canvas) { DrawPicture(canvas, area, prepared, style); });
 }
 
 void CPhoto::StandAtLayout() {
@@ -75,7 +75,7 @@ void CPhoto::DrawScaledToHeight(const DrawContext& context, int height) {
     const auto shown = FindShown();
     if (!shown) return;
     SetDisplaySize({MulDiv(shown->shape.width, height, shown->shape.height), height});
-    Paint(context, *shown);
+    Paint(context, *shown, kStrewnStyle);
 }
 
 void CPhoto::DrawStretched(const DrawContext& context, int width, int height) {
@@ -123,7 +123,7 @@ void CPhoto::DrawInArea(const DrawContext& context, int areaWidth, int areaHeigh
     SetDisplaySize(FitLongerSide(shown->shape, longerSide));
     drawnX = MulDiv(areaWidth - displayWidth, layoutX, kLayoutScale);
     drawnY = MulDiv(areaHeight - displayHeight, layoutY, kLayoutScale);
-    Paint(context, *shown);
+    Paint(context, *shown, kStrewnStyle);
 }
 
 bool CPhoto::IsVisibleUnderEstimate() {

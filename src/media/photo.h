@@ -8,6 +8,7 @@
 #include "media/photo_file.h"
 #include "media/placement.h"
 #include "pictures/draw_context.h"
+#include "pictures/picture_painter.h"
 
 namespace kalmora {
 
@@ -26,10 +27,10 @@ public:
     void MeasureImage();
     void Draw(const DrawContext& context);  // at its place, in its size
     void DrawScaledToWidth(const DrawContext& context, int width);
-    void DrawScaledToHeight(const DrawContext& context, int height);
+    void DrawScaledToHeight(const DrawContext& context, int height);  // on a day's line
     void DrawFitted(const DrawContext& context, int boxWidth, int boxHeight);
     void DrawStretched(const DrawContext& context, int width, int height);
-    void DrawInArea(const DrawContext& context, int areaWidth, int areaHeight);
+    void DrawInArea(const DrawContext& context, int areaWidth, int areaHeight);  // of the scatter
 
     // ---- filters
     // False, and `visible` 0, when GoodMode or PublicMode hides it; else true and `visible` as it was.
@@ -46,7 +47,7 @@ private:
     };
     // Empty, and display size 0, for a picture that cannot be measured and for a movie without a still.
     std::optional<Shown> FindShown();
-    void Paint(const DrawContext& context, const Shown& shown);
+    void Paint(const DrawContext& context, const Shown& shown, const PaintStyle& style = kPhotoStyle);
     void StandAtLayout();
 };
 

@@ -20,6 +20,7 @@ constexpr int kMarkMargin = 5;    // from the picture's lower right corner
 constexpr int kTightMargin = 1;   // of a mark that is smaller than itself
 constexpr int kSmallWidth = 160;  // below both, UseExifThumbnail takes the embedded thumbnail
 constexpr int kSmallHeight = 120;
+constexpr Color kLightEdge{255, 255, 255, 150};
 
 // The device pixels that the decoder has to give so that the picture covers the box in any shape; at
 // most those that it has.
@@ -46,6 +47,15 @@ Rect MarkPlace(const Rect& picture, const PaintStyle& style) {
     const int margin = fit < 1.0 ? kTightMargin : kMarkMargin;
     return {picture.Right() - margin - size.width, picture.Bottom() - margin - size.height, size.width,
             size.height};
+}
+
+// One pixel inside the border; no pixel twice, since the colour is half-transparent.
+void DrawEdge(Canvas& canvas, const Rect& picture) {
+    if (picture.width < 2 || picture.height < 2) return;
+    canvas.FillRect({picture.x, picture.y, picture.width, 1}, kLightEdge);
+    canvas.FillRect({picture.x, picture.Bottom() - 1, picture.width, 1}, kLightEdge);
+    canvas.FillRect({picture.x, picture.y + 1, 1, picture.height - 2}, kLightEdge);
+    canvas.FillRect({picture.Right() - 1, picture.y + 1, 1, picture.height - 2}, kLightEdge);
 }
 
 images::Preview PreviewFor(Size box, const PaintStyle& style) {
@@ -137,6 +147,7 @@ bool DrawPicture(Canvas& canvas, const Rect& box, const PreparedPicture& prepare
             const Rect area = PictureArea(box, prepared, style);
             if (area.IsEmpty()) return false;
             canvas.DrawImage(area, prepared.picture);
+            if (style.edge == PaintStyle::Edge::Light) DrawEdge(canvas, area);
             if (!prepared.mark.IsEmpty()) canvas.DrawImage(MarkPlace(area, style), prepared.mark);
             return true;
         }

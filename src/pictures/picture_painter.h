@@ -34,6 +34,7 @@ struct PaintStyle {
     };
     enum class Mark { OwnSize, FitsPicture };          // of a movie
     enum class OtherKinds { CardOfText, CardOfPath };  // what is no picture and no text file
+    enum class Edge { None, Light };
 
     Fit fit = Fit::Fill;
     SmallPreview smallPreview = SmallPreview::IfWanted;
@@ -41,11 +42,18 @@ struct PaintStyle {
     OtherKinds otherKinds = OtherKinds::CardOfText;
     HeadMatch head = HeadMatch::IgnoreCase;  // which picks a card's colours
     std::size_t textBytes = kCardTextBytes;  // of the file, for a card
+    Edge edge = Edge::None;                  // of a picture, inside its border
     Size corner;                             // at the upper left, which a card's text leaves free
 };
 
-// A photo of the day line, the scatter or a slide: the view gives it a box of its own shape.
+// A photo on its own, such as a slide: it is given a box of its own shape.
 inline constexpr PaintStyle kPhotoStyle{};
+// One of the day line or the scatter, where it may lie on another one: the edge tells them apart.
+inline constexpr PaintStyle kStrewnStyle = [] {
+    PaintStyle style;
+    style.edge = PaintStyle::Edge::Light;
+    return style;
+}();
 // A picture in a cell of a grid, or one for a month.
 inline constexpr PaintStyle kCellStyle{PaintStyle::Fit::KeepShape,
                                        PaintStyle::SmallPreview::IfEnough,
@@ -53,6 +61,7 @@ inline constexpr PaintStyle kCellStyle{PaintStyle::Fit::KeepShape,
                                        PaintStyle::OtherKinds::CardOfPath,
                                        HeadMatch::Exact,
                                        kCellTextBytes,
+                                       PaintStyle::Edge::None,
                                        {}};
 
 // What is to be drawn.

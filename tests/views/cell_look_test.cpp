@@ -1,4 +1,4 @@
-// How the number of a day and what it is drawn on go together.
+// How the number of a day and what it is drawn on go together, and how pictures lie on one another.
 #include <cstdlib>
 
 #include "pictures/picture_painter.h"
@@ -126,6 +126,30 @@ TEST_F(CellLookTest, WeekdaysOfASmallMonthArePlain) {
     EXPECT_TRUE(strip(960 / 4, WeekdayPictureName(5, WeekdayDrawing::Plain)));
     EXPECT_TRUE(strip(1920 / 4, WeekdayPictureName(5, WeekdayDrawing::Whole)));
     EXPECT_FALSE(strip(1920 / 4, WeekdayPictureName(5, WeekdayDrawing::Plain)));
+}
+
+// ---- pictures of a day and of the scatter
+
+TEST_F(CellLookTest, StrewnPictureHasAThinLightEdge) {
+    const std::string path = AddPicture(2008, 11, 3, "a.png", kNight, {60, 40});
+    const Rect box{20, 20, 60, 40};
+    const auto surface = Surface::Create({100, 80}, 1);
+    const auto draw = [&](const PaintStyle& style) {
+        const PreparedPicture photo =
+            PreparePicture({path, ObjectKind::Image, path, {60, 40}}, {60, 40}, 1, style);
+        DrawPicture(*surface->Draw(), box, photo, style);
+    };
+    draw(kPhotoStyle);
+    EXPECT_EQ(surface->PixelAt(20, 40), kNight);
+    draw(kStrewnStyle);
+    const Color edge = surface->PixelAt(20, 40);
+    EXPECT_GT(edge.red, 100);
+    for (const auto& [x, y] : {std::pair{20, 20}, {79, 20}, {20, 59}, {79, 59}, {50, 20}, {79, 40}, {50, 59}})
+        EXPECT_EQ(surface->PixelAt(x, y), edge) << x << "," << y;
+    EXPECT_EQ(surface->PixelAt(21, 21), kNight) << "one pixel wide";
+    EXPECT_NE(surface->PixelAt(19, 40), edge) << "inside the picture";
+    draw(kStrewnStyle);
+    EXPECT_EQ(surface->PixelAt(20, 40), edge) << "drawn again it is the same";
 }
 
 }  // namespace
