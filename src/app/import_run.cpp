@@ -69,10 +69,7 @@ ImportSummary ImportAndTell(ImportOptions& options) {
 
 }  // namespace
 
-void SayImportRuns() {
-    Say(State().settings.UseJapanese ? "取り込み中のため新たな取り込みを行えません"
-                                     : "An import is running; another one has to wait for its end");
-}
+void SayImportRuns() { Say(kImportRuns); }
 
 bool StartImportOf(ImportOptions options) {
     AppState& state = State();

@@ -10,6 +10,9 @@ namespace kalmora {
 
 enum class WordsLanguage { Japanese, English };
 
+// Why a second import is not begun. In every language: it has one wording, by which people know it.
+inline constexpr char kImportRuns[] = "取り込み中のため新たな取り込みを行えません";
+
 // The files that the user would want to look at, the first of them by name. One thread.
 class ImportRemarks {
 public:

@@ -65,5 +65,9 @@ TEST(ImportWords, WhatWasNotBegunSaysWhyAndNoSum) {
     }
 }
 
+TEST(ImportWords, SecondImportIsRefusedInOneWordingForAllLanguages) {
+    EXPECT_STREQ(kImportRuns, "取り込み中のため新たな取り込みを行えません");
+}
+
 }  // namespace
 }  // namespace kalmora

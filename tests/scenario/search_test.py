@@ -36,7 +36,7 @@ class Search(Scenario):
     def label(self, program):
         """The middle of the label with the query."""
         _, _, width, height = program.geometry()
-        y = height - GAP - 3
+        y = height - GAP - 8
 
         def find():
             shown = [x for x in range(0, width, 2) if program.pixel(x, y) == LABEL]

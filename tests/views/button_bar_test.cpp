@@ -398,6 +398,24 @@ TEST_F(BarPixelsTest, WhatIsDrawnUnderTheButtonsStaysThere) {
     EXPECT_TRUE(Strip() == drawn);
 }
 
+TEST_F(BarPixelsTest, LabelIsATileWithSoftEdgeAndCornersInItsOwnColour) {
+    PaintBase();
+    constexpr Color kLabelBack{220, 220, 255};
+    const Rect label = VisibleButtons()[0].area;
+    const Color strip = PixelAt(label.Right() + 2, label.y - 4);
+    EXPECT_EQ(PixelAt(label.x + 20, label.Bottom() - 6), kLabelBack);
+    for (const int x : {label.x, label.Right() - 1})
+        for (const int y : {label.y, label.Bottom() - 1}) {
+            const Color corner = PixelAt(x, y);
+            EXPECT_NEAR(corner.red, strip.red, 30) << "no corner at " << x << "," << y;
+            EXPECT_NEAR(corner.green, strip.green, 30);
+        }
+    // The picture buttons' tiles begin two pixels inside too.
+    const Color edge = PixelAt(label.x + label.width / 2, label.y + 2);
+    EXPECT_LT(edge.red, kLabelBack.red - 20) << "darker than the tile";
+    EXPECT_GT(edge.red, 60) << "and not black";
+}
+
 TEST_F(BarPixelsTest, StripBehindTheBarQuietsWhatIsUnderIt) {
     for (const Color ground : {Color{0, 0, 0}, Color{255, 255, 255}, Color{200, 30, 30}}) {
         const auto base = Surface::Create(kClient, 1);

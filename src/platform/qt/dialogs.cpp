@@ -1,12 +1,11 @@
-#include <QFileDialog>
 #include <QGuiApplication>
-#include <QLocale>
 #include <QMessageBox>
-#include <QPushButton>
 
 #include "platform/dialog.h"
 #include "platform/qt/display_loss.h"
+#include "platform/qt/folder_dialog.h"
 #include "platform/qt/form_dialog.h"
+#include "platform/qt/question.h"
 #include "platform/qt/values.h"
 #include "platform/qt/window_qt.h"
 #include "platform/window.h"
@@ -30,13 +29,10 @@ MessageAnswer ShowMessage(Window* owner, const std::string& title, const std::st
     box.setTextFormat(Qt::PlainText);  // a file name may look like mark-up
     box.setText(qt::ToDisplayText(message));
     box.setIcon(isQuestion ? QMessageBox::Question : QMessageBox::NoIcon);
-    box.setStandardButtons(isQuestion ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
-    if (isQuestion && QLocale::system().language() == QLocale::Japanese) {
-        // The toolkit's own translations are a package that need not be there.
-        box.button(QMessageBox::Yes)->setText(QStringLiteral("はい(&Y)"));
-        box.button(QMessageBox::No)->setText(QStringLiteral("いいえ(&N)"));
-    }
-    if (isQuestion) box.setEscapeButton(QMessageBox::No);
+    if (isQuestion)
+        qt::OfferYesAndNo(box);
+    else
+        box.setStandardButtons(QMessageBox::Ok);
     const int answer = box.exec();
     if (!isQuestion) return MessageAnswer::Ok;
     return answer == QMessageBox::Yes ? MessageAnswer::Yes : MessageAnswer::No;
@@ -50,10 +46,8 @@ int ShowDialog(Window* owner, const DialogForm& form) {
 
 std::optional<std::string> ChooseFolder(Window* owner, const std::string& title, const std::string& start) {
     if (!CanAsk()) return std::nullopt;
-    const qt::ModalDialog<QFileDialog> dialog(
-        new QFileDialog(qt::WidgetOf(owner), qt::ToDisplayText(title), qt::ToQt(start)));
-    dialog->setFileMode(QFileDialog::Directory);
-    dialog->setOption(QFileDialog::ShowDirsOnly);
+    const qt::ModalDialog<qt::FolderDialog> dialog(
+        new qt::FolderDialog(qt::WidgetOf(owner), qt::ToDisplayText(title), qt::ToQt(start)));
     if (dialog->exec() != QDialog::Accepted || dialog->selectedFiles().isEmpty()) return std::nullopt;
     return qt::FromQt(dialog->selectedFiles().constFirst());
 }

@@ -84,10 +84,11 @@ void PainterCanvas::RoundedRectangle(const Rect& area, int radius, Color fill, C
     const double round = std::clamp<double>(radius, 0, least / 2);
     painter_.setRenderHint(QPainter::Antialiasing);
     // The frame's middle is half a pixel inside the edge, where the fill ends.
-    const QRectF middle = outer.adjusted(0.5, 0.5, -0.5, -0.5);
-    painter_.setPen(QPen(ToQt(frame), 1));
+    const double half = frame.alpha > 0 ? 0.5 : 0;
+    const QRectF middle = outer.adjusted(half, half, -half, -half);
+    painter_.setPen(frame.alpha > 0 ? QPen(ToQt(frame), 1) : QPen(Qt::NoPen));
     painter_.setBrush(ToQt(fill));
-    painter_.drawRoundedRect(middle, std::max(0.0, round - 0.5), std::max(0.0, round - 0.5));
+    painter_.drawRoundedRect(middle, std::max(0.0, round - half), std::max(0.0, round - half));
     painter_.setBrush(Qt::NoBrush);
     painter_.setRenderHint(QPainter::Antialiasing, false);
 }

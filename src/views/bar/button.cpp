@@ -11,6 +11,12 @@ namespace {
 constexpr Color kBlackPen{0, 0, 0};
 constexpr Color kRedPen = ColorFromBgr(0x0000FF);
 constexpr Color kPressedVeil{43, 53, 73, 70};
+constexpr Color kNothing{0, 0, 0, 0};
+constexpr Color kShadow{27, 36, 54, 26};
+constexpr Color kInnerLine{255, 255, 255, 150};
+constexpr std::uint8_t kEdgeAlpha = 80;
+constexpr int kTileInset = 2;
+constexpr int kTileRadius = 10;
 constexpr Color kRingOutside{255, 255, 255};
 constexpr Color kRingInside{30, 90, 200};
 
@@ -20,6 +26,27 @@ void PaintRing(Canvas& canvas, const Rect& area, Color color) {
     canvas.Line({area.x, bottom}, {right, bottom}, color);
     canvas.Line({area.x, area.y}, {area.x, bottom}, color);
     canvas.Line({right, area.y}, {right, bottom}, color);
+}
+
+// The tile of a button: as the drawings of the picture buttons have it, two pixels inside the button.
+Rect TileOf(const Rect& area) {
+    return {area.x + kTileInset, area.y + kTileInset, area.width - 2 * kTileInset,
+            area.height - 2 * kTileInset};
+}
+
+// A label looks like a picture button: a tile with round corners, a light line inside a soft edge in the
+// colour of its pen, and a shadow below.
+void PaintTile(Canvas& canvas, const Rect& area, Color brush, Color pen) {
+    const Rect tile = TileOf(area);
+    for (const int spread : {2, 1}) {
+        const Rect shadow{tile.x - spread, tile.y - spread + 1, tile.width + 2 * spread,
+                          tile.height + 2 * spread};
+        canvas.RoundedRectangle(shadow, kTileRadius + spread, kShadow, kNothing);
+    }
+    pen.alpha = kEdgeAlpha;
+    canvas.RoundedRectangle(tile, kTileRadius, brush, pen);
+    const Rect inner{tile.x + 1, tile.y + 1, tile.width - 2, tile.height - 2};
+    canvas.RoundedRectangle(inner, kTileRadius - 1, kNothing, kInnerLine);
 }
 
 }  // namespace
@@ -42,10 +69,10 @@ void CButton::Paint(Canvas& canvas) const {
         canvas.DrawImage(Area(), LoadResPicture(image, {width, height}, canvas.Scale()));
     } else {
         const bool highlighted = state == State::Highlighted;
-        canvas.Rectangle(Area(), highlighted ? highlightBrush : brush, highlighted ? kRedPen : kBlackPen);
+        PaintTile(canvas, Area(), highlighted ? highlightBrush : brush, highlighted ? kRedPen : kBlackPen);
         canvas.Text({x + font.height / 2, y + font.height / 4}, shown, font, textColor);
     }
-    if (pressed) canvas.FillRect(Area(), kPressedVeil);
+    if (pressed) canvas.RoundedRectangle(TileOf(Area()), kTileRadius, kPressedVeil, kNothing);
 }
 
 void CButton::PaintFocus(Canvas& canvas) const {
