@@ -51,11 +51,11 @@ std::string LevelLabel(Level level) {
 }
 
 // Gives each visible label a width, so that all of them end before `limit`: the query is shortened first,
-// then the date, then the level. What finds no room even so (in a window that was forced below
+// then the level, then the date. What finds no room even so (in a window that was forced below
 // LeastClientSize) is hidden.
 void FitLabels(ButtonParts& bar, int limit) {
     CButton* const inOrder[] = {bar.date.get(), bar.level.get(), bar.search.get()};
-    CButton* const shortenFirst[] = {bar.search.get(), bar.date.get(), bar.level.get()};
+    CButton* const shortenFirst[] = {bar.search.get(), bar.level.get(), bar.date.get()};
     int excess = kGap - limit;
     for (CButton* label : inOrder)
         if (label->IsVisible()) excess += label->FullWidth() + kGap;
