@@ -30,7 +30,6 @@
 #include "views/control/calendar_views.h"
 #include "views/load/object_loader.h"
 #include "views/paint/background.h"
-#include "views/paint/paint_on_window.h"
 #include "views/paint/paint_view.h"
 
 namespace kalmora {
@@ -55,12 +54,10 @@ int App::Run() {
         return 1;
     }
     settingsExisted_ = LoadEnvironment(options_);
-    calendar_ = std::make_unique<CalendarStore>(
-        ViewPartners{rooms_.slideShow, rooms_.music, *this, *this, rooms_.filter, *this});
     IntroduceViews(*calendar_);
     ConnectIndex();
     ForgetSearch();
-    PrefetchBackground();
+    PrefetchBackground(*calendar_);
     WatchEndSignals([end = end_] { end->Begin(); });
     if (!MakeMainWindow() || !MakeOtherWindows()) return 0;
     ShowFirstView();
@@ -111,7 +108,7 @@ bool App::MakeOtherWindows() {
 }
 
 void App::ShowFirstView() {
-    UpdateObjects();
+    UpdateObjects(*calendar_);
     SetButtonStates();
     const std::string music = calendar_->backgrounds.CurrentMusic();
     if (State().settings.SoundMode && !music.empty()) parts_.music.Play(music);
@@ -145,8 +142,8 @@ bool App::AreWorkersRunning() const {
     const AppState& state = State();
     const bool scans = !state.run.FirstStartPending && state.run.InitialScanRunning;
     return scans || calendar_->AreWorkersRunning() || state.run.IndexPreloadRunning ||
-           state.run.ImportRunning || CountBackgroundUpdates() > 0 || !AreCellRedrawsDone() ||
-           heartbeat_.IsLastBeatRunning() || IsWorkBesideRunning();
+           state.run.ImportRunning || CountBackgroundUpdates() > 0 || heartbeat_.IsLastBeatRunning() ||
+           IsWorkBesideRunning();
 }
 
 // The one wait for the workers. True when all have left; otherwise the program ends around them, and nothing
@@ -171,7 +168,6 @@ bool App::Stop() {
     const bool haveLeft = WaitForWorkers();
     if (!isSaved || !haveLeft) return false;
     ClearDataFolders();
-    calendar_.reset();
     DestroyButtons();
     keys_.UnregisterHotKeys();
     RecoverRewrites(State().settings.TempFolder);

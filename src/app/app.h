@@ -56,21 +56,35 @@ private:
     bool settingsExisted_ = false;
 
     RoomsToCome rooms_;
-    DesktopImporter importer_;
-    DesktopSearchQuestion searchQuestion_;
+    const std::unique_ptr<CalendarStore> calendar_ = std::make_unique<CalendarStore>(
+        ViewPartners{rooms_.slideShow, rooms_.music, *this, *this, rooms_.filter, *this});
+    DesktopImporter importer_{*calendar_};
+    DesktopSearchQuestion searchQuestion_{*calendar_};
     DesktopIndexUpdates indexUpdates_;
-    DesktopPhotoRater photoRater_;
+    DesktopPhotoRater photoRater_{*calendar_};
     DesktopKeyboard keyboard_;
     DesktopWindows windows_{rooms_.editor, rooms_.slideShow, rooms_.neighbor};
     KeyConfig keys_{windows_, keyboard_};
     Tray tray_;
-    Heartbeat heartbeat_{rooms_.slideShow, rooms_.neighbor, rooms_.petals, indexUpdates_};
-    const AppParts parts_{rooms_.slideShow,   rooms_.neighbor, rooms_.music,  rooms_.filter,
-                          rooms_.petals,      rooms_.editor,   rooms_.scraps, rooms_.dragSource,
-                          rooms_.screenshots, rooms_.getters,  importer_,     searchQuestion_,
-                          indexUpdates_,      photoRater_,     keys_,         tray_,
+    Heartbeat heartbeat_{*calendar_, rooms_.slideShow, rooms_.neighbor, rooms_.petals, indexUpdates_};
+    const AppParts parts_{*calendar_,
+                          rooms_.slideShow,
+                          rooms_.neighbor,
+                          rooms_.music,
+                          rooms_.filter,
+                          rooms_.petals,
+                          rooms_.editor,
+                          rooms_.scraps,
+                          rooms_.dragSource,
+                          rooms_.screenshots,
+                          rooms_.getters,
+                          importer_,
+                          searchQuestion_,
+                          indexUpdates_,
+                          photoRater_,
+                          keys_,
+                          tray_,
                           heartbeat_};
-    std::unique_ptr<CalendarStore> calendar_;
     std::unique_ptr<Window> window_;
 };
 

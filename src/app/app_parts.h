@@ -11,8 +11,10 @@ namespace kalmora {
 class Heartbeat;
 class KeyConfig;
 class Tray;
+struct CalendarStore;
 
 struct AppParts {
+    CalendarStore& calendar;
     SlideShow& slideShow;
     PictureWindow& neighbor;
     MusicPlayer& music;

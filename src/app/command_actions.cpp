@@ -27,16 +27,20 @@ void RedrawButtons() {
 }
 
 void PlayCurrentMusic(const AppParts& parts) {
-    const std::string path = Calendar().backgrounds.CurrentMusic();
+    const std::string path = parts.calendar.backgrounds.CurrentMusic();
     if (State().settings.SoundMode && !path.empty() && files::Exists(path)) parts.music.Play(path);
 }
 
 class TurnInViews : public TurnListener {
 public:
-    void OnTurned(const std::string& path) override { ForgetInViews(path); }
+    explicit TurnInViews(CalendarStore& calendar) : calendar_(calendar) {}
+    void OnTurned(const std::string& path) override { ForgetInViews(calendar_, path); }
     void OnToolMissing(const std::string& toolPath) override {
         ShowMessage(MainWindow(), "Not found", toolPath, MessageButtons::Ok);
     }
+
+private:
+    CalendarStore& calendar_;
 };
 
 }  // namespace
@@ -58,8 +62,8 @@ void HideMainWindow(const AppParts& parts, Window& window) {
     State().run.MainWindowVisible = 0;
 }
 
-void ExitProgram(Window& window) {
-    StopCurrentLoad();
+void ExitProgram(const AppParts& parts, Window& window) {
+    StopCurrentLoad(parts.calendar);
     window.Close();
     State().run.MainWindowVisible = 0;
 }
@@ -76,21 +80,21 @@ void ToggleSound(const AppParts& parts) {
 }
 
 void StepMusic(const AppParts& parts, int step) {
-    Calendar().backgrounds.StepMusic(step);
+    parts.calendar.backgrounds.StepMusic(step);
     parts.music.Stop();
     PlayCurrentMusic(parts);
 }
 
 void PlayOtherMusic(const AppParts& parts) {
-    Calendar().backgrounds.PickOtherMusic();
+    parts.calendar.backgrounds.PickOtherMusic();
     PlayCurrentMusic(parts);
 }
 
 void ShowSearch(const AppParts& parts) {
     if (!parts.searchQuestion.Ask()) return;
-    Calendar().AdvanceAllRing();
+    parts.calendar.AdvanceAllRing();
     RedrawButtons();
-    UpdateObjects();
+    UpdateObjects(parts.calendar);
 }
 
 void UpdateMonthInView(const AppParts& parts) {
@@ -159,7 +163,7 @@ void RateObject(const AppParts& parts, EstimateType type) {
 }
 
 void RotateObject(const AppParts& parts, int degrees) {
-    TurnInViews listener;
+    TurnInViews listener(parts.calendar);
     RotateShown(degrees, parts.slideShow, parts.neighbor, listener);
 }
 

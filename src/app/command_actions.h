@@ -10,7 +10,7 @@ namespace kalmora {
 // ---- the window
 void ShowMainWindow(Window& window);
 void HideMainWindow(const AppParts& parts, Window& window);
-void ExitProgram(Window& window);
+void ExitProgram(const AppParts& parts, Window& window);
 
 // ---- music
 void ToggleSound(const AppParts& parts);

@@ -18,17 +18,17 @@ namespace kalmora {
 
 void DesktopImporter::AskAndImport() {
     if (State().run.ImportRunning) return SayImportRuns();
-    if (ShowImportDialog(MainWindow())) StartImportOf(ImportOptionsOfSettings());
+    if (ShowImportDialog(MainWindow())) StartImportOf(calendar_, ImportOptionsOfSettings());
 }
 
 bool DesktopImporter::ImportDropped(const DropEvent& drop) {
     const bool copies = drop.ctrl || !drop.mayMove;
-    const DropOutcome outcome = DropFiles({drop.paths, drop.point, copies}, DropPlace::MainWindow);
+    const DropOutcome outcome = DropFiles(calendar_, {drop.paths, drop.point, copies}, DropPlace::MainWindow);
     if (drop.result) *drop.result = outcome.result;
     return outcome.viewChanged;
 }
 
-bool DesktopSearchQuestion::Ask() { return ShowSearchDialog(MainWindow()); }
+bool DesktopSearchQuestion::Ask() { return ShowSearchDialog(calendar_, MainWindow()); }
 
 void DesktopIndexUpdates::Start(int yearTimes100PlusMonth) { StartBackgroundUpdate(yearTimes100PlusMonth); }
 
@@ -40,7 +40,7 @@ void DesktopIndexUpdates::Preload() { PreloadIndexes(); }
 
 bool DesktopPhotoRater::Rate(const std::string& path, EstimateType type) {
     const auto isRated = std::make_shared<std::atomic<bool>>(false);
-    RunBeside("Rate", [=] { *isRated = RateInView(path, type); });
+    RunBeside("Rate", [=, &calendar = calendar_] { *isRated = RateInView(calendar, path, type); });
     return isRated->load();
 }
 

@@ -5,15 +5,25 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 class DesktopImporter : public Importer {
 public:
+    explicit DesktopImporter(CalendarStore& calendar) : calendar_(calendar) {}
     void AskAndImport() override;
     bool ImportDropped(const DropEvent& drop) override;
+
+private:
+    CalendarStore& calendar_;
 };
 
 class DesktopSearchQuestion : public SearchQuestion {
 public:
+    explicit DesktopSearchQuestion(CalendarStore& calendar) : calendar_(calendar) {}
     bool Ask() override;
+
+private:
+    CalendarStore& calendar_;
 };
 
 class DesktopIndexUpdates : public IndexUpdates {
@@ -26,7 +36,11 @@ public:
 // Rates on a thread of its own while the window's events are served.
 class DesktopPhotoRater : public PhotoRater {
 public:
+    explicit DesktopPhotoRater(CalendarStore& calendar) : calendar_(calendar) {}
     bool Rate(const std::string& path, EstimateType type) override;
+
+private:
+    CalendarStore& calendar_;
 };
 
 }  // namespace kalmora

@@ -24,7 +24,8 @@ struct CommandRow {
     void (*run)(const AppParts& parts, Window& window);
 };
 
-// Calls the function with what it takes of the parts and the window, and with the values of its row.
+// Calls the function with what it takes of the parts, the calendar and the window, and with the values of its
+// row.
 template <auto Function, auto... values>
 void Run(const AppParts& parts, Window& window) {
     using F = decltype(Function);
@@ -32,6 +33,10 @@ void Run(const AppParts& parts, Window& window) {
         Function(parts, window, values...);
     else if constexpr (std::is_invocable_v<F, const AppParts&, decltype(values)...>)
         Function(parts, values...);
+    else if constexpr (std::is_invocable_v<F, CalendarStore&, Window&, decltype(values)...>)
+        Function(parts.calendar, window, values...);
+    else if constexpr (std::is_invocable_v<F, CalendarStore&, decltype(values)...>)
+        Function(parts.calendar, values...);
     else if constexpr (std::is_invocable_v<F, Window&, decltype(values)...>)
         Function(window, values...);
     else

@@ -70,21 +70,23 @@ std::optional<Taken> TakeFile(const std::string& path, const CalendarDate& day, 
     return mayMove ? MoveOrCopy(path, day) : CopyAndIndex(path, day);
 }
 
-std::optional<std::string> TakeBackground(const std::string& path, const CalendarDate& day) {
+std::optional<std::string> TakeBackground(CalendarStore& calendar, const std::string& path,
+                                          const CalendarDate& day) {
     if (ClassifyFile(path) != ObjectKind::Image) return std::nullopt;
     auto target = SetBackgroundFile(path, MainRoot(), View().period.level, day.year, day.month, day.day);
-    if (target) Calendar().backgrounds.AddImage(*target);
+    if (target) calendar.backgrounds.AddImage(*target);
     return target;
 }
 
 // Any thread.
-DropOutcome TakeAll(const Drop& drop, DropPlace place, const DropTarget& target, ImportOptions ofFolders) {
+DropOutcome TakeAll(CalendarStore& calendar, const Drop& drop, DropPlace place, const DropTarget& target,
+                    ImportOptions ofFolders) {
     DropOutcome outcome;
     std::size_t taken = 0, moved = 0;
     std::set<std::string> folders;  // into which files have come
     for (const std::string& path : drop.paths) {
         if (target.isBackground) {
-            const auto background = TakeBackground(path, target.day);
+            const auto background = TakeBackground(calendar, path, target.day);
             if (!background) continue;
             outcome.viewChanged = true;
             ++taken;
@@ -102,11 +104,12 @@ DropOutcome TakeAll(const Drop& drop, DropPlace place, const DropTarget& target,
         if (arrived->isMoved) ++moved;
         folders.insert(FolderOf(arrived->target));
         if (place == DropPlace::ScrapAgent) SetFileDates(arrived->target, LocalTime());
-        outcome.viewChanged |= AddToView(arrived->target, target.day);
+        outcome.viewChanged |= AddToView(calendar, arrived->target, target.day);
     }
     // They are never reported as moved: what of them had to stay is not looked for.
     if (!ofFolders.sources.empty())
-        if (const auto summary = ImportHere(std::move(ofFolders)); summary && !summary->months.empty())
+        if (const auto summary = ImportHere(calendar, std::move(ofFolders));
+            summary && !summary->months.empty())
             ++taken;
     // Before the answer: a source may delete its file on any answer.
     const std::vector<std::string> toFlush(folders.begin(), folders.end());
@@ -127,15 +130,16 @@ std::string RepairDroppedName(const std::string& path) {
     return path.substr(0, dash) + path.substr(dot);
 }
 
-DropOutcome DropFiles(const Drop& drop, DropPlace place) {
-    const auto target = place == DropPlace::ScrapAgent ? std::optional(Today()) : FindDropTarget(drop.client);
+DropOutcome DropFiles(CalendarStore& calendar, const Drop& drop, DropPlace place) {
+    const auto target =
+        place == DropPlace::ScrapAgent ? std::optional(Today()) : FindDropTarget(calendar, drop.client);
     if (!target) return {};
     const auto outcome = std::make_shared<DropOutcome>();
     ImportOptions ofFolders = ImportOptionsOfSettings();
     ofFolders.sources.clear();
     if (drop.copies && ofFolders.source == ImportOptions::Source::Goes)
         ofFolders.source = ImportOptions::Source::Stays;
-    const auto take = [=] { *outcome = TakeAll(drop, place, *target, ofFolders); };
+    const auto take = [=, &calendar] { *outcome = TakeAll(calendar, drop, place, *target, ofFolders); };
     return RunBeside("Drop", take) ? *outcome : DropOutcome{};
 }
 

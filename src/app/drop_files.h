@@ -9,6 +9,8 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 struct Drop {
     std::vector<std::string> paths;  // absolute
     Point client;                    // in the main window
@@ -28,7 +30,7 @@ struct DropOutcome {
 // is never reported as moved. On a background, pictures are copied as its backgrounds and other files are
 // left alone. What was taken is safe on the disk when this comes back. Nothing was taken, as far as is known,
 // when the window was closed meanwhile (run_beside.h). GUI thread.
-DropOutcome DropFiles(const Drop& drop, DropPlace place);
+DropOutcome DropFiles(CalendarStore& calendar, const Drop& drop, DropPlace place);
 
 // The name without what is between its first "-", looked for from its extension backwards, and the
 // extension: "name-xxx.jpg" is "name.jpg" to some programs that offer it. Empty when there is none.

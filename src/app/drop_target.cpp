@@ -5,9 +5,9 @@
 
 namespace kalmora {
 
-std::optional<DropTarget> FindDropTarget(Point point) {
+std::optional<DropTarget> FindDropTarget(CalendarStore& calendar, Point point) {
     const ViewState view = View();
-    return Calendar().ViewOf(view).TargetOfDrop(view.period, point, ClientSize());
+    return calendar.ViewOf(view).TargetOfDrop(view.period, point, ClientSize());
 }
 
 }  // namespace kalmora

@@ -8,9 +8,11 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // By the view: the day in view or the day under the point; beside the days the background of the period in
 // view. In the day view the background is the column of the hours and what lies below the lines. Empty for a
 // point that means nothing. GUI thread.
-std::optional<DropTarget> FindDropTarget(Point client);
+std::optional<DropTarget> FindDropTarget(CalendarStore& calendar, Point client);
 
 }  // namespace kalmora

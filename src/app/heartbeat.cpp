@@ -53,7 +53,7 @@ public:
 }  // namespace
 
 void Heartbeat::ShowOtherDataFolder() {
-    UpdateObjects();
+    UpdateObjects(calendar_);
     // Its dates were not there to be counted at the start.
     const AppState& state = State();
     const bool canScan = !state.run.FirstStartPending && !state.run.InitialScanRunning;
@@ -79,15 +79,15 @@ BeatEnd Heartbeat::Beat() {
     }
     if (slideShow_.IsShown() && !state.settings.SlideShowAutoNavigate) return BeatEnd::SlideShowKeepsView;
     if (state.settings.AutoNavigate == 1 && !state.run.InitialScanRunning && !state.run.ObjectGate.IsHeld() &&
-        state.run.TicksInView > 0 && RandomNavigate())
+        state.run.TicksInView > 0 && RandomNavigate(calendar_))
         return BeatEnd::Navigated;
     if (slideShow_.IsShown()) return BeatEnd::SlideShowOpen;
     const int ticks = state.run.TicksInView = state.run.TicksInView + 1;
-    if (!IsViewReady()) {
-        UpdateObjects();
+    if (!IsViewReady(calendar_)) {
+        UpdateObjects(calendar_);
         return BeatEnd::Reloaded;
     }
-    HeartbeatRedraw(ticks);
+    HeartbeatRedraw(calendar_, ticks);
     if (state.run.TicksInView > kMostTicks) state.run.TicksInView = 0;
     return BeatEnd::Redrawn;
 }
@@ -101,8 +101,7 @@ BeatEnd Heartbeat::Tick() {
     if (!state.run.MainWindowVisible) return BeatEnd::Hidden;
     if (state.run.Paused) return BeatEnd::PausedByUser;
     if (state.run.HeartbeatBusy) return BeatEnd::Busy;
-    if (Calendar().IsObjectLoaderRunning() || Calendar().IsPaintThreadRunning())
-        return BeatEnd::WorkersRunning;
+    if (calendar_.IsObjectLoaderRunning() || calendar_.IsPaintThreadRunning()) return BeatEnd::WorkersRunning;
     KeepCursor();
     if (state.run.HeartbeatBusy.exchange(1)) return BeatEnd::Busy;
     const BusyMark busy;

@@ -11,6 +11,8 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // Where a beat ended: the first test that failed, or the work that was done. For tests.
 enum class BeatEnd {
     NeighborShown,
@@ -32,8 +34,13 @@ enum class BeatEnd {
 class Heartbeat {
 public:
     // They outlive it.
-    Heartbeat(SlideShow& slideShow, PictureWindow& neighbor, RatingPetals& petals, IndexUpdates& indexUpdates)
-        : slideShow_(slideShow), neighbor_(neighbor), petals_(petals), indexUpdates_(indexUpdates) {}
+    Heartbeat(CalendarStore& calendar, SlideShow& slideShow, PictureWindow& neighbor, RatingPetals& petals,
+              IndexUpdates& indexUpdates)
+        : calendar_(calendar),
+          slideShow_(slideShow),
+          neighbor_(neighbor),
+          petals_(petals),
+          indexUpdates_(indexUpdates) {}
 
     // One beat. On the heartbeat's own thread; a beat inside another does nothing.
     BeatEnd Tick();
@@ -50,6 +57,7 @@ private:
     BeatEnd Beat();
     void ShowOtherDataFolder();
 
+    CalendarStore& calendar_;
     SlideShow& slideShow_;
     PictureWindow& neighbor_;
     RatingPetals& petals_;

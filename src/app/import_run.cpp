@@ -44,16 +44,20 @@ WordsLanguage LanguageOfTheUser() {
 // Shows in the view what has arrived, and keeps what is reported to the user at the end.
 class Arrivals final : public ArrivalListener {
 public:
+    explicit Arrivals(CalendarStore& calendar) : calendar_(calendar) {}
     void OnFile(const ImportedFile& file) override {
         if (HasArrived(file.result))
-            AddToView(file.result == ImportResult::Linked ? file.source : file.target, file.day);
+            AddToView(calendar_, file.result == ImportResult::Linked ? file.source : file.target, file.day);
         remarks.Note(file);
     }
     ImportRemarks remarks;
+
+private:
+    CalendarStore& calendar_;
 };
 
-ImportSummary ImportAndTell(ImportOptions& options) {
-    Arrivals arrivals;
+ImportSummary ImportAndTell(CalendarStore& calendar, ImportOptions& options) {
+    Arrivals arrivals(calendar);
     options.arrivals = &arrivals;
     options.context = DesktopWork();
     const ImportSummary summary = RunImport(options);
@@ -71,7 +75,7 @@ ImportSummary ImportAndTell(ImportOptions& options) {
 
 void SayImportRuns() { Say(kImportRuns); }
 
-bool StartImportOf(ImportOptions options) {
+bool StartImportOf(CalendarStore& calendar, ImportOptions options) {
     AppState& state = State();
     if (state.run.ImportRunning) {
         SayImportRuns();
@@ -85,8 +89,8 @@ bool StartImportOf(ImportOptions options) {
     }
     options.index = ImportOptions::Index::UpToDate;
     state.run.ImportRunning = 1;
-    const auto body = [options = std::move(options)](const StopToken&) mutable {
-        ImportAndTell(options);
+    const auto body = [&calendar, options = std::move(options)](const StopToken&) mutable {
+        ImportAndTell(calendar, options);
         State().run.ImportRunning = 0;
     };
     const bool isStarted = StartWorker("Import", Worker::Priority::Highest, body).IsStarted();
@@ -94,13 +98,13 @@ bool StartImportOf(ImportOptions options) {
     return isStarted;
 }
 
-std::optional<ImportSummary> ImportHere(ImportOptions options) {
+std::optional<ImportSummary> ImportHere(CalendarStore& calendar, ImportOptions options) {
     if (State().run.ImportRunning.exchange(1)) {
         if (Application* const application = TheApplication()) application->Post(SayImportRuns);
         return std::nullopt;
     }
     options.index = ImportOptions::Index::UpToDate;
-    const ImportSummary summary = ImportAndTell(options);
+    const ImportSummary summary = ImportAndTell(calendar, options);
     State().run.ImportRunning = 0;
     return summary;
 }

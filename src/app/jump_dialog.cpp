@@ -77,7 +77,7 @@ std::optional<CalendarDate> ParseJumpText(std::string_view text) {
     return std::nullopt;
 }
 
-void ShowJumpDialog(Window& owner) {
+void ShowJumpDialog(CalendarStore& calendar, Window& owner) {
     const bool japanese = State().settings.UseJapanese;
     std::optional<CalendarDate> date;
     DialogForm form;
@@ -93,7 +93,7 @@ void ShowJumpDialog(Window& owner) {
     };
     // After the dialog has gone: the view that is drawn next shall not have it on top.
     ShowDialog(&owner, form);
-    if (date) JumpTo(date->year, date->month, date->day);
+    if (date) JumpTo(calendar, date->year, date->month, date->day);
 }
 
 }  // namespace kalmora

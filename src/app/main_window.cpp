@@ -37,7 +37,7 @@ bool MainWindowProc(const AppParts& parts, Window& window, const Event& event) {
             return OnRestore();
         // ---- picture
         case EventType::Paint:
-            return OnPaint();
+            return OnPaint(parts);
         case EventType::Resize:
             return OnResize(parts);
         // ---- commands and timers
@@ -66,7 +66,7 @@ bool MainWindowProc(const AppParts& parts, Window& window, const Event& event) {
             return OnDrop(parts, window, event);
         // ---- keys that no accelerator took
         case EventType::Key:
-            return OnKey(event);
+            return OnKey(parts, event);
         case EventType::Character:
             return false;
     }

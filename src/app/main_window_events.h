@@ -11,7 +11,7 @@ bool OnDestroy(const AppParts& parts, Window& window);
 bool OnMinimize(const AppParts& parts, Window& window);
 bool OnRestore();
 bool OnClipboardChange(const AppParts& parts, Window& window);  // of any program's
-bool OnPaint();
+bool OnPaint(const AppParts& parts);
 bool OnResize(const AppParts& parts);
 bool OnTimer(const AppParts& parts, Window& window, int timer);
 
@@ -24,9 +24,9 @@ bool OnRightDoubleClick(const AppParts& parts, const Event& event);
 bool OnWheel(Window& window, const Event& event);
 bool OnDrop(const AppParts& parts, Window& window, const Event& event);
 
-bool OnKey(const Event& event);
+bool OnKey(const AppParts& parts, const Event& event);
 
 // A press on a button or on something in the view; true when it was used.
-bool HandleLeftPress(Window& window, Point point);
+bool HandleLeftPress(const AppParts& parts, Window& window, Point point);
 
 }  // namespace kalmora

@@ -25,7 +25,7 @@ Tip ButtonTip(const KeyConfig& keys, Point client) {
 }
 
 // Tab and its like are no accelerators, so that every button can be reached with any key files.
-bool OnKey(const Event& event) {
+bool OnKey(const AppParts& parts, const Event& event) {
     if (event.ctrl || event.alt) return false;
     switch (event.key) {
         case keys::kTab:
@@ -33,7 +33,7 @@ bool OnKey(const Event& event) {
             return true;
         case keys::kEnter:
         case keys::kSpace:
-            return PressFocusedButton();
+            return PressFocusedButton(parts.calendar);
         case keys::kEscape:
             return ClearButtonFocus();
         default:

@@ -30,7 +30,7 @@ bool OnDestroy(const AppParts& parts, Window& window) {
     State().settings.WindowRect = {frame.Left(), frame.Top(), frame.Right(), frame.Bottom()};
     State().run.MainWindowVisible = 0;
     window.Hide();
-    StopCurrentLoad();
+    StopCurrentLoad(parts.calendar);
     // Also a beat that is filling a scatter at this moment leaves at its next file.
     State().run.ObjectGate.RequestStop();
     parts.heartbeat.Stop();
@@ -58,8 +58,8 @@ bool OnRestore() {
     return true;
 }
 
-bool OnPaint() {
-    PaintView();
+bool OnPaint(const AppParts& parts) {
+    PaintView(parts.calendar);
     return true;
 }
 
@@ -79,7 +79,7 @@ bool OnTimer(const AppParts& parts, Window& window, int timer) {
         case kTimerLongPress:
             // A press that has lasted for two seconds on a cell opens its day.
             window.StopTimer(kTimerLongPress);
-            if (State().press.PressActive) ChangeToDaily(0);
+            if (State().press.PressActive) ChangeToDaily(parts.calendar, 0);
             return true;
         case kTimerClipboardGuard:
             State().settings.MonitorClipboard = 0;

@@ -27,9 +27,9 @@ Rect ToScreen(const Window& window, const Rect& client) {
     return {corner.x, corner.y, client.width, client.height};
 }
 
-ViewHit HitUnder(const Window& window, Point point) {
+ViewHit HitUnder(const AppParts& parts, const Window& window, Point point) {
     const ViewState view = View();
-    return Calendar().ViewOf(view).HitTest(view.period, point, window.ClientSize());
+    return parts.calendar.ViewOf(view).HitTest(view.period, point, window.ClientSize());
 }
 
 // Something lies under the press: it may be dragged out, and a drop on `area` rates it.
@@ -66,20 +66,20 @@ void MakeHourNote(const AppParts& parts, const CalendarDate& day, int hour) {
 
 }  // namespace
 
-bool HandleLeftPress(Window& window, Point point) {
+bool HandleLeftPress(const AppParts& parts, Window& window, Point point) {
     AppState& state = State();
-    if (PressButton(point) == ButtonPress::Done) {
+    if (PressButton(parts.calendar, point) == ButtonPress::Done) {
         window.StopTimer(kTimerLongPress);
         return true;
     }
     state.press.DragPath.clear();
-    const ViewHit hit = HitUnder(window, point);
+    const ViewHit hit = HitUnder(parts, window, point);
     if (hit.part == ViewHit::Part::MonthHeading) {
-        ChangeToMonthly(hit.date.month);
+        ChangeToMonthly(parts.calendar, hit.date.month);
         return true;
     }
     if (hit.part == ViewHit::Part::DayNumber) {
-        ChangeToDaily(hit.date.day);
+        ChangeToDaily(parts.calendar, hit.date.day);
         return true;
     }
     if (!hit.hasObject) return false;
@@ -99,17 +99,17 @@ bool OnLeftDown(const AppParts& parts, Window& window, const Event& event) {
     parts.slideShow.Hide();
     parts.neighbor.Hide();
     parts.petals.Hide();
-    const bool dayGrid = Calendar().ViewOf(View()).HasDayCells();
+    const bool dayGrid = parts.calendar.ViewOf(View()).HasDayCells();
     if (event.ctrl && dayGrid) {
         window.StopTimer(kTimerLongPress);
-        ChangeToDaily(0);
+        ChangeToDaily(parts.calendar, 0);
         return true;
     }
     window.StopTimer(kTimerLongPress);
     window.StartTimer(kTimerLongPress, kLongPressMs);
     ClearButtonFocus();
     SetPressedButton(event.point, true);
-    const bool used = HandleLeftPress(window, event.point);
+    const bool used = HandleLeftPress(parts, window, event.point);
     // On a button too; but a button's work has stopped the timer, so that holding it opens no day.
     state.press.PressActive = 1;
     state.press.PressPoint = event.point;
@@ -143,7 +143,7 @@ bool OnLeftDoubleClick(const AppParts& parts, Window& window, const Event& event
     state.press.DragPath.clear();
     if (FindButton(event.point, nullptr))
         return OnLeftDown(parts, window, event);  // two quick presses are two presses
-    const ViewHit hit = HitUnder(window, event.point);
+    const ViewHit hit = HitUnder(parts, window, event.point);
     if (hit.part == ViewHit::Part::HourPicture)
         MakeHourNote(parts, hit.date, hit.hour);
     else if (hit.part == ViewHit::Part::DayNumber)
@@ -163,7 +163,7 @@ bool OnRightUp() {
 bool OnRightDoubleClick(const AppParts& parts, const Event& event) {
     KeepActivityTime();
     const Window* window = MainWindow();
-    const std::string path = window ? HitUnder(*window, event.point).path : std::string();
+    const std::string path = window ? HitUnder(parts, *window, event.point).path : std::string();
     if (!path.empty()) parts.neighbor.Show(path);
     return true;
 }

@@ -124,17 +124,17 @@ DialogForm MakeSearchForm(SearchAnswer& answer) {
     return form;
 }
 
-bool ShowSearchDialog(Window* owner) {
+bool ShowSearchDialog(CalendarStore& calendar, Window* owner) {
     SearchAnswer answer;
     // What follows comes after the dialog has gone: what is drawn then shall not have it on top.
     ShowDialog(owner, MakeSearchForm(answer));
     if (!answer.isGiven) return false;
     if (!answer.query.empty()) {
-        BeginSearch(answer.query);
+        BeginSearch(calendar, answer.query);
         return true;
     }
     SetSearchText({});
-    if (View().searchResult) EndSearch();
+    if (View().searchResult) EndSearch(calendar);
     return false;
 }
 

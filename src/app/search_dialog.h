@@ -8,6 +8,8 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 struct SearchAnswer {
     bool isGiven = false;  // the search button was pressed
     std::string query;     // empty when nothing was entered
@@ -18,7 +20,7 @@ DialogForm MakeSearchForm(SearchAnswer& answer);
 
 // Asks, and puts the query in force. True when its result is to be shown. An empty query takes the one away
 // that is in force, and the views go back to their folders. GUI thread; the owner may be null.
-bool ShowSearchDialog(Window* owner);
+bool ShowSearchDialog(CalendarStore& calendar, Window* owner);
 
 // No query is in force and none has been entered: the state of a start.
 void ForgetSearch();

@@ -19,7 +19,6 @@
 #include "views/load/object_loader.h"
 #include "views/model/calendar_store.h"
 #include "views/paint/background.h"
-#include "views/paint/paint_on_window.h"
 #include "views/paint/paint_view.h"
 
 namespace kalmora {
@@ -83,9 +82,9 @@ void SetView(const ShotOptions& options, const CalendarDate& date) {
     state.settings.TimingOfChangeImage = 0;
 }
 
-bool WaitForWholeView(Application& application, const Times& times) {
-    while (times.wholeView == 0 || Calendar().IsObjectLoaderRunning() || Calendar().IsPaintThreadRunning() ||
-           !AreCellRedrawsDone()) {
+bool WaitForWholeView(CalendarStore& calendar, Application& application, const Times& times) {
+    while (times.wholeView == 0 || calendar.IsObjectLoaderRunning() || calendar.IsPaintThreadRunning() ||
+           !calendar.cellRedraws.AreDone()) {
         application.ProcessEvents(1);
         if (UptimeMs() > kPatienceMs) return false;
     }
@@ -93,8 +92,7 @@ bool WaitForWholeView(Application& application, const Times& times) {
     return true;
 }
 
-void Print(const ShotOptions& options, const Times& times) {
-    const int objects = Calendar().objectsDrawn;
+void Print(const ShotOptions& options, const Times& times, int objects) {
     if (options.json) {
         nlohmann::ordered_json result;
         result["file"] = options.out;
@@ -134,12 +132,12 @@ int RunShot(const StartOptions& start, const ShotOptions& options) {
     RoomsToCome rooms;
     CalendarStore calendar({rooms.slideShow, rooms.music, times, times, rooms.filter, times});
     IntroduceViews(calendar);
-    PrefetchBackground();
+    PrefetchBackground(calendar);
     WindowOptions windowOptions;
     windowOptions.title = "Kalmora";
     windowOptions.frame = {0, 0, size->width, size->height};
-    const auto window = Window::Create(windowOptions, [](Window&, const Event& event) {
-        if (event.type == EventType::Paint) PaintView();
+    const auto window = Window::Create(windowOptions, [&calendar](Window&, const Event& event) {
+        if (event.type == EventType::Paint) PaintView(calendar);
         return true;
     });
     if (!window) return 1;
@@ -147,8 +145,8 @@ int RunShot(const StartOptions& start, const ShotOptions& options) {
     CreateButtons();
     window->Show();
     times.window = UptimeMs();
-    UpdateObjects();
-    const bool whole = WaitForWholeView(*application, times);
+    UpdateObjects(calendar);
+    const bool whole = WaitForWholeView(calendar, *application, times);
     const auto picture = window->Snapshot();
     SetMainWindow(nullptr);
     if (!whole || !picture || !picture->SavePng(options.out)) {
@@ -157,7 +155,7 @@ int RunShot(const StartOptions& start, const ShotOptions& options) {
         if (!whole) std::_Exit(1);
         return 1;
     }
-    Print(options, times);
+    Print(options, times, calendar.objectsDrawn);
     return 0;
 }
 

@@ -51,10 +51,10 @@ protected:
     QuietKeyboard keyboard_;
     KeyConfig keys_{keyboard_, keyboard_};
     Tray tray_;
-    Heartbeat heartbeat_{slideShow_, neighbor_, others_, others_};
-    const AppParts parts_{slideShow_, neighbor_, music_,  filter_, others_,   others_,
-                          others_,    others_,   others_, others_, others_,   others_,
-                          others_,    others_,   keys_,   tray_,   heartbeat_};
+    Heartbeat heartbeat_{*calendar_, slideShow_, neighbor_, others_, others_};
+    const AppParts parts_{*calendar_, slideShow_, neighbor_, music_,  filter_, others_,
+                          others_,    others_,    others_,   others_, others_, others_,
+                          others_,    others_,    others_,   keys_,   tray_,   heartbeat_};
 };
 
 }  // namespace kalmora

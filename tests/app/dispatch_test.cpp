@@ -89,13 +89,13 @@ TEST_F(DispatchTest, ReloadReadsThePeriodAnew) {
     EXPECT_THAT(Logged(), HasSubstr("Reload (2008/11)\n"));
     AddText(2008, 11, 13, "new.txt", "cat");
     Run(1021);
-    EXPECT_EQ(Calendar().MonthOf(2008, 11).ObjectCount(), 1);
+    EXPECT_EQ(calendar_->MonthOf(2008, 11).ObjectCount(), 1);
     ShowDay(2008, 11, 13);
     Run(1021);
     EXPECT_THAT(Logged(), HasSubstr("Reload (2008/11/13)\n"));
     ShowYear(2008);
     Run(1021);
-    EXPECT_EQ(Calendar().SlotOf(2008).year, 2008);
+    EXPECT_EQ(calendar_->SlotOf(2008).year, 2008);
 }
 
 TEST_F(DispatchTest, ReloadLeavesTheScatterAlone) {
@@ -135,8 +135,8 @@ TEST_F(DispatchTest, SoundWithoutMusicIsOnAndSilent) {
 
 TEST_F(DispatchTest, MusicStepsAndWraps) {
     for (const char* name : {"a.mp3", "b.mp3", "c.mp3"})
-        Calendar().backgrounds.AddMusic(AddFile(root_, name, "music"), true);
-    Calendar().backgrounds.SetValid();
+        calendar_->backgrounds.AddMusic(AddFile(root_, name, "music"), true);
+    calendar_->backgrounds.SetValid();
     state_.settings.SoundMode = 1;
     EXPECT_THAT(Run(1031), ElementsAre("StopMusic", "PlayMusic c.mp3")) << "back from the first to the last";
     EXPECT_THAT(Run(1030), ElementsAre("StopMusic", "PlayMusic a.mp3"));

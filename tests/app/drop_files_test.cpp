@@ -65,17 +65,17 @@ using ArrivalsTest = DropTest;
 TEST_F(DropTargetTest, MonthGivesTheDayUnderThePointOrItsBackground) {
     ShowMonth(2008, 11);
     for (const int day : {1, 13, 30}) {
-        const auto target = FindDropTarget(OnDay(day));
+        const auto target = FindDropTarget(*calendar_, OnDay(day));
         ASSERT_TRUE(target);
         EXPECT_EQ(target->day, (CalendarDate{2008, 11, day}));
         EXPECT_FALSE(target->isBackground);
     }
-    const auto below = FindDropTarget({950, 690});
+    const auto below = FindDropTarget(*calendar_, {950, 690});
     ASSERT_TRUE(below);
     EXPECT_EQ(below->day, (CalendarDate{2008, 11, 0}));
     EXPECT_TRUE(below->isBackground);
-    EXPECT_FALSE(FindDropTarget({-5, 10})) << "beside the window";
-    EXPECT_FALSE(FindDropTarget({10, 5000}));
+    EXPECT_FALSE(FindDropTarget(*calendar_, {-5, 10})) << "beside the window";
+    EXPECT_FALSE(FindDropTarget(*calendar_, {10, 5000}));
 }
 
 TEST_F(DropTargetTest, YearGivesTheDayOrTheMonth) {
@@ -83,31 +83,32 @@ TEST_F(DropTargetTest, YearGivesTheDayOrTheMonth) {
     const int width = ClientSize().width;
     const Rect month = YearMonthRect(width, 11);
     const MonthGrid grid = MakeMonthGrid(2008, 11, month, true);
-    const auto day = FindDropTarget(Middle(MonthCellRect(grid, 13)));
+    const auto day = FindDropTarget(*calendar_, Middle(MonthCellRect(grid, 13)));
     ASSERT_TRUE(day);
     EXPECT_EQ(day->day, (CalendarDate{2008, 11, 13}));
     EXPECT_FALSE(day->isBackground);
-    const auto heading = FindDropTarget({month.x + month.width - 3, month.y + 3});
+    const auto heading = FindDropTarget(*calendar_, {month.x + month.width - 3, month.y + 3});
     ASSERT_TRUE(heading);
     EXPECT_EQ(heading->day, (CalendarDate{2008, 11, 0}));
     EXPECT_TRUE(heading->isBackground);
-    const auto below = FindDropTarget({5, 690});
+    const auto below = FindDropTarget(*calendar_, {5, 690});
     ASSERT_TRUE(below);
     EXPECT_TRUE(below->isBackground);
     EXPECT_EQ(below->day.month, 0);
     State().settings.CalendarMode = 0;
-    EXPECT_FALSE(FindDropTarget(Middle(MonthCellRect(grid, 13)))) << "one picture a month is no place";
-    EXPECT_TRUE(FindDropTarget({5, 690}));
+    EXPECT_FALSE(FindDropTarget(*calendar_, Middle(MonthCellRect(grid, 13))))
+        << "one picture a month is no place";
+    EXPECT_TRUE(FindDropTarget(*calendar_, {5, 690}));
 }
 
 TEST_F(DropTargetTest, DayGivesItselfAndItsTwoBackgrounds) {
     ShowDay(2008, 11, 13);
-    const auto middle = FindDropTarget({400, 200});
+    const auto middle = FindDropTarget(*calendar_, {400, 200});
     ASSERT_TRUE(middle);
     EXPECT_EQ(middle->day, (CalendarDate{2008, 11, 13}));
     EXPECT_FALSE(middle->isBackground);
-    EXPECT_TRUE(FindDropTarget({20, 200})->isBackground) << "the column of the hours";
-    EXPECT_TRUE(FindDropTarget({400, 695})->isBackground) << "below the lines";
+    EXPECT_TRUE(FindDropTarget(*calendar_, {20, 200})->isBackground) << "the column of the hours";
+    EXPECT_TRUE(FindDropTarget(*calendar_, {400, 695})->isBackground) << "below the lines";
 }
 
 TEST_F(DropTargetTest, ScatterStandsForTheDateOfTheView) {
@@ -116,7 +117,7 @@ TEST_F(DropTargetTest, ScatterStandsForTheDateOfTheView) {
         view.period.level = Level::Month;
         view.scatter = true;
     });
-    const auto target = FindDropTarget({400, 200});
+    const auto target = FindDropTarget(*calendar_, {400, 200});
     ASSERT_TRUE(target);
     EXPECT_EQ(target->day, (CalendarDate{2008, 11, 13}));
     EXPECT_FALSE(target->isBackground);
@@ -127,21 +128,21 @@ TEST_F(DropTargetTest, ScatterStandsForTheDateOfTheView) {
 TEST_F(DropFilesTest, FileMovesIntoTheDay) {
     ShowMonth(2008, 11);
     const std::string path = Add("a.txt");
-    DropFiles({{path}, OnDay(13), false}, DropPlace::MainWindow);
+    DropFiles(*calendar_, {{path}, OnDay(13), false}, DropPlace::MainWindow);
     EXPECT_EQ(Content(Day(13, "a.txt")), "content");
     EXPECT_FALSE(files::Exists(path));
 }
 
 TEST_F(DropFilesTest, MovedFileWaitsForTheUpdate) {
     ShowMonth(2008, 11);
-    DropFiles({{Add("a.txt")}, OnDay(13), false}, DropPlace::MainWindow);
+    DropFiles(*calendar_, {{Add("a.txt")}, OnDay(13), false}, DropPlace::MainWindow);
     EXPECT_FALSE(files::Exists(Day(13, kIndexFileName)));
 }
 
 TEST_F(DropFilesTest, WithControlItIsCopiedAndIndexed) {
     ShowMonth(2008, 11);
     const std::string path = Add("a.txt");
-    DropFiles({{path}, OnDay(13), true}, DropPlace::MainWindow);
+    DropFiles(*calendar_, {{path}, OnDay(13), true}, DropPlace::MainWindow);
     EXPECT_EQ(Content(Day(13, "a.txt")), "content");
     EXPECT_TRUE(files::Exists(path));
     EXPECT_THAT(Content(Day(13, kIndexFileName)), HasSubstr("FILE=a.txt"));
@@ -151,7 +152,7 @@ TEST_F(DropFilesTest, ReadOnlyAndEmptyFilesAreCopied) {
     ShowMonth(2008, 11);
     const std::string locked = Add("locked.txt"), empty = Add("empty.mov", "");
     test::MakeReadOnly(locked);
-    DropFiles({{locked, empty}, OnDay(13), false}, DropPlace::MainWindow);
+    DropFiles(*calendar_, {{locked, empty}, OnDay(13), false}, DropPlace::MainWindow);
     EXPECT_TRUE(files::Exists(locked) && files::Exists(empty));
     EXPECT_TRUE(files::Exists(Day(13, "locked.txt")) && files::Exists(Day(13, "empty.mov")));
     EXPECT_THAT(Content(Day(13, kIndexFileName)), HasSubstr("FILE=locked.txt"));
@@ -161,15 +162,15 @@ TEST_F(DropFilesTest, FileThatIsThereAlreadyStaysWhereItIs) {
     ShowMonth(2008, 11);
     AddText(2008, 11, 13, "a.txt", "content");
     const std::string path = Add("a.txt");
-    EXPECT_FALSE(DropFiles({{path}, OnDay(13), false}, DropPlace::MainWindow).viewChanged);
+    EXPECT_FALSE(DropFiles(*calendar_, {{path}, OnDay(13), false}, DropPlace::MainWindow).viewChanged);
     EXPECT_TRUE(files::Exists(path));
     EXPECT_FALSE(files::Exists(Day(13, "a[1].txt")));
 }
 
 TEST_F(DropFilesTest, ProgramThatGaveThemIsToldWhatWasDone) {
     ShowMonth(2008, 11);
-    const auto drop = [](std::vector<std::string> paths, Point point, bool copies = false) {
-        return DropFiles({std::move(paths), point, copies}, DropPlace::MainWindow).result;
+    const auto drop = [this](std::vector<std::string> paths, Point point, bool copies = false) {
+        return DropFiles(*calendar_, {std::move(paths), point, copies}, DropPlace::MainWindow).result;
     };
     EXPECT_EQ(drop({Add("a.txt"), Add("b.txt")}, OnDay(13)), DropResult::Moved);
     EXPECT_EQ(drop({Add("c.txt")}, OnDay(13), true), DropResult::Copied);
@@ -184,14 +185,18 @@ TEST_F(DropFilesTest, FileThatWasNotTakenCostsNothing) {
     ShowMonth(2008, 11);
     AddText(2008, 11, 13, "a.txt", "content");
     const std::string existing = Add("a.txt"), other = Add("b.txt");
-    EXPECT_EQ(DropFiles({{existing}, OnDay(13)}, DropPlace::MainWindow).result, DropResult::NotTaken);
-    EXPECT_EQ(DropFiles({{other, existing}, OnDay(13)}, DropPlace::MainWindow).result, DropResult::Copied)
+    EXPECT_EQ(DropFiles(*calendar_, {{existing}, OnDay(13)}, DropPlace::MainWindow).result,
+              DropResult::NotTaken);
+    EXPECT_EQ(DropFiles(*calendar_, {{other, existing}, OnDay(13)}, DropPlace::MainWindow).result,
+              DropResult::Copied)
         << "a program that gets the answer move deletes both";
     EXPECT_TRUE(files::Exists(existing));
-    EXPECT_EQ(DropFiles({{Add("x.txt")}, {-5, 10}}, DropPlace::MainWindow).result, DropResult::NotTaken);
-    EXPECT_EQ(DropFiles({{Add("x.txt")}, {950, 690}}, DropPlace::MainWindow).result, DropResult::NotTaken)
+    EXPECT_EQ(DropFiles(*calendar_, {{Add("x.txt")}, {-5, 10}}, DropPlace::MainWindow).result,
+              DropResult::NotTaken);
+    EXPECT_EQ(DropFiles(*calendar_, {{Add("x.txt")}, {950, 690}}, DropPlace::MainWindow).result,
+              DropResult::NotTaken)
         << "a text is no background";
-    EXPECT_EQ(DropFiles({{root_ + "/desktop/gone.txt"}, OnDay(13)}, DropPlace::MainWindow).result,
+    EXPECT_EQ(DropFiles(*calendar_, {{root_ + "/desktop/gone.txt"}, OnDay(13)}, DropPlace::MainWindow).result,
               DropResult::NotTaken);
 }
 
@@ -200,8 +205,9 @@ TEST_F(DropFilesTest, FolderIsImportedLikeACard) {
     State().settings.RemoveImportFiles = true;
     const std::string below = Add("trip/a/sunrise.txt", "[2008/11/20 06:30]\nSunrise");
     Add("trip/noon.txt", "[2008/11/21 12:00]\nNoon");
-    EXPECT_EQ(DropFiles({{root_ + "/desktop/trip"}, OnDay(13), true}, DropPlace::MainWindow).result,
-              DropResult::Copied);
+    EXPECT_EQ(
+        DropFiles(*calendar_, {{root_ + "/desktop/trip"}, OnDay(13), true}, DropPlace::MainWindow).result,
+        DropResult::Copied);
     EXPECT_TRUE(files::Exists(Day(20, "sunrise.txt")) && files::Exists(Day(21, "noon.txt")));
     EXPECT_TRUE(files::Exists(below)) << "it stays when it is copied";
     State().settings.RemoveImportFiles = false;
@@ -211,7 +217,7 @@ TEST_F(DropFilesTest, FolderIsImportedLikeACard) {
 TEST_F(DropFilesTest, NameThatDoesNotStandIsRepaired) {
     ShowMonth(2008, 11);
     const std::string path = Add("name.jpg");
-    DropFiles({{root_ + "/desktop/name-xxx.jpg", root_ + "/desktop/gone.jpg"}, OnDay(13), false},
+    DropFiles(*calendar_, {{root_ + "/desktop/name-xxx.jpg", root_ + "/desktop/gone.jpg"}, OnDay(13), false},
               DropPlace::MainWindow);
     EXPECT_EQ(Content(Day(13, "name.jpg")), "content");
     EXPECT_TRUE(files::Exists(path)) << "it is copied";
@@ -230,18 +236,19 @@ TEST(RepairDroppedName, LeavesOutWhatStandsBehindTheDash) {
 TEST_F(DropFilesTest, PictureOnABackgroundBecomesOne) {
     ShowMonth(2008, 11);
     const std::string picture = Add("sea.jpg"), text = Add("a.txt");
-    EXPECT_TRUE(DropFiles({{picture, text}, {950, 690}, false}, DropPlace::MainWindow).viewChanged);
+    EXPECT_TRUE(
+        DropFiles(*calendar_, {{picture, text}, {950, 690}, false}, DropPlace::MainWindow).viewChanged);
     const std::string target = DayFolder(2008, 11, 0) + "/back_sea.jpg";
     EXPECT_EQ(Content(target), "content");
-    EXPECT_EQ(Calendar().backgrounds.CurrentImage(), target);
+    EXPECT_EQ(calendar_->backgrounds.CurrentImage(), target);
     EXPECT_TRUE(files::Exists(picture) && files::Exists(text)) << "both stay";
     ShowDay(2008, 11, 13);
-    EXPECT_TRUE(DropFiles({{picture}, {20, 200}, false}, DropPlace::MainWindow).viewChanged);
+    EXPECT_TRUE(DropFiles(*calendar_, {{picture}, {20, 200}, false}, DropPlace::MainWindow).viewChanged);
     EXPECT_TRUE(files::Exists(Day(13, "back_sea.jpg")));
-    EXPECT_FALSE(DropFiles({{picture}, {20, 200}, false}, DropPlace::MainWindow).viewChanged)
+    EXPECT_FALSE(DropFiles(*calendar_, {{picture}, {20, 200}, false}, DropPlace::MainWindow).viewChanged)
         << "it is there";
     ShowYear(2008);
-    EXPECT_FALSE(DropFiles({{picture}, {5, 690}, false}, DropPlace::MainWindow).viewChanged)
+    EXPECT_FALSE(DropFiles(*calendar_, {{picture}, {5, 690}, false}, DropPlace::MainWindow).viewChanged)
         << "a year takes none";
 }
 
@@ -253,7 +260,7 @@ TEST_F(DropFilesTest, ScrapBelongsToTodayAfterTheDayEnd) {
     const std::string path = Add("a.txt");
     const FileTime old{128'710'000'000'000'000u};
     ASSERT_TRUE(files::SetTimes(path, old, old));
-    DropFiles({{path}, {-100, -100}, false}, DropPlace::ScrapAgent);
+    DropFiles(*calendar_, {{path}, {-100, -100}, false}, DropPlace::ScrapAgent);
     const std::string target = DayFolder(day.year, day.month, day.day) + "/a.txt";
     ASSERT_EQ(Content(target), "content");
     EXPECT_GT(files::GetStatus(target)->written.ticks + 600'000'000ull, CurrentFileTime().ticks)
@@ -265,37 +272,37 @@ TEST_F(DropFilesTest, ScrapBelongsToTodayAfterTheDayEnd) {
 TEST_F(ArrivalsTest, FileJoinsTheDayInView) {
     ShowDay(2008, 11, 13);
     AddText(2008, 11, 13, "first.txt", "one");
-    UpdateObjects();
+    UpdateObjects(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
-    ASSERT_EQ(Calendar().CurrentDayViewer().objects.Count(), 1u);
-    EXPECT_TRUE(
-        DropFiles({{Add("second.txt", "two")}, {400, 200}, false}, DropPlace::MainWindow).viewChanged);
-    EXPECT_EQ(Calendar().CurrentDayViewer().objects.Count(), 2u);
-    EXPECT_FALSE(AddToView(Day(14, "third.txt"), {2008, 11, 14})) << "another day";
-    EXPECT_FALSE(AddToView(Day(13, "what.xyz"), {2008, 11, 13})) << "nothing that is shown";
+    ASSERT_EQ(calendar_->CurrentDayViewer().objects.Count(), 1u);
+    EXPECT_TRUE(DropFiles(*calendar_, {{Add("second.txt", "two")}, {400, 200}, false}, DropPlace::MainWindow)
+                    .viewChanged);
+    EXPECT_EQ(calendar_->CurrentDayViewer().objects.Count(), 2u);
+    EXPECT_FALSE(AddToView(*calendar_, Day(14, "third.txt"), {2008, 11, 14})) << "another day";
+    EXPECT_FALSE(AddToView(*calendar_, Day(13, "what.xyz"), {2008, 11, 13})) << "nothing that is shown";
 }
 
 TEST_F(ArrivalsTest, FileJoinsItsCellOfTheMonthAndTheYear) {
     ShowMonth(2008, 11);
-    UpdateObjects();
+    UpdateObjects(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     const std::string path = AddPicture(2008, 11, 13, "a.png", {255, 0, 0});
-    EXPECT_TRUE(AddToView(path, {2008, 11, 13}));
-    EXPECT_EQ(Calendar().MonthOf(2008, 11).days[12].objects.size(), 1u);
-    EXPECT_FALSE(AddToView(path, {2008, 12, 13}));
-    EXPECT_FALSE(AddToView(path, {2009, 11, 13}));
-    EXPECT_FALSE(AddToView(path, {2008, 11, 31})) << "no such day";
+    EXPECT_TRUE(AddToView(*calendar_, path, {2008, 11, 13}));
+    EXPECT_EQ(calendar_->MonthOf(2008, 11).days[12].objects.size(), 1u);
+    EXPECT_FALSE(AddToView(*calendar_, path, {2008, 12, 13}));
+    EXPECT_FALSE(AddToView(*calendar_, path, {2009, 11, 13}));
+    EXPECT_FALSE(AddToView(*calendar_, path, {2008, 11, 31})) << "no such day";
     ShowYear(2008);
-    EXPECT_TRUE(AddToView(path, {2008, 12, 13}));
+    EXPECT_TRUE(AddToView(*calendar_, path, {2008, 12, 13}));
     ASSERT_TRUE(WaitUntilIdle());
 }
 
 TEST_F(ArrivalsTest, FileJoinsTheScatter) {
     ShowMonth(2008, 11);
     ChangeView([&](ViewState& view) { view.scatter = true; });
-    Calendar().CurrentAllViewer().Clear();
-    EXPECT_TRUE(AddToView(AddText(2008, 11, 13, "a.txt", "one"), {2008, 11, 13}));
-    EXPECT_EQ(Calendar().CurrentAllViewer().objects.Count(), 1u);
+    calendar_->CurrentAllViewer().Clear();
+    EXPECT_TRUE(AddToView(*calendar_, AddText(2008, 11, 13, "a.txt", "one"), {2008, 11, 13}));
+    EXPECT_EQ(calendar_->CurrentAllViewer().objects.Count(), 1u);
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ protected:
         AddText(2008, 12, 24, "b.txt", "dog");
         ShowMonth(2008, 11);
         OpenMainWindow();
-        UpdateObjects();
+        UpdateObjects(*calendar_);
         EXPECT_TRUE(WaitUntilIdle());
         calls_.Clear();
         state_.settings.TimingOfPopup = kPeriod;
@@ -93,7 +93,7 @@ TEST_F(HeartbeatTest, BeatInsideAnotherDoesNothing) {
 
 TEST_F(HeartbeatTest, WaitsForTheLoader) {
     std::promise<void> go;
-    ASSERT_TRUE(Calendar().StartObjectLoader([waiting = go.get_future().share()] { waiting.wait(); }));
+    ASSERT_TRUE(calendar_->StartObjectLoader([waiting = go.get_future().share()] { waiting.wait(); }));
     state_.run.LastCursorX = 0;
     EXPECT_EQ(Beat(), BeatEnd::WorkersRunning);
     EXPECT_EQ(state_.run.LastActivity, 0) << "the cursor is looked at only afterwards";
@@ -104,9 +104,9 @@ TEST_F(HeartbeatTest, WaitsForTheLoader) {
 
 TEST_F(HeartbeatTest, WaitsForThePaintThread) {
     std::promise<void> go;
-    ASSERT_TRUE(Calendar().StartPaintThread([waiting = go.get_future().share()] {
+    ASSERT_TRUE(calendar_->StartPaintThread([this, waiting = go.get_future().share()] {
         waiting.wait();
-        Calendar().EndPaintRun();
+        calendar_->EndPaintRun();
     }));
     EXPECT_EQ(Beat(), BeatEnd::WorkersRunning);
     go.set_value();
@@ -231,16 +231,16 @@ TEST_F(HeartbeatTest, ViewThatStandsItsTimeIsRedrawnMeanwhile) {
 }
 
 TEST_F(HeartbeatTest, ViewThatIsNotReadyIsLoaded) {
-    Calendar().MonthOf(2008, 11).ready = false;
+    calendar_->MonthOf(2008, 11).ready = false;
     EXPECT_EQ(Beat(), BeatEnd::Reloaded);
     ASSERT_TRUE(WaitUntilIdle());
-    EXPECT_TRUE(Calendar().MonthOf(2008, 11).ready);
+    EXPECT_TRUE(calendar_->MonthOf(2008, 11).ready);
     EXPECT_EQ(Beat(), BeatEnd::Redrawn);
 }
 
 TEST_F(HeartbeatTest, YearIsReadyWhileItIsBeingLoaded) {
     ShowYear(2008);
-    YearView& year = Calendar().SlotOf(2008);
+    YearView& year = calendar_->SlotOf(2008);
     year.ready = false;
     year.loading = true;
     EXPECT_EQ(Beat(), BeatEnd::Redrawn);

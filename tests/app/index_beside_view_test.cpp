@@ -71,7 +71,7 @@ TEST_F(IndexBesideView, AllAtOnce) {
                 ShowMonth(2008, 12);
                 break;
         }
-        UpdateObjects();
+        UpdateObjects(*calendar_);
         SetButtonStates();
         WaitUntilIdle();
         if (round % 3 == 2) StopIndexing("the user");

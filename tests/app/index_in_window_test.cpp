@@ -185,14 +185,15 @@ protected:
         SetButtonStates();
         for (const ButtonInfo& button : VisibleButtons())
             if (button.name == "Indexing")
-                PressButton({button.area.x + button.area.width / 2, button.area.y + button.area.height / 2});
+                PressButton(*calendar_,
+                            {button.area.x + button.area.width / 2, button.area.y + button.area.height / 2});
     }
 
     DesktopIndexUpdates updates_;
-    Heartbeat beating_{slideShow_, neighbor_, others_, updates_};
-    const AppParts connected_{slideShow_, neighbor_, music_,  filter_, others_, others_,
-                              others_,    others_,   others_, others_, others_, others_,
-                              updates_,   others_,   keys_,   tray_,   beating_};
+    Heartbeat beating_{*calendar_, slideShow_, neighbor_, others_, updates_};
+    const AppParts connected_{*calendar_, slideShow_, neighbor_, music_,  filter_, others_,
+                              others_,    others_,    others_,   others_, others_, others_,
+                              others_,    updates_,   others_,   keys_,   tray_,   beating_};
 };
 
 TEST_F(ConnectedIndexTest, CommandUpdatesTheMonthInView) {

@@ -36,7 +36,7 @@ protected:
         Load();
     }
     void Load() {
-        UpdateObjects();
+        UpdateObjects(*calendar_);
         EXPECT_TRUE(WaitUntilIdle());
         calls_.Clear();
     }
@@ -56,7 +56,7 @@ protected:
     // A beat draws what lies in the rectangle.
     bool IsDrawnByABeat(const Rect& area) {
         window_->Draw()->FillRect(area, {1, 2, 3});
-        HeartbeatRedraw(1);
+        HeartbeatRedraw(*calendar_, 1);
         return PixelAt(Middle(area).x, Middle(area).y) != Color{1, 2, 3};
     }
     enum class Drag { Own, Foreign };
@@ -203,7 +203,7 @@ TEST_F(MainWindowTest, PressInAYearOfPicturesTakesTheMonthsOneOnceItIsReady) {
     const Point low{month.x + month.width / 2, month.y + month.height * 3 / 4};
     EXPECT_TRUE(Press(low));
     EXPECT_THAT(state_.press.DragPath, testing::AnyOf(photo_, note_));
-    Calendar().MonthOf(2008, 11).ready = false;
+    calendar_->MonthOf(2008, 11).ready = false;
     EXPECT_TRUE(Press(low));
     EXPECT_TRUE(state_.press.DragPath.empty());
 }
@@ -211,9 +211,9 @@ TEST_F(MainWindowTest, PressInAYearOfPicturesTakesTheMonthsOneOnceItIsReady) {
 TEST_F(MainWindowTest, PressInADayTakesTheTopmostObject) {
     ShowDay(2008, 11, kDay);
     Load();
-    PaintView();
+    PaintView(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
-    const auto objects = Calendar().CurrentDayViewer().objects.Snapshot();
+    const auto objects = calendar_->CurrentDayViewer().objects.Snapshot();
     ASSERT_EQ(objects.size(), 1u);
     ASSERT_FALSE(objects[0]->drawn.IsEmpty());
     EXPECT_TRUE(Press(Middle(objects[0]->drawn)));
@@ -225,9 +225,9 @@ TEST_F(MainWindowTest, PressInADayTakesTheTopmostObject) {
 TEST_F(MainWindowTest, PressInTheScatterTakesTheTopmostObject) {
     ChangeView([&](ViewState& view) { view.scatter = true; });
     Load();
-    PaintView();
+    PaintView(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
-    const auto objects = Calendar().CurrentAllViewer().objects.Snapshot();
+    const auto objects = calendar_->CurrentAllViewer().objects.Snapshot();
     ASSERT_EQ(objects.size(), 2u);
     EXPECT_TRUE(Press(Middle(objects.back()->drawn)));
     EXPECT_EQ(state_.press.DragPath, objects.back()->photo->path);
@@ -258,17 +258,17 @@ TEST_F(MainWindowTest, PressThatWasLetGoOpensNoDayLater) {
 TEST_F(MainWindowTest, PressThatLeadsToNoDayLeavesTheDayChanging) {
     ShowDay(2008, 11, kDay);
     Load();
-    PaintView();
+    PaintView(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     Press({950, 600});
     Timer(kTimerLongPress);
-    EXPECT_TRUE(IsDrawnByABeat(Calendar().CurrentDayViewer().objects.Front()->drawn));
+    EXPECT_TRUE(IsDrawnByABeat(calendar_->CurrentDayViewer().objects.Front()->drawn));
 }
 
 TEST_F(MainWindowTest, PressThatLeadsToNoDayLeavesTheScatterChanging) {
     ChangeView([](ViewState& view) { view.scatter = true; });
     Load();
-    PaintView();
+    PaintView(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     Pointer(window_->ToScreen({480, 5}));
     Press({480, 5});
@@ -276,7 +276,7 @@ TEST_F(MainWindowTest, PressThatLeadsToNoDayLeavesTheScatterChanging) {
     Event press = At(EventType::LeftDown, {480, 5});
     press.ctrl = true;
     Send(press);
-    EXPECT_TRUE(IsDrawnByABeat(Calendar().CurrentAllViewer().objects.Front()->drawn));
+    EXPECT_TRUE(IsDrawnByABeat(calendar_->CurrentAllViewer().objects.Front()->drawn));
 }
 
 TEST_F(MainWindowTest, MoveOfTwoPixelsIsStillAClick) {

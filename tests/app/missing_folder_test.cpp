@@ -22,7 +22,7 @@ protected:
         for (int day = 1; day <= 30; ++day) AddPicture(2008, 11, day, "a.png", kRed, {400, 300});
         ShowMonth(2008, 11);
         OpenMainWindow(kWindow);
-        UpdateObjects();
+        UpdateObjects(*calendar_);
         EXPECT_TRUE(WaitUntilIdle());
         state_.settings.TimingOfPopup = 3;
         state_.run.LastTickClock = clock_.now.load();
@@ -70,7 +70,7 @@ TEST_F(MissingFolderTest, ViewsSayThatItIsAwayAndShowItAgainWhenItIsBack) {
 TEST_F(MissingFolderTest, EachViewSaysSo) {
     Unplug();
     const auto isSaid = [&] {
-        UpdateObjects();
+        UpdateObjects(*calendar_);
         EXPECT_TRUE(WaitUntilIdle());
         return CardColor() == MemoColor();
     };
@@ -89,7 +89,7 @@ TEST_F(MissingFolderTest, NothingIsMadeInItsPlace) {
     navigation_.lines.Clear();
     Unplug();
     Beat();
-    UpdateObjects();
+    UpdateObjects(*calendar_);
     EXPECT_TRUE(WaitUntilIdle());
     const std::vector<std::string> lines = navigation_.lines.Take();
     EXPECT_FALSE(lines.empty());

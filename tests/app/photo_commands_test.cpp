@@ -65,11 +65,11 @@ protected:
     void OpenDay() {
         OpenWindow({900, 600});
         ShowDay(2008, 11, 13);
-        UpdateObjects();
+        UpdateObjects(*calendar_);
         ASSERT_TRUE(WaitUntilIdle());
     }
-    static PlacedObjectPtr ObjectInDay() { return Calendar().CurrentDayViewer().objects.Front(); }
-    DesktopPhotoRater rater_;
+    PlacedObjectPtr ObjectInDay() { return calendar_->CurrentDayViewer().objects.Front(); }
+    DesktopPhotoRater rater_{*calendar_};
     static int LikeOf(const std::string& path) { return CPhoto(path).GetEstimate(1); }
 };
 
@@ -88,7 +88,7 @@ TEST_F(ViewPhotosTest, RatingGoesThroughTheObjectInTheScatter) {
     const std::string path = AddPicture(2008, 11, 13, "a.png", kRed);
     ChangeView([&](ViewState& view) { view.scatter = true; });
     OpenDay();
-    const PlacedObjectPtr object = Calendar().CurrentAllViewer().objects.Front();
+    const PlacedObjectPtr object = calendar_->CurrentAllViewer().objects.Front();
     ASSERT_NE(object, nullptr);
     EXPECT_TRUE(rater_.Rate(path, EstimateType::Dislike));
     EXPECT_EQ(object->photo->estimations.like, -128);
@@ -109,25 +109,25 @@ TEST_F(ViewPhotosTest, FileThatNoViewHoldsIsRatedByItself) {
 TEST_F(ViewPhotosTest, PictureThatBecomesBadGoesWithTheNextPaintInGoodMode) {
     const std::string path = AddPicture(2008, 11, 13, "a.png", kRed);
     OpenDay();
-    EXPECT_TRUE(Calendar().CurrentDayViewer().objects.HitTest(
+    EXPECT_TRUE(calendar_->CurrentDayViewer().objects.HitTest(
         {ObjectInDay()->drawn.x + 5, ObjectInDay()->drawn.y + 5}, nullptr));
     const Point inside{ObjectInDay()->drawn.x + 5, ObjectInDay()->drawn.y + 5};
     State().settings.GoodMode = 1;
     EXPECT_TRUE(rater_.Rate(path, EstimateType::Bad));
-    PaintView();
+    PaintView(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
-    EXPECT_FALSE(Calendar().CurrentDayViewer().objects.HitTest(inside, nullptr));
+    EXPECT_FALSE(calendar_->CurrentDayViewer().objects.HitTest(inside, nullptr));
     EXPECT_TRUE(rater_.Rate(path, EstimateType::Clear));
-    PaintView();
+    PaintView(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
-    EXPECT_TRUE(Calendar().CurrentDayViewer().objects.HitTest(inside, nullptr));
+    EXPECT_TRUE(calendar_->CurrentDayViewer().objects.HitTest(inside, nullptr));
 }
 
 TEST_F(ViewPhotosTest, ViewThatIsAtWorkForLongIsNotWaitedFor) {
     const std::string path = AddPicture(2008, 11, 13, "a.png", kRed);
     OpenDay();
     {
-        const TicketGuard busy(Calendar().CurrentDayViewer().queue, 1, 1);
+        const TicketGuard busy(calendar_->CurrentDayViewer().queue, 1, 1);
         EXPECT_FALSE(rater_.Rate(path, EstimateType::Like));
     }
     EXPECT_EQ(LikeOf(path), 0);
@@ -148,7 +148,7 @@ TEST_F(ViewPhotosTest, TurnedPictureIsDrawnAsItIsNow) {
     DispatchCommand(parts_, *window_, 1060);
     EXPECT_THAT(Calls(),
                 ElementsAre("SayNeighbor \"Rotating\" 100", "SayNeighbor \"Ok.    \" 20", "ReloadNeighbor"));
-    PaintView();
+    PaintView(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     const Rect after = ObjectInDay()->drawn;
     EXPECT_GT(after.height, after.width);

@@ -23,7 +23,7 @@ protected:
 
     void Open() {
         OpenMainWindow(kClient);
-        UpdateObjects();
+        UpdateObjects(*calendar_);
         ASSERT_TRUE(WaitUntilIdle());
         state_.run.LastTickClock = clock_.now.load();
     }

@@ -99,7 +99,7 @@ TEST_F(ButtonBarTest, WithEverySettingOnAllStandInOrder) {
         EXPECT_EQ(buttons[i].area.Right(), buttons[i - 1].area.x - 5) << buttons[i].name;
     calls_.Clear();
     for (const ButtonInfo& button : buttons)
-        if (button.command != 0) PressButton(Middle(button.area));
+        if (button.command != 0) PressButton(*calendar_, Middle(button.area));
     EXPECT_THAT(
         calls_.Take(),
         testing::ElementsAre("RunCommand 1050", "RunCommand 1017", "RunCommand 1200", "RunCommand 1049",
@@ -183,13 +183,13 @@ TEST_F(ButtonBarTest, WideningTheWindowMovesTheButtons) {
 TEST_F(ButtonBarTest, PressRunsTheButtonsCommand) {
     calls_.Clear();
     const auto buttons = VisibleButtons();
-    EXPECT_EQ(PressButton(Middle(Find(buttons, "Next")->area)), ButtonPress::Done);
-    EXPECT_EQ(PressButton(Middle(Find(buttons, "Prev 2")->area)), ButtonPress::Done);
-    EXPECT_EQ(PressButton(Middle(buttons[0].area)), ButtonPress::Done);
-    EXPECT_EQ(PressButton(Middle(buttons[1].area)), ButtonPress::Done);
+    EXPECT_EQ(PressButton(*calendar_, Middle(Find(buttons, "Next")->area)), ButtonPress::Done);
+    EXPECT_EQ(PressButton(*calendar_, Middle(Find(buttons, "Prev 2")->area)), ButtonPress::Done);
+    EXPECT_EQ(PressButton(*calendar_, Middle(buttons[0].area)), ButtonPress::Done);
+    EXPECT_EQ(PressButton(*calendar_, Middle(buttons[1].area)), ButtonPress::Done);
     EXPECT_THAT(calls_.Take(), testing::ElementsAre("RunCommand 1011", "RunCommand 1013", "RunCommand 1050",
                                                     "RunCommand 1017"));
-    EXPECT_EQ(PressButton({480, 300}), ButtonPress::None);
+    EXPECT_EQ(PressButton(*calendar_, {480, 300}), ButtonPress::None);
 }
 
 TEST_F(ButtonBarTest, PressOnTheHiddenPlaceOfAButtonDoesNothing) {
@@ -198,8 +198,8 @@ TEST_F(ButtonBarTest, PressOnTheHiddenPlaceOfAButtonDoesNothing) {
     State().settings.ShowButtonHelp = State().settings.ShowButtonFilter = false;
     SetButtonStates();
     calls_.Clear();
-    PressButton(Middle(help));
-    PressButton(Middle(filter));
+    PressButton(*calendar_, Middle(help));
+    PressButton(*calendar_, Middle(filter));
     EXPECT_THAT(calls_.Take(), testing::ElementsAre("RunCommand 1200", "RunCommand 1041"))
         << "what has moved up is pressed";
 }
@@ -214,10 +214,10 @@ TEST_F(ButtonBarTest, IndexingFlipsAndStopsTheRunningRefresh) {
                std::string::npos;
     };
     const Point place = Middle(Find(VisibleButtons(), "Indexing")->area);
-    PressButton(place);
+    PressButton(*calendar_, place);
     EXPECT_EQ(State().run.IndexingEnabled, 1);
     EXPECT_FALSE(stops());
-    PressButton(place);
+    PressButton(*calendar_, place);
     EXPECT_EQ(State().run.IndexingEnabled, 0);
     EXPECT_TRUE(stops());
     OpenLog("");
@@ -288,7 +288,7 @@ TEST_F(LabelRoomTest, LongQueryDoesNotRunUnderTheButtons) {
     EXPECT_EQ(buttons[2].tip, kLongQuery + std::string("\n検索を終える"));
     EXPECT_EQ(buttons[0].tip, "フォルダを開く") << "a label that is whole needs no tip of its text";
     calls_.Clear();
-    PressButton(Middle(Find(buttons, "Prev 2")->area));
+    PressButton(*calendar_, Middle(Find(buttons, "Prev 2")->area));
     EXPECT_THAT(calls_.Take(), testing::ElementsAre("RunCommand 1013")) << "what is seen there is pressed";
 }
 
@@ -345,7 +345,7 @@ protected:
 };
 
 TEST_F(BarPixelsTest, DrawnTwiceIsTheSameAsOnce) {
-    PaintBase();
+    PaintBase(*calendar_);
     const auto once = Strip();
     DrawButtonsOnWindow();
     EXPECT_TRUE(Strip() == once);
@@ -354,7 +354,7 @@ TEST_F(BarPixelsTest, DrawnTwiceIsTheSameAsOnce) {
 }
 
 TEST_F(BarPixelsTest, PressAndFocusLeaveNothingBehind) {
-    PaintBase();
+    PaintBase(*calendar_);
     const auto atRest = Strip();
     const Rect next = Find(VisibleButtons(), "Next")->area;
     SetPressedButton(Middle(next), true);
@@ -370,7 +370,7 @@ TEST_F(BarPixelsTest, PressAndFocusLeaveNothingBehind) {
 TEST_F(BarPixelsTest, NoRingStaysWhereTheFocusHasBeen) {
     for (const ButtonRow& row : kButtonRows)
         if (row.setting) State().settings.*row.setting = true;
-    PaintBase();
+    PaintBase(*calendar_);
     const auto atRest = Strip();
     constexpr int kRing = 3;
     for (const ButtonInfo& button : VisibleButtons())
@@ -382,7 +382,7 @@ TEST_F(BarPixelsTest, NoRingStaysWhereTheFocusHasBeen) {
 }
 
 TEST_F(BarPixelsTest, WhatIsDrawnUnderTheButtonsStaysThere) {
-    PaintBase();
+    PaintBase(*calendar_);
     constexpr Color kGreen{0, 200, 0};
     const Rect area{300, kClient.height - 20, 100, 20};
     {
@@ -399,7 +399,7 @@ TEST_F(BarPixelsTest, WhatIsDrawnUnderTheButtonsStaysThere) {
 }
 
 TEST_F(BarPixelsTest, LabelIsATileWithSoftEdgeAndCornersInItsOwnColour) {
-    PaintBase();
+    PaintBase(*calendar_);
     constexpr Color kLabelBack{220, 220, 255};
     const Rect label = VisibleButtons()[0].area;
     const Color strip = PixelAt(label.Right() + 2, label.y - 4);

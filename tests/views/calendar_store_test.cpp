@@ -5,6 +5,8 @@
 #include <future>
 #include <thread>
 
+#include "views/control/calendar_views.h"
+#include "views/load/object_loader.h"
 #include "views/view_fixture.h"
 
 namespace kalmora {
@@ -12,7 +14,16 @@ namespace {
 
 using CalendarStoreTest = ViewTest;
 
-TEST_F(CalendarStoreTest, IsTheOneThatIsHandedOut) { EXPECT_EQ(&Calendar(), calendar_.get()); }
+TEST_F(CalendarStoreTest, TwoStoresHoldObjectsOfTheirOwn) {
+    AddText(2008, 11, 3, "a.txt", "x");
+    ShowDay(2008, 11, 3);
+    CalendarStore other({slideShow_, music_, navigation_, commands_, filter_, observer_});
+    IntroduceViews(other);
+    UpdateObjects(other);
+    while (other.AreWorkersRunning()) TheApplication()->ProcessEvents(1);
+    EXPECT_EQ(other.CurrentDayViewer().objects.Count(), 1u);
+    EXPECT_EQ(calendar_->CurrentDayViewer().objects.Count(), 0u);
+}
 
 TEST_F(CalendarStoreTest, WorkerThatWasLetGoCountsUntilItHasLeft) {
     std::promise<void> go;

@@ -112,12 +112,12 @@ TEST_F(CellLookTest, NumberInTheYearIsOutlinedAndLetsThePictureBeSeen) {
 // ---- the weekdays
 
 TEST_F(CellLookTest, WeekdaysOfASmallMonthArePlain) {
-    const auto strip = [](int width, const std::string& name) {
+    const auto strip = [this](int width, const std::string& name) {
         const MonthGrid grid = MakeMonthGrid(2008, 11, {0, 0, width, width}, true);
         const auto drawn = Surface::Create({width, width}, 1), wanted = Surface::Create({width, width}, 1);
         for (const auto& surface : {drawn.get(), wanted.get()})
             surface->Draw()->FillRect({0, 0, width, width}, {251, 247, 239});
-        DrawMonth(*drawn->Draw(), grid, 1, Decode::Now);
+        DrawMonth(*calendar_, *drawn->Draw(), grid, 1, Decode::Now);
         const Rect area = WeekdayRect(grid, 5);
         wanted->Draw()->DrawImage(area, LoadResPicture(name, {area.width, area.height}, 1));
         // Without the border that a neighbour and the first row may touch.

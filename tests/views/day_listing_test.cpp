@@ -19,7 +19,7 @@ class DayListingTest : public ViewTest {
 protected:
     std::vector<std::string> Scan() {
         std::vector<std::string> names;
-        for (const DayEntry& entry : TakeListing(List()))
+        for (const DayEntry& entry : TakeListing(*calendar_, List()))
             names.push_back(entry.path.substr(entry.path.rfind('/') + 1));
         return names;
     }
@@ -35,8 +35,8 @@ TEST_F(DayListingTest, ListingChangesNothing) {
     const DayListing listing = List();
     EXPECT_TRUE(files::Exists(empty));
     EXPECT_THAT(calls_.Take(), IsEmpty()) << "no slide is added";
-    EXPECT_THAT(Calendar().backgrounds.Music(), IsEmpty());
-    EXPECT_EQ(Calendar().backgrounds.CurrentImage(), "");
+    EXPECT_THAT(calendar_->backgrounds.Music(), IsEmpty());
+    EXPECT_EQ(calendar_->backgrounds.CurrentImage(), "");
     EXPECT_EQ(listing.entries.size(), 1u);
     EXPECT_THAT(listing.emptyTexts, ElementsAre(empty));
     EXPECT_THAT(listing.backgrounds, ElementsAre(back));
@@ -80,7 +80,7 @@ TEST_F(DayListingTest, BackPicturesGoToTheBackgroundSet) {
     Add("background.txt");
     EXPECT_THAT(Scan(), ElementsAre("Back.jpg", "background.txt"))
         << "upper case is an ordinary picture here";
-    EXPECT_EQ(Calendar().backgrounds.CurrentImage(), back);
+    EXPECT_EQ(calendar_->backgrounds.CurrentImage(), back);
 }
 
 TEST_F(DayListingTest, ShortcutStandsForItsTarget) {
@@ -93,7 +93,7 @@ TEST_F(DayListingTest, ShortcutStandsForItsTarget) {
     ASSERT_TRUE(CreateShortcut(DayFolder(2008, 11, 13) + "/c.lnk", document));
     Add("d.lnk", "no shortcut at all");
     EXPECT_THAT(Scan(), ElementsAre("far.jpg"));
-    EXPECT_THAT(Calendar().backgrounds.Music(), ElementsAre(song));
+    EXPECT_THAT(calendar_->backgrounds.Music(), ElementsAre(song));
 }
 
 TEST_F(DayListingTest, LoopOfLinksEnds) {
@@ -158,7 +158,7 @@ TEST_F(DayListingTest, WhatIsFoundIsToldToTheSlideShow) {
 
 class ScanBackgroundsTest : public ViewTest {
 protected:
-    void Scan(int month) { ScanBackgrounds(MainRoot(), 2008, month, StopToken()); }
+    void Scan(int month) { ScanBackgrounds(*calendar_, MainRoot(), 2008, month, StopToken()); }
     std::string MonthFolder() const { return root_ + "/files/2008/200811"; }
     std::string YearFolder() const { return root_ + "/files/2008"; }
 };
@@ -167,16 +167,16 @@ TEST_F(ScanBackgroundsTest, YearsMusicAlsoServesItsMonths) {
     const std::string song = AddFile(MonthFolder(), "a.mp3", "x");
     const std::string yearSong = AddFile(YearFolder(), "b.wav", "x");
     Scan(11);
-    EXPECT_THAT(Calendar().backgrounds.Music(), ElementsAre(song, yearSong));
-    EXPECT_EQ(Calendar().backgrounds.CurrentMusic(), song);
+    EXPECT_THAT(calendar_->backgrounds.Music(), ElementsAre(song, yearSong));
+    EXPECT_EQ(calendar_->backgrounds.CurrentMusic(), song);
 }
 
 TEST_F(ScanBackgroundsTest, WithoutAMonthOnlyTheYearsFolderCounts) {
     AddFile(MonthFolder(), "a.mp3", "x");
     const std::string back = AddFile(YearFolder(), "back1.png", "x");
     Scan(0);
-    EXPECT_THAT(Calendar().backgrounds.Music(), IsEmpty());
-    EXPECT_EQ(Calendar().backgrounds.CurrentImage(), back);
+    EXPECT_THAT(calendar_->backgrounds.Music(), IsEmpty());
+    EXPECT_EQ(calendar_->backgrounds.CurrentImage(), back);
 }
 
 TEST_F(ScanBackgroundsTest, PlaylistGivesItsStandingFiles) {
@@ -185,15 +185,15 @@ TEST_F(ScanBackgroundsTest, PlaylistGivesItsStandingFiles) {
     AddFile(MonthFolder(), "list.m3u",
             "#EXTM3U\r\n\r\n " + song + "\n" + song + "\r\ntwo.ogg\n/nowhere/three.mp3\n\n");
     Scan(11);
-    EXPECT_THAT(Calendar().backgrounds.Music(), ElementsAre(song, beside))
+    EXPECT_THAT(calendar_->backgrounds.Music(), ElementsAre(song, beside))
         << "a line that begins with a blank is skipped";
 }
 
 TEST_F(ScanBackgroundsTest, PlaylistOfGarbageGivesNothing) {
     AddFile(MonthFolder(), "list.m3u", std::string(100000, '\x81') + std::string(5, '\0'));
     Scan(11);
-    EXPECT_THAT(Calendar().backgrounds.Music(), IsEmpty());
-    EXPECT_TRUE(Calendar().backgrounds.IsValid());
+    EXPECT_THAT(calendar_->backgrounds.Music(), IsEmpty());
+    EXPECT_TRUE(calendar_->backgrounds.IsValid());
 }
 
 TEST(BackgroundSet, MusicStepsWrapAround) {

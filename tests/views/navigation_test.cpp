@@ -27,7 +27,7 @@ TEST_F(NavigationTest, StepsInAMonth) {
     const auto step = [this](Step way) {
         ShowMonth(2008, 11);
         ChangeView([&](ViewState& view) { view.period.date.day = 13; });
-        StepPeriod(way);
+        StepPeriod(*calendar_, way);
         EXPECT_TRUE(WaitUntilIdle());
         return Now();
     };
@@ -40,7 +40,7 @@ TEST_F(NavigationTest, StepsInAMonth) {
 TEST_F(NavigationTest, StepsInAYear) {
     const auto step = [this](Step way) {
         ShowYear(2008);
-        StepPeriod(way);
+        StepPeriod(*calendar_, way);
         EXPECT_TRUE(WaitUntilIdle());
         return View().period.date.year;
     };
@@ -53,7 +53,7 @@ TEST_F(NavigationTest, StepsInAYear) {
 TEST_F(NavigationTest, StepsInADay) {
     const auto step = [this](Step way) {
         ShowDay(2008, 11, 13);
-        StepPeriod(way);
+        StepPeriod(*calendar_, way);
         EXPECT_TRUE(WaitUntilIdle());
         return Now();
     };
@@ -65,38 +65,38 @@ TEST_F(NavigationTest, StepsInADay) {
 
 TEST_F(NavigationTest, DayIsClampedToTheNewMonthAndNotRestored) {
     ShowDay(2007, 1, 31);
-    NextMonth();
+    NextMonth(*calendar_);
     EXPECT_EQ(Now(), "4:2007/2/28");
-    NextMonth();
+    NextMonth(*calendar_);
     EXPECT_EQ(Now(), "4:2007/3/28");
 }
 
 TEST_F(NavigationTest, DayIsNotClampedOutsideTheDayView) {
     ShowMonth(2007, 1);
     ChangeView([&](ViewState& view) { view.period.date.day = 31; });
-    NextMonth();
+    NextMonth(*calendar_);
     EXPECT_EQ(Now(), "2:2007/2/31");
 }
 
 TEST_F(NavigationTest, PreviousDayOfNewYearIsTheLastOfDecember) {
     ShowDay(2008, 1, 1);
-    PrevDay();
+    PrevDay(*calendar_);
     EXPECT_EQ(Now(), "4:2007/12/31");
 }
 
 TEST_F(NavigationTest, NextDayOfTheLastIsTheFirst) {
     ShowDay(2008, 2, 29);
-    NextDay();
+    NextDay(*calendar_);
     EXPECT_EQ(Now(), "4:2008/3/1");
     ShowDay(2008, 12, 31);
-    NextDay();
+    NextDay(*calendar_);
     EXPECT_EQ(Now(), "4:2009/1/1");
 }
 
 TEST_F(NavigationTest, DayStepsAdvanceTheDayRing) {
     ShowDay(2008, 11, 13);
-    NextDay();
-    PrevDay();
+    NextDay(*calendar_);
+    PrevDay(*calendar_);
     EXPECT_EQ(State().run.DayRing, 2);
     EXPECT_EQ(State().run.AllRing, 0);
 }
@@ -104,14 +104,14 @@ TEST_F(NavigationTest, DayStepsAdvanceTheDayRing) {
 TEST_F(NavigationTest, MonthsEdgeAdvancesTheScatterRingTwice) {
     ShowDay(2008, 11, 1);
     ChangeView([&](ViewState& view) { view.scatter = true; });
-    PrevDay();
+    PrevDay(*calendar_);
     EXPECT_EQ(State().run.AllRing, 2);
     EXPECT_EQ(State().run.DayRing, 0);
 }
 
 TEST_F(NavigationTest, RingsWrapAfterThirteen) {
     ShowDay(2008, 11, 1);
-    for (int i = 0; i < 13; ++i) NextDay();
+    for (int i = 0; i < 13; ++i) NextDay(*calendar_);
     EXPECT_EQ(State().run.DayRing, 0);
 }
 
@@ -119,16 +119,16 @@ TEST_F(NavigationTest, FourteenthDayReusesTheFirstViewerEmptied) {
     AddText(2008, 11, 1, "a.txt", "first");
     ShowDay(2008, 11, 1);
     OpenWindow({960, 700});
-    UpdateObjects();
+    UpdateObjects(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
-    ASSERT_EQ(Calendar().dayViewers[0].objects.Count(), 1u);
+    ASSERT_EQ(calendar_->dayViewers[0].objects.Count(), 1u);
     for (int i = 0; i < 13; ++i) {
-        StepPeriod(Step::Next);
+        StepPeriod(*calendar_, Step::Next);
         ASSERT_TRUE(WaitUntilIdle());
     }
     EXPECT_EQ(State().run.DayRing, 0);
-    EXPECT_EQ(Calendar().dayViewers[0].objects.Count(), 0u);
-    EXPECT_EQ(Calendar().dayViewers[0].day, 14);
+    EXPECT_EQ(calendar_->dayViewers[0].objects.Count(), 0u);
+    EXPECT_EQ(calendar_->dayViewers[0].day, 14);
 }
 
 // The run that draws a day's objects begins with a quiet of 100 ms, which no step waits for.
@@ -137,15 +137,15 @@ TEST_F(NavigationTest, StepsThroughDaysAreNotHeldUpByTheQuietBeforeTheirObjects)
     for (int day = 1; day <= 1 + kSteps; ++day) AddText(2008, 11, day, "a.txt", "x");
     ShowDay(2008, 11, 1);
     OpenWindow({400, 300});
-    UpdateObjects();
+    UpdateObjects(*calendar_);
     const double start = UptimeMs();
     for (int step = 0; step < kSteps; ++step) {
-        StepPeriod(Step::Next);
+        StepPeriod(*calendar_, Step::Next);
         TheApplication()->ProcessEvents(0);
     }
     EXPECT_LT(UptimeMs() - start, kSteps * 60);
     EXPECT_TRUE(WaitUntilIdle());
-    EXPECT_EQ(Calendar().CurrentDayViewer().objects.Count(), 1u);
+    EXPECT_EQ(calendar_->CurrentDayViewer().objects.Count(), 1u);
 }
 
 TEST_F(NavigationTest, StepsThatHaveQueuedUpAreFollowedByOneLoadOfTheLast) {
@@ -153,54 +153,54 @@ TEST_F(NavigationTest, StepsThatHaveQueuedUpAreFollowedByOneLoadOfTheLast) {
     AddText(2008, 11, 18, "a.txt", "x");
     ShowDay(2008, 11, 13);
     OpenWindow({400, 300});
-    UpdateObjects();
+    UpdateObjects(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     navigation_.lines.Clear();
-    for (int step = 0; step < 5; ++step) StepPeriod(Step::Next);
-    StepPeriod(Step::Previous);
+    for (int step = 0; step < 5; ++step) StepPeriod(*calendar_, Step::Next);
+    StepPeriod(*calendar_, Step::Previous);
     EXPECT_EQ(Now(), "4:2008/11/17");
     ASSERT_TRUE(WaitUntilIdle());
     EXPECT_THAT(navigation_.lines.Take(), testing::ElementsAre("(Day)\t2008/11/17"));
-    EXPECT_EQ(Calendar().CurrentDayViewer().objects.Count(), 1u);
-    EXPECT_EQ(Calendar().CurrentDayViewer().day, 17);
+    EXPECT_EQ(calendar_->CurrentDayViewer().objects.Count(), 1u);
+    EXPECT_EQ(calendar_->CurrentDayViewer().day, 17);
 }
 
 TEST_F(NavigationTest, AnyOtherLoadOfTheViewServesForTheStepsBeforeIt) {
     ShowMonth(2008, 11);
-    StepPeriod(Step::Next);
-    JumpTo(2010, 5, 0);
+    StepPeriod(*calendar_, Step::Next);
+    JumpTo(*calendar_, 2010, 5, 0);
     ASSERT_TRUE(WaitUntilIdle());
     EXPECT_THAT(navigation_.lines.Take(), testing::ElementsAre("(Month)\t2010/05"));
 }
 
 TEST_F(NavigationTest, LevelUpGoesFromDayToMonthToYearAndNoFurther) {
     ShowDay(2008, 11, 13);
-    OneLevelUp();
+    OneLevelUp(*calendar_);
     EXPECT_EQ(View().period.level, Level::Month);
     ASSERT_TRUE(WaitUntilIdle());
-    OneLevelUp();
+    OneLevelUp(*calendar_);
     EXPECT_EQ(View().period.level, Level::Year);
     ASSERT_TRUE(WaitUntilIdle());
-    OneLevelUp();
+    OneLevelUp(*calendar_);
     EXPECT_EQ(View().period.level, Level::Year);
 }
 
 TEST_F(NavigationTest, ToYearlyWorksFromAMonthOnly) {
     ShowDay(2008, 11, 13);
-    ToYearly();
+    ToYearly(*calendar_);
     EXPECT_EQ(View().period.level, Level::Day);
     ShowMonth(2008, 11);
-    ToYearly();
+    ToYearly(*calendar_);
     EXPECT_EQ(View().period.level, Level::Year);
 }
 
 TEST_F(NavigationTest, RefusedLevelChangeKeepsTheNewViewWithoutLoadingIt) {
     ShowMonth(2008, 11);
-    UpdateObjects();
+    UpdateObjects(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     navigation_.lines.Clear();
     const auto first = State().run.ObjectQueue.Lock(1, 100);
-    ToYearly();  // waits its 100 ms and gives up
+    ToYearly(*calendar_);  // waits its 100 ms and gives up
     EXPECT_EQ(View().period.level, Level::Year);
     EXPECT_THAT(navigation_.lines.Take(), testing::IsEmpty());
     State().run.ObjectQueue.Unlock(first);
@@ -210,26 +210,26 @@ TEST_F(NavigationTest, CommandIsDroppedWhileAReloadIsBeingStopped) {
     ShowMonth(2008, 11);
     State().run.ObjectGate.Acquire("test");
     State().run.ObjectGate.RequestStop();
-    StepPeriod(Step::Next);
+    StepPeriod(*calendar_, Step::Next);
     EXPECT_EQ(View().period.date.month, 11);
     State().run.ObjectGate.Release();
 }
 
 TEST_F(NavigationTest, JumpWithoutAMonthShowsTheYear) {
     ShowMonth(2008, 11);
-    JumpTo(1999, 0, 0);
+    JumpTo(*calendar_, 1999, 0, 0);
     EXPECT_EQ(Now(), "1:1999/0/0");
     ASSERT_TRUE(WaitUntilIdle());
-    JumpTo(1999, 5, 0);
+    JumpTo(*calendar_, 1999, 5, 0);
     EXPECT_EQ(Now(), "2:1999/5/0");
     ASSERT_TRUE(WaitUntilIdle());
-    JumpTo(1999, 5, 7);
+    JumpTo(*calendar_, 1999, 5, 7);
     EXPECT_EQ(Now(), "4:1999/5/7");
     EXPECT_EQ(State().run.DayRing, 1);
 }
 
 TEST_F(NavigationTest, TodayIsTheLocalDate) {
-    JumpToToday();
+    JumpToToday(*calendar_);
     const SystemTime today = LocalTime();
     EXPECT_EQ(View().period.date.year, today.year);
     EXPECT_EQ(View().period.date.month, today.month);
@@ -242,7 +242,7 @@ TEST_F(NavigationTest, DownFromAYearEndsInAMonthDrawnAtRandom) {
     std::set<int> months;
     for (int i = 0; i < 40; ++i) {
         ShowYear(1999);
-        OpenTodayLevel();
+        OpenTodayLevel(*calendar_);
         ASSERT_TRUE(WaitUntilIdle());
         EXPECT_EQ(View().period.level, Level::Month);
         months.insert(View().period.date.month);
@@ -256,7 +256,7 @@ TEST_F(NavigationTest, DownFromThisYearPutsTodaysMonthIntoTheDay) {
     const SystemTime today = LocalTime();
     ShowYear(today.year);
     ChangeView([&](ViewState& view) { view.period.date.day = 31; });
-    OpenTodayLevel();
+    OpenTodayLevel(*calendar_);
     EXPECT_EQ(View().period.date.day, today.month);
 }
 
@@ -264,26 +264,26 @@ TEST_F(NavigationTest, DownFromAMonthShowsItsFirstDayWithAFolder) {
     MakeDirectories(DayFolder(1999, 4, 9));
     MakeDirectories(DayFolder(1999, 4, 20));
     ShowMonth(1999, 4);
-    OpenTodayLevel();
+    OpenTodayLevel(*calendar_);
     EXPECT_EQ(Now(), "4:1999/4/9");
 }
 
 TEST_F(NavigationTest, DownFromAMonthWithoutFoldersShowsTheFifteenth) {
     ShowMonth(1999, 4);
-    OpenTodayLevel();
+    OpenTodayLevel(*calendar_);
     EXPECT_EQ(Now(), "4:1999/4/15");
 }
 
 TEST_F(NavigationTest, DownFromThisMonthShowsToday) {
     const SystemTime today = LocalTime();
     ShowMonth(today.year, today.month);
-    OpenTodayLevel();
+    OpenTodayLevel(*calendar_);
     EXPECT_EQ(View().period.date.day, today.day);
 }
 
 TEST_F(NavigationTest, DownFromADayDoesNothing) {
     ShowDay(1999, 4, 9);
-    OpenTodayLevel();
+    OpenTodayLevel(*calendar_);
     EXPECT_EQ(Now(), "4:1999/4/9");
 }
 
@@ -291,7 +291,7 @@ TEST_F(NavigationTest, ChangeToMonthlyClearsPressAndTicks) {
     ShowYear(1999);
     State().press.ObjectHit = State().press.PressActive = 1;
     State().run.TicksInView = 12;
-    ChangeToMonthly(6);
+    ChangeToMonthly(*calendar_, 6);
     EXPECT_EQ(View().period.level, Level::Month);
     EXPECT_EQ(View().period.date.month, 6);
     EXPECT_EQ(State().press.ObjectHit, 0);
@@ -302,11 +302,11 @@ TEST_F(NavigationTest, ChangeToMonthlyClearsPressAndTicks) {
 TEST_F(NavigationTest, ModesFlipAndReload) {
     ShowMonth(2008, 11);
     navigation_.lines.Clear();
-    ToggleGoodMode();
+    ToggleGoodMode(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
-    TogglePublicMode();
+    TogglePublicMode(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
-    ToggleAllView();
+    ToggleAllView(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     EXPECT_EQ(State().settings.GoodMode, 1);
     EXPECT_EQ(State().settings.PublicMode, 1);
@@ -322,13 +322,13 @@ TEST_F(NavigationTest, ModesFlipAndReload) {
 TEST_F(NavigationTest, EachLoadIsToldWithItsPeriod) {
     navigation_.lines.Clear();
     ShowYear(2008);
-    UpdateObjects();
+    UpdateObjects(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     ShowMonth(2008, 3);
-    UpdateObjects();
+    UpdateObjects(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     ShowDay(2008, 3, 4);
-    UpdateObjects();
+    UpdateObjects(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     EXPECT_THAT(navigation_.lines.Take(),
                 testing::ElementsAre("(Year)\t2008", "(Month)\t2008/03", "(Day)\t2008/03/04"));
@@ -346,7 +346,7 @@ protected:
 TEST_F(RandomNavigateTest, UnlistedYearMayMoveOnAtTheFirstTick) {
     ShowYear(1990);
     State().run.TicksInView = 1;
-    EXPECT_TRUE(RandomNavigate());
+    EXPECT_TRUE(RandomNavigate(*calendar_));
     EXPECT_EQ(View().period.date.year, 2005);
     EXPECT_EQ(State().run.TicksInView, 0);
 }
@@ -354,10 +354,10 @@ TEST_F(RandomNavigateTest, UnlistedYearMayMoveOnAtTheFirstTick) {
 TEST_F(RandomNavigateTest, MonthStandsForTenTicksAtLeast) {
     ShowMonth(1990, 1);
     State().run.TicksInView = 10;
-    EXPECT_FALSE(RandomNavigate());
+    EXPECT_FALSE(RandomNavigate(*calendar_));
     EXPECT_EQ(View().period.date.year, 1990);
     State().run.TicksInView = 11;
-    EXPECT_TRUE(RandomNavigate());
+    EXPECT_TRUE(RandomNavigate(*calendar_));
     EXPECT_EQ(View().period.date.year, 2005);
     EXPECT_EQ(View().period.date.month, 5);
 }
@@ -366,23 +366,23 @@ TEST_F(RandomNavigateTest, TimingOfAutoNavigateEndsALongStand) {
     State().settings.TimingOfAutoNavigate = 3;
     ShowMonth(1990, 1);
     State().run.TicksInView = 3;
-    EXPECT_FALSE(RandomNavigate());
+    EXPECT_FALSE(RandomNavigate(*calendar_));
     State().run.TicksInView = 4;
-    EXPECT_TRUE(RandomNavigate());
+    EXPECT_TRUE(RandomNavigate(*calendar_));
 }
 
 TEST_F(RandomNavigateTest, NothingToPickEndsTheBeatWithoutAMove) {
     TheDateTree().Scan(root_ + "/nothing", false);
     ShowDay(1990, 1, 1);
     State().run.TicksInView = 100;
-    EXPECT_TRUE(RandomNavigate());
+    EXPECT_TRUE(RandomNavigate(*calendar_));
     EXPECT_EQ(Now(), "4:1990/1/1");
 }
 
 TEST_F(RandomNavigateTest, DayMoveAdvancesTheDayRing) {
     ShowDay(1990, 1, 1);
     State().run.TicksInView = 1;
-    EXPECT_TRUE(RandomNavigate());
+    EXPECT_TRUE(RandomNavigate(*calendar_));
     EXPECT_EQ(Now(), "4:2005/5/5");
     EXPECT_EQ(State().run.DayRing, 1);
 }

@@ -13,6 +13,7 @@ constexpr Color kOld{200, 0, 0}, kNew{0, 0, 200};
 // The first paint takes as long as the test wants.
 class SlowFirstPaint : public MonthCalendar {
 public:
+    using MonthCalendar::MonthCalendar;
     void Paint(Canvas& canvas, const Period&, Size client, double) override {
         const bool isFirst = !paints_++;
         canvas.FillRect({0, 0, client.width, client.height}, isFirst ? kOld : kNew);
@@ -32,16 +33,16 @@ TEST_F(PaintOrderTest, PaintThatBeganEarlierDoesNotCoverTheOneThatBeganLater) {
     ShowMonth(2008, 11);
     OpenWindow({400, 300});
     ASSERT_TRUE(WaitUntilIdle());
-    SlowFirstPaint view;
-    CalendarView* const real = std::exchange(calendar_->monthView, &view);
-    std::thread slow(PaintBase);
+    auto slowView = std::make_unique<SlowFirstPaint>(*calendar_);
+    SlowFirstPaint& view = *slowView;
+    calendar_->monthView = std::move(slowView);
+    std::thread slow([this] { PaintBase(*calendar_); });
     view.begun.get_future().wait();
-    PaintBase();
+    PaintBase(*calendar_);
     EXPECT_EQ(PixelAt(200, 100), kNew);
     view.mayEnd.set_value();
     slow.join();
     EXPECT_EQ(PixelAt(200, 100), kNew);
-    calendar_->monthView = real;
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ constexpr Color kRed{200, 30, 30}, kGreen{30, 180, 30}, kBlue{30, 30, 200};
 class PaintingTest : public ViewTest {
 protected:
     void Load() {
-        UpdateObjects();
+        UpdateObjects(*calendar_);
         ASSERT_TRUE(WaitUntilIdle());
     }
     static Rect Cell(int day) { return MonthCellRect(MakeMonthGrid(2008, 11, {0, 0, 960, 700}, false), day); }
@@ -48,8 +48,8 @@ TEST_F(PaintingTest, MonthShowsEachDaysPicture) {
     Load();
     EXPECT_EQ(CentreOf(3), kRed);
     EXPECT_EQ(CentreOf(13), kGreen);
-    EXPECT_EQ(Calendar().objectsDrawn, 2);
-    EXPECT_TRUE(IsViewReady());
+    EXPECT_EQ(calendar_->objectsDrawn, 2);
+    EXPECT_TRUE(IsViewReady(*calendar_));
 }
 
 TEST_F(PaintingTest, YearShowsEachDaysPicture) {
@@ -60,7 +60,7 @@ TEST_F(PaintingTest, YearShowsEachDaysPicture) {
     Load();
     const Rect cell = MonthCellRect(MakeMonthGrid(2008, 11, YearMonthRect(960, 11), true), 13);
     EXPECT_EQ(PixelAt(cell.x + cell.width / 2 + 6, cell.y + cell.height - 4), kGreen);
-    EXPECT_EQ(Calendar().objectsDrawn, 2);
+    EXPECT_EQ(calendar_->objectsDrawn, 2);
 }
 
 TEST_F(PaintingTest, YearWithoutDayGridsShowsOnePictureAMonth) {
@@ -71,7 +71,7 @@ TEST_F(PaintingTest, YearWithoutDayGridsShowsOnePictureAMonth) {
     Load();
     const Rect month = YearMonthRect(960, 2);
     EXPECT_EQ(PixelAt(month.x + month.width / 2, month.y + month.height / 2), kRed);
-    EXPECT_EQ(Calendar().objectsDrawn, 1);
+    EXPECT_EQ(calendar_->objectsDrawn, 1);
 }
 
 TEST_F(PaintingTest, TextFrameTakesTheColoursOfItsHead) {
@@ -95,10 +95,10 @@ TEST_F(PaintingTest, VanishedFileIsPassedOver) {
     OpenWindow({960, 700});
     Load();
     files::RemoveFile(gone);
-    PaintView();
+    PaintView(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     EXPECT_EQ(CentreOf(3), kGreen);
-    EXPECT_LE(ContentOfCell(2008, 11, 3).count, 2u);
+    EXPECT_LE(ContentOfCell(*calendar_, 2008, 11, 3).count, 2u);
 }
 
 TEST_F(PaintingTest, FileThatVanishesBetweenListingAndReadingLeavesTheCellEmpty) {
@@ -107,7 +107,7 @@ TEST_F(PaintingTest, FileThatVanishesBetweenListingAndReadingLeavesTheCellEmpty)
     OpenWindow({960, 700});
     Load();
     files::RemoveFile(gone);
-    PaintView();
+    PaintView(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     EXPECT_NE(CentreOf(3), kRed);
 }
@@ -120,7 +120,7 @@ TEST_F(PaintingTest, BrokenPicturesDrawNothing) {
     ShowMonth(2008, 11);
     OpenWindow({960, 700});
     Load();
-    EXPECT_EQ(Calendar().objectsDrawn, 0);
+    EXPECT_EQ(calendar_->objectsDrawn, 0);
 }
 
 TEST_F(PaintingTest, TextOfAGigabyteShowsItsHead) {
@@ -143,7 +143,7 @@ TEST_F(PaintingTest, FolderWithoutPermissionIsAnEmptyDay) {
     OpenWindow({960, 700});
     Load();
     EXPECT_EQ(CentreOf(4), kGreen);
-    EXPECT_EQ(ContentOfCell(2008, 11, 3).count, closed ? 0u : 1u);
+    EXPECT_EQ(ContentOfCell(*calendar_, 2008, 11, 3).count, closed ? 0u : 1u);
     std::filesystem::permissions(DayFolder(2008, 11, 3), std::filesystem::perms::owner_all);
 }
 
@@ -154,7 +154,7 @@ TEST_F(PaintingTest, EmptyMonthIsAGrid) {
     const Rect cell = Cell(13);
     const Color paper = PixelAt(cell.x + cell.width / 2, cell.y + cell.height / 2);
     EXPECT_NE(PixelAt(cell.x, cell.y + cell.height / 2), paper) << "its frame";
-    EXPECT_TRUE(IsViewReady());
+    EXPECT_TRUE(IsViewReady(*calendar_));
 }
 
 TEST_F(PaintingTest, WindowWithoutASizeIsNoTrouble) {
@@ -172,7 +172,7 @@ TEST_F(PaintingTest, WindowWithoutASizeIsNoTrouble) {
 TEST_F(PaintingTest, MonthOutsideTheCalendarIsNotDrawn) {
     ShowMonth(2008, 13);
     OpenWindow({960, 700});
-    PaintView();
+    PaintView(*calendar_);
     EXPECT_TRUE(WaitUntilIdle());
 }
 
@@ -184,7 +184,7 @@ TEST_F(PaintingTest, SecondRootAddsItsObjects) {
     ShowMonth(2008, 11);
     OpenWindow({960, 700});
     Load();
-    EXPECT_EQ(ContentOfCell(2008, 11, 3).count, 2u);
+    EXPECT_EQ(ContentOfCell(*calendar_, 2008, 11, 3).count, 2u);
 }
 
 TEST_F(PaintingTest, YearSlotIsTakenByTheYearThatSharesIt) {
@@ -194,9 +194,9 @@ TEST_F(PaintingTest, YearSlotIsTakenByTheYearThatSharesIt) {
     Load();
     ShowMonth(2008 + 13, 11);
     Load();
-    EXPECT_EQ(ContentOfCell(2008, 11, 3).count, 0u);
-    EXPECT_FALSE(ContentOfCell(2008, 11, 3).active);
-    EXPECT_TRUE(ContentOfCell(2021, 11, 3).active);
+    EXPECT_EQ(ContentOfCell(*calendar_, 2008, 11, 3).count, 0u);
+    EXPECT_FALSE(ContentOfCell(*calendar_, 2008, 11, 3).active);
+    EXPECT_TRUE(ContentOfCell(*calendar_, 2021, 11, 3).active);
 }
 
 TEST_F(PaintingTest, OwnBackgroundOfTheMonthIsDrawn) {
@@ -217,10 +217,10 @@ TEST_F(PaintingTest, BackgroundReplacedUnderItsNameIsSeenAtTheNextPaint) {
     Load();
     ASSERT_EQ(PixelAt(350, 640), kBlue);
     WritePicture(path, kGreen, {40, 30});
-    PaintView();
+    PaintView(*calendar_);
     EXPECT_EQ(PixelAt(350, 640), kGreen);
     files::RemoveFile(path);
-    PaintView();
+    PaintView(*calendar_);
     EXPECT_EQ(PixelAt(350, 640), ColorFromBgr(0xE6FFFF)) << "one that has gone";
 }
 
@@ -233,7 +233,7 @@ TEST_F(PaintingTest, DayShowsItsObjectsInTheirLines) {
     OpenWindow({960, 700});
     Load();
     ObjectList::Hit hit;
-    const ObjectList& objects = Calendar().CurrentDayViewer().objects;
+    const ObjectList& objects = calendar_->CurrentDayViewer().objects;
     ASSERT_TRUE(objects.HitTest({60, 170 + 20}, &hit));
     EXPECT_TRUE(hit.path.ends_with("/a.txt"));
     EXPECT_EQ(hit.drawn.height, 155);
@@ -246,9 +246,9 @@ TEST_F(PaintingTest, EmptyScatterNeedsNoWalkToBeLoaded) {
     ShowMonth(2008, 11);
     ChangeView([&](ViewState& view) { view.scatter = true; });
     OpenWindow({960, 700});
-    UpdateObjects();
+    UpdateObjects(*calendar_);
     EXPECT_TRUE(WaitUntilIdle());
-    EXPECT_TRUE(Calendar().CurrentAllViewer().loaded);
+    EXPECT_TRUE(calendar_->CurrentAllViewer().loaded);
 }
 
 TEST_F(PaintingTest, ScatterKeepsEveryObjectInsideTheWindow) {
@@ -257,8 +257,8 @@ TEST_F(PaintingTest, ScatterKeepsEveryObjectInsideTheWindow) {
     ChangeView([&](ViewState& view) { view.scatter = true; });
     OpenWindow({960, 700});
     Load();
-    EXPECT_EQ(Calendar().objectsDrawn, 30);
-    for (const PlacedObjectPtr& object : Calendar().CurrentAllViewer().objects.Snapshot()) {
+    EXPECT_EQ(calendar_->objectsDrawn, 30);
+    for (const PlacedObjectPtr& object : calendar_->CurrentAllViewer().objects.Snapshot()) {
         EXPECT_GE(object->drawn.x, 0);
         EXPECT_LE(object->drawn.Right(), 960);
         EXPECT_LE(object->drawn.Bottom(), 650) << "the buttons' strip stays free";
@@ -274,10 +274,10 @@ TEST_F(PaintingTest, YearsScatterLeavesTheSecondRootOut) {
     ShowYear(2008);
     OpenWindow({960, 700});
     Load();
-    EXPECT_EQ(Calendar().CurrentAllViewer().objects.Count(), 1u);
+    EXPECT_EQ(calendar_->CurrentAllViewer().objects.Count(), 1u);
     ShowMonth(2008, 11);
     Load();
-    EXPECT_EQ(Calendar().CurrentAllViewer().objects.Count(), 2u);
+    EXPECT_EQ(calendar_->CurrentAllViewer().objects.Count(), 2u);
 }
 
 TEST_F(PaintingTest, PausedWalkDrawsNothingAndLeavesTheGuiThreadFree) {
@@ -285,14 +285,14 @@ TEST_F(PaintingTest, PausedWalkDrawsNothingAndLeavesTheGuiThreadFree) {
     ShowDay(2008, 11, 13);
     OpenWindow({960, 700});
     State().run.Paused = 1;
-    UpdateObjects();
+    UpdateObjects(*calendar_);
     const double start = UptimeMs();
     while (UptimeMs() - start < 400) TheApplication()->ProcessEvents(5);
-    EXPECT_TRUE(Calendar().IsPaintThreadRunning());
-    EXPECT_EQ(Calendar().objectsDrawn, 0);
+    EXPECT_TRUE(calendar_->IsPaintThreadRunning());
+    EXPECT_EQ(calendar_->objectsDrawn, 0);
     State().run.Paused = 0;
     EXPECT_TRUE(WaitUntilIdle());
-    EXPECT_EQ(Calendar().objectsDrawn, 1);
+    EXPECT_EQ(calendar_->objectsDrawn, 1);
 }
 
 TEST_F(PaintingTest, RepaintDuringTheWalkLeavesTheWindowAsItIs) {
@@ -300,21 +300,21 @@ TEST_F(PaintingTest, RepaintDuringTheWalkLeavesTheWindowAsItIs) {
     ShowDay(2008, 11, 13);
     OpenWindow({960, 700});
     State().run.Paused = 1;
-    UpdateObjects();
-    while (!Calendar().IsPaintThreadRunning()) TheApplication()->ProcessEvents(2);
+    UpdateObjects(*calendar_);
+    while (!calendar_->IsPaintThreadRunning()) TheApplication()->ProcessEvents(2);
     // The walk itself clears the stripe once where it begins, so the stripe may be gone at the first looks.
     const Color stripe = ColorFromBgr(0xFFB4A0);
     bool stays = false;
     const double start = UptimeMs();
     while (!stays && UptimeMs() - start < 10000) {
         ProgressStripe(1.0);
-        PaintView();
+        PaintView(*calendar_);
         stays = PixelAt(400, 0) == stripe;
     }
     EXPECT_TRUE(stays);
     State().run.Paused = 0;
     EXPECT_TRUE(WaitUntilIdle());
-    EXPECT_EQ(Calendar().objectsDrawn, 1) << "the walk has begun again after the paint";
+    EXPECT_EQ(calendar_->objectsDrawn, 1) << "the walk has begun again after the paint";
 }
 
 TEST_F(PaintingTest, StopEndsTheWalk) {
@@ -322,14 +322,14 @@ TEST_F(PaintingTest, StopEndsTheWalk) {
     ShowDay(2008, 11, 13);
     OpenWindow({960, 700});
     State().settings.TimingOfChangeImage = 100;
-    UpdateObjects();
+    UpdateObjects(*calendar_);
     const double start = UptimeMs();
-    while (Calendar().objectsDrawn == 0 && UptimeMs() - start < 10000) TheApplication()->ProcessEvents(2);
-    ASSERT_GT(Calendar().objectsDrawn, 0) << "the walk clears the stop where it begins";
-    StopCurrentLoad();
+    while (calendar_->objectsDrawn == 0 && UptimeMs() - start < 10000) TheApplication()->ProcessEvents(2);
+    ASSERT_GT(calendar_->objectsDrawn, 0) << "the walk clears the stop where it begins";
+    StopCurrentLoad(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
-    EXPECT_LT(Calendar().objectsDrawn, 20);
-    EXPECT_FALSE(Calendar().CurrentDayViewer().loaded);
+    EXPECT_LT(calendar_->objectsDrawn, 20);
+    EXPECT_FALSE(calendar_->CurrentDayViewer().loaded);
 }
 
 // ---- the stripe
@@ -365,14 +365,14 @@ TEST_F(PaintingTest, ThirdOfTheMonthChangesATick) {
     std::vector<Color> before;
     for (int day = 1; day <= 30; ++day) before.push_back(CentreOf(day));
     State().settings.TimingOfChangeBgImage = 15;
-    HeartbeatRedraw(1);
+    HeartbeatRedraw(*calendar_, 1);
     const MonthGrid grid = MakeMonthGrid(2008, 11, {0, 0, 960, 700}, false);
     for (int day = 1; day <= 30; ++day) {
         const bool turn = (grid.RowOf(day) + grid.ColumnOf(day)) % 3 == 1;
         EXPECT_EQ(CentreOf(day) != before[static_cast<std::size_t>(day - 1)], turn) << "day " << day;
     }
-    HeartbeatRedraw(2);
-    HeartbeatRedraw(3);
+    HeartbeatRedraw(*calendar_, 2);
+    HeartbeatRedraw(*calendar_, 3);
     for (int day = 1; day <= 30; ++day)
         EXPECT_NE(CentreOf(day), before[static_cast<std::size_t>(day - 1)])
             << "after three beats all have changed";
@@ -389,7 +389,7 @@ TEST_F(PaintingTest, BackgroundBeatChangesNothingOnTheScreen) {
     std::vector<Color> before;
     for (int day = 1; day <= 30; ++day) before.push_back(CentreOf(day));
     State().settings.TimingOfChangeBgImage = 1;
-    for (int tick = 1; tick <= 3; ++tick) HeartbeatRedraw(tick);
+    for (int tick = 1; tick <= 3; ++tick) HeartbeatRedraw(*calendar_, tick);
     for (int day = 1; day <= 30; ++day) EXPECT_EQ(CentreOf(day), before[static_cast<std::size_t>(day - 1)]);
 }
 
@@ -399,9 +399,9 @@ TEST_F(PaintingTest, BeatBringsTheNextObjectOfTheScatterToTheTop) {
     ChangeView([&](ViewState& view) { view.scatter = true; });
     OpenWindow({960, 700});
     Load();
-    ObjectList& objects = Calendar().CurrentAllViewer().objects;
+    ObjectList& objects = calendar_->CurrentAllViewer().objects;
     const PlacedObjectPtr first = objects.Front();
-    HeartbeatRedraw(1);
+    HeartbeatRedraw(*calendar_, 1);
     EXPECT_EQ(objects.Snapshot().back(), first);
     EXPECT_NE(objects.Front(), first);
 }
@@ -413,9 +413,9 @@ TEST_F(PaintingTest, BeatRedrawsOneObjectOfEachLine) {
     ShowDay(2008, 11, 13);
     OpenWindow({960, 700});
     Load();
-    ObjectList& objects = Calendar().CurrentDayViewer().objects;
+    ObjectList& objects = calendar_->CurrentDayViewer().objects;
     const auto before = objects.Snapshot();
-    HeartbeatRedraw(1);
+    HeartbeatRedraw(*calendar_, 1);
     const auto after = objects.Snapshot();
     ASSERT_EQ(after.size(), 3u);
     EXPECT_NE(before.front(), after.front());
@@ -433,12 +433,12 @@ TEST_F(PaintingTest, MonthPictureStepGoesToTheNextDayWithObjects) {
     const auto colour = [&] { return PixelAt(month.x + month.width / 2, month.y + month.height / 2); };
     bool sawRed = false, sawGreen = false;
     for (int step = 0; step < 40; ++step) {
-        EXPECT_EQ(StepMonthPicture(2008, 2), 0);
+        EXPECT_EQ(StepMonthPicture(*calendar_, 2008, 2), 0);
         sawRed |= colour() == kRed;
         sawGreen |= colour() == kGreen;
     }
     EXPECT_TRUE(sawRed && sawGreen);
-    EXPECT_EQ(StepMonthPicture(2008, 3), -1) << "a month without objects";
+    EXPECT_EQ(StepMonthPicture(*calendar_, 2008, 3), -1) << "a month without objects";
 }
 
 TEST_F(PaintingTest, NewBackgroundWaitsForTheNextFullPaint) {
@@ -447,10 +447,10 @@ TEST_F(PaintingTest, NewBackgroundWaitsForTheNextFullPaint) {
     ShowMonth(2008, 11);
     OpenWindow({960, 700});
     Load();
-    Calendar().backgrounds.Clear();  // another background would be drawn now
+    calendar_->backgrounds.Clear();  // another background would be drawn now
     const Rect cell = Cell(3);
     const Color beside = PixelAt(cell.x + 5, cell.y + 90);
-    DrawCellOnWindow(2008, 11, 3);
+    DrawCellOnWindow(*calendar_, 2008, 11, 3);
     EXPECT_EQ(PixelAt(cell.x + 5, cell.y + 90), beside) << "beside the picture of a cell drawn alone";
     EXPECT_EQ(beside, kBlue);
 }
@@ -464,10 +464,10 @@ TEST_F(PaintingTest, ReloadWhilePausedReturns) {
     Load();
     AddPicture(2008, 11, 4, "b.png", kGreen);
     State().run.Paused = 1;
-    ReloadView();
+    ReloadView(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
-    EXPECT_EQ(ContentOfCell(2008, 11, 4).count, 1u);
-    EXPECT_EQ(ContentOfCell(2008, 11, 3).count, 1u) << "nothing is listed twice";
+    EXPECT_EQ(ContentOfCell(*calendar_, 2008, 11, 4).count, 1u);
+    EXPECT_EQ(ContentOfCell(*calendar_, 2008, 11, 3).count, 1u) << "nothing is listed twice";
     State().run.Paused = 0;
 }
 
@@ -476,10 +476,10 @@ TEST_F(PaintingTest, StopWithoutALoadDoesNotEmptyTheDayForGood) {
     ShowDay(2008, 11, 13);
     OpenWindow({960, 700});
     Load();
-    StopCurrentLoad();
-    PaintView();
+    StopCurrentLoad(*calendar_);
+    PaintView(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
-    EXPECT_EQ(Calendar().objectsDrawn, 1);
+    EXPECT_EQ(calendar_->objectsDrawn, 1);
 }
 
 TEST_F(PaintingTest, ButtonsStayOnTopOfAWideMonthsLastRow) {
@@ -488,7 +488,7 @@ TEST_F(PaintingTest, ButtonsStayOnTopOfAWideMonthsLastRow) {
     OpenWindow({1300, 700});
     Load();
     const Color label = PixelAt(8, 700 - 8);
-    for (int day = 24; day <= 30; ++day) DrawCellOnWindow(2008, 11, day);
+    for (int day = 24; day <= 30; ++day) DrawCellOnWindow(*calendar_, 2008, 11, day);
     EXPECT_EQ(PixelAt(8, 700 - 8), label);
     EXPECT_NE(label, kRed);
 }
@@ -501,16 +501,16 @@ TEST_F(PaintingTest, LoadThatIsStoppedInItsMiddleLeavesNothingRunning) {
     OpenWindow({960, 700});
     for (int round = 0; round < 100; ++round) {
         ShowYear(2008);
-        UpdateObjects();
+        UpdateObjects(*calendar_);
         TheApplication()->ProcessEvents(round % 7);
-        StopCurrentLoad();
+        StopCurrentLoad(*calendar_);
         ShowMonth(2008, round % 12 + 1);
-        UpdateObjects();
+        UpdateObjects(*calendar_);
         TheApplication()->ProcessEvents(round % 5);
-        StopCurrentLoad();
+        StopCurrentLoad(*calendar_);
         ShowDay(2008, 1, 1);
-        Calendar().AdvanceDayRing();
-        UpdateObjects();
+        calendar_->AdvanceDayRing();
+        UpdateObjects(*calendar_);
     }
     EXPECT_TRUE(WaitUntilIdle());
     EXPECT_FALSE(State().run.ObjectGate.IsHeld());

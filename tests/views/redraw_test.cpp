@@ -32,19 +32,19 @@ protected:
     }
     void Open() {
         OpenWindow(kClient);
-        UpdateObjects();
+        UpdateObjects(*calendar_);
         ASSERT_TRUE(WaitUntilIdle());
     }
     std::vector<Color> Pixels() { return PixelsOf(*window_->Snapshot()); }
 
     void ExpectBeatsToDrawAsAFullPaintDoes() {
         const auto before = Pixels();
-        for (int beat = 1; beat <= 7; ++beat) HeartbeatRedraw(beat);
+        for (int beat = 1; beat <= 7; ++beat) HeartbeatRedraw(*calendar_, beat);
         const auto redrawn = Pixels();
         EXPECT_FALSE(redrawn == before);
         DrawButtonsOnWindow();
         EXPECT_TRUE(Pixels() == redrawn) << "the bar alone, as for a press of Pause";
-        PaintBase();
+        PaintBase(*calendar_);
         EXPECT_TRUE(Pixels() == redrawn) << "all of the window";
     }
 };

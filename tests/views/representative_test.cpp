@@ -21,7 +21,7 @@ protected:
     }
     void Open() {
         OpenWindow(kClient);
-        UpdateObjects();
+        UpdateObjects(*calendar_);
         ASSERT_TRUE(WaitUntilIdle());
     }
     Color CentreOf(int day) const {
@@ -29,10 +29,10 @@ protected:
             MonthCellRect(MakeMonthGrid(2008, 11, {0, 0, kClient.width, kClient.height}, false), day);
         return PixelAt(cell.x + cell.width / 2, cell.y + cell.height * 3 / 4);
     }
-    static std::string Shown(int day) { return ContentOfCell(2008, 11, day).entry.path; }
+    std::string Shown(int day) { return ContentOfCell(*calendar_, 2008, 11, day).entry.path; }
     // Three beats redraw each cell once.
-    static void BeatThreeTimes() {
-        for (int beat = 1; beat <= 3; ++beat) HeartbeatRedraw(beat);
+    void BeatThreeTimes() {
+        for (int beat = 1; beat <= 3; ++beat) HeartbeatRedraw(*calendar_, beat);
     }
 };
 
@@ -59,7 +59,7 @@ TEST_F(RepresentativeTest, AnotherPhotoIsShownWhenTheShownOneBreaks) {
     Open();
     const std::string broken = Shown(3);
     ASSERT_EQ(files::WriteWholeFile(broken, kBroken), files::FileResult::Done);
-    PaintView();
+    PaintView(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     EXPECT_EQ(CentreOf(3), kRed);
     EXPECT_NE(Shown(3), broken);
@@ -76,7 +76,7 @@ TEST_F(RepresentativeTest, CellIsEmptyWhenItsOnlyPhotoBreaks) {
     BeatThreeTimes();
     const Color beaten = CentreOf(3);
     EXPECT_NE(beaten, kRed);
-    PaintView();
+    PaintView(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     EXPECT_EQ(CentreOf(3), beaten) << "as a full paint draws it";
     EXPECT_EQ(CentreOf(4), kRed);
@@ -95,7 +95,7 @@ TEST_F(RepresentativeTest, MonthOfOnePictureShowsADayThatCanBeDrawn) {
         for (int month = 1; month <= 8; ++month) {
             const Rect area = YearMonthRect(kClient.width, month);
             EXPECT_EQ(PixelAt(area.x + area.width / 2, area.y + area.height / 2), kRed) << "month " << month;
-            EXPECT_EQ(RepresentativeDay(2008, month), 12) << "what a press opens";
+            EXPECT_EQ(RepresentativeDay(*calendar_, 2008, month), 12) << "what a press opens";
         }
         BeatThreeTimes();
     }

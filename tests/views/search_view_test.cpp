@@ -41,18 +41,18 @@ protected:
 
     static std::string NameOf(const std::string& path) { return path.substr(path.find_last_of('/') + 1); }
     void Show(const std::string& query) {
-        BeginSearch(query);
+        BeginSearch(*calendar_, query);
         Reload();
     }
     void Reload() {
-        UpdateObjects();
+        UpdateObjects(*calendar_);
         ASSERT_TRUE(WaitUntilIdle());
     }
-    static std::vector<std::string> InCell(int month, int day) {
-        std::lock_guard lock(Calendar().SlotOf(2008).mutex);
+    std::vector<std::string> InCell(int month, int day) {
+        std::lock_guard lock(calendar_->SlotOf(2008).mutex);
         std::vector<std::string> names;
         for (const DayEntry& entry :
-             Calendar().MonthOf(2008, month).days[static_cast<std::size_t>(day - 1)].objects)
+             calendar_->MonthOf(2008, month).days[static_cast<std::size_t>(day - 1)].objects)
             names.push_back(NameOf(entry.path));
         return names;
     }
@@ -61,7 +61,7 @@ protected:
         for (const PlacedObjectPtr& object : list.Snapshot()) names.push_back(NameOf(object->photo->path));
         return names;
     }
-    static std::vector<std::string> InScatter() { return In(Calendar().CurrentAllViewer().objects); }
+    std::vector<std::string> InScatter() { return In(calendar_->CurrentAllViewer().objects); }
 };
 
 TEST_F(SearchViewTest, MonthShowsWhatWasFound) {
@@ -85,7 +85,7 @@ TEST_F(SearchViewTest, YearShowsWhatWasFound) {
 TEST_F(SearchViewTest, DayShowsWhatWasFound) {
     ShowDay(2008, 11, 13);
     Show("cat");
-    EXPECT_THAT(In(Calendar().CurrentDayViewer().objects), ElementsAre("cat.txt"));
+    EXPECT_THAT(In(calendar_->CurrentDayViewer().objects), ElementsAre("cat.txt"));
 }
 
 TEST_F(SearchViewTest, ScatterShowsWhatWasFoundInItsPeriod) {
@@ -127,7 +127,7 @@ TEST_F(SearchViewTest, AllLoadedTurnsToAScatterOfEverythingFound) {
 
 TEST_F(SearchViewTest, EndingItBringsTheFoldersBack) {
     Show("cat");
-    EndSearch();
+    EndSearch(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     EXPECT_FALSE(View().searchResult);
     EXPECT_THAT(InCell(11, 13), ElementsAre("cat.txt", "dog.txt"));
@@ -138,14 +138,14 @@ TEST_F(SearchViewTest, LoadListsForTheViewOfItsRequestAndNotForALaterOne) {
     const LoadRequest before{View(), StopToken()};
     Show("cat");
     const LoadRequest during{View(), StopToken()};
-    LoadDayViewer(before, StopToken());
-    EXPECT_THAT(In(Calendar().CurrentDayViewer().objects), UnorderedElementsAre("cat.txt", "dog.txt"));
+    LoadDayViewer(*calendar_, before, StopToken());
+    EXPECT_THAT(In(calendar_->CurrentDayViewer().objects), UnorderedElementsAre("cat.txt", "dog.txt"));
     ChangeView([](ViewState& view) { view.searchResult = false; });
-    LoadDayViewer(during, StopToken());
-    EXPECT_THAT(In(Calendar().CurrentDayViewer().objects), ElementsAre("cat.txt"));
-    LoadAllViewer(during, StopToken());
+    LoadDayViewer(*calendar_, during, StopToken());
+    EXPECT_THAT(In(calendar_->CurrentDayViewer().objects), ElementsAre("cat.txt"));
+    LoadAllViewer(*calendar_, during, StopToken());
     EXPECT_THAT(InScatter(), ElementsAre("cat.txt"));
-    LoadMonth({during.view, MainRoot(), {false, false, false}}, 11, StopToken());
+    LoadMonth({*calendar_, during.view, MainRoot(), {false, false, false}}, 11, StopToken());
     EXPECT_THAT(InCell(11, 13), ElementsAre("cat.txt"));
 }
 
@@ -159,7 +159,8 @@ TEST_F(SearchViewTest, LabelShowsTheQueryAndEndsTheSearch) {
     Show("cat");
     const Rect area = label();
     ASSERT_FALSE(area.IsEmpty());
-    EXPECT_EQ(PressButton({area.x + area.width / 2, area.y + area.height / 2}), ButtonPress::Done);
+    EXPECT_EQ(PressButton(*calendar_, {area.x + area.width / 2, area.y + area.height / 2}),
+              ButtonPress::Done);
     ASSERT_TRUE(WaitUntilIdle());
     EXPECT_FALSE(View().searchResult);
     EXPECT_TRUE(label().IsEmpty());
@@ -169,7 +170,7 @@ TEST_F(SearchViewTest, LabelShowsTheQueryAndEndsTheSearch) {
 TEST_F(SearchViewTest, ReloadShowsTheResultAgain) {
     Show("cat");
     AddText(2008, 11, 13, "cat2.txt", "a cat");
-    ReloadView();
+    ReloadView(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     EXPECT_THAT(InCell(11, 13), ElementsAre("cat.txt"));
 }
@@ -221,11 +222,11 @@ TEST_F(SearchLoadTest, IndexOfAllThatIsLoadedIsNotLoadedOnTheGuiThread) {
 
 TEST_F(SearchLoadTest, ViewThatIsLeftStopsTheLoadForItsSearch) {
     progress_.isHeld = true;
-    BeginSearch("cat");
-    UpdateObjects();
+    BeginSearch(*calendar_, "cat");
+    UpdateObjects(*calendar_);
     while (progress_.loading == 0) SleepMs(1);
     ChangeView([](ViewState& view) { view.searchResult = false; });
-    UpdateObjects();
+    UpdateObjects(*calendar_);
     ASSERT_TRUE(WaitUntilIdle());
     EXPECT_EQ(progress_.loading, 1) << "no day more";
 }
@@ -241,7 +242,7 @@ TEST_F(SearchViewTest, FoundFilesCountAsWhatTheyAre) {
     Show("me.");
     EXPECT_THAT(InCell(11, 13), ElementsAre("find me.png")) << "as if they lay in the folder";
     EXPECT_THAT(slideShow_.slides.Take(), ElementsAre(DayFolder(2008, 11, 13) + "/find me.png"));
-    EXPECT_TRUE(Calendar().backgrounds.HasMusic(DayFolder(2008, 11, 13) + "/find me.mp3"));
+    EXPECT_TRUE(calendar_->backgrounds.HasMusic(DayFolder(2008, 11, 13) + "/find me.mp3"));
 }
 
 TEST_F(SearchViewTest, FolderIsComparedWithoutCaseAndToItsEnd) {

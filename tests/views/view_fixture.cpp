@@ -10,7 +10,6 @@
 #include "views/bar/button_bar.h"
 #include "views/control/calendar_views.h"
 #include "views/model/calendar_store.h"
-#include "views/paint/paint_on_window.h"
 #include "views/paint/paint_view.h"
 
 namespace kalmora {
@@ -81,8 +80,8 @@ void ViewTest::OpenWindow(Size size) {
     WindowOptions options;
     options.title = "Kalmora";
     options.frame = {0, 0, size.width, size.height};
-    window_ = Window::Create(options, [](Window&, const Event& event) {
-        if (event.type == EventType::Paint) PaintView();
+    window_ = Window::Create(options, [this](Window&, const Event& event) {
+        if (event.type == EventType::Paint) PaintView(*calendar_);
         return true;
     });
     ASSERT_TRUE(window_);
@@ -97,7 +96,7 @@ bool ViewTest::WaitUntilIdle() {
     do {
         TheApplication()->ProcessEvents(2);
         if (UptimeMs() - start > 10000) return false;
-    } while (calendar_->AreWorkersRunning() || !AreCellRedrawsDone());
+    } while (calendar_->AreWorkersRunning());
     TheApplication()->ProcessEvents(2);
     return true;
 }

@@ -1,5 +1,7 @@
 #include "views/control/calendar_views.h"
 
+#include <memory>
+
 #include "views/control/day_calendar.h"
 #include "views/control/month_calendar.h"
 #include "views/control/scatter_calendar.h"
@@ -8,14 +10,10 @@
 namespace kalmora {
 
 void IntroduceViews(CalendarStore& calendar) {
-    static CalendarView* const year = new YearCalendar;
-    static CalendarView* const month = new MonthCalendar;
-    static CalendarView* const day = new DayCalendar;
-    static CalendarView* const scatter = new ScatterCalendar;
-    calendar.yearView = year;
-    calendar.monthView = month;
-    calendar.dayView = day;
-    calendar.scatterView = scatter;
+    calendar.yearView = std::make_unique<YearCalendar>(calendar);
+    calendar.monthView = std::make_unique<MonthCalendar>(calendar);
+    calendar.dayView = std::make_unique<DayCalendar>(calendar);
+    calendar.scatterView = std::make_unique<ScatterCalendar>(calendar);
 }
 
 }  // namespace kalmora

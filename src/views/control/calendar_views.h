@@ -5,8 +5,7 @@
 
 namespace kalmora {
 
-// Hands them to the store, before anything is loaded. They have no data and live as long as the process:
-// workers may outlive main.
+// Makes them for the store, which owns them; before anything is loaded.
 void IntroduceViews(CalendarStore& calendar);
 
 }  // namespace kalmora

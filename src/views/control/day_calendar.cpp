@@ -27,7 +27,7 @@ DayLines LinesOf(Size client) {
 
 void DayCalendar::Announce(const Period& period) {
     const auto& [year, month, day] = period.date;
-    Calendar().partners.navigation.OnNavigation(Format("(Day)\t%04d/%02d/%02d", year, month, day));
+    calendar_.partners.navigation.OnNavigation(Format("(Day)\t%04d/%02d/%02d", year, month, day));
     // Counted from here also when the gate refuses the load, and in the day's scatter.
     State().run.TicksInView = 0;
 }
@@ -37,7 +37,7 @@ std::string DayCalendar::NameOfLoad(const Period&) const { return "UpdateObjects
 void DayCalendar::PrepareLoad(const Period&) {}  // the load takes a viewer that nobody draws in
 
 bool DayCalendar::Load(const LoadRequest& request, const StopToken& stop) {
-    return LoadDayViewer(request, stop);
+    return LoadDayViewer(calendar_, request, stop);
 }
 
 // Reads the day's cell of the grid, not the viewer that is shown, on purpose.
@@ -46,18 +46,19 @@ void DayCalendar::Reload(const LoadRequest& request, const StopToken& stop) {
     Log("Reload (%d/%d/%d)", year, month, day);
     if (day < 1 || day > 31) return;
     {
-        std::lock_guard lock(Calendar().SlotOf(year).mutex);
-        Calendar().MonthOf(year, month).days[static_cast<std::size_t>(day - 1)].Clear();
+        std::lock_guard lock(calendar_.SlotOf(year).mutex);
+        calendar_.MonthOf(year, month).days[static_cast<std::size_t>(day - 1)].Clear();
     }
-    LoadDayCell({request.view, MainRoot(), {}}, month, day, stop);
+    LoadDayCell({calendar_, request.view, MainRoot(), {}}, month, day, stop);
 }
 
 void DayCalendar::Gather(const LoadRequest& request, const StopToken& stop, ObjectList& list) {
-    ForEachRoot(
-        [&](const std::string& root) { GatherDay(root, request.view.period.date, request, stop, list); });
+    ForEachRoot([&](const std::string& root) {
+        GatherDay(calendar_, root, request.view.period.date, request, stop, list);
+    });
 }
 
-void DayCalendar::Stop(const Period&) { Calendar().CurrentDayViewer().stop = true; }
+void DayCalendar::Stop(const Period&) { calendar_.CurrentDayViewer().stop = true; }
 
 bool DayCalendar::IsReady(const Period&) const { return true; }
 
@@ -65,26 +66,26 @@ void DayCalendar::Paint(Canvas& canvas, const Period&, Size client, double scale
     PaintHours(canvas, client, scale);
 }
 
-Viewer* DayCalendar::CurrentViewer() const { return &Calendar().CurrentDayViewer(); }
+Viewer* DayCalendar::CurrentViewer() const { return &calendar_.CurrentDayViewer(); }
 
-WalkEnd DayCalendar::DrawObjects() { return WalkDay(); }
+WalkEnd DayCalendar::DrawObjects() { return WalkDay(calendar_); }
 
-void DayCalendar::Beat(const Period&) { RedrawDay(); }
+void DayCalendar::Beat(const Period&) { RedrawDay(calendar_); }
 
 void DayCalendar::MakeStep(Step step) {
     switch (step) {
         case Step::OuterNext:
-            return NextMonth();
+            return NextMonth(calendar_);
         case Step::Next:
-            return NextDay();
+            return NextDay(calendar_);
         case Step::Previous:
-            return PrevDay();
+            return PrevDay(calendar_);
         case Step::OuterPrevious:
-            return PrevMonth();
+            return PrevMonth(calendar_);
     }
 }
 
-void DayCalendar::AdvanceRing() { Calendar().AdvanceDayRing(); }
+void DayCalendar::AdvanceRing() { calendar_.AdvanceDayRing(); }
 
 int DayCalendar::BeatsToShow(const Period& period) const {
     return TheDateTree().CountOf(period.date.year, period.date.month, period.date.day).value_or(0);
@@ -100,7 +101,7 @@ ViewHit DayCalendar::HitTest(const Period& period, Point point, Size client) con
     ViewHit hit;
     hit.part = ViewHit::Part::DayGround;
     hit.date = period.date;
-    if (ObjectList::Hit object; Calendar().CurrentDayViewer().objects.HitTest(point, &object)) {
+    if (ObjectList::Hit object; calendar_.CurrentDayViewer().objects.HitTest(point, &object)) {
         hit.part = ViewHit::Part::Object;
         hit.hasObject = true;
         hit.area = object.drawn;

@@ -34,35 +34,35 @@ MonthGrid WholeGrid(const CalendarDate& date, Size client) {
 
 void MonthCalendar::Announce(const Period& period) {
     const CalendarDate& date = period.date;
-    Calendar().partners.navigation.OnNavigation(Format("(Month)\t%04d/%02d", date.year, date.month));
+    calendar_.partners.navigation.OnNavigation(Format("(Month)\t%04d/%02d", date.year, date.month));
 }
 
 std::string MonthCalendar::NameOfLoad(const Period& period) const {
     return Format("UpdateObjects: [%d/%02d]", period.date.year, period.date.month);
 }
 
-void MonthCalendar::PrepareLoad(const Period& period) { ClearGrid(period); }
+void MonthCalendar::PrepareLoad(const Period& period) { ClearGrid(calendar_, period); }
 
 bool MonthCalendar::Load(const LoadRequest& request, const StopToken& stop) {
-    return LoadGrid(request, *this, stop);
+    return LoadGrid(calendar_, request, *this, stop);
 }
 
 void MonthCalendar::Reload(const LoadRequest& request, const StopToken& stop) {
     const CalendarDate& date = request.view.period.date;
     Log("Reload (%d/%d)", date.year, date.month);
-    ClearGrid(request.view.period);
-    LoadMonth({request.view, MainRoot(), {false, false, false}}, date.month, stop);
+    ClearGrid(calendar_, request.view.period);
+    LoadMonth({calendar_, request.view, MainRoot(), {false, false, false}}, date.month, stop);
 }
 
 void MonthCalendar::Gather(const LoadRequest& request, const StopToken& stop, ObjectList& list) {
     ForEachRoot([&](const std::string& root) {
-        GatherMonth(root, request.view.period.date.month, request, stop, list);
+        GatherMonth(calendar_, root, request.view.period.date.month, request, stop, list);
     });
 }
 
 void MonthCalendar::FindBackgrounds(const std::string& root, const Period& period,
                                     const StopToken& stop) const {
-    ScanBackgrounds(root, period.date.year, period.date.month, stop);
+    ScanBackgrounds(calendar_, root, period.date.year, period.date.month, stop);
 }
 
 bool MonthCalendar::LoadFolders(const LoadPass& pass, const StopToken& stop) const {
@@ -70,33 +70,38 @@ bool MonthCalendar::LoadFolders(const LoadPass& pass, const StopToken& stop) con
 }
 
 void MonthCalendar::Stop(const Period& period) {
-    Calendar().MonthOf(period.date.year, period.date.month).RaiseStop();
+    calendar_.MonthOf(period.date.year, period.date.month).RaiseStop();
 }
 
 bool MonthCalendar::IsReady(const Period& period) const {
-    const YearView& slot = Calendar().SlotOf(period.date.year);
+    const YearView& slot = calendar_.SlotOf(period.date.year);
     std::lock_guard lock(slot.mutex);
-    return slot.year == period.date.year && Calendar().MonthOf(period.date.year, period.date.month).ready;
+    return slot.year == period.date.year && calendar_.MonthOf(period.date.year, period.date.month).ready;
 }
 
 void MonthCalendar::Paint(Canvas& canvas, const Period& period, Size client, double scale) {
-    Calendar().objectsDrawn = PaintMonth(canvas, period.date.year, period.date.month, client, scale);
+    calendar_.objectsDrawn =
+        PaintMonth(calendar_, canvas, period.date.year, period.date.month, client, scale);
 }
 
 WalkEnd MonthCalendar::DrawObjects() { return WalkEnd::Stopped; }
 
-void MonthCalendar::Beat(const Period& period) { DrawMonthStep(period.date.year, period.date.month); }
+void MonthCalendar::Beat(const Period& period) {
+    DrawMonthStep(calendar_, period.date.year, period.date.month);
+}
 
-void MonthCalendar::RedrawCell(const CalendarDate& day) { DrawCellOnWindow(day.year, day.month, day.day); }
+void MonthCalendar::RedrawCell(const CalendarDate& day) {
+    DrawCellOnWindow(calendar_, day.year, day.month, day.day);
+}
 
 void MonthCalendar::MakeStep(Step step) {
     switch (step) {
         case Step::OuterNext:
             return StepYears(1);
         case Step::Next:
-            return NextMonth();
+            return NextMonth(calendar_);
         case Step::Previous:
-            return PrevMonth();
+            return PrevMonth(calendar_);
         case Step::OuterPrevious:
             return StepYears(-1);
     }
@@ -122,7 +127,7 @@ ViewHit MonthCalendar::HitTest(const Period& period, Point point, Size client) c
     hit.area = MonthCellRect(grid, day);
     hit.part = IsOnDayNumber(hit.area, point) ? ViewHit::Part::DayNumber : ViewHit::Part::Object;
     hit.hasObject = hit.picksDay = true;
-    const CellContent content = ContentOfCell(hit.date.year, hit.date.month, day);
+    const CellContent content = ContentOfCell(calendar_, hit.date.year, hit.date.month, day);
     if (content.count == 0) return hit;
     hit.path = content.entry.path;
     hit.kind = content.entry.kind;

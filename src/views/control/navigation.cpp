@@ -22,21 +22,21 @@ namespace kalmora {
 
 namespace {
 
-void AdvanceRing() {
+void AdvanceRing(CalendarStore& calendar) {
     if (View().scatter)
-        Calendar().AdvanceAllRing();
+        calendar.AdvanceAllRing();
     else
-        Calendar().AdvanceDayRing();
+        calendar.AdvanceDayRing();
 }
 
-void ReloadPeriod() {
+void ReloadPeriod(CalendarStore& calendar) {
     SetButtonStates();
-    UpdateObjects();
+    UpdateObjects(calendar);
 }
 
-void BeginMonthStep() {
-    StopCurrentLoad();
-    if (View().scatter) Calendar().AdvanceAllRing();
+void BeginMonthStep(CalendarStore& calendar) {
+    StopCurrentLoad(calendar);
+    if (View().scatter) calendar.AdvanceAllRing();
 }
 
 Period WithPreviousMonth(Period period) {
@@ -66,16 +66,16 @@ Period WithNextMonth(Period period) {
 bool IsLastDay(const CalendarDate& date) { return date.day == DaysInMonth(date.year, date.month); }
 
 // The day under the cursor in a grid of days.
-std::optional<CalendarDate> DayUnderCursor() {
+std::optional<CalendarDate> DayUnderCursor(CalendarStore& calendar) {
     const Window* window = MainWindow();
     if (!window) return std::nullopt;
     const ViewState view = View();
-    return Calendar().ViewOf(view).DayUnder(view.period, window->ToClient(CursorPosition()),
-                                            window->ClientSize());
+    return calendar.ViewOf(view).DayUnder(view.period, window->ToClient(CursorPosition()),
+                                          window->ClientSize());
 }
 
-void OpenMonthOfYear(const SystemTime& today) {
-    StopCurrentLoad();
+void OpenMonthOfYear(CalendarStore& calendar, const SystemTime& today) {
+    StopCurrentLoad(calendar);
     Period target{Level::Month, View().period.date};
     if (today.year == target.date.year) {
         // Today's month goes into the day, not into the month: a slip that is kept as it is.
@@ -90,14 +90,14 @@ void OpenMonthOfYear(const SystemTime& today) {
     SetButtonStates();
     DrawButtonsOnWindow();
     // Draws the month at random, without regard to what was found before: kept as it is.
-    ChangeToMonthly(0);
+    ChangeToMonthly(calendar, 0);
     SetButtonStates();
     DrawButtonsOnWindow();
-    UpdateObjects();
+    UpdateObjects(calendar);
 }
 
-void OpenDayOfMonth(const SystemTime& today) {
-    StopCurrentLoad();
+void OpenDayOfMonth(CalendarStore& calendar, const SystemTime& today) {
+    StopCurrentLoad(calendar);
     Period target{Level::Day, View().period.date};
     CalendarDate& date = target.date;
     if (today.year == date.year && today.month == date.month) {
@@ -112,27 +112,27 @@ void OpenDayOfMonth(const SystemTime& today) {
     SetButtonStates();
     DrawButtonsOnWindow();
     // The view is a day already, so this only clears what is pressed.
-    ChangeToDaily(0);
+    ChangeToDaily(calendar, 0);
     SetButtonStates();
     DrawButtonsOnWindow();
-    UpdateObjects();
+    UpdateObjects(calendar);
 }
 
 // A mode of the filters.
-void FlipFilter(SharedFlag& mode) {
+void FlipFilter(CalendarStore& calendar, SharedFlag& mode) {
     const NavigationGuard guard;
     if (!guard) return;
     mode = mode ? 0 : 1;
-    UpdateObjects();
+    UpdateObjects(calendar);
 }
 
 }  // namespace
 
-void StepPeriod(Step step) {
+void StepPeriod(CalendarStore& calendar, Step step) {
     const NavigationGuard guard;
     if (!guard) return;
-    UpdateObjectsSoon();
-    Calendar().ViewOf(View()).MakeStep(step);
+    UpdateObjectsSoon(calendar);
+    calendar.ViewOf(View()).MakeStep(step);
     SetButtonStates();
 }
 
@@ -140,21 +140,21 @@ void StepYears(int years) {
     ChangeView([&](ViewState& view) { view.period.date.year += years; });
 }
 
-void PrevMonth() {
-    BeginMonthStep();
+void PrevMonth(CalendarStore& calendar) {
+    BeginMonthStep(calendar);
     ChangeView([](ViewState& view) { view.period = WithPreviousMonth(view.period); });
 }
 
-void NextMonth() {
-    BeginMonthStep();
+void NextMonth(CalendarStore& calendar) {
+    BeginMonthStep(calendar);
     ChangeView([](ViewState& view) { view.period = WithNextMonth(view.period); });
 }
 
-void PrevDay() {
-    StopCurrentLoad();
-    AdvanceRing();
+void PrevDay(CalendarStore& calendar) {
+    StopCurrentLoad(calendar);
+    AdvanceRing(calendar);
     // Over the month's edge this advances the scatter's ring a second time; kept as it is.
-    if (View().period.date.day == 1) BeginMonthStep();
+    if (View().period.date.day == 1) BeginMonthStep(calendar);
     ChangeView([](ViewState& view) {
         CalendarDate& date = view.period.date;
         if (date.day != 1) {
@@ -166,10 +166,10 @@ void PrevDay() {
     });
 }
 
-void NextDay() {
-    StopCurrentLoad();
-    AdvanceRing();
-    if (IsLastDay(View().period.date)) BeginMonthStep();
+void NextDay(CalendarStore& calendar) {
+    StopCurrentLoad(calendar);
+    AdvanceRing(calendar);
+    if (IsLastDay(View().period.date)) BeginMonthStep(calendar);
     ChangeView([](ViewState& view) {
         CalendarDate& date = view.period.date;
         if (!IsLastDay(date)) {
@@ -181,108 +181,108 @@ void NextDay() {
     });
 }
 
-void ToYearly() {
+void ToYearly(CalendarStore& calendar) {
     if (View().period.level != Level::Month) return;
     if (State().run.ObjectGate.IsStopRequested()) return;
-    StopCurrentLoad();
+    StopCurrentLoad(calendar);
     // Ahead of the guard: when that refuses, the next heartbeat finds the year unloaded and loads it. Kept.
     ChangeView([](ViewState& view) { view.period.level = Level::Year; });
     const NavigationGuard guard;
-    if (guard) ReloadPeriod();
+    if (guard) ReloadPeriod(calendar);
 }
 
-void OneLevelUp() {
+void OneLevelUp(CalendarStore& calendar) {
     const Level level = View().period.level;
     if (level == Level::Year) return;
     if (State().run.ObjectGate.IsStopRequested()) return;
-    StopCurrentLoad();
+    StopCurrentLoad(calendar);
     ChangeView(
         [&](ViewState& view) { view.period.level = level == Level::Day ? Level::Month : Level::Year; });
     const NavigationGuard guard;
-    if (guard) ReloadPeriod();
+    if (guard) ReloadPeriod(calendar);
 }
 
-void OpenTodayLevel() {
+void OpenTodayLevel(CalendarStore& calendar) {
     const Level level = View().period.level;
     if (level == Level::Day) return;
     // Only the first half of the guard: the changes below enter the queue by themselves.
     if (State().run.ObjectGate.IsStopRequested()) return;
     const SystemTime today = LocalTime();
     if (level == Level::Year)
-        OpenMonthOfYear(today);
+        OpenMonthOfYear(calendar, today);
     else
-        OpenDayOfMonth(today);
+        OpenDayOfMonth(calendar, today);
 }
 
-void ChangeToMonthly(int month) {
+void ChangeToMonthly(CalendarStore& calendar, int month) {
     AppState& state = State();
-    StopCurrentLoad();
+    StopCurrentLoad(calendar);
     state.press.ObjectHit = 0;
     state.press.PressActive = 0;
     if (month < 1) month = Random() % 12 + 1;
-    if (View().scatter) Calendar().AdvanceAllRing();
+    if (View().scatter) calendar.AdvanceAllRing();
     ChangeView([&](ViewState& view) {
         view.period.level = Level::Month;
         view.period.date.month = month;
     });
     state.run.TicksInView = 0;
-    UpdateObjects();
-    PaintView();
+    UpdateObjects(calendar);
+    PaintView(calendar);
 }
 
-void ChangeToDaily(int day) {
+void ChangeToDaily(CalendarStore& calendar, int day) {
     AppState& state = State();
     state.press.ObjectHit = 0;
     state.press.PressActive = 0;
     CalendarDate target = View().period.date;
     if (day < 1) {
-        const auto found = DayUnderCursor();
+        const auto found = DayUnderCursor(calendar);
         if (!found) return;
         target = *found;
     } else {
         target.day = day;
     }
     // Only now: a press that leads to no day leaves the view at work.
-    StopCurrentLoad();
-    AdvanceRing();
+    StopCurrentLoad(calendar);
+    AdvanceRing(calendar);
     ChangeView([&](ViewState& view) { view.period = {Level::Day, target}; });
     state.run.TicksInView = 0;
-    UpdateObjects();
-    PaintView();
+    UpdateObjects(calendar);
+    PaintView(calendar);
 }
 
-void JumpTo(int year, int month, int day) {
+void JumpTo(CalendarStore& calendar, int year, int month, int day) {
     TicketGuard guard(State().run.ObjectQueue, 1, 100);
     if (!guard) return;
-    StopCurrentLoad();
+    StopCurrentLoad(calendar);
     const bool toDay = month > 0 && day >= 1;
     if (toDay)
-        AdvanceRing();
+        AdvanceRing(calendar);
     else if (View().scatter)
-        Calendar().AdvanceAllRing();
+        calendar.AdvanceAllRing();
     const Level level = month <= 0 ? Level::Year : toDay ? Level::Day : Level::Month;
     ChangeView([&](ViewState& view) { view.period = {level, {year, month, day}}; });
     SetButtonStates();
     DrawButtonsOnWindow();
-    UpdateObjects();
+    UpdateObjects(calendar);
 }
 
-void JumpToToday() {
+void JumpToToday(CalendarStore& calendar) {
     const SystemTime today = LocalTime();
-    JumpTo(today.year, today.month, today.day);
+    JumpTo(calendar, today.year, today.month, today.day);
 }
 
-void ToggleAllView() {
+void ToggleAllView(CalendarStore& calendar) {
     const NavigationGuard guard;
     if (!guard) return;
-    StopCurrentLoad();
+    StopCurrentLoad(calendar);
     ChangeView([](ViewState& view) { view.scatter = !view.scatter; });
-    ReloadPeriod();
+    ReloadPeriod(calendar);
 }
 
-void TogglePublicMode() { FlipFilter(State().settings.PublicMode); }
+void TogglePublicMode(CalendarStore& calendar) { FlipFilter(calendar, State().settings.PublicMode); }
 
-void ToggleGoodMode() { FlipFilter(State().settings.GoodMode); }
+void ToggleGoodMode(CalendarStore& calendar) { FlipFilter(calendar, State().settings.GoodMode); }
 
 void ToggleAutoNavigate() {
     State().settings.AutoNavigate = State().settings.AutoNavigate ? 0 : 1;

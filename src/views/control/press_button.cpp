@@ -22,17 +22,17 @@ void FlipIndexing() {
     DrawButtonsOnWindow();
 }
 
-void Press(const ButtonInfo& button) {
+void Press(CalendarStore& calendar, const ButtonInfo& button) {
     switch (button.action) {
         case ButtonAction::Command:
-            return Calendar().partners.commands.RunCommand(button.command);
+            return calendar.partners.commands.RunCommand(button.command);
         case ButtonAction::EndSearch:
-            return EndSearch();
+            return EndSearch(calendar);
         case ButtonAction::Help:
             shell::Open(FindResource(kHelpFile));
             return;
         case ButtonAction::Filter:
-            return Calendar().partners.filter.Show();
+            return calendar.partners.filter.Show();
         case ButtonAction::Indexing:
             return FlipIndexing();
         case ButtonAction::Nothing:
@@ -42,17 +42,17 @@ void Press(const ButtonInfo& button) {
 
 }  // namespace
 
-ButtonPress PressButton(Point point) {
+ButtonPress PressButton(CalendarStore& calendar, Point point) {
     ButtonInfo button;
     if (!FindButton(point, &button)) return ButtonPress::None;
-    Press(button);
+    Press(calendar, button);
     return ButtonPress::Done;
 }
 
-bool PressFocusedButton() {
+bool PressFocusedButton(CalendarStore& calendar) {
     ButtonInfo button;
     if (!FocusedButton(&button)) return false;
-    Press(button);
+    Press(calendar, button);
     return true;
 }
 

@@ -5,10 +5,12 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 enum class ButtonPress { None, Done };
 // Runs the action of the visible button under the point.
-ButtonPress PressButton(Point point);
+ButtonPress PressButton(CalendarStore& calendar, Point point);
 // The same of the button that has the keyboard's focus; false when no visible one has it.
-bool PressFocusedButton();
+bool PressFocusedButton(CalendarStore& calendar);
 
 }  // namespace kalmora

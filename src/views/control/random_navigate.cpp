@@ -6,10 +6,9 @@
 
 namespace kalmora {
 
-bool RandomNavigate() {
+bool RandomNavigate(CalendarStore& calendar) {
     AppState& state = State();
-    CalendarStore& calendar = Calendar();
-    const bool slideShowWasOpen = Calendar().partners.slideShow.IsShown();
+    const bool slideShowWasOpen = calendar.partners.slideShow.IsShown();
     const ViewState shown = View();
     const CalendarView& view = calendar.ViewOf(shown);
     const int beats = view.BeatsToShow(shown.period);
@@ -21,13 +20,13 @@ bool RandomNavigate() {
 
     TicketGuard guard(state.run.ObjectQueue, 1, 100);
     if (!guard) return false;
-    StopCurrentLoad();
+    StopCurrentLoad(calendar);
     state.run.TicksInView = 0;
     calendar.ViewOf(View()).AdvanceRing();
     ChangeView([&](ViewState& next) { next.period.date = *date; });
-    UpdateObjects();
+    UpdateObjects(calendar);
     // The load hands the slide show what it has found.
-    if (state.settings.SlideShowAutoNavigate && slideShowWasOpen) Calendar().partners.slideShow.Restart();
+    if (state.settings.SlideShowAutoNavigate && slideShowWasOpen) calendar.partners.slideShow.Restart();
     return true;
 }
 

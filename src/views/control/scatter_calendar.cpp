@@ -11,48 +11,50 @@ namespace kalmora {
 namespace {
 
 // What the scatter leaves to the view of its period.
-CalendarView& Below(const Period& period) { return Calendar().ViewOf(period.level); }
+CalendarView& Below(CalendarStore& calendar, const Period& period) { return calendar.ViewOf(period.level); }
 
 }  // namespace
 
-void ScatterCalendar::Announce(const Period& period) { Below(period).Announce(period); }
+void ScatterCalendar::Announce(const Period& period) { Below(calendar_, period).Announce(period); }
 
 std::string ScatterCalendar::NameOfLoad(const Period& period) const {
-    return Below(period).NameOfLoad(period);
+    return Below(calendar_, period).NameOfLoad(period);
 }
 
 void ScatterCalendar::PrepareLoad(const Period&) {}  // the load takes a viewer that nobody draws in
 
 bool ScatterCalendar::Load(const LoadRequest& request, const StopToken& stop) {
-    return LoadAllViewer(request, stop);
+    return LoadAllViewer(calendar_, request, stop);
 }
 
 void ScatterCalendar::Reload(const LoadRequest&, const StopToken&) {}  // the command leaves the scatter alone
 
 void ScatterCalendar::Gather(const LoadRequest& request, const StopToken& stop, ObjectList& list) {
-    Below(request.view.period).Gather(request, stop, list);
+    Below(calendar_, request.view.period).Gather(request, stop, list);
 }
 
-void ScatterCalendar::Stop(const Period&) { Calendar().CurrentAllViewer().stop = true; }
+void ScatterCalendar::Stop(const Period&) { calendar_.CurrentAllViewer().stop = true; }
 
 bool ScatterCalendar::IsReady(const Period&) const { return true; }
 
 void ScatterCalendar::Paint(Canvas&, const Period&, Size, double) {}
 
-Viewer* ScatterCalendar::CurrentViewer() const { return &Calendar().CurrentAllViewer(); }
+Viewer* ScatterCalendar::CurrentViewer() const { return &calendar_.CurrentAllViewer(); }
 
-WalkEnd ScatterCalendar::DrawObjects() { return WalkAll(); }
+WalkEnd ScatterCalendar::DrawObjects() { return WalkAll(calendar_); }
 
-void ScatterCalendar::Beat(const Period&) { RedrawScatter(); }
+void ScatterCalendar::Beat(const Period&) { RedrawScatter(calendar_); }
 
-void ScatterCalendar::MakeStep(Step step) { Below(View().period).MakeStep(step); }
+void ScatterCalendar::MakeStep(Step step) { Below(calendar_, View().period).MakeStep(step); }
 
-void ScatterCalendar::AdvanceRing() { Calendar().AdvanceAllRing(); }
+void ScatterCalendar::AdvanceRing() { calendar_.AdvanceAllRing(); }
 
-int ScatterCalendar::BeatsToShow(const Period& period) const { return Below(period).BeatsToShow(period); }
+int ScatterCalendar::BeatsToShow(const Period& period) const {
+    return Below(calendar_, period).BeatsToShow(period);
+}
 
 std::optional<CalendarDate> ScatterCalendar::RandomDate(const Period& period) const {
-    return Below(period).RandomDate(period);
+    return Below(calendar_, period).RandomDate(period);
 }
 
 ViewHit ScatterCalendar::HitTest(const Period& period, Point point, Size) const {
@@ -60,7 +62,7 @@ ViewHit ScatterCalendar::HitTest(const Period& period, Point point, Size) const 
     if (period.level == Level::Day) hit.part = ViewHit::Part::DayGround;
     hit.date = period.date;
     ObjectList::Hit object;
-    if (!Calendar().CurrentAllViewer().objects.HitTest(point, &object)) return hit;
+    if (!calendar_.CurrentAllViewer().objects.HitTest(point, &object)) return hit;
     hit.part = ViewHit::Part::Object;
     hit.hasObject = true;
     hit.area = object.drawn;
@@ -71,14 +73,14 @@ ViewHit ScatterCalendar::HitTest(const Period& period, Point point, Size) const 
 
 // Days are found where their cells would be: kept as it is.
 std::optional<CalendarDate> ScatterCalendar::DayUnder(const Period& period, Point point, Size client) const {
-    return Below(period).DayUnder(period, point, client);
+    return Below(calendar_, period).DayUnder(period, point, client);
 }
 
-bool ScatterCalendar::HasDayCells() const { return Below(View().period).HasDayCells(); }
+bool ScatterCalendar::HasDayCells() const { return Below(calendar_, View().period).HasDayCells(); }
 
 std::optional<DropTarget> ScatterCalendar::TargetOfDrop(const Period& period, Point point,
                                                         Size client) const {
-    if (period.level == Level::Day) return Below(period).TargetOfDrop(period, point, client);
+    if (period.level == Level::Day) return Below(calendar_, period).TargetOfDrop(period, point, client);
     return DropTarget{period.date, false};
 }
 

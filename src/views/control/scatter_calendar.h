@@ -7,6 +7,8 @@ namespace kalmora {
 
 class ScatterCalendar : public CalendarView {
 public:
+    using CalendarView::CalendarView;
+
     void Announce(const Period& period) override;
     std::string NameOfLoad(const Period& period) const override;
     void PrepareLoad(const Period& period) override;

@@ -12,26 +12,26 @@ namespace kalmora {
 namespace {
 
 // The view no longer holds what it should; whoever still fills it leaves.
-void MarkViewStale(const char* reason) {
+void MarkViewStale(CalendarStore& calendar, const char* reason) {
     Log("stale: %s", reason);
-    StopCurrentLoad();
+    StopCurrentLoad(calendar);
 }
 
 }  // namespace
 
-void BeginSearch(const std::string& query) {
-    MarkViewStale("search!!");
+void BeginSearch(CalendarStore& calendar, const std::string& query) {
+    MarkViewStale(calendar, "search!!");
     Log("search: %s", query.c_str());
     SetSearchText(query);
     ChangeView([](ViewState& view) { view.searchResult = true; });
 }
 
-void EndSearch() {
-    MarkViewStale("search result");
+void EndSearch(CalendarStore& calendar) {
+    MarkViewStale(calendar, "search result");
     ChangeView([](ViewState& view) { view.searchResult = false; });
     SetButtonStates();
     DrawButtonsOnWindow();
-    UpdateObjects();
+    UpdateObjects(calendar);
 }
 
 }  // namespace kalmora

@@ -5,9 +5,11 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // Puts a query in force. The caller shows it, by rebuilding the view. GUI thread.
-void BeginSearch(const std::string& query);
+void BeginSearch(CalendarStore& calendar, const std::string& query);
 // Takes it away, and shows the folders again. GUI thread.
-void EndSearch();
+void EndSearch(CalendarStore& calendar);
 
 }  // namespace kalmora

@@ -25,8 +25,8 @@ bool IsOnAMonth(Point point, int clientWidth) {
     return false;
 }
 
-void FillFromCell(const CalendarDate& day, ViewHit* hit) {
-    const CellContent content = ContentOfCell(day.year, day.month, day.day);
+void FillFromCell(CalendarStore& calendar, const CalendarDate& day, ViewHit* hit) {
+    const CellContent content = ContentOfCell(calendar, day.year, day.month, day.day);
     if (content.count == 0) return;
     hit->path = content.entry.path;
     hit->kind = content.entry.kind;
@@ -35,65 +35,65 @@ void FillFromCell(const CalendarDate& day, ViewHit* hit) {
 }  // namespace
 
 void YearCalendar::Announce(const Period& period) {
-    Calendar().partners.navigation.OnNavigation(Format("(Year)\t%04d", period.date.year));
+    calendar_.partners.navigation.OnNavigation(Format("(Year)\t%04d", period.date.year));
 }
 
 std::string YearCalendar::NameOfLoad(const Period& period) const {
     return Format("UpdateObjects: [%d]", period.date.year);
 }
 
-void YearCalendar::PrepareLoad(const Period& period) { ClearGrid(period); }
+void YearCalendar::PrepareLoad(const Period& period) { ClearGrid(calendar_, period); }
 
 bool YearCalendar::Load(const LoadRequest& request, const StopToken& stop) {
-    return LoadGrid(request, *this, stop);
+    return LoadGrid(calendar_, request, *this, stop);
 }
 
 void YearCalendar::Reload(const LoadRequest& request, const StopToken& stop) {
-    ClearGrid(request.view.period);
-    LoadYear({request.view, MainRoot(), {false, false, false}}, stop);
+    ClearGrid(calendar_, request.view.period);
+    LoadYear({calendar_, request.view, MainRoot(), {false, false, false}}, stop);
 }
 
 // The second data folder has no part in a whole year's scatter, on purpose.
 void YearCalendar::Gather(const LoadRequest& request, const StopToken& stop, ObjectList& list) {
     for (int month = 1; month <= 12 && !stop.IsStopped(); ++month) {
         ProgressStripe(month / 12.0);  // progress: a year may be a hundred thousand files
-        GatherMonth(MainRoot(), month, request, stop, list);
+        GatherMonth(calendar_, MainRoot(), month, request, stop, list);
     }
     ProgressStripe(kStripeFinished);
 }
 
 void YearCalendar::FindBackgrounds(const std::string& root, const Period& period,
                                    const StopToken& stop) const {
-    ScanBackgrounds(root, period.date.year, 0, stop);
+    ScanBackgrounds(calendar_, root, period.date.year, 0, stop);
     for (int month = 1; month <= 12 && !stop.IsStopped(); ++month)
-        ScanBackgrounds(root, period.date.year, month, stop);
+        ScanBackgrounds(calendar_, root, period.date.year, month, stop);
 }
 
 bool YearCalendar::LoadFolders(const LoadPass& pass, const StopToken& stop) const {
     return LoadYear(pass, stop);
 }
 
-void YearCalendar::Stop(const Period& period) { Calendar().SlotOf(period.date.year).RaiseStop(); }
+void YearCalendar::Stop(const Period& period) { calendar_.SlotOf(period.date.year).RaiseStop(); }
 
 bool YearCalendar::IsReady(const Period& period) const {
-    const YearView& slot = Calendar().SlotOf(period.date.year);
+    const YearView& slot = calendar_.SlotOf(period.date.year);
     std::lock_guard lock(slot.mutex);
     return slot.year == period.date.year && (slot.ready || slot.loading);
 }
 
 void YearCalendar::Paint(Canvas& canvas, const Period& period, Size client, double scale) {
-    Calendar().objectsDrawn = PaintYear(canvas, period.date.year, client, scale);
+    calendar_.objectsDrawn = PaintYear(calendar_, canvas, period.date.year, client, scale);
 }
 
 WalkEnd YearCalendar::DrawObjects() { return WalkEnd::Stopped; }
 
-void YearCalendar::Beat(const Period& period) { RedrawYear(period.date.year); }
+void YearCalendar::Beat(const Period& period) { RedrawYear(calendar_, period.date.year); }
 
 void YearCalendar::RedrawCell(const CalendarDate& day) {
     if (HasDayCells())
-        DrawCellOnWindow(day.year, day.month, day.day);
+        DrawCellOnWindow(calendar_, day.year, day.month, day.day);
     else
-        DrawMonthPictureOnWindow(day.year, day.month);
+        DrawMonthPictureOnWindow(calendar_, day.year, day.month);
 }
 
 void YearCalendar::MakeStep(Step step) {
@@ -130,12 +130,13 @@ ViewHit YearCalendar::HitTest(const Period& period, Point point, Size client) co
         const Rect area = YearMonthRect(client.width, found.month);
         if (days) {
             hit.area = MonthCellRect(MakeMonthGrid(year, found.month, area, true), found.day);
-            FillFromCell(hit.date, &hit);
+            FillFromCell(calendar_, hit.date, &hit);
         } else {
             hit.area = area;
-            const int day =
-                Calendar().MonthOf(year, found.month).ready ? RepresentativeDay(year, found.month) : 0;
-            if (day > 0) FillFromCell({year, found.month, day}, &hit);
+            const int day = calendar_.MonthOf(year, found.month).ready
+                                ? RepresentativeDay(calendar_, year, found.month)
+                                : 0;
+            if (day > 0) FillFromCell(calendar_, {year, found.month, day}, &hit);
         }
     }
     if (const int month = MonthPictureHitTest(client.width, point); month > 0) {

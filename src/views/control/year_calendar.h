@@ -8,6 +8,8 @@ namespace kalmora {
 
 class YearCalendar : public CalendarView, private GridWork {
 public:
+    using CalendarView::CalendarView;
+
     void Announce(const Period& period) override;
     std::string NameOfLoad(const Period& period) const override;
     void PrepareLoad(const Period& period) override;

@@ -7,9 +7,9 @@
 
 namespace kalmora {
 
-void CheckMusic(OldMusic oldMusic) {
-    const ViewPartners& partners = Calendar().partners;
-    BackgroundSet& backgrounds = Calendar().backgrounds;
+void CheckMusic(CalendarStore& calendar, OldMusic oldMusic) {
+    const ViewPartners& partners = calendar.partners;
+    BackgroundSet& backgrounds = calendar.backgrounds;
     if (backgrounds.HasMusic(partners.music.Current())) return;
     backgrounds.PickRandomMusic();
     if (oldMusic == OldMusic::Pause)

@@ -3,9 +3,11 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // When the piece being played does not belong to the period, another one is picked, and played when sound is
 // on. Any thread.
 enum class OldMusic { Stop, Pause };
-void CheckMusic(OldMusic oldMusic);
+void CheckMusic(CalendarStore& calendar, OldMusic oldMusic);
 
 }  // namespace kalmora

@@ -108,16 +108,16 @@ DayListing ListFoundFiles(const std::string& folder, const StopToken& stop) {
     return listing;
 }
 
-std::vector<DayEntry> TakeListing(DayListing listing) {
+std::vector<DayEntry> TakeListing(CalendarStore& calendar, DayListing listing) {
     // A scrap that was never filled vanishes: the empty file is deleted, meant as it is.
     for (const std::string& path : listing.emptyTexts) {
         Log("remove empty text: %s", path.c_str());
         files::RemoveFile(path);
     }
-    BackgroundSet& backgrounds = Calendar().backgrounds;
+    BackgroundSet& backgrounds = calendar.backgrounds;
     for (const std::string& path : listing.backgrounds) backgrounds.AddImage(path);
     for (const std::string& path : listing.music) backgrounds.AddMusic(path, false);
-    for (const DayEntry& entry : listing.entries) Calendar().partners.slideShow.AddSlide(entry.path);
+    for (const DayEntry& entry : listing.entries) calendar.partners.slideShow.AddSlide(entry.path);
     return std::move(listing.entries);
 }
 

@@ -11,6 +11,8 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // A value: making it changes nothing, on the disk or in the program. Each list is in the folder's order.
 struct DayListing {
     std::vector<DayEntry> entries;         // texts, pictures and movies; a shortcut counts as its target
@@ -37,6 +39,6 @@ DayListing ListFoundFiles(const std::string& folder, const StopToken& stop);
 
 // Does what a listing asks for, also of one that was stopped: deletes the empty texts, adds backgrounds and
 // music to those of the period in view, and the entries to the slide show. Gives the entries. Any thread.
-std::vector<DayEntry> TakeListing(DayListing listing);
+std::vector<DayEntry> TakeListing(CalendarStore& calendar, DayListing listing);
 
 }  // namespace kalmora

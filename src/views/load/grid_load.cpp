@@ -9,8 +9,8 @@
 
 namespace kalmora {
 
-void ClearGrid(const Period& period) {
-    YearView& slot = Calendar().SlotOf(period.date.year);
+void ClearGrid(CalendarStore& calendar, const Period& period) {
+    YearView& slot = calendar.SlotOf(period.date.year);
     bool otherYear;
     {
         std::lock_guard lock(slot.mutex);
@@ -24,24 +24,25 @@ void ClearGrid(const Period& period) {
     slot.stop = false;
     slot.ready = false;  // one of its months is about to change
     std::lock_guard lock(slot.mutex);
-    Calendar().MonthOf(period.date.year, period.date.month).Clear();
+    calendar.MonthOf(period.date.year, period.date.month).Clear();
 }
 
-bool LoadGrid(const LoadRequest& request, const GridWork& work, const StopToken& stop) {
+bool LoadGrid(CalendarStore& calendar, const LoadRequest& request, const GridWork& work,
+              const StopToken& stop) {
     AppState& state = State();
     SetCaption();
     const std::string root = MainRoot();
     work.FindBackgrounds(root, request.view.period, stop);
     if (stop.IsStopped()) return false;
-    CheckMusic(work.AtOldMusic());
-    PaintView();
+    CheckMusic(calendar, work.AtOldMusic());
+    PaintView(calendar);
     RunSearch(request, stop);
     if (stop.IsStopped()) return false;
 
     const auto load = [&](const std::string& folder, bool whileLoading) {
         // Without drawing while loading, each month of a year still appears when it is complete.
         const LoadDrawing drawing{whileLoading, whileLoading || !State().settings.DrawWhileLoading};
-        return work.LoadFolders({request.view, folder, drawing}, stop);
+        return work.LoadFolders({calendar, request.view, folder, drawing}, stop);
     };
     if (!load(root, state.settings.DrawWhileLoading)) return false;
     state.run.FirstLoadDone = 1;

@@ -10,7 +10,9 @@
 
 namespace kalmora {
 
-// What the year and the month do differently. On the worker's thread; it lives as long as the program.
+struct CalendarStore;
+
+// What the year and the month do differently. On the worker's thread; it lives as long as the store.
 class GridWork {
 public:
     virtual ~GridWork() = default;
@@ -22,9 +24,10 @@ public:
 };
 
 // Empties the slot of the period's year, or of its month.
-void ClearGrid(const Period& period);
+void ClearGrid(CalendarStore& calendar, const Period& period);
 
 // Fills the grid, on the load's worker. False when stopped.
-bool LoadGrid(const LoadRequest& request, const GridWork& work, const StopToken& stop);
+bool LoadGrid(CalendarStore& calendar, const LoadRequest& request, const GridWork& work,
+              const StopToken& stop);
 
 }  // namespace kalmora

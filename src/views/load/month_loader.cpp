@@ -23,20 +23,20 @@ namespace kalmora {
 namespace {
 
 // The logical size of a day cell's picture in the window as it is now; empty without a window.
-Size CurrentCellSize(const ViewState& view, int month) {
+Size CurrentCellSize(CalendarStore& calendar, const ViewState& view, int month) {
     const Size client = ClientSize();
     if (client.IsEmpty()) return {};
-    const auto grid = Calendar().ViewOf(view).GridOf(view.period, view.period.date.year, month, client);
+    const auto grid = calendar.ViewOf(view).GridOf(view.period, view.period.date.year, month, client);
     if (!grid) return {};
     if (grid->isOfYear && !State().settings.CalendarMode) return {grid->area.width, grid->area.height};
     return {grid->cellWidth, grid->cellHeight};
 }
 
 // Lets the seam begin to decode the picture of a cell, so that it is there when the cell's turn comes.
-void BeginCellPicture(const ViewState& view, int month, int day) {
-    const Size size = CurrentCellSize(view, month);
+void BeginCellPicture(CalendarStore& calendar, const ViewState& view, int month, int day) {
+    const Size size = CurrentCellSize(calendar, view, month);
     if (size.IsEmpty()) return;
-    const CellContent content = ContentOfCell(view.period.date.year, month, day);
+    const CellContent content = ContentOfCell(calendar, view.period.date.year, month, day);
     const std::string picture =
         content.count > 0 ? PictureFileOf(content.entry.path, content.entry.kind) : std::string();
     if (!picture.empty()) Pictures().Prefetch(picture, BoxPixels(size, ClientScale()));
@@ -56,34 +56,37 @@ std::size_t PickRepresentative(const std::vector<DayEntry>& objects) {
 // Draws loaded days in their order, but never waits for a picture while days are left to be read.
 class LaggingDrawer {
 public:
-    LaggingDrawer(int year, int month, const StopToken& stop) : year_(year), month_(month), stop_(stop) {}
+    LaggingDrawer(CalendarStore& calendar, int year, int month, const StopToken& stop)
+        : calendar_(calendar), year_(year), month_(month), stop_(stop) {}
 
     void DrawThrough(int day, bool wait) {
         for (; next_ <= day && !stop_.IsStopped(); ++next_) {
-            if (!wait && !IsCellPictureCached(year_, month_, next_)) return;
-            DrawCellOnWindow(year_, month_, next_);
+            if (!wait && !IsCellPictureCached(calendar_, year_, month_, next_)) return;
+            DrawCellOnWindow(calendar_, year_, month_, next_);
         }
     }
 
 private:
+    CalendarStore& calendar_;
     int year_, month_;
     const StopToken stop_;
     int next_ = 1;
 };
 
 bool LoadMonthDays(const LoadPass& pass, int month, const StopToken& stop) {
+    CalendarStore& calendar = pass.calendar;
     const auto& [level, date] = pass.view.period;
     const int year = date.year;
     const bool drawsCells = pass.drawing.whileLoading && level == Level::Month;
-    MonthView& view = Calendar().MonthOf(year, month);
+    MonthView& view = calendar.MonthOf(year, month);
     const StopToken monthStop = StopToken::AnyOf({stop, StopToken(view.stop)});
     const int days = DaysInMonth(year, month);
-    LaggingDrawer drawer(year, month, stop);
+    LaggingDrawer drawer(calendar, year, month, stop);
     for (int day = 1; day <= days; ++day) {
         if (monthStop.IsStopped() || (pass.drawing.waitsWhilePaused && !WaitWhilePaused(monthStop)))
             return false;
         if (!LoadDayCell(pass, month, day, stop)) return false;
-        BeginCellPicture(pass.view, month, day);
+        BeginCellPicture(calendar, pass.view, month, day);
         if (!pass.drawing.whileLoading) continue;
         if (drawsCells) {
             ProgressStripe(static_cast<double>(day) / days);
@@ -99,14 +102,15 @@ bool LoadMonthDays(const LoadPass& pass, int month, const StopToken& stop) {
 }  // namespace
 
 bool LoadDayCell(const LoadPass& pass, int month, int day, const StopToken& stop) {
+    CalendarStore& calendar = pass.calendar;
     const int year = pass.view.period.date.year;
-    YearView& slot = Calendar().SlotOf(year);
-    DayCell& cell = Calendar().MonthOf(year, month).days[static_cast<std::size_t>(day - 1)];
+    YearView& slot = calendar.SlotOf(year);
+    DayCell& cell = calendar.MonthOf(year, month).days[static_cast<std::size_t>(day - 1)];
     const StopToken cellStop = StopToken::AnyOf({stop, StopToken(cell.stop)});
     if (cellStop.IsStopped()) return false;
     const std::string folder = MakeDayFolderPath(pass.root, year, month, day);
 
-    const std::vector<DayEntry> found = TakeListing(ListDayFolder(folder, pass.view, cellStop));
+    const std::vector<DayEntry> found = TakeListing(calendar, ListDayFolder(folder, pass.view, cellStop));
     if (cellStop.IsStopped()) return false;
 
     std::vector<DayEntry> all;
@@ -132,8 +136,8 @@ bool LoadMonth(const LoadPass& pass, int month, const StopToken& stop) {
     const auto& [level, date] = pass.view.period;
     const int year = date.year;
     if (month < 1 || month > 12) return false;  // a jump may name any; its folder would be the year's
-    YearView& slot = Calendar().SlotOf(year);
-    MonthView& view = Calendar().MonthOf(year, month);
+    YearView& slot = pass.calendar.SlotOf(year);
+    MonthView& view = pass.calendar.MonthOf(year, month);
     {
         std::lock_guard lock(slot.mutex);
         slot.year = year;
@@ -160,7 +164,7 @@ bool LoadMonth(const LoadPass& pass, int month, const StopToken& stop) {
 
 bool LoadYear(const LoadPass& pass, const StopToken& stop) {
     const int year = pass.view.period.date.year;
-    YearView& slot = Calendar().SlotOf(year);
+    YearView& slot = pass.calendar.SlotOf(year);
     slot.loading = true;
     slot.active = true;
     const StopToken yearStop = StopToken::AnyOf({stop, StopToken(slot.stop)});
@@ -168,9 +172,9 @@ bool LoadYear(const LoadPass& pass, const StopToken& stop) {
     for (int month = 1; month <= 12 && whole; ++month) {
         whole = !yearStop.IsStopped() && LoadMonth(pass, month, yearStop);
         // One month behind the reading, so that the pictures of this one are decoded meanwhile.
-        if (whole && pass.drawing.months && month > 1) DrawMonthOnWindow(year, month - 1);
+        if (whole && pass.drawing.months && month > 1) DrawMonthOnWindow(pass.calendar, year, month - 1);
     }
-    if (whole && pass.drawing.months) DrawMonthOnWindow(year, 12);
+    if (whole && pass.drawing.months) DrawMonthOnWindow(pass.calendar, year, 12);
     if (whole) slot.ready = true;
     if (!stop.IsStopped()) slot.loading = false;
     return whole;

@@ -11,6 +11,8 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // Whether cells appear on the window while they are loaded.
 struct LoadDrawing {
     bool whileLoading = true;      // draw each cell as soon as it is loaded
@@ -20,6 +22,7 @@ struct LoadDrawing {
 
 // One pass of a load: what it reads from one data folder.
 struct LoadPass {
+    CalendarStore& calendar;
     ViewState view;  // of the request; the functions below fill slots of its year
     std::string root;
     LoadDrawing drawing;

@@ -25,46 +25,46 @@ void OpenGate(const LoadRequest& request) {
 
 // A search of all that is loaded is shown as a scatter, so it comes before the choice of the view. A grid
 // searches by itself, once its background is painted.
-void SearchFirst(LoadRequest& request, const StopToken& stop) {
-    if (!Calendar().ViewOf(request.view).DrawsObjects() && !request.view.searchAllLoaded) return;
+void SearchFirst(CalendarStore& calendar, LoadRequest& request, const StopToken& stop) {
+    if (!calendar.ViewOf(request.view).DrawsObjects() && !request.view.searchAllLoaded) return;
     RunSearch(request, stop);
     request.view.scatter = View().scatter;
 }
 
 // The worker.
-void LoadView(LoadRequest request) {
-    const ViewPartners& partners = Calendar().partners;
+void LoadView(CalendarStore& calendar, LoadRequest request) {
+    const ViewPartners& partners = calendar.partners;
     const StopToken stop = StopOf(request);
     const auto load = [&] {
         if (stop.IsStopped()) return false;
         LookForDataFolder();
-        SearchFirst(request, stop);
+        SearchFirst(calendar, request, stop);
         if (stop.IsStopped()) return false;
-        Calendar().backgrounds.Clear();
+        calendar.backgrounds.Clear();
         partners.slideShow.ClearSlides();
-        if (!Calendar().ViewOf(request.view).Load(request, stop)) return false;
+        if (!calendar.ViewOf(request.view).Load(request, stop)) return false;
         if (State().settings.SlideShowAutoNavigate && partners.slideShow.IsShown())
             partners.slideShow.TakeNewSlides();
         return true;
     };
     const bool isWhole = load();
-    const bool drawsObjects = Calendar().ViewOf(request.view).DrawsObjects();
+    const bool drawsObjects = calendar.ViewOf(request.view).DrawsObjects();
     // A grid once more, whole and off the screen: what a resize or the second root changed meanwhile.
-    if (isWhole && !drawsObjects) PaintView();
+    if (isWhole && !drawsObjects) PaintView(calendar);
     OpenGate(request);
     if (!isWhole) return;
     // The run that draws the objects takes the gate.
     if (drawsObjects)
-        PaintView();
+        PaintView(calendar);
     else
         partners.observer.OnWholeView();
 }
 
 // The worker of a reload by command.
-void ReadAgain(const LoadRequest& request) {
+void ReadAgain(CalendarStore& calendar, const LoadRequest& request) {
     const StopToken stop = StopOf(request);
     RunSearch(request, stop);
-    if (!stop.IsStopped()) Calendar().ViewOf(request.view.period.level).Reload(request, stop);
+    if (!stop.IsStopped()) calendar.ViewOf(request.view.period.level).Reload(request, stop);
     OpenGate(request);
     if (Window* window = MainWindow()) window->Invalidate();
 }
@@ -72,15 +72,15 @@ void ReadAgain(const LoadRequest& request) {
 // Starts the worker, which takes the object gate over and opens it when it ends. When none can be started the
 // gate is opened at once.
 template <typename Work>
-void StartLoad(const LoadRequest& request, Work work) {
+void StartLoad(CalendarStore& calendar, const LoadRequest& request, Work work) {
     AppState& state = State();
     Pictures().CancelPrefetch();
     const TicketLock::Ticket ticket = state.run.LoaderQueue.Lock(10, 100);
     if (ticket == TicketLock::kRefused) return state.run.ObjectGate.Release();
     // The gate goes over to the worker without being opened in between: a command that comes now finds it
     // held and asks the worker to leave, instead of slipping in ahead of it.
-    const bool isStarted = Calendar().StartObjectLoader([request, ticket, work] {
-        work(request);
+    const bool isStarted = calendar.StartObjectLoader([&calendar, request, ticket, work] {
+        work(calendar, request);
         State().run.LoaderQueue.Unlock(ticket);
     });
     if (isStarted) return;
@@ -90,33 +90,33 @@ void StartLoad(const LoadRequest& request, Work work) {
 
 }  // namespace
 
-void UpdateObjects() {
+void UpdateObjects(CalendarStore& calendar) {
     AppState& state = State();
-    *Calendar().loadIsLeft = false;
-    const ViewPartners& partners = Calendar().partners;
+    *calendar.loadIsLeft = false;
+    const ViewPartners& partners = calendar.partners;
     if (!state.settings.SlideShowAutoNavigate) partners.slideShow.Hide();
     SetButtonStates();
     const ViewState asked = View();
-    CalendarView& view = Calendar().ViewOf(asked);
+    CalendarView& view = calendar.ViewOf(asked);
     view.Announce(asked.period);
     if (!state.run.ObjectGate.Acquire(view.NameOfLoad(asked.period).c_str())) return;
-    const LoadRequest request{View(), Calendar().BeginLoad()};
+    const LoadRequest request{View(), calendar.BeginLoad()};
     state.run.TicksInView = 0;
-    Calendar().ViewOf(request.view).PrepareLoad(request.view.period);
-    StartLoad(request, LoadView);
+    calendar.ViewOf(request.view).PrepareLoad(request.view.period);
+    StartLoad(calendar, request, LoadView);
 }
 
-void UpdateObjectsSoon() {
-    const std::shared_ptr<std::atomic<bool>> isLeft = Calendar().loadIsLeft;
+void UpdateObjectsSoon(CalendarStore& calendar) {
+    const std::shared_ptr<std::atomic<bool>> isLeft = calendar.loadIsLeft;
     if (isLeft->exchange(true)) return;
-    TheApplication()->Post([isLeft] {
-        if (*isLeft) UpdateObjects();
+    TheApplication()->Post([&calendar, isLeft] {
+        if (*isLeft) UpdateObjects(calendar);
     });
 }
 
-void ReloadView() {
+void ReloadView(CalendarStore& calendar) {
     if (View().scatter || !State().run.ObjectGate.Acquire("Reload")) return;
-    StartLoad({View(), Calendar().BeginLoad()}, ReadAgain);
+    StartLoad(calendar, {View(), calendar.BeginLoad()}, ReadAgain);
 }
 
 }  // namespace kalmora

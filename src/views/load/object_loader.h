@@ -4,15 +4,17 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // Loads and paints the period in view again. GUI thread, or the heartbeat's thread. Waits at most 2.2 s for
 // the running worker to leave; refused (nothing happens) when somebody else waits already.
-void UpdateObjects();
+void UpdateObjects(CalendarStore& calendar);
 
 // The same when the input that has queued up is dealt with: any number of changes until then are followed by
 // one load, of the last period. To be called before the change. GUI thread; returns at once.
-void UpdateObjectsSoon();
+void UpdateObjectsSoon(CalendarStore& calendar);
 
 // Command 1021 in a grid or a day: a worker reads the period again. GUI thread.
-void ReloadView();
+void ReloadView(CalendarStore& calendar);
 
 }  // namespace kalmora

@@ -24,7 +24,8 @@ std::string ListedPath(std::string_view line, const std::string& listFolder) {
     return files::IsAbsolute(name) ? name : files::Join(listFolder, name);
 }
 
-void ReadMusicList(const std::string& listPath, const std::string& folder, const StopToken& stop) {
+void ReadMusicList(CalendarStore& calendar, const std::string& listPath, const std::string& folder,
+                   const StopToken& stop) {
     const auto content = files::ReadWholeFile(listPath, kLongestList);
     if (!content) return;
     const std::string text = DecodeText(*content);
@@ -38,12 +39,12 @@ void ReadMusicList(const std::string& listPath, const std::string& folder, const
         if (line.empty() || line[0] == '\r' || line[0] == '\n' || line[0] == '#' || line[0] == ' ') continue;
         while (!line.empty() && (line.back() == '\r' || line.back() == '\n')) line.remove_suffix(1);
         const std::string path = ListedPath(line, folder);
-        if (files::Exists(path)) Calendar().backgrounds.AddMusic(path, true);
+        if (files::Exists(path)) calendar.backgrounds.AddMusic(path, true);
     }
 }
 
-void ScanFolder(const std::string& folder, const StopToken& stop) {
-    BackgroundSet& backgrounds = Calendar().backgrounds;
+void ScanFolder(CalendarStore& calendar, const std::string& folder, const StopToken& stop) {
+    BackgroundSet& backgrounds = calendar.backgrounds;
     for (const files::FolderEntry& entry : files::ListFolder(folder)) {
         if (stop.IsStopped()) return;
         if (entry.isFolder) continue;
@@ -61,7 +62,7 @@ void ScanFolder(const std::string& folder, const StopToken& stop) {
                 backgrounds.AddMusic(path, true);
                 break;
             case ObjectKind::MusicList:
-                ReadMusicList(path, folder, stop);
+                ReadMusicList(calendar, path, folder, stop);
                 break;
             default:
                 break;
@@ -71,11 +72,12 @@ void ScanFolder(const std::string& folder, const StopToken& stop) {
 
 }  // namespace
 
-void ScanBackgrounds(const std::string& root, int year, int month, const StopToken& stop) {
-    if (month > 0) ScanFolder(MakeMonthFolderPath(root, year, month), stop);
+void ScanBackgrounds(CalendarStore& calendar, const std::string& root, int year, int month,
+                     const StopToken& stop) {
+    if (month > 0) ScanFolder(calendar, MakeMonthFolderPath(root, year, month), stop);
     // A year's pictures and music also serve its months.
-    if (!stop.IsStopped()) ScanFolder(MakeYearFolderPath(root, year), stop);
-    Calendar().backgrounds.SetValid();
+    if (!stop.IsStopped()) ScanFolder(calendar, MakeYearFolderPath(root, year), stop);
+    calendar.backgrounds.SetValid();
 }
 
 }  // namespace kalmora

@@ -7,8 +7,11 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // Looks for background pictures and music in the month's folder and then the year's; month 0: the year's
 // only.
-void ScanBackgrounds(const std::string& root, int year, int month, const StopToken& stop);
+void ScanBackgrounds(CalendarStore& calendar, const std::string& root, int year, int month,
+                     const StopToken& stop);
 
 }  // namespace kalmora

@@ -50,13 +50,12 @@ void ForgetIn(ObjectList& list, const std::string& path) {
 
 }  // namespace
 
-bool RateInView(const std::string& path, EstimateType type) {
-    Viewer* const viewer = Calendar().ViewOf(View()).CurrentViewer();
+bool RateInView(CalendarStore& calendar, const std::string& path, EstimateType type) {
+    Viewer* const viewer = calendar.ViewOf(View()).CurrentViewer();
     return viewer ? RateIn(*viewer, path, type) : RateAlone(path, type);
 }
 
-void ForgetInViews(const std::string& path) {
-    CalendarStore& calendar = Calendar();
+void ForgetInViews(CalendarStore& calendar, const std::string& path) {
     for (DayViewer& viewer : calendar.dayViewers) ForgetIn(viewer.objects, path);
     for (AllViewer& viewer : calendar.allViewers) ForgetIn(viewer.objects, path);
 }

@@ -7,13 +7,15 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // One rating more for a file: by the object that the view in force has of it, or by one made for it.
 // False when the file could not be written, and when the view is at work on its objects for longer than a
 // second: then nothing has happened. The view is not painted again. Any thread.
-bool RateInView(const std::string& path, EstimateType type);
+bool RateInView(CalendarStore& calendar, const std::string& path, EstimateType type);
 
 // A file has become another, as by a turn: every object that a view has of it reads it again when it is next
 // asked. Any thread; waits at most a second for one that is just being drawn.
-void ForgetInViews(const std::string& path);
+void ForgetInViews(CalendarStore& calendar, const std::string& path);
 
 }  // namespace kalmora

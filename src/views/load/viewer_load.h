@@ -11,17 +11,19 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // On the load's worker, with the object gate held; `stop` is tested between any two entries. False when
 // stopped.
-bool LoadDayViewer(const LoadRequest& request, const StopToken& stop);
-bool LoadAllViewer(const LoadRequest& request, const StopToken& stop);
+bool LoadDayViewer(CalendarStore& calendar, const LoadRequest& request, const StopToken& stop);
+bool LoadAllViewer(CalendarStore& calendar, const LoadRequest& request, const StopToken& stop);
 
 // ---- their parts: what lies below one data folder joins the list
-void GatherDay(const std::string& root, const CalendarDate& day, const LoadRequest& request,
-               const StopToken& stop, ObjectList& list);
+void GatherDay(CalendarStore& calendar, const std::string& root, const CalendarDate& day,
+               const LoadRequest& request, const StopToken& stop, ObjectList& list);
 // A month of the request's year.
-void GatherMonth(const std::string& root, int month, const LoadRequest& request, const StopToken& stop,
-                 ObjectList& list);
+void GatherMonth(CalendarStore& calendar, const std::string& root, int month, const LoadRequest& request,
+                 const StopToken& stop, ObjectList& list);
 // Calls `gather` with the data folder, then with the second one where the settings name one.
 template <typename GatherFrom>
 void ForEachRoot(GatherFrom gather) {

@@ -10,7 +10,6 @@ namespace kalmora {
 namespace {
 
 std::atomic<Window*> mainWindow{nullptr};
-std::atomic<CalendarStore*> theCalendar{nullptr};
 
 std::size_t Index(int number) {
     return static_cast<std::size_t>(((number % kRingSize) + kRingSize) % kRingSize);
@@ -18,16 +17,11 @@ std::size_t Index(int number) {
 
 }  // namespace
 
-CalendarStore& Calendar() { return *theCalendar.load(); }
-
-CalendarStore::CalendarStore(const ViewPartners& viewPartners) : partners(viewPartners) {
-    theCalendar = this;
-}
+CalendarStore::CalendarStore(const ViewPartners& viewPartners) : partners(viewPartners) {}
 
 CalendarStore::~CalendarStore() {
     *loadIsLeft = false;
     while (AreWorkersRunning()) SleepMs(1);
-    theCalendar = nullptr;
 }
 
 bool CalendarStore::Start(Worker& slot, const char* name, std::function<void()> body) {

@@ -1,5 +1,6 @@
 // CalendarStore: all objects that the views hold, sized by design: 13 years, 13 days, 13 scatters, one set of
-// backgrounds, and the two workers that fill and draw them.
+// backgrounds, and the workers that fill and draw them. App makes one, and each test its own; whoever works
+// on it is handed it.
 #pragma once
 
 #include <array>
@@ -11,8 +12,10 @@
 #include "base/stop_token.h"
 #include "base/worker.h"
 #include "platform/window.h"
+#include "state/app_state.h"
 #include "views/model/background_set.h"
 #include "views/model/calendar_view.h"
+#include "views/model/cell_redraws.h"
 #include "views/model/view_partners.h"
 #include "views/model/viewers.h"
 #include "views/model/year_view.h"
@@ -20,17 +23,14 @@
 namespace kalmora {
 
 struct CalendarStore {
-    // The store that Calendar() hands out, until it goes. The partners outlive it.
+    // The partners outlive it.
     explicit CalendarStore(const ViewPartners& partners);
     // Waits for the workers that it has started.
     ~CalendarStore();
 
     const ViewPartners partners;
-    // The four views, handed over by control before anything is loaded (see control/calendar_views.h).
-    CalendarView* yearView = nullptr;
-    CalendarView* monthView = nullptr;
-    CalendarView* dayView = nullptr;
-    CalendarView* scatterView = nullptr;
+    // The four views, made by control before anything is loaded (see control/calendar_views.h).
+    std::unique_ptr<CalendarView> yearView, monthView, dayView, scatterView;
     CalendarView& ViewOf(Level level) const;            // never the scatter
     CalendarView& ViewOf(const ViewState& view) const;  // the one in force
 
@@ -38,6 +38,7 @@ struct CalendarStore {
     std::array<DayViewer, kRingSize> dayViewers;
     std::array<AllViewer, kRingSize> allViewers;
     BackgroundSet backgrounds;
+    CellRedraws cellRedraws{[this](const CalendarDate& day) { ViewOf(View()).RedrawCell(day); }};
 
     // A load that begins stops the one before, whatever becomes of the object gate meanwhile. The tokens are
     // of the newest load: who finds his stopped holds the gate no more. Any thread.
@@ -70,8 +71,8 @@ struct CalendarStore {
     bool EndPaintRun();         // true when a paint was left that the run did not take
     bool IsObjectLoaderRunning() const;
     bool IsPaintThreadRunning() const;
-    // Also an old one that was let go.
-    bool AreWorkersRunning() const { return *workers_ > 0; }
+    // Also an old one that was let go, and the one that draws cells again.
+    bool AreWorkersRunning() const { return *workers_ > 0 || !cellRedraws.AreDone(); }
 
 private:
     bool Start(Worker& slot, const char* name, std::function<void()> body);
@@ -85,9 +86,6 @@ private:
     mutable std::mutex loadMutex_;
     StopSource load_;  // guarded by loadMutex_
 };
-
-// The one that App or a test has made; there is at most one at a time. Any thread.
-CalendarStore& Calendar();
 
 // The main window; null until all windows exist, and again once it is destroyed. Any thread.
 Window* MainWindow();

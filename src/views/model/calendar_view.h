@@ -16,6 +16,8 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // Commands 1010 to 1013.
 enum class Step { OuterNext, Next, Previous, OuterPrevious };
 
@@ -40,10 +42,11 @@ struct DropTarget {
 
 enum class WalkEnd { Whole, Stopped, Repaint };  // Repaint: a full paint was asked for meanwhile
 
-// Without data of its own: what it shows is in the CalendarStore. Any thread, unless it says otherwise.
+// Without data of its own: what it shows is in the store, which owns the view. Any thread, unless it says
+// otherwise.
 class CalendarView {
 public:
-    CalendarView() = default;
+    explicit CalendarView(CalendarStore& calendar) : calendar_(calendar) {}
     CalendarView(const CalendarView&) = delete;
     CalendarView& operator=(const CalendarView&) = delete;
     virtual ~CalendarView() = default;
@@ -102,6 +105,9 @@ public:
     }
     // Nothing for a point that means nothing.
     virtual std::optional<DropTarget> TargetOfDrop(const Period& period, Point point, Size client) const = 0;
+
+protected:
+    CalendarStore& calendar_;
 };
 
 }  // namespace kalmora

@@ -10,8 +10,8 @@ namespace kalmora {
 
 namespace {
 
-DayCell& CellOf(int year, int month, int day) {
-    return Calendar().MonthOf(year, month).days[static_cast<std::size_t>(day - 1)];
+DayCell& CellOf(CalendarStore& calendar, int year, int month, int day) {
+    return calendar.MonthOf(year, month).days[static_cast<std::size_t>(day - 1)];
 }
 
 }  // namespace
@@ -22,25 +22,25 @@ bool IsEntryShown(const DayEntry& entry) {
     return PhotoFile(entry.path).IsShownUnderEstimate();
 }
 
-CellContent ContentOfCell(int year, int month, int day) {
-    YearView& slot = Calendar().SlotOf(year);
+CellContent ContentOfCell(CalendarStore& calendar, int year, int month, int day) {
+    YearView& slot = calendar.SlotOf(year);
     std::lock_guard lock(slot.mutex);
     CellContent content;
     if (slot.year != year) return content;
-    const DayCell& cell = CellOf(year, month, day);
+    const DayCell& cell = CellOf(calendar, year, month, day);
     content.active = cell.active;
     content.count = cell.objects.size();
     if (cell.PhotoIndex < cell.objects.size()) content.entry = cell.objects[cell.PhotoIndex];
     return content;
 }
 
-bool AdvanceCellPhoto(int year, int month, int day) {
-    YearView& slot = Calendar().SlotOf(year);
+bool AdvanceCellPhoto(CalendarStore& calendar, int year, int month, int day) {
+    YearView& slot = calendar.SlotOf(year);
     std::vector<DayEntry> objects;
     std::size_t index;
     {
         std::lock_guard lock(slot.mutex);
-        const DayCell& cell = CellOf(year, month, day);
+        const DayCell& cell = CellOf(calendar, year, month, day);
         if (slot.year != year || !cell.active || cell.objects.empty()) return false;
         objects = cell.objects;
         index = cell.PhotoIndex;
@@ -49,7 +49,7 @@ bool AdvanceCellPhoto(int year, int month, int day) {
         const std::size_t next = (index + step) % objects.size();
         if (!IsEntryShown(objects[next])) continue;
         std::lock_guard lock(slot.mutex);
-        DayCell& cell = CellOf(year, month, day);
+        DayCell& cell = CellOf(calendar, year, month, day);
         if (slot.year != year || next >= cell.objects.size()) return false;
         cell.PhotoIndex = next;
         return true;
@@ -57,34 +57,34 @@ bool AdvanceCellPhoto(int year, int month, int day) {
     return true;
 }
 
-bool DropVanishedEntries(int year, int month, int day, CellContent* content) {
-    YearView& slot = Calendar().SlotOf(year);
+bool DropVanishedEntries(CalendarStore& calendar, int year, int month, int day, CellContent* content) {
+    YearView& slot = calendar.SlotOf(year);
     while (content->count > 0 && !files::Exists(content->entry.path)) {
         if (content->count == 1) return false;
         {
             std::lock_guard lock(slot.mutex);
-            DayCell& cell = CellOf(year, month, day);
+            DayCell& cell = CellOf(calendar, year, month, day);
             if (slot.year != year || cell.PhotoIndex >= cell.objects.size()) return false;
             if (cell.objects[cell.PhotoIndex].path == content->entry.path)
                 cell.objects.erase(cell.objects.begin() + static_cast<std::ptrdiff_t>(cell.PhotoIndex));
             if (cell.PhotoIndex >= cell.objects.size()) cell.PhotoIndex = 0;
         }
-        *content = ContentOfCell(year, month, day);
+        *content = ContentOfCell(calendar, year, month, day);
     }
     return content->count > 0;
 }
 
-int RepresentativeDay(int year, int month) {
-    const std::vector<int> days = DaysWithObjects(year, month);
+int RepresentativeDay(CalendarStore& calendar, int year, int month) {
+    const std::vector<int> days = DaysWithObjects(calendar, year, month);
     return days.empty() ? 0 : days.front();
 }
 
-std::vector<int> DaysWithObjects(int year, int month) {
+std::vector<int> DaysWithObjects(CalendarStore& calendar, int year, int month) {
     std::vector<int> found;
-    YearView& slot = Calendar().SlotOf(year);
+    YearView& slot = calendar.SlotOf(year);
     std::lock_guard lock(slot.mutex);
     if (slot.year != year) return found;
-    const MonthView& view = Calendar().MonthOf(year, month);
+    const MonthView& view = calendar.MonthOf(year, month);
     const int days = DaysInMonth(year, month);
     for (int step = 0; step < days; ++step) {
         const int day = (view.DayCursor - 1 + step) % days + 1;
@@ -93,10 +93,10 @@ std::vector<int> DaysWithObjects(int year, int month) {
     return found;
 }
 
-void RepresentMonthBy(int year, int month, int day) {
-    YearView& slot = Calendar().SlotOf(year);
+void RepresentMonthBy(CalendarStore& calendar, int year, int month, int day) {
+    YearView& slot = calendar.SlotOf(year);
     std::lock_guard lock(slot.mutex);
-    if (slot.year == year) Calendar().MonthOf(year, month).DayCursor = day;
+    if (slot.year == year) calendar.MonthOf(year, month).DayCursor = day;
 }
 
 }  // namespace kalmora

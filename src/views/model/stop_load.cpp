@@ -5,9 +5,9 @@
 
 namespace kalmora {
 
-void StopCurrentLoad() {
+void StopCurrentLoad(CalendarStore& calendar) {
     const ViewState view = View();
-    Calendar().ViewOf(view).Stop(view.period);
+    calendar.ViewOf(view).Stop(view.period);
 }
 
 }  // namespace kalmora

@@ -29,8 +29,8 @@ Size BackgroundPixels(Size client, double scale) {
     return {up(client.width), up(client.height)};
 }
 
-std::string BackgroundPath() {
-    const BackgroundSet& backgrounds = Calendar().backgrounds;
+std::string BackgroundPath(CalendarStore& calendar) {
+    const BackgroundSet& backgrounds = calendar.backgrounds;
     const std::string own = backgrounds.IsValid() ? backgrounds.CurrentImage() : std::string();
     if (!own.empty()) return own;
     const std::string& set = State().settings.BackgroundImage;
@@ -65,11 +65,11 @@ std::shared_ptr<const Surface> MakeBackground(const std::string& path, Size size
 
 }  // namespace
 
-BackgroundPtr RenewBackground() {
+BackgroundPtr RenewBackground(CalendarStore& calendar) {
     const Size size = ClientSize();
     const double scale = ClientScale();
     if (size.IsEmpty()) return nullptr;
-    const std::string path = BackgroundPath();
+    const std::string path = BackgroundPath(calendar);
     // A file that was replaced under its name is another one.
     const std::optional<FileVersion> file = VersionOf(path);
     BackgroundCache& cache = Cache();
@@ -87,13 +87,13 @@ BackgroundPtr RenewBackground() {
     return surface;
 }
 
-BackgroundPtr PaintedBackground() {
+BackgroundPtr PaintedBackground(CalendarStore& calendar) {
     BackgroundCache& cache = Cache();
     {
         std::lock_guard lock(cache.mutex);
         if (cache.surface && cache.size == ClientSize() && cache.scale == ClientScale()) return cache.surface;
     }
-    return RenewBackground();
+    return RenewBackground(calendar);
 }
 
 void RestoreBackground(Canvas& canvas, const Ground& ground, const Rect& area) {
@@ -103,9 +103,9 @@ void RestoreBackground(Canvas& canvas, const Ground& ground, const Rect& area) {
         canvas.FillRect(area, kPaper);
 }
 
-void PrefetchBackground() {
+void PrefetchBackground(CalendarStore& calendar) {
     const WindowRectValue& frame = State().settings.WindowRect;
-    Pictures().Prefetch(BackgroundPath(),
+    Pictures().Prefetch(BackgroundPath(calendar),
                         BackgroundPixels({frame.right - frame.left, frame.bottom - frame.top}, 1.0),
                         images::Preview::Never);
 }

@@ -16,8 +16,8 @@ bool PassesFilter(CPhoto& photo) {
 }
 
 // What is prepared is drawn only while the view shows this viewer.
-bool IsInView(const Viewer& viewer) {
-    return viewer.usable && !viewer.stop && Calendar().ViewOf(View()).CurrentViewer() == &viewer;
+bool IsInView(CalendarStore& calendar, const Viewer& viewer) {
+    return viewer.usable && !viewer.stop && calendar.ViewOf(View()).CurrentViewer() == &viewer;
 }
 
 // Claims the object, draws it when it passes the filter, and remembers where it lies.
@@ -43,21 +43,21 @@ Size ObjectArea() {
     return {client.width, client.height - kBarHeight};
 }
 
-bool DrawDayObject(DayViewer& viewer, const PlacedObjectPtr& object) {
+bool DrawDayObject(CalendarStore& calendar, DayViewer& viewer, const PlacedObjectPtr& object) {
     Window* window = MainWindow();
     if (!window) return false;
-    const DrawContext context(*window, [&viewer] { return IsInView(viewer); });
+    const DrawContext context(*window, [&] { return IsInView(calendar, viewer); });
     return DrawClaimed(viewer.objects, object, [&](CPhoto& photo) {
         if (!photo.placed) viewer.PlaceOnLine(*object);
         photo.DrawScaledToHeight(context, viewer.lines.ThumbnailHeight());
     });
 }
 
-bool DrawAllObject(AllViewer& viewer, const PlacedObjectPtr& object) {
+bool DrawAllObject(CalendarStore& calendar, AllViewer& viewer, const PlacedObjectPtr& object) {
     Window* window = MainWindow();
     if (!window) return false;
     const Size area = ObjectArea();
-    const auto isWanted = [&viewer] { return IsInView(viewer); };
+    const auto isWanted = [&] { return IsInView(calendar, viewer); };
     // An enlarged picture reaches out of the area on all sides.
     const auto paintBar = [&](Canvas& canvas) {
         if (object->photo->Drawn().Bottom() > area.height) DrawButtons(canvas);

@@ -6,13 +6,15 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // Where a scatter's objects lie: the window without the strip of the buttons.
 Size ObjectArea();
 
 // Draws one object of the day in view where it belongs and remembers where it lies. False when nothing was
 // drawn. By the thread that has the viewer's ticket.
-bool DrawDayObject(DayViewer& viewer, const PlacedObjectPtr& object);
+bool DrawDayObject(CalendarStore& calendar, DayViewer& viewer, const PlacedObjectPtr& object);
 // The same in the scatter.
-bool DrawAllObject(AllViewer& viewer, const PlacedObjectPtr& object);
+bool DrawAllObject(CalendarStore& calendar, AllViewer& viewer, const PlacedObjectPtr& object);
 
 }  // namespace kalmora

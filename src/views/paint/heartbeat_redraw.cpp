@@ -29,7 +29,7 @@ void CycleFront(Viewer& viewer, DrawOne draw) {
     }
 }
 
-void RedrawDayLines(DayViewer& viewer) {
+void RedrawDayLines(CalendarStore& calendar, DayViewer& viewer) {
     TicketGuard guard(State().run.ObjectQueue, 1, 100);
     if (!guard) return;
     TicketGuard places(viewer.queue, 1, 100);
@@ -39,7 +39,7 @@ void RedrawDayLines(DayViewer& viewer) {
         if (viewer.PerLineCount[static_cast<std::size_t>(line)] == 0) continue;
         for (std::size_t i = 0; i < objects.size() && i < kMaxEntriesWalked; ++i) {
             if (!objects[i]->photo->placed || objects[i]->photo->placementTag != line) continue;
-            DrawDayObject(viewer, objects[i]);
+            DrawDayObject(calendar, viewer, objects[i]);
             viewer.objects.MoveToTail(objects[i]);
             break;
         }
@@ -48,46 +48,48 @@ void RedrawDayLines(DayViewer& viewer) {
 
 }  // namespace
 
-void RedrawYear(int year) {
+void RedrawYear(CalendarStore& calendar, int year) {
     // One phase for the whole process; it starts before 0, so that the first beat draws phase 0.
     static std::atomic<int> phase{-1};
     const int current = phase = (phase + 1) % 3;
     for (int month = 1; month <= 12; ++month) {
         if (((month - 1) / 4 + (month - 1) % 4) % 3 != current) continue;
         if (State().settings.CalendarMode)
-            DrawMonthStep(year, month);
+            DrawMonthStep(calendar, year, month);
         else
-            StepMonthPicture(year, month);
+            StepMonthPicture(calendar, year, month);
     }
 }
 
-void RedrawDay() {
-    DayViewer& viewer = Calendar().CurrentDayViewer();
+void RedrawDay(CalendarStore& calendar) {
+    DayViewer& viewer = calendar.CurrentDayViewer();
     if (State().settings.DayViewSortByTime)
-        RedrawDayLines(viewer);
+        RedrawDayLines(calendar, viewer);
     else
-        CycleFront(viewer, [&](const PlacedObjectPtr& object) { return DrawDayObject(viewer, object); });
+        CycleFront(viewer,
+                   [&](const PlacedObjectPtr& object) { return DrawDayObject(calendar, viewer, object); });
 }
 
-void RedrawScatter() {
-    AllViewer& viewer = Calendar().CurrentAllViewer();
+void RedrawScatter(CalendarStore& calendar) {
+    AllViewer& viewer = calendar.CurrentAllViewer();
     if (!viewer.loaded || State().run.ObjectGate.IsStopRequested()) return;
-    CycleFront(viewer, [&](const PlacedObjectPtr& object) { return DrawAllObject(viewer, object); });
+    CycleFront(viewer,
+               [&](const PlacedObjectPtr& object) { return DrawAllObject(calendar, viewer, object); });
 }
 
-bool IsViewReady() {
+bool IsViewReady(CalendarStore& calendar) {
     const ViewState view = View();
-    return !*Calendar().loadIsLeft && Calendar().ViewOf(view).IsReady(view.period);
+    return !*calendar.loadIsLeft && calendar.ViewOf(view).IsReady(view.period);
 }
 
-void HeartbeatRedraw(int ticks) {
+void HeartbeatRedraw(CalendarStore& calendar, int ticks) {
     const ViewState state = View();
-    CalendarView& view = Calendar().ViewOf(state);
+    CalendarView& view = calendar.ViewOf(state);
     const int backgroundTicks = State().settings.TimingOfChangeBgImage;
     const bool changesBackground = backgroundTicks > 0 && ticks % backgroundTicks == 0;
-    if (!view.DrawsObjects()) Calendar().partners.slideShow.Hide();
+    if (!view.DrawsObjects()) calendar.partners.slideShow.Hide();
     if (changesBackground) {
-        Calendar().backgrounds.PickRandomImage();
+        calendar.backgrounds.PickRandomImage();
         // The beat ends here and nothing is repainted: the new picture shows with the next full paint. Meant,
         // and held by HeartbeatRedraw.BackgroundBeatChangesNothingOnTheScreen.
         return;

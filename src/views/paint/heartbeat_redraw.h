@@ -4,15 +4,17 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // ticks: TicksInView as counted up for this beat.
-void HeartbeatRedraw(int ticks);
+void HeartbeatRedraw(CalendarStore& calendar, int ticks);
 // True when the period in view is loaded or being loaded, so that there is something to redraw.
-bool IsViewReady();
+bool IsViewReady(CalendarStore& calendar);
 
 // What a view does at a beat: a third of a year's months, one object of the day (of each of its lines), one
 // object of the scatter.
-void RedrawYear(int year);
-void RedrawDay();
-void RedrawScatter();
+void RedrawYear(CalendarStore& calendar, int year);
+void RedrawDay(CalendarStore& calendar);
+void RedrawScatter(CalendarStore& calendar);
 
 }  // namespace kalmora

@@ -22,7 +22,7 @@ std::atomic<std::uint64_t> lastShown{0};  // written with the window's canvas he
 
 }  // namespace
 
-void PaintBase() {
+void PaintBase(CalendarStore& calendar) {
     Window* window = MainWindow();
     if (!window) return;
     const std::uint64_t number = ++lastBegun;
@@ -31,13 +31,13 @@ void PaintBase() {
     const double scale = window->Scale();
     const std::unique_ptr<Surface> surface = Surface::Create(size, scale);
     if (!surface) return;
-    const BackgroundPtr background = RenewBackground();
-    const CellRedrawPause pause;
+    const BackgroundPtr background = RenewBackground(calendar);
+    const CellRedraws::Pause pause(calendar.cellRedraws);
     const ViewState view = View();
     {
         const auto canvas = surface->Draw();
         RestoreBackground(*canvas, {background, {}}, {0, 0, size.width, size.height});
-        Calendar().ViewOf(view).Paint(*canvas, view.period, size, scale);
+        calendar.ViewOf(view).Paint(*canvas, view.period, size, scale);
         if (LastSeenDataFolder() == DataFolder::Away) DrawMissingFolder(*canvas, size);
     }
     if (const auto canvas = window->Draw()) {
@@ -47,7 +47,7 @@ void PaintBase() {
         canvas->Blit({0, 0, size.width, size.height}, *surface);
         DrawButtons(*canvas);
     }
-    if (!State().run.FirstPaintDone.exchange(1)) Calendar().partners.observer.OnFirstPaint();
+    if (!State().run.FirstPaintDone.exchange(1)) calendar.partners.observer.OnFirstPaint();
 }
 
 }  // namespace kalmora

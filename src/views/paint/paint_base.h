@@ -3,9 +3,11 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // Background, grid or hour pictures, and buttons; without the objects of a day or a scatter. Any thread, also
 // while objects are being drawn. Of two that run at the same time the one that began later stays on the
 // window.
-void PaintBase();
+void PaintBase(CalendarStore& calendar);
 
 }  // namespace kalmora

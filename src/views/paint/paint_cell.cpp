@@ -107,9 +107,9 @@ PreparedPicture PrepareEntry(const DayEntry& entry, Size cell, double scale, Dec
 
 }  // namespace
 
-bool IsCellPictureCached(int year, int month, int day) {
+bool IsCellPictureCached(CalendarStore& calendar, int year, int month, int day) {
     const Window* window = MainWindow();
-    const CellContent content = ContentOfCell(year, month, day);
+    const CellContent content = ContentOfCell(calendar, year, month, day);
     if (!window || content.count == 0) return true;
     const std::string picture = PictureFileOf(content.entry.path, content.entry.kind);
     if (picture.empty()) return true;
@@ -118,19 +118,20 @@ bool IsCellPictureCached(int year, int month, int day) {
     return !Pictures().LoadCached(picture, pixels, PictureCache::Exactness::Exact).IsEmpty();
 }
 
-PreparedPicture PrepareCellObject(int year, int month, int day, Size cell, double scale, Decode decode) {
-    CellContent content = ContentOfCell(year, month, day);
+PreparedPicture PrepareCellObject(CalendarStore& calendar, int year, int month, int day, Size cell,
+                                  double scale, Decode decode) {
+    CellContent content = ContentOfCell(calendar, year, month, day);
     if (!content.active || content.count == 0) return {};
-    if (!DropVanishedEntries(year, month, day, &content)) return {};
+    if (!DropVanishedEntries(calendar, year, month, day, &content)) return {};
     for (int attempt = 1;; ++attempt) {
         PreparedPicture prepared = PrepareEntry(content.entry, cell, scale, decode);
         if (prepared.look != PreparedPicture::Look::Nothing) return prepared;
         // A search for another one reads files: the worker that draws the cell again does it.
         if (decode == Decode::Later) prepared.complete = false;
         if (!prepared.complete || attempt == kMostAttempts) return prepared;
-        if (!AdvanceCellPhoto(year, month, day)) return {};
+        if (!AdvanceCellPhoto(calendar, year, month, day)) return {};
         const std::string tried = std::move(content.entry.path);
-        content = ContentOfCell(year, month, day);
+        content = ContentOfCell(calendar, year, month, day);
         if (content.entry.path == tried) return {};
     }
 }

@@ -9,15 +9,18 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // True when drawing the cell needs no decoding (it has no picture, or the picture is in memory).
-bool IsCellPictureCached(int year, int month, int day);
+bool IsCellPictureCached(CalendarStore& calendar, int year, int month, int day);
 
 // Reads and decodes what is at the cell's PhotoIndex. Entries whose file has vanished are dropped from
 // the cell until one is left that exists (the only one is kept). Where that entry cannot be drawn,
 // because it is broken or filtered out, the next one that can be comes to represent the day. Nothing when the
 // cell is not active or holds nothing that can be drawn; with Decode::Later it is then not complete, and a
 // worker has to draw the cell again.
-PreparedPicture PrepareCellObject(int year, int month, int day, Size cell, double scale, Decode decode);
+PreparedPicture PrepareCellObject(CalendarStore& calendar, int year, int month, int day, Size cell,
+                                  double scale, Decode decode);
 
 // The cell with its number and frame; `object` may be null for a cell without its photo. The frame's lines
 // are drawn on the bare background, so that they look the same however often cells are drawn that share them.

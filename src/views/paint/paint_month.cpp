@@ -29,9 +29,10 @@ void DrawHeadingAndFrame(Canvas& canvas, int month, const Rect& area) {
 
 }  // namespace
 
-MonthDrawing DrawMonth(Canvas& canvas, const MonthGrid& grid, double scale, Decode decode) {
+MonthDrawing DrawMonth(CalendarStore& calendar, Canvas& canvas, const MonthGrid& grid, double scale,
+                       Decode decode) {
     // A whole window: the background of the full paint that this belongs to.
-    const Ground ground{PaintedBackground(), {}};
+    const Ground ground{PaintedBackground(calendar), {}};
     if (grid.month < 1 || grid.month > 12 || grid.cellWidth < 1) return {};
     if (grid.offset > 0) {
         const Size size = MonthPictureSize(grid.month, grid.cellHeight);
@@ -46,8 +47,8 @@ MonthDrawing DrawMonth(Canvas& canvas, const MonthGrid& grid, double scale, Deco
     }
     MonthDrawing drawing;
     for (int day = 1; day <= grid.days; ++day) {
-        const PreparedPicture object =
-            PrepareCellObject(grid.year, grid.month, day, {grid.cellWidth, grid.cellHeight}, scale, decode);
+        const PreparedPicture object = PrepareCellObject(calendar, grid.year, grid.month, day,
+                                                         {grid.cellWidth, grid.cellHeight}, scale, decode);
         DrawDayCell(canvas, ground, MonthCellRect(grid, day), day, grid.ColumnOf(day), grid.isOfYear,
                     &object);
         if (object.look != PreparedPicture::Look::Nothing) ++drawing.drawn;
@@ -56,20 +57,20 @@ MonthDrawing DrawMonth(Canvas& canvas, const MonthGrid& grid, double scale, Deco
     return drawing;
 }
 
-MonthDrawing DrawMonthAsPicture(Canvas& canvas, int year, int month, const Rect& area, double scale,
-                                Decode decode) {
+MonthDrawing DrawMonthAsPicture(CalendarStore& calendar, Canvas& canvas, int year, int month,
+                                const Rect& area, double scale, Decode decode) {
     if (month < 1 || month > 12 || area.width < 8) return {};
     const Rect inner = Inner(area);
     MonthDrawing drawing;
-    const std::vector<int> days = DaysWithObjects(year, month);
+    const std::vector<int> days = DaysWithObjects(calendar, year, month);
     for (const int day : days) {
         const PreparedPicture object =
-            PrepareCellObject(year, month, day, {inner.width, inner.height}, scale, decode);
+            PrepareCellObject(calendar, year, month, day, {inner.width, inner.height}, scale, decode);
         if (!object.complete) drawing.coarse.push_back({year, month, day});
         if (object.look == PreparedPicture::Look::Nothing && object.complete) continue;
         drawing.drawn = DrawPicture(canvas, inner, object, kCellStyle) ? 1 : 0;
         // What is pressed is what is seen.
-        if (day != days.front()) RepresentMonthBy(year, month, day);
+        if (day != days.front()) RepresentMonthBy(calendar, year, month, day);
         break;
     }
     DrawHeadingAndFrame(canvas, month, area);

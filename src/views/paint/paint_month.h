@@ -10,14 +10,17 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 struct MonthDrawing {
     int drawn = 0;                     // objects
     std::vector<CalendarDate> coarse;  // cells whose pictures are still to be decoded: Decode::Later only
 };
 
-MonthDrawing DrawMonth(Canvas& canvas, const MonthGrid& grid, double scale, Decode decode);
+MonthDrawing DrawMonth(CalendarStore& calendar, Canvas& canvas, const MonthGrid& grid, double scale,
+                       Decode decode);
 // The month's representative fills the whole area (CalendarMode 0).
-MonthDrawing DrawMonthAsPicture(Canvas& canvas, int year, int month, const Rect& area, double scale,
-                                Decode decode);
+MonthDrawing DrawMonthAsPicture(CalendarStore& calendar, Canvas& canvas, int year, int month,
+                                const Rect& area, double scale, Decode decode);
 
 }  // namespace kalmora

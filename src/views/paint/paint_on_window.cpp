@@ -1,13 +1,9 @@
 #include "views/paint/paint_on_window.h"
 
-#include <algorithm>
-#include <deque>
 #include <mutex>
 #include <optional>
-#include <tuple>
 
 #include "base/dates.h"
-#include "base/worker.h"
 #include "state/app_state.h"
 #include "views/bar/button_bar.h"
 #include "views/model/calendar_store.h"
@@ -20,86 +16,21 @@ namespace kalmora {
 
 namespace {
 
-using CellName = std::tuple<int, int, int>;
-
-// The one worker that draws cells later.
-class CellRedraws {
-public:
-    void Add(const CellName& cell) {
-        std::lock_guard lock(mutex_);
-        if (std::find(waiting_.begin(), waiting_.end(), cell) != waiting_.end()) return;
-        waiting_.push_back(cell);
-        StartIfWanted();
-    }
-
-    void Pause() {
-        std::lock_guard lock(mutex_);
-        ++pauses_;
-    }
-
-    void Continue() {
-        std::lock_guard lock(mutex_);
-        --pauses_;
-        StartIfWanted();
-    }
-
-    bool AreDone() {
-        std::lock_guard lock(mutex_);
-        return !running_ && waiting_.empty();
-    }
-
-private:
-    // With the mutex held. A running worker leaves when it finds a pause; the pause's end starts another.
-    void StartIfWanted() {
-        if (running_ || pauses_ > 0 || waiting_.empty()) return;
-        // It waits for the mutex first.
-        const auto work = [this](const StopToken&) { Work(); };
-        running_ = StartWorker("CellRedraws", Worker::Priority::Normal, work).IsStarted();
-        if (!running_) waiting_.clear();
-    }
-
-    void Work() {
-        for (;;) {
-            CellName cell;
-            {
-                std::lock_guard lock(mutex_);
-                if (waiting_.empty() || pauses_ > 0) {
-                    running_ = false;
-                    return;
-                }
-                cell = waiting_.front();
-                waiting_.pop_front();
-            }
-            const auto& [year, month, day] = cell;
-            Calendar().ViewOf(View()).RedrawCell({year, month, day});
-        }
-    }
-
-    std::mutex mutex_;
-    std::deque<CellName> waiting_;  // guarded by mutex_
-    bool running_ = false;          // guarded by mutex_
-    int pauses_ = 0;                // guarded by mutex_
-};
-
-CellRedraws& Redraws() {
-    static CellRedraws* const redraws = new CellRedraws;
-    return *redraws;
-}
-
 // In which the window shows this month now; nothing when it does not.
-std::optional<MonthGrid> GridInView(const Window& window, int year, int month) {
+std::optional<MonthGrid> GridInView(CalendarStore& calendar, const Window& window, int year, int month) {
     const ViewState view = View();
-    return Calendar().ViewOf(view).GridOf(view.period, year, month, window.ClientSize());
+    return calendar.ViewOf(view).GridOf(view.period, year, month, window.ClientSize());
 }
 
-void DrawCell(Window& window, const MonthGrid& grid, int day) {
+void DrawCell(CalendarStore& calendar, Window& window, const MonthGrid& grid, int day) {
     const PreparedPicture object = PrepareCellObject(
-        grid.year, grid.month, day, {grid.cellWidth, grid.cellHeight}, window.Scale(), Decode::Now);
+        calendar, grid.year, grid.month, day, {grid.cellWidth, grid.cellHeight}, window.Scale(), Decode::Now);
     // Where nothing can be drawn any more, what was there must not stay.
-    if (object.look == PreparedPicture::Look::Nothing && ContentOfCell(grid.year, grid.month, day).count == 0)
+    if (object.look == PreparedPicture::Look::Nothing &&
+        ContentOfCell(calendar, grid.year, grid.month, day).count == 0)
         return;
-    const BackgroundPtr background = PaintedBackground();
-    if (GridInView(window, grid.year, grid.month) != grid) return;
+    const BackgroundPtr background = PaintedBackground(calendar);
+    if (GridInView(calendar, window, grid.year, grid.month) != grid) return;
     const auto canvas = window.Draw();
     if (!canvas || canvas->GetSize() != window.ClientSize()) return;
     const Rect cell = MonthCellRect(grid, day);
@@ -114,48 +45,40 @@ void DrawCell(Window& window, const MonthGrid& grid, int day) {
 
 }  // namespace
 
-void RequestCellRedraw(int year, int month, int day) { Redraws().Add({year, month, day}); }
-
-CellRedrawPause::CellRedrawPause() { Redraws().Pause(); }
-
-CellRedrawPause::~CellRedrawPause() { Redraws().Continue(); }
-
-bool AreCellRedrawsDone() { return Redraws().AreDone(); }
-
-void DrawCellOnWindow(int year, int month, int day) {
+void DrawCellOnWindow(CalendarStore& calendar, int year, int month, int day) {
     Window* window = MainWindow();
     if (!window) return;
-    if (const auto grid = GridInView(*window, year, month)) DrawCell(*window, *grid, day);
+    if (const auto grid = GridInView(calendar, *window, year, month)) DrawCell(calendar, *window, *grid, day);
 }
 
-void DrawMonthOnWindow(int year, int month) {
+void DrawMonthOnWindow(CalendarStore& calendar, int year, int month) {
     Window* window = MainWindow();
     if (!window) return;
-    if (!State().settings.CalendarMode) return DrawMonthPictureOnWindow(year, month);
-    const auto grid = GridInView(*window, year, month);
+    if (!State().settings.CalendarMode) return DrawMonthPictureOnWindow(calendar, year, month);
+    const auto grid = GridInView(calendar, *window, year, month);
     for (int day = 1; grid && day <= grid->days; ++day) {
-        if (Calendar().MonthOf(year, month).stop) return;
-        DrawCell(*window, *grid, day);
+        if (calendar.MonthOf(year, month).stop) return;
+        DrawCell(calendar, *window, *grid, day);
     }
 }
 
-void DrawMonthPictureOnWindow(int year, int month) {
+void DrawMonthPictureOnWindow(CalendarStore& calendar, int year, int month) {
     Window* window = MainWindow();
     if (!window) return;
-    const auto grid = GridInView(*window, year, month);
+    const auto grid = GridInView(calendar, *window, year, month);
     if (!grid || !grid->isOfYear) return;
     const Rect area = grid->area;
     // Into memory first: decoding must not happen while the window is held.
     const auto picture = Surface::Create({area.width, area.height}, window->Scale());
     if (!picture) return;
-    const BackgroundPtr background = PaintedBackground();
+    const BackgroundPtr background = PaintedBackground(calendar);
     {
         const auto canvas = picture->Draw();
         RestoreBackground(*canvas, {background, {area.x, area.y}}, {0, 0, area.width, area.height});
-        DrawMonthAsPicture(*canvas, year, month, {0, 0, area.width, area.height}, window->Scale(),
+        DrawMonthAsPicture(calendar, *canvas, year, month, {0, 0, area.width, area.height}, window->Scale(),
                            Decode::Now);
     }
-    if (GridInView(*window, year, month) != grid) return;
+    if (GridInView(calendar, *window, year, month) != grid) return;
     const auto canvas = window->Draw();
     if (!canvas) return;
     DrawUnderButtons(*canvas, area, [&](Canvas& target, Point origin) {
@@ -163,42 +86,42 @@ void DrawMonthPictureOnWindow(int year, int month) {
     });
 }
 
-bool DrawMonthStep(int year, int month) {
+bool DrawMonthStep(CalendarStore& calendar, int year, int month) {
     Window* window = MainWindow();
     if (!window) return false;
-    YearView& slot = Calendar().SlotOf(year);
-    MonthView& view = Calendar().MonthOf(year, month);
+    YearView& slot = calendar.SlotOf(year);
+    MonthView& view = calendar.MonthOf(year, month);
     int phase;
     {
         std::lock_guard lock(slot.mutex);
         if (slot.year != year) return false;
         phase = view.Phase = (view.Phase + 1) % 3;
     }
-    const auto grid = GridInView(*window, year, month);
+    const auto grid = GridInView(calendar, *window, year, month);
     if (!grid) return false;
     for (int day = 1; day <= grid->days; ++day) {
         if ((grid->RowOf(day) + grid->ColumnOf(day)) % 3 != phase) continue;
         if (view.stop) return false;
-        AdvanceCellPhoto(year, month, day);
-        DrawCell(*window, *grid, day);
+        AdvanceCellPhoto(calendar, year, month, day);
+        DrawCell(calendar, *window, *grid, day);
     }
     return true;
 }
 
-int StepMonthPicture(int year, int month) {
-    YearView& slot = Calendar().SlotOf(year);
+int StepMonthPicture(CalendarStore& calendar, int year, int month) {
+    YearView& slot = calendar.SlotOf(year);
     {
         std::lock_guard lock(slot.mutex);
         if (slot.year != year) return -1;
-        MonthView& view = Calendar().MonthOf(year, month);
+        MonthView& view = calendar.MonthOf(year, month);
         const int count = view.ObjectCount();
         if (++view.PhotoCursor >= count) view.PhotoCursor = 0;
         if (++view.DayCursor > DaysInMonth(year, month)) view.DayCursor = 1;
     }
-    const int day = RepresentativeDay(year, month);
+    const int day = RepresentativeDay(calendar, year, month);
     if (day == 0) return -1;
-    AdvanceCellPhoto(year, month, day);
-    DrawMonthPictureOnWindow(year, month);
+    AdvanceCellPhoto(calendar, year, month, day);
+    DrawMonthPictureOnWindow(calendar, year, month);
     return 0;
 }
 

@@ -4,8 +4,8 @@
 #include "platform/window.h"
 #include "state/app_state.h"
 #include "views/model/calendar_geometry.h"
+#include "views/model/calendar_store.h"
 #include "views/paint/paint_month.h"
-#include "views/paint/paint_on_window.h"
 
 namespace kalmora {
 
@@ -17,27 +17,29 @@ Decode DecodePolicy() {
 }
 
 // Counts drawn objects; a worker draws the coarse cells again.
-int Finish(const MonthDrawing& drawing) {
-    for (const CalendarDate& cell : drawing.coarse) RequestCellRedraw(cell.year, cell.month, cell.day);
+int Finish(CalendarStore& calendar, const MonthDrawing& drawing) {
+    for (const CalendarDate& cell : drawing.coarse) calendar.cellRedraws.Request(cell);
     return drawing.drawn;
 }
 
 }  // namespace
 
-int PaintYear(Canvas& canvas, int year, Size client, double scale) {
+int PaintYear(CalendarStore& calendar, Canvas& canvas, int year, Size client, double scale) {
     int drawn = 0;
     for (int month = 1; month <= 12; ++month) {
         const Rect area = YearMonthRect(client.width, month);
-        drawn += Finish(State().settings.CalendarMode
-                            ? DrawMonth(canvas, MakeMonthGrid(year, month, area, true), scale, DecodePolicy())
-                            : DrawMonthAsPicture(canvas, year, month, area, scale, DecodePolicy()));
+        drawn += Finish(
+            calendar,
+            State().settings.CalendarMode
+                ? DrawMonth(calendar, canvas, MakeMonthGrid(year, month, area, true), scale, DecodePolicy())
+                : DrawMonthAsPicture(calendar, canvas, year, month, area, scale, DecodePolicy()));
     }
     return drawn;
 }
 
-int PaintMonth(Canvas& canvas, int year, int month, Size client, double scale) {
+int PaintMonth(CalendarStore& calendar, Canvas& canvas, int year, int month, Size client, double scale) {
     const MonthGrid grid = MakeMonthGrid(year, month, {0, 0, client.width, client.height}, false);
-    return Finish(DrawMonth(canvas, grid, scale, DecodePolicy()));
+    return Finish(calendar, DrawMonth(calendar, canvas, grid, scale, DecodePolicy()));
 }
 
 void PaintHours(Canvas& canvas, Size client, double scale) {

@@ -6,9 +6,11 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // Give how many objects were drawn.
-int PaintYear(Canvas& canvas, int year, Size client, double scale);
-int PaintMonth(Canvas& canvas, int year, int month, Size client, double scale);
+int PaintYear(CalendarStore& calendar, Canvas& canvas, int year, Size client, double scale);
+int PaintMonth(CalendarStore& calendar, Canvas& canvas, int year, int month, Size client, double scale);
 // The pictures of the hours at the heads of a day's lines.
 void PaintHours(Canvas& canvas, Size client, double scale);
 

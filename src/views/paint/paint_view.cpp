@@ -13,41 +13,41 @@ constexpr int kQuietMs = 100;
 
 // Waits until no full paint was requested for kQuietMs; does the paints requested before. A newer load, which
 // wants the gate, ends the wait at once.
-void WaitForQuiet() {
-    CalendarStore& calendar = Calendar();
+void WaitForQuiet(CalendarStore& calendar) {
     const StopToken stop(State().run.ObjectGate);
     do {
-        if (calendar.TakePaintLeftToRun()) PaintBase();
+        if (calendar.TakePaintLeftToRun()) PaintBase(calendar);
         if (stop.WaitFor(kQuietMs)) return;
     } while (calendar.IsPaintLeftToRun());
 }
 
 }  // namespace
 
-void PaintView() {
-    if (Calendar().LeavePaintToRun()) return;
-    PaintBase();
-    EventPaint();
+void PaintView(CalendarStore& calendar) {
+    if (calendar.LeavePaintToRun()) return;
+    PaintBase(calendar);
+    EventPaint(calendar);
 }
 
-void EventPaint() {
+void EventPaint(CalendarStore& calendar) {
     AppState& state = State();
     if (state.run.ObjectGate.IsHeld()) return;
-    if (!Calendar().ViewOf(View()).DrawsObjects()) return;
+    if (!calendar.ViewOf(View()).DrawsObjects()) return;
     if (!state.run.ObjectGate.Acquire("EventPaint")) return;
-    Calendar().objectsDrawn = 0;
-    if (!Calendar().StartPaintThread([load = Calendar().CurrentLoad()] { EventPaintThread(load); }))
+    calendar.objectsDrawn = 0;
+    if (!calendar.StartPaintThread(
+            [&calendar, load = calendar.CurrentLoad()] { EventPaintThread(calendar, load); }))
         state.run.ObjectGate.Release();
 }
 
-void EventPaintThread(const StopToken& load) {
+void EventPaintThread(CalendarStore& calendar, const StopToken& load) {
     AppState& state = State();
     WalkEnd end;
     do {
-        WaitForQuiet();
-        Calendar().objectsDrawn = 0;
-        CalendarView& view = Calendar().ViewOf(View());
-        const bool isOutdated = state.run.ObjectGate.IsStopRequested() || *Calendar().loadIsLeft;
+        WaitForQuiet(calendar);
+        calendar.objectsDrawn = 0;
+        CalendarView& view = calendar.ViewOf(View());
+        const bool isOutdated = state.run.ObjectGate.IsStopRequested() || *calendar.loadIsLeft;
         end = isOutdated || !view.DrawsObjects() ? WalkEnd::Stopped : view.DrawObjects();
     } while (end == WalkEnd::Repaint);
     SetButtonStates();
@@ -56,8 +56,8 @@ void EventPaintThread(const StopToken& load) {
     if (!load.IsStopped()) state.run.ObjectGate.Release();
     state.run.FirstLoadDone = 1;
     // A paint that came too late for this run is done by this thread now.
-    if (Calendar().EndPaintRun()) return PaintView();
-    if (end == WalkEnd::Whole) Calendar().partners.observer.OnWholeView();
+    if (calendar.EndPaintRun()) return PaintView(calendar);
+    if (end == WalkEnd::Whole) calendar.partners.observer.OnWholeView();
 }
 
 }  // namespace kalmora

@@ -5,17 +5,19 @@
 
 namespace kalmora {
 
+struct CalendarStore;
+
 // Paints the base (see paint_base.h), then starts the run that draws a day's or a scatter's objects. Any
 // thread. While such a run is going nothing is drawn, and the run itself starts over.
-void PaintView();
+void PaintView(CalendarStore& calendar);
 
 // Starts the run that draws a day's objects, or a period's scatter, over the painted window, one by one, on
 // its own thread; nothing in a grid view, while the objects are being loaded, or while a run is going. Any
 // thread; does not wait.
-void EventPaint();
+void EventPaint(CalendarStore& calendar);
 
 // Body of the run; `load` is the token of the load whose objects it draws. Waits until a burst of paints
 // has ended; a full paint that is asked for meanwhile is done here and the walk starts over.
-void EventPaintThread(const StopToken& load);
+void EventPaintThread(CalendarStore& calendar, const StopToken& load);
 
 }  // namespace kalmora

@@ -15,10 +15,10 @@ constexpr int kYieldAboveMs = 10;
 
 // The walk over a viewer's objects; `draw` places and draws one.
 template <typename DrawOne>
-WalkEnd WalkObjects(Viewer& viewer, DrawOne draw) {
+WalkEnd WalkObjects(CalendarStore& calendar, Viewer& viewer, DrawOne draw) {
     AppState& state = State();
     const StopToken stop = StopToken::AnyOf({StopToken(viewer.stop), StopToken(state.run.ObjectGate)});
-    const StopToken restless = StopToken::AnyOf({stop, Calendar().PaintLeftToRun()});
+    const StopToken restless = StopToken::AnyOf({stop, calendar.PaintLeftToRun()});
     // A stop that no load followed must not keep the period empty for good.
     viewer.stop = false;
     const std::vector<PlacedObjectPtr> objects = viewer.objects.Snapshot();
@@ -29,13 +29,13 @@ WalkEnd WalkObjects(Viewer& viewer, DrawOne draw) {
         ProgressStripe(static_cast<double>(index) / static_cast<double>(objects.size()));
         while (state.run.Paused) {
             if (stop.IsStopped()) return WalkEnd::Stopped;
-            if (Calendar().IsPaintLeftToRun()) return WalkEnd::Repaint;
+            if (calendar.IsPaintLeftToRun()) return WalkEnd::Repaint;
             restless.WaitFor(kPauseStepMs);
         }
         if (stop.IsStopped()) return WalkEnd::Stopped;
-        if (Calendar().IsPaintLeftToRun()) return WalkEnd::Repaint;
-        if (Calendar().partners.slideShow.IsShown()) continue;
-        if (draw(objects[index])) ++Calendar().objectsDrawn;
+        if (calendar.IsPaintLeftToRun()) return WalkEnd::Repaint;
+        if (calendar.partners.slideShow.IsShown()) continue;
+        if (draw(objects[index])) ++calendar.objectsDrawn;
         if (state.settings.TimingOfChangeImage > kYieldAboveMs)
             restless.WaitFor(state.settings.TimingOfChangeImage);
     }
@@ -46,8 +46,8 @@ WalkEnd WalkObjects(Viewer& viewer, DrawOne draw) {
 
 }  // namespace
 
-WalkEnd WalkDay() {
-    DayViewer& viewer = Calendar().CurrentDayViewer();
+WalkEnd WalkDay(CalendarStore& calendar) {
+    DayViewer& viewer = calendar.CurrentDayViewer();
     {
         TicketGuard guard(viewer.queue, 5, 100);
         if (!guard) return WalkEnd::Stopped;
@@ -59,15 +59,18 @@ WalkEnd WalkDay() {
         if (viewer.clientWidth != client.width || viewer.lines.lineHeight != lines.lineHeight)
             viewer.ResetPlaces(lines, client.width);
     }
-    return WalkObjects(viewer, [&](const PlacedObjectPtr& object) { return DrawDayObject(viewer, object); });
+    return WalkObjects(calendar, viewer, [&](const PlacedObjectPtr& object) {
+        return DrawDayObject(calendar, viewer, object);
+    });
 }
 
-WalkEnd WalkAll() {
-    AllViewer& viewer = Calendar().CurrentAllViewer();
+WalkEnd WalkAll(CalendarStore& calendar) {
+    AllViewer& viewer = calendar.CurrentAllViewer();
     viewer.objects.ClearVisibleMarks();
     viewer.drawing = true;
-    const WalkEnd end =
-        WalkObjects(viewer, [&](const PlacedObjectPtr& object) { return DrawAllObject(viewer, object); });
+    const WalkEnd end = WalkObjects(calendar, viewer, [&](const PlacedObjectPtr& object) {
+        return DrawAllObject(calendar, viewer, object);
+    });
     viewer.drawing = false;
     return end;
 }

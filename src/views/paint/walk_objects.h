@@ -5,7 +5,9 @@
 
 namespace kalmora {
 
-WalkEnd WalkDay();
-WalkEnd WalkAll();
+struct CalendarStore;
+
+WalkEnd WalkDay(CalendarStore& calendar);
+WalkEnd WalkAll(CalendarStore& calendar);
 
 }  // namespace kalmora
