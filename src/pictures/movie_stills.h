@@ -14,7 +14,8 @@ public:
 };
 
 // Set at start, before other threads run; it must live as long as pictures are painted. Null, as without any
-// call: no movie has a still.
+// call: no movie has a still. For the whole process, as the picture cache is: whatever paints a movie, in any
+// view and on any worker, asks here.
 void SetMovieStills(MovieStills* stills);
 // Asks them.
 std::string MovieStill(const std::string& moviePath);

@@ -28,7 +28,8 @@ public:
     PictureCache();
 
     // What reads orientations and embedded thumbnails; null for none. It must outlive the cache. What was
-    // decoded before stays as it is.
+    // decoded before stays as it is. Not handed over in the constructor, as the reader belongs to a higher
+    // room and the one cache of the process is made on first use.
     void UsePreviews(const images::PreviewReader* reader) { reader_ = reader; }
 
     // The upright size in pixels from the file's head, nothing decoded. 0 by 0 when it is no readable

@@ -2,12 +2,13 @@
 
 #include <algorithm>
 
+#include "platform/thread.h"
+
 namespace kalmora {
 
 namespace {
 
 constexpr std::size_t kMostRequests = 4096;
-constexpr int kEndCheckMs = 60'000;
 
 }  // namespace
 
@@ -17,8 +18,7 @@ Prefetcher::~Prefetcher() {
         isStopping_ = true;
     }
     changed_.notify_all();
-    for (const Thread& thread : threads_)
-        while (!thread.WaitForEnd(kEndCheckMs)) continue;
+    for (const Worker& thread : threads_) thread.WaitForEnd();
 }
 
 void Prefetcher::Add(const PictureRequest& request) {
@@ -38,10 +38,11 @@ void Prefetcher::Add(const PictureRequest& request) {
 void Prefetcher::StartThreads() {
     const int count = std::clamp(ProcessorCount(), 2, 4);
     for (int i = 0; i < count; ++i) {
-        Thread thread;
-        if (!thread.StartSuspended("prefetch", [this] { Work(); })) break;
-        thread.Resume();
-        threads_.push_back(std::move(thread));
+        // The destructor ends it, by the condition on which it waits for requests.
+        const auto work = [this](const StopToken&) { Work(); };
+        const Worker thread = StartWorker("prefetch", Worker::Priority::Normal, work);
+        if (!thread.IsStarted()) break;
+        threads_.push_back(thread);
     }
 }
 

@@ -10,8 +10,8 @@
 #include <tuple>
 #include <vector>
 
+#include "base/worker.h"
 #include "platform/image.h"
-#include "platform/thread.h"
 
 namespace kalmora {
 
@@ -48,7 +48,7 @@ private:
     std::set<PictureRequest> known_;      // guarded by mutex_; those waiting and those being served
     std::size_t served_ = 0;              // guarded by mutex_; being served at this moment
     bool isStopping_ = false;             // guarded by mutex_
-    std::vector<Thread> threads_;         // guarded by mutex_
+    std::vector<Worker> threads_;         // guarded by mutex_
 };
 
 }  // namespace kalmora

@@ -10,9 +10,9 @@
 #include <mutex>
 #include <utility>
 
+#include "base/worker.h"
 #include "platform/end_signals.h"
 #include "platform/qt/gui_queue.h"
-#include "platform/thread.h"
 
 namespace kalmora {
 
@@ -83,14 +83,15 @@ EndSignals::EndSignals(std::function<void()> request) {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) return;
     fcntl(ends[1], F_SETFL, O_NONBLOCK);
-    Thread thread;
-    if (!thread.StartSuspended("signals",
-                               [end = ends[0], request = std::move(request)] { Serve(end, request); })) {
+    // It waits in a read, so what ends it comes through the pipe.
+    const auto serve = [end = ends[0], request = std::move(request)](const StopToken&) {
+        Serve(end, request);
+    };
+    if (!StartWorker("signals", Worker::Priority::Normal, serve).IsStarted()) {
         for (const int end : ends) close(end);
         return;
     }
     writeEnd = ends[1];
-    thread.Resume();
     struct sigaction action {};
     action.sa_handler = OnSignal;
     action.sa_flags = SA_RESTART;
