@@ -1,11 +1,11 @@
-// Disks that are slow or do not answer, for one program: preloaded, it holds up calls that name a path below
-// a folder.
+// Disks that are slow, do not answer or cannot be listed, for one program: preloaded, it holds up or refuses
+// calls that name a path below a folder.
 //
 //   SLOW_DISK=/folder SLOW_DISK_US=2000 DEAD_DISK=/other DEAD_DISK_WHILE=/a/file LD_PRELOAD=...so PROGRAM
 //
 // SLOW_DISK_US: how many microseconds each such call takes longer. DEAD_DISK_WHILE: while a file of this name
 // is there, calls into the dead disk do not return; the name of each thread that is inside one goes into
-// it.
+// it. CLOSED_DISK: a folder whose names, and those of the folders below it, are denied.
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -95,7 +95,12 @@ extern "C" int statx(int folder, const char* path, int flags, unsigned mask, str
 
 extern "C" DIR* opendir(const char* path) {
     static auto* const next = Next(&opendir, "opendir");
+    static const char* const closedDisk = std::getenv("CLOSED_DISK");
     Hold(path);
+    if (IsOn(closedDisk, path)) {
+        errno = EACCES;
+        return nullptr;
+    }
     return next(path);
 }
 

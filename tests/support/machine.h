@@ -10,9 +10,6 @@ namespace kalmora::test {
 // A named pipe, which is no file of the user. False when it cannot be made.
 bool MakePipe(const std::string& path);
 
-// True when permissions hold nothing back from this user.
-bool IsSuperuser();
-
 int OwnProcessId();
 
 void SetVariable(const char* name, const std::string& value);

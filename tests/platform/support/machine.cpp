@@ -13,8 +13,6 @@ namespace kalmora::test {
 
 bool MakePipe(const std::string& path) { return mkfifo(path.c_str(), 0666) == 0; }
 
-bool IsSuperuser() { return geteuid() == 0; }
-
 int OwnProcessId() { return getpid(); }
 
 void SetVariable(const char* name, const std::string& value) { setenv(name, value.c_str(), 1); }
