@@ -157,7 +157,9 @@ int Report(const ImportSummary& summary) {
     if (summary.wordsPending > 0)
         std::fprintf(stderr, "kalmora import: %d photos of earlier imports still lack their notes\n",
                      summary.wordsPending);
-    if (!summary.isIndexed) std::fputs("kalmora import: some index files could not be written\n", stderr);
+    if (!summary.isIndexed)
+        std::fputs("kalmora import: some folders could not be read or index files could not be written\n",
+                   stderr);
     return summary.failures == 0 && summary.isIndexed ? 0 : 1;
 }
 

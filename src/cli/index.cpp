@@ -104,7 +104,8 @@ int RunIndexWork(const StartOptions& start, IndexWork work, const IndexOptions& 
     if (stop.IsStopped())
         std::fprintf(stderr, "kalmora %s: interrupted; what was finished is written\n", verb);
     else if (!good)
-        std::fprintf(stderr, "kalmora %s: some index files could not be written\n", verb);
+        std::fprintf(
+            stderr, "kalmora %s: some folders could not be read or index files could not be written\n", verb);
     return good ? 0 : 1;
 }
 

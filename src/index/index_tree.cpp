@@ -59,12 +59,12 @@ bool RunOverMonths(const std::vector<CalendarDate>& months, const StopToken& sto
     std::size_t done = 0;  // guarded by doneMutex
     const auto run = [&] {
         IndexBatch batch;
-        while (good && !stop.IsStopped()) {
+        while (!stop.IsStopped()) {
             const std::size_t at = next++;
             if (at >= months.size()) break;
             if (!work(months[at], batch)) {
                 good = false;
-                break;
+                continue;
             }
             std::lock_guard lock(doneMutex);
             ++done;

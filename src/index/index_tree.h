@@ -18,8 +18,7 @@ std::vector<CalendarDate> ListMonths(const std::string& root, int year = 0);
 // Calls `work` once for each month, on a thread more than there are processors, this one among them. Index
 // files that the work puts into its batch are written when the batch is full and at the end. `onMonthDone` is
 // called after each with their number so far; one call at a time, any thread. Leaves the rest out when
-// stopped or when `work` says false. False then, and when an index file could not be
-// written.
+// stopped. False then, when `work` has said false of a month, and when an index file could not be written.
 bool RunOverMonths(const std::vector<CalendarDate>& months, const StopToken& stop,
                    const std::function<bool(const CalendarDate& month, IndexBatch& batch)>& work,
                    const std::function<void(std::size_t done)>& onMonthDone = {});

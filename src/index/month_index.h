@@ -60,7 +60,8 @@ public:
     // Loads one day when it is not in memory, without the gate and without a report. False when stopped.
     bool EnsureDay(int day, const StopToken& caller = {});
     // Compares the day (day 0 or less: every day) with its folder. False when refused by the gate (`busy` is
-    // then left set: meant, and held by MonthUpdate.RefusedByTheGateStaysBusy) or stopped.
+    // then left set: meant, and held by MonthUpdate.RefusedByTheGateStaysBusy) or stopped, and when a folder
+    // could not be listed: its day stays as it was, and the other days are compared all the same.
     bool Update(int day);
     bool Update(int day, IndexBatch& batch);
     bool Update(int day, const StopToken& work);
@@ -102,7 +103,7 @@ private:
     bool LoadOne(int day, IndexBatch& batch, const StopToken& caller);
     bool LoadAll(IndexBatch& batch, const Stops& stops);
     bool UpdateIn(int day, IndexBatch& batch, Writing writing, const StopToken& work);
-    void UpdateDay(int day, IndexBatch& batch, const StopToken& work);
+    bool UpdateDay(int day, IndexBatch& batch, const StopToken& work);
     bool UpdateAll(IndexBatch& batch, const StopToken& work);
     void Publish(int day, const std::shared_ptr<DayIndex>& records);
     void SetLoaded(int day, bool loaded);

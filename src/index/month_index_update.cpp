@@ -9,7 +9,7 @@ namespace kalmora {
 
 void MonthIndex::StampUpdate() { lastUpdateSeconds = static_cast<int>(UptimeMs() / 1000); }
 
-void MonthIndex::UpdateDay(int day, IndexBatch& batch, const StopToken& work) {
+bool MonthIndex::UpdateDay(int day, IndexBatch& batch, const StopToken& work) {
     const bool wasLoaded = IsLoaded(day);
     SetLoaded(day, false);
     const auto records = std::make_shared<DayIndex>(*Day(day));
@@ -23,20 +23,24 @@ void MonthIndex::UpdateDay(int day, IndexBatch& batch, const StopToken& work) {
     // the day reads its index file, or the rest would be missing.
     if (finished || wasLoaded) Publish(day, records);
     if (finished) batch.Add(records);
+    return finished;
 }
 
 bool MonthIndex::UpdateAll(IndexBatch& batch, const StopToken& work) {
     const int days = DaysInMonth(year, month);
     bool finished = true;
     for (int day = 1; day <= days; ++day) {
-        finished = !work.IsStopped();
-        if (!finished) break;
+        if (work.IsStopped()) {
+            finished = false;
+            break;
+        }
         const double ratio = static_cast<double>(day - 1) / days;
         ReportProgress(*context.progress, ratio, "Updating (%04d/%02d)", year, month);
         context.progress->OnUpdateProgress(ratio);
-        UpdateDay(day, batch, work);
+        finished &= UpdateDay(day, batch, work);
     }
-    ReportProgress(*context.progress, 1, finished ? "Updated. (%04d/%02d)" : "Canceled. (%04d/%02d)", year,
+    const bool isStopped = !finished && work.IsStopped();
+    ReportProgress(*context.progress, 1, isStopped ? "Canceled. (%04d/%02d)" : "Updated. (%04d/%02d)", year,
                    month);
     context.progress->OnUpdateProgress(1);
     return finished;
@@ -51,8 +55,11 @@ bool MonthIndex::UpdateIn(int day, IndexBatch& batch, Writing writing, const Sto
         finished = UpdateAll(batch, work);
     } else if (day <= kDays) {
         ReportProgress(*context.progress, 0, "Updating (%04d/%02d/%02d)", year, month, day);
-        UpdateDay(day, batch, work);
-        ReportProgress(*context.progress, 1, "Updated. (%04d/%02d/%02d)", year, month, day);
+        finished = UpdateDay(day, batch, work);
+        const bool isStopped = !finished && work.IsStopped();
+        ReportProgress(*context.progress, 1,
+                       isStopped ? "Canceled. (%04d/%02d/%02d)" : "Updated. (%04d/%02d/%02d)", year, month,
+                       day);
     }
     if (writing == Writing::Now) batch.Finish();
     if (finished) StampUpdate();

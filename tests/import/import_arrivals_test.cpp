@@ -5,6 +5,7 @@
 
 #include "import/import_fixture.h"
 #include "media/photo_file.h"
+#include "support/closed_folder.h"
 
 namespace kalmora {
 namespace {
@@ -136,6 +137,22 @@ TEST_F(ImportArrivalsTest, MonthsOfAFolderThatIsAwayStay) {
     }
     MakeFolder("stick");
     Import();
+    EXPECT_EQ(ContentOf(At("Temp/import.months")), "");
+}
+
+TEST_F(ImportArrivalsTest, MonthsWithAFolderThatCannotBeListedStay) {
+    PutInDay("a.mov", "film");
+    options.index = ImportOptions::Index::UpToDate;
+    Add("b.jpg", PhotoTaken("2008:11:14 10:15:30"));
+    {
+        const test::ClosedFolder cannotBeListed(DayFolder());
+        EXPECT_FALSE(Import().isIndexed);
+        EXPECT_THAT(IndexOf(14), HasSubstr("FILE=b.jpg")) << "the other days are up to date";
+        EXPECT_THAT(ParseMonthRecords(ContentOf(At("Temp/import.months"))),
+                    ElementsAre(MonthToCome{root, 2008, 11}));
+    }
+    EXPECT_TRUE(Import().isIndexed);
+    EXPECT_THAT(IndexOf(), HasSubstr("FILE=a.mov"));
     EXPECT_EQ(ContentOf(At("Temp/import.months")), "");
 }
 

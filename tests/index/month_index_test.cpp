@@ -7,6 +7,7 @@
 
 #include "index/index_batch.h"
 #include "index_fixture.h"
+#include "support/closed_folder.h"
 
 namespace kalmora {
 namespace {
@@ -373,35 +374,54 @@ TEST_F(MonthUpdate, StopBetweenDaysKeepsWhatIsDone) {
 }
 
 TEST_F(MonthUpdate, StopReachesTheDayThatIsUpdated) {
-    constexpr std::size_t kFiles = 1500;
-    for (std::size_t i = 0; i < kFiles; ++i) PutInDay(std::to_string(i) + ".txt", "text");
-    // As often as it takes: the other thread may not get its turn while the day is at work.
-    bool stopped = false;
-    for (int attempt = 0; attempt < 50 && !stopped; ++attempt) {
-        files::RemoveFile(IndexPath());
-        MonthIndex one(2008, 11, root);
-        std::atomic<bool> done = false;
-        std::thread stopper([&] {
-            while (!done) {
-                one.RequestStop();
-                std::this_thread::yield();
-            }
-        });
-        EXPECT_TRUE(one.Update(13));  // one day always comes to its end
-        done = true;
-        stopper.join();
-        stopped = one.Day(13)->entries.size() < kFiles;
-        // Wherever it was stopped: nothing is written, and a part of the day is not taken for the day.
-        EXPECT_EQ(one.IsLoaded(13), !stopped);
-        EXPECT_EQ(HasIndex(), !stopped);
-        EXPECT_TRUE(one.EnsureDay(13)) << "as a search does";
-        EXPECT_EQ(one.Day(13)->entries.size(), kFiles);
-        EXPECT_TRUE(one.Update(13));
-        EXPECT_EQ(one.Day(13)->entries.size(), kFiles);
-        EXPECT_TRUE(HasIndex());
-        EXPECT_FALSE(one.Day(13)->dirty);
-    }
-    EXPECT_TRUE(stopped);
+    PutInDay("a.txt");
+    PutInDay("b.txt");
+    ProgressTexts progress(probe);
+    probe.onProgress = [&](double ratio, const std::string& text) {
+        progress.texts.push_back(text);
+        if (ratio == 0) month.RequestStop();  // the day has begun
+    };
+    clock.uptimeMs = 5000;
+    EXPECT_FALSE(month.Update(13));
+    EXPECT_EQ(progress.texts.back(), "Canceled. (2008/11/13)");
+    EXPECT_EQ(month.lastUpdateSeconds, 0);
+    EXPECT_FALSE(month.IsLoaded(13)) << "a part of the day is not taken for the day";
+    EXPECT_FALSE(HasIndex()) << "and not written";
+    EXPECT_TRUE(month.EnsureDay(13)) << "as a search does";
+    EXPECT_THAT(month.Day(13)->entries, SizeIs(2));
+    probe.onProgress = nullptr;
+    EXPECT_TRUE(month.Update(13));
+    EXPECT_THAT(month.Day(13)->entries, SizeIs(2));
+    EXPECT_TRUE(HasIndex());
+    EXPECT_FALSE(month.Day(13)->dirty);
+}
+
+TEST_F(MonthUpdate, StopWithinTheLastDayIsAStop) {
+    PutInDay("a.txt", "a", 1);
+    PutInDay("b.txt", "b", 30);
+    ProgressTexts progress(probe);
+    probe.onProgress = [&](double ratio, const std::string& text) {
+        progress.texts.push_back(text);
+        if (ratio == 29.0 / 30) month.RequestStop();
+    };
+    clock.uptimeMs = 5000;
+    EXPECT_FALSE(month.Update(0));
+    EXPECT_EQ(progress.texts.back(), "Canceled. (2008/11)");
+    EXPECT_TRUE(HasIndex(1));
+    EXPECT_FALSE(HasIndex(30));
+    EXPECT_EQ(month.lastUpdateSeconds, 0);
+}
+
+TEST_F(MonthUpdate, FolderThatCannotBeListedIsNoUpdateOfIt) {
+    PutInDay("a.txt", "a", 13);
+    PutInDay("b.txt", "b", 14);
+    const test::ClosedFolder cannotBeListed(DayFolder(13));
+    clock.uptimeMs = 5000;
+    EXPECT_FALSE(month.Update(13));
+    EXPECT_FALSE(month.Update(0));
+    EXPECT_TRUE(HasIndex(14)) << "the other days are";
+    EXPECT_FALSE(HasIndex(13));
+    EXPECT_EQ(month.lastUpdateSeconds, 0);
 }
 
 TEST_F(MonthUpdate, RefusedByTheGateStaysBusy) {
