@@ -1,14 +1,10 @@
 #include "import/import_arrivals.h"
 
-#include <algorithm>
-#include <charconv>
-#include <cstdio>
-#include <optional>
 #include <utility>
 
-#include "base/crc32.h"
 #include "base/log.h"
 #include "base/path_names.h"
+#include "import/checked_records.h"
 #include "media/photo_file.h"
 #include "platform/files.h"
 #include "rewrite/safe_rewrite.h"
@@ -20,49 +16,8 @@ namespace {
 
 using files::FileResult;
 
-constexpr std::size_t kHeadLength = 20;
+constexpr int kLengthDigits = 10;
 constexpr std::uint64_t kLongestFile = 64u << 20;
-
-template <typename Number>
-std::optional<Number> NumberOf(std::string_view text, int base = 10) {
-    Number number{};
-    const auto end = std::from_chars(text.data(), text.data() + text.size(), number, base);
-    if (text.empty() || end.ec != std::errc() || end.ptr != text.data() + text.size()) return std::nullopt;
-    return number;
-}
-
-std::string RecordOf(const std::string& body) {
-    char head[kHeadLength + 1];
-    std::snprintf(head, sizeof head, "%08x %010zu\n", Crc32(body), body.size());
-    return head + body;
-}
-
-// The body of the first record, which is taken from `rest`; nothing when it does not add up.
-std::optional<std::string_view> TakeRecord(std::string_view& rest) {
-    if (rest.size() < kHeadLength || rest[kHeadLength - 1] != '\n' || rest[8] != ' ') return std::nullopt;
-    const auto sum = NumberOf<std::uint32_t>(rest.substr(0, 8), 16);
-    const auto length = NumberOf<std::uint64_t>(rest.substr(9, 10));
-    if (!sum || !length || *length > rest.size() - kHeadLength) return std::nullopt;
-    const std::string_view body = rest.substr(kHeadLength, static_cast<std::size_t>(*length));
-    if (Crc32(body) != *sum) return std::nullopt;
-    rest.remove_prefix(kHeadLength + body.size());
-    return body;
-}
-
-// What comes before the end mark, which is taken too; empty, and the rest gone, when there is none.
-std::string_view TakeUpTo(char end, std::string_view& rest) {
-    const std::size_t at = rest.find(end);
-    const std::string_view text = rest.substr(0, at == std::string_view::npos ? 0 : at);
-    rest.remove_prefix(at == std::string_view::npos ? rest.size() : at + 1);
-    return text;
-}
-
-std::string ReadAll(const files::EditFile& file) {
-    const auto status = file.Status();
-    std::string bytes(static_cast<std::size_t>(std::min(status ? status->size : 0, kLongestFile)), '\0');
-    bytes.resize(file.ReadAt(0, {reinterpret_cast<std::uint8_t*>(bytes.data()), bytes.size()}));
-    return bytes;
-}
 
 enum class Words { Missing, Done, OutOfReach };
 
@@ -86,18 +41,20 @@ bool MayTakeWordsLater(RewriteResult result) {
 }  // namespace
 
 std::string MakeWordsRecord(const WordsToCome& words) {
-    return RecordOf(std::to_string(words.size) + ' ' + std::to_string(words.written.ticks) + '\0' +
-                    words.path + '\0' + words.words + '\0');
+    return CheckedRecord(std::to_string(words.size) + ' ' + std::to_string(words.written.ticks) + '\0' +
+                             words.path + '\0' + words.words + '\0',
+                         kLengthDigits);
 }
 
 std::string MakeMonthRecord(const MonthToCome& month) {
-    return RecordOf(std::to_string(month.year) + ' ' + std::to_string(month.month) + '\0' + month.root +
-                    '\0');
+    return CheckedRecord(
+        std::to_string(month.year) + ' ' + std::to_string(month.month) + '\0' + month.root + '\0',
+        kLengthDigits);
 }
 
 std::vector<WordsToCome> ParseWordsRecords(std::string_view bytes) {
     std::vector<WordsToCome> all;
-    while (auto body = TakeRecord(bytes)) {
+    while (auto body = TakeCheckedBody(bytes, kLengthDigits)) {
         const auto size = NumberOf<std::uint64_t>(TakeUpTo(' ', *body));
         const auto written = NumberOf<std::uint64_t>(TakeUpTo('\0', *body));
         WordsToCome one;
@@ -113,7 +70,7 @@ std::vector<WordsToCome> ParseWordsRecords(std::string_view bytes) {
 
 std::vector<MonthToCome> ParseMonthRecords(std::string_view bytes) {
     std::vector<MonthToCome> all;
-    while (auto body = TakeRecord(bytes)) {
+    while (auto body = TakeCheckedBody(bytes, kLengthDigits)) {
         const auto year = NumberOf<int>(TakeUpTo(' ', *body)), month = NumberOf<int>(TakeUpTo('\0', *body));
         std::string root(TakeUpTo('\0', *body));
         if (!year || !month || *month < 1 || *month > 12 || !files::IsAbsolute(root)) break;
@@ -169,7 +126,7 @@ bool ArrivalJournal::HasWords() const {
 int ArrivalJournal::Recover() {
     if (!months_.file.IsOpen()) return 0;
     // A photo whose words were being written is whole before it is asked for them.
-    const std::vector<WordsToCome> noted = ParseWordsRecords(ReadAll(words_.file));
+    const std::vector<WordsToCome> noted = ParseWordsRecords(ReadFromStart(words_.file, kLongestFile));
     if (!noted.empty()) RecoverRewrites(tempFolder_);
     std::vector<WordsToCome> missing;
     std::vector<PhotoFile> photos;
@@ -202,7 +159,7 @@ int ArrivalJournal::Recover() {
 }
 
 void ArrivalJournal::ReadMonths() {
-    const std::string months = ReadAll(months_.file);
+    const std::string months = ReadFromStart(months_.file, kLongestFile);
     for (const MonthToCome& month : ParseMonthRecords(months)) {
         months_.end += MakeMonthRecord(month).size();
         known_.insert(month);
@@ -212,7 +169,7 @@ void ArrivalJournal::ReadMonths() {
 }
 
 void ArrivalJournal::ReadWords() {
-    for (const WordsToCome& one : ParseWordsRecords(ReadAll(words_.file)))
+    for (const WordsToCome& one : ParseWordsRecords(ReadFromStart(words_.file, kLongestFile)))
         words_.end += MakeWordsRecord(one).size();
     words_.pending = words_.end;
 }

@@ -1,16 +1,13 @@
 #include "import/import_journal.h"
 
-#include <algorithm>
-#include <charconv>
-#include <cstdio>
 #include <optional>
 
-#include "base/crc32.h"
 #include "base/log.h"
+#include "base/path_names.h"
+#include "import/checked_records.h"
 #include "platform/files.h"
 #include "platform/transfer.h"
 #include "store/data_folder.h"
-#include "store/file_helpers.h"
 
 namespace kalmora {
 
@@ -19,29 +16,9 @@ namespace {
 using files::FileResult;
 
 constexpr std::string_view kMagic = "KMIMPORT1 ";
-constexpr std::size_t kHeadLength = 40;
+constexpr int kLengthDigits = 20;
 constexpr std::uint64_t kLongestBody = 16u << 20;
-
-// The number that the whole text is.
-template <typename Number>
-std::optional<Number> NumberOf(std::string_view text, int base = 10) {
-    Number number{};
-    const auto end = std::from_chars(text.data(), text.data() + text.size(), number, base);
-    if (end.ec != std::errc() || end.ptr != text.data() + text.size()) return std::nullopt;
-    return number;
-}
-
-// What comes before the end mark, which is taken too; empty, and the rest gone, when there is none.
-std::string_view TakeUpTo(char end, std::string_view& rest) {
-    const std::size_t at = rest.find(end);
-    if (at == std::string_view::npos) {
-        rest = {};
-        return {};
-    }
-    const std::string_view text = rest.substr(0, at);
-    rest.remove_prefix(at + 1);
-    return text;
-}
+constexpr std::uint64_t kLongestHead = 64;
 
 std::optional<MoveRecord> TakeMoveRecord(std::string_view& rest) {
     const auto size = NumberOf<std::uint64_t>(TakeUpTo(' ', rest));
@@ -66,8 +43,7 @@ bool RecoverMove(const MoveRecord& record) {
     // One file under two names is no copy of itself.
     if (source->volume == target->volume && source->identity == target->identity) return false;
     if (!files::HaveSameBytes(record.source, record.target)) return false;
-    const std::string folder =
-        record.target.substr(0, record.target.size() - GetFileName(record.target).size() - 1);
+    const std::string folder = FolderOfPath(record.target);
     return files::FlushFolders({&folder, 1}) == FileResult::Done &&
            files::RemoveFile(record.source) == FileResult::Done;
 }
@@ -80,20 +56,15 @@ std::string MakeImportJournal(std::span<const MoveRecord> records) {
         body += std::to_string(record.size) + ' ' + std::to_string(record.written.ticks) + '\0';
         body += record.source + '\0' + record.target + '\0';
     }
-    char head[kHeadLength + 1];
-    std::snprintf(head, sizeof head, "%s%08x %020zu\n", kMagic.data(), Crc32(body), body.size());
-    return head + body;
+    return std::string(kMagic) + CheckedRecord(body, kLengthDigits);
 }
 
 std::vector<MoveRecord> ParseImportJournal(std::string_view bytes) {
-    if (bytes.size() < kHeadLength || !bytes.starts_with(kMagic) || bytes[kHeadLength - 1] != '\n') return {};
-    constexpr std::size_t kSumLength = 8;
-    const auto sum = NumberOf<std::uint32_t>(bytes.substr(kMagic.size(), kSumLength), 16);
-    const std::size_t lengthAt = kMagic.size() + kSumLength + 1;
-    const auto length = NumberOf<std::uint64_t>(bytes.substr(lengthAt, kHeadLength - 1 - lengthAt));
-    if (!sum || !length || *length > kLongestBody || *length > bytes.size() - kHeadLength) return {};
-    std::string_view body = bytes.substr(kHeadLength, static_cast<std::size_t>(*length));
-    if (Crc32(body) != *sum) return {};
+    if (!bytes.starts_with(kMagic)) return {};
+    bytes.remove_prefix(kMagic.size());
+    const auto checked = TakeCheckedBody(bytes, kLengthDigits);
+    if (!checked || checked->size() > kLongestBody) return {};
+    std::string_view body = *checked;
     std::vector<MoveRecord> records;
     while (!body.empty()) {
         auto record = TakeMoveRecord(body);
@@ -112,10 +83,8 @@ bool ImportJournal::Open(const std::string& tempFolder) {
 }
 
 int ImportJournal::Recover() {
-    const auto status = file_.Status();
-    if (!status || status->size == 0) return 0;
-    std::string bytes(static_cast<std::size_t>(std::min(status->size, kHeadLength + kLongestBody)), '\0');
-    bytes.resize(file_.ReadAt(0, {reinterpret_cast<std::uint8_t*>(bytes.data()), bytes.size()}));
+    const std::string bytes = ReadFromStart(file_, kLongestHead + kLongestBody);
+    if (bytes.empty()) return 0;
     int removed = 0;
     for (const MoveRecord& record : ParseImportJournal(bytes)) {
         const bool isRemoved = RecoverMove(record);

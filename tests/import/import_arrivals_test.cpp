@@ -36,6 +36,13 @@ TEST(ArrivalRecords, AreReadUpToTheFirstThatDoesNotAddUp) {
     EXPECT_THAT(months, ElementsAre(MonthToCome{"/d", 2008, 11}));
 }
 
+TEST(ArrivalRecords, AreTheseBytes) {
+    using std::string_literals::operator""s;
+    EXPECT_EQ(MakeWordsRecord({"/d/a.jpg", "words", 12, {34}}),
+              "16c3da27 0000000021\n12 34\0/d/a.jpg\0words\0"s);
+    EXPECT_EQ(MakeMonthRecord({"/d", 2008, 11}), "a5319acf 0000000011\n2008 11\0/d\0"s);
+}
+
 TEST_F(ImportArrivalsTest, NextImportGivesTheWordsAndTheIndex) {
     const std::string photo = PhotoTaken("2008:11:13 10:15:30");
     const std::string bare = PutInDay("bare.jpg", photo), written = PutInDay("written.jpg", photo);

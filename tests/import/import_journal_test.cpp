@@ -30,6 +30,13 @@ protected:
     }
 };
 
+TEST(ImportJournalFormat, IsTheseBytes) {
+    using std::string_literals::operator""s;
+    const std::vector<MoveRecord> records{{"/card/a.jpg", "/d/a.jpg", 7, {34}}};
+    EXPECT_EQ(MakeImportJournal(records),
+              "KMIMPORT1 b9d495ce 00000000000000000026\n7 34\0/card/a.jpg\0/d/a.jpg\0"s);
+}
+
 TEST_F(ImportJournalTest, NotesComeBack) {
     const std::vector<MoveRecord> records{{"/card/a b\n.jpg", "/files/raw\xFF.jpg", 12, {345}},
                                           {"/x", "/y", 0, {}}};
