@@ -1,8 +1,12 @@
 #include <gtest/gtest.h>
+#include <xcb/xcb.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <functional>
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "platform/foreground_window.h"
 #include "platform/screens.h"
@@ -70,6 +74,72 @@ TEST_F(DesktopTest, ForegroundWindowHasItsTitleItsClassAndItsFrame) {
     }));
     EXPECT_EQ(FindForegroundWindow()->windowClass, "Kalmora");
     EXPECT_GT(FindForegroundWindow()->frame.height, main_->ClientSize().height) << "the frame counts";
+}
+
+// A window of a program that knows the server alone, and sets the oldest of the properties for its title.
+class PlainWindow {
+public:
+    PlainWindow(const char* typeOfTitle, std::string_view title) {
+        const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
+        window_ = xcb_generate_id(connection_);
+        xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, screen->root, 600, 400, 120, 90, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, 0, nullptr);
+        Set(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, std::string_view("plain\0Caf\xE9\0", 11));
+        Set(XCB_ATOM_WM_NAME, Atom(typeOfTitle), title);
+        xcb_map_window(connection_, window_);
+        // As a program does that is asked for by the user.
+        xcb_client_message_event_t wish{};
+        wish.response_type = XCB_CLIENT_MESSAGE;
+        wish.format = 32;
+        wish.window = window_;
+        wish.type = Atom("_NET_ACTIVE_WINDOW");
+        wish.data.data32[0] = 2;
+        xcb_send_event(connection_, 0, screen->root,
+                       XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                       reinterpret_cast<const char*>(&wish));
+        xcb_flush(connection_);
+    }
+    ~PlainWindow() { xcb_disconnect(connection_); }
+    PlainWindow(const PlainWindow&) = delete;
+    PlainWindow& operator=(const PlainWindow&) = delete;
+
+private:
+    xcb_atom_t Atom(std::string_view name) const {
+        xcb_intern_atom_reply_t* const reply = xcb_intern_atom_reply(
+            connection_,
+            xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data()), nullptr);
+        const xcb_atom_t atom = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+        std::free(reply);
+        return atom;
+    }
+    void Set(xcb_atom_t property, xcb_atom_t type, std::string_view bytes) const {
+        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_, property, type, 8,
+                            static_cast<std::uint32_t>(bytes.size()), bytes.data());
+    }
+
+    xcb_connection_t* const connection_ = xcb_connect(nullptr, nullptr);
+    xcb_window_t window_ = XCB_WINDOW_NONE;
+};
+
+TEST_F(DesktopTest, TitleOfAnOldProgramIsLatin1) {
+    const PlainWindow old("STRING", "caf\xE9");
+    EXPECT_TRUE(ServeUntil([] { return IsInFront("café"); }));
+    EXPECT_EQ(FindForegroundWindow()->windowClass, "Café");
+}
+
+TEST_F(DesktopTest, TitleInAnEncodingOfItsOwnIsEmpty) {
+    const PlainWindow old("COMPOUND_TEXT", "\x1B$(B<L\x1B(B");
+    EXPECT_TRUE(ServeUntil([] { return IsInFront(""); }));
+}
+
+TEST_F(DesktopTest, LongTitleIsCutAtAWholeCharacter) {
+    std::string title = "ab";
+    for (int i = 0; i < 2000; ++i) title += "写";
+    main_->SetTitle(title);
+    EXPECT_TRUE(ServeUntil([&] {
+        const auto window = FindForegroundWindow();
+        return window && window->title.starts_with("ab") && window->title == title.substr(0, 2 + 3 * 1364);
+    }));
 }
 
 TEST_F(DesktopTest, GrabbedIsWhatTheScreenShows) {
