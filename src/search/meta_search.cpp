@@ -5,7 +5,7 @@
 #include <unordered_set>
 #include <utility>
 
-#include "base/soon_read.h"
+#include "platform/soon_read.h"
 #include "text/text.h"
 
 namespace kalmora {

@@ -206,6 +206,20 @@ class CheckFloors(unittest.TestCase):
         self.assertFault({"media/exif.cpp": "#pragma GCC diagnostic push\n"}, "media/exif.cpp:1", "one compiler's")
         self.assertEqual(self.faults({"media/exif.h": "#pragma once\n", "platform/qt/a.h": "#pragma pack(1)\n"}), [])
 
+    def test_what_the_compiler_can_do_is_the_platforms_business(self):
+        for code in ("#if __has_include(<span>)", "#if defined(__has_builtin)", "void F() { __builtin_prefetch(0); }"):
+            with self.subTest(code=code):
+                self.assertFault({"media/exif.cpp": f"\n{code}\n"}, "media/exif.cpp:2", "asks for __")
+                self.assertFault({"../tests/media/a.cpp": f"\n{code}\n"}, "tests/media/a.cpp:2", "asks for __")
+                self.assertEqual(self.faults({"platform/files.h": f"{code}\n", "../tests/platform/a.cpp": code}), [])
+        self.assertEqual(self.faults({"media/exif.cpp": '// __builtin_trap\nconst char* a = "__builtin_trap";\n'}), [])
+
+    def test_tests_ask_for_the_machine_in_their_own_places_only(self):
+        for line in ("#ifdef _WIN32", "#if defined(__GNUC__)", "#pragma GCC diagnostic push"):
+            with self.subTest(line=line):
+                self.assertFault({"../tests/media/a.cpp": f"\n{line}\n"}, "tests/media/a.cpp:2", "only src/platform/")
+                self.assertEqual(self.faults({"../tests/scenario/a.cpp": f"{line}\n"}), [])
+
     def test_an_include_of_nothing_is_told(self):
         self.assertFault({"media/exif.cpp": '#include "media/exif.h"\n'}, "media/exif.cpp:1", "does not exist")
         self.assertFault({"media/exif.cpp": "#include HEADER\n"}, "media/exif.cpp:1", "cannot be followed")
