@@ -73,6 +73,11 @@ TEST(RenameNew, TellsWhatIsWrong) {
     const TemporaryFolder folder;
     EXPECT_EQ(RenameNew(folder / "gone", folder / "b"), FileResult::NotFound);
     EXPECT_EQ(RenameNew(folder.Add("a"), folder / "no/such/folder/b"), FileResult::NotFound);
+}
+
+TEST(RenameNew, DoesNotReachAnotherVolume) {
+    const TemporaryFolder folder;
+    folder.Add("a");
     const std::string other = FolderOnOtherVolume(folder.Path());
     if (other.empty()) GTEST_SKIP() << "this machine has one volume only";
     EXPECT_EQ(RenameNew(folder / "a", other + "/a"), FileResult::Failed);

@@ -8,6 +8,7 @@
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/shell.h"
+#include "platform/transfer.h"
 #include "scoped_variable.h"
 #include "support/temporary_folder.h"
 
@@ -32,7 +33,7 @@ protected:
     std::optional<std::string> Trashed(std::string_view name) const {
         return files::ReadWholeFile(files::Join(folder / "data/Trash/files", name));
     }
-    std::optional<std::string> Note(std::string_view name) const {
+    std::optional<std::string> RecordOf(std::string_view name) const {
         return files::ReadWholeFile(
             files::Join(folder / "data/Trash/info", std::string(name) + ".trashinfo"));
     }
@@ -49,14 +50,14 @@ TEST_F(TrashTest, TakesTheFileAndNotesWhereItWas) {
     ASSERT_TRUE(MoveToTrash(path));
     EXPECT_FALSE(files::Exists(path));
     EXPECT_EQ(Trashed("a.jpg"), "picture");
-    EXPECT_EQ(Note("a.jpg"), "[Trash Info]\nPath=" + path + "\nDeletionDate=2008-11-13T09:05:07\n");
+    EXPECT_EQ(RecordOf("a.jpg"), "[Trash Info]\nPath=" + path + "\nDeletionDate=2008-11-13T09:05:07\n");
 }
 
 TEST_F(TrashTest, EncodesThePathByteForByte) {
     const std::string path = folder.Add("写 100%\xFF.jpg", "x");
     ASSERT_TRUE(MoveToTrash(path));
-    EXPECT_EQ(Note("写 100%\xFF.jpg"), "[Trash Info]\nPath=" + (folder / "%E5%86%99%20100%25%FF.jpg") +
-                                           "\nDeletionDate=2008-11-13T09:05:07\n");
+    EXPECT_EQ(RecordOf("写 100%\xFF.jpg"), "[Trash Info]\nPath=" + (folder / "%E5%86%99%20100%25%FF.jpg") +
+                                               "\nDeletionDate=2008-11-13T09:05:07\n");
 }
 
 TEST_F(TrashTest, NumbersFilesOfTheSameName) {
@@ -64,7 +65,7 @@ TEST_F(TrashTest, NumbersFilesOfTheSameName) {
     EXPECT_EQ(Trashed("a.jpg"), "1");
     EXPECT_EQ(Trashed("a.2.jpg"), "2");
     EXPECT_EQ(Trashed("a.3.jpg"), "3");
-    EXPECT_TRUE(Note("a.3.jpg"));
+    EXPECT_TRUE(RecordOf("a.3.jpg"));
     ASSERT_TRUE(MoveToTrash(folder.Add(".hidden", "x")));
     ASSERT_TRUE(MoveToTrash(folder.Add(".hidden", "y")));
     EXPECT_EQ(Trashed(".hidden.2"), "y");
@@ -75,7 +76,7 @@ TEST_F(TrashTest, NeverReplacesAFileWhoseNoteWasLost) {
     ASSERT_EQ(files::RemoveFile(folder / "data/Trash/info/a.jpg.trashinfo"), files::FileResult::Done);
     ASSERT_TRUE(MoveToTrash(folder.Add("a.jpg", "second")));
     EXPECT_EQ(Trashed("a.jpg"), "first");
-    EXPECT_FALSE(Note("a.jpg"));
+    EXPECT_FALSE(RecordOf("a.jpg"));
     EXPECT_EQ(Trashed("a.2.jpg"), "second");
 }
 
@@ -85,7 +86,7 @@ TEST_F(TrashTest, TakesNamesOfTheGreatestLength) {
     const auto entries = files::ListFolder(folder / "data/Trash/files");
     ASSERT_EQ(entries.size(), 1u);
     EXPECT_TRUE(entries[0].name.ends_with("n.jpg"));
-    EXPECT_TRUE(Note(entries[0].name));
+    EXPECT_TRUE(RecordOf(entries[0].name));
 }
 
 TEST_F(TrashTest, TakesALinkAndNotItsTarget) {
@@ -124,7 +125,7 @@ TEST_F(TrashTest, LeavesAFileThatCannotBeTakenAwayAndKeepsNoCopy) {
     EXPECT_FALSE(MoveToTrash("/proc/version"));
     EXPECT_TRUE(files::Exists("/proc/version"));
     EXPECT_FALSE(Trashed("version"));
-    EXPECT_FALSE(Note("version"));
+    EXPECT_FALSE(RecordOf("version"));
 }
 
 // Another volume is needed for these: the memory file system is one nearly everywhere.
@@ -142,6 +143,8 @@ protected:
         lock_ = open("/dev/shm", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
         ASSERT_EQ(flock(lock_, LOCK_EX), 0);
         top_ = "/dev/shm/.Trash-" + std::to_string(geteuid());
+        // What a test that was killed has left.
+        for (const char* part : {"/files", "/info", ""}) files::RemoveEmptyFolder(top_ + part);
         if (files::Exists(top_) || files::Exists("/dev/shm/.Trash"))
             GTEST_SKIP() << "another program uses the trash there";
         const ScopedVariable place("TMPDIR", "/dev/shm");
