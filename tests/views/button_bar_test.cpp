@@ -309,6 +309,8 @@ TEST_F(LabelRoomTest, WholeBarFitsIntoTheSmallestWindow) {
         Search(kLongQuery);
         Resize(LeastClientSize());
         ASSERT_EQ(window_->ClientSize(), LeastClientSize());
+        for (const CButton* label : {TheButtonParts().date.get(), TheButtonParts().level.get()})
+            EXPECT_FALSE(label->shown.empty()) << label->text;
         EXPECT_EQ(VisibleButtons().size(), 3 + (all ? std::size_t{kImageButtonCount} : 12))
             << "nothing is hidden";
         ExpectNoOverlap();

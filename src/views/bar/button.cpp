@@ -16,6 +16,7 @@ constexpr Color kShadow{27, 36, 54, 26};
 constexpr Color kInnerLine{255, 255, 255, 150};
 constexpr std::uint8_t kEdgeAlpha = 80;
 constexpr int kTileInset = 2;
+constexpr int kShortenedMargin = 6;  // right of a text that is shortened: a letter of it more
 constexpr int kTileRadius = 10;
 constexpr Color kRingOutside{255, 255, 255};
 constexpr Color kRingInside{30, 90, 200};
@@ -100,7 +101,7 @@ void CButton::LimitWidth(int widest) {
     const int wanted = std::min(fullWidth, std::max(0, widest));
     if (width == wanted) return;
     width = wanted;
-    shown = width == fullWidth ? text : ElideText(text, font, width - font.height);
+    shown = width == fullWidth ? text : ElideText(text, font, width - font.height / 2 - kShortenedMargin);
 }
 
 void CButton::MeasureText() {
