@@ -65,10 +65,11 @@ int BlackLines(const QImage& image, Edge edge) {
 int BarLines(const QImage& image, Edge edge) {
     const Lines lines(image, edge);
     const int black = BlackLines(image, edge);
-    if (black == 0 || black + 1 >= lines.Count()) return 0;
+    if (black + 1 >= lines.Count()) return 0;
     const int first = lines.Light(black), second = lines.Light(black + 1);
     if (std::max(first, second) < kLight) return 0;
-    // Where the bar ends inside a line of pixels, that line is half as bright.
+    // Where the bar ends inside a line of pixels, that line is half as bright; it may be all that is left of
+    // one.
     return 2 * first < second ? black + 1 : black;
 }
 

@@ -289,6 +289,17 @@ TEST_F(ThumbnailTest, BarsOfAFewPercentAreCutAway) {
         EXPECT_TRUE(IsSky(image.PixelAt(edge.x, edge.y))) << edge.x << ", " << edge.y;
 }
 
+TEST_F(ThumbnailTest, LineInWhichABarEndsGoesToo) {
+    for (const int width : {4, 0}) {
+        QImage barred = Barred({width, 0, 160 - 2 * width, 120});
+        for (const int x : {width, 159 - width})
+            QPainter(&barred).fillRect(x, 0, 1, 120, QColor(36, 64, 100));
+        SetThumbnail(barred);
+        EXPECT_EQ(Load(photo_, Size{100, 100}).GetSize(), (Size{158 - 2 * width, 120}))
+            << width << " black lines beside it";
+    }
+}
+
 TEST_F(ThumbnailTest, BarAtTheLowerEdgeAloneGivesThePicture) {
     SetThumbnail(Barred({0, 0, 160, 116}));
     EXPECT_LT(Distance(Load(photo_, Size{100, 100}).PixelAt(0, 0), kRed), 10);
