@@ -3,6 +3,7 @@
 #include "app/main_window_events.h"
 #include "app/main_window_keys.h"
 #include "app/tray_menu.h"
+#include "platform/dialog.h"
 #include "state/app_state.h"
 #include "views/control/navigation.h"
 #include "views/model/calendar_store.h"
@@ -47,8 +48,9 @@ bool OnMinimize(const AppParts& parts, Window& window) {
     if (parts.slideShow.IsShown()) parts.slideShow.FitToWindow();
     parts.filter.Hide();
     State().run.MainWindowVisible = 0;
-    if (!parts.tray.IsShown())
-        return false;  // it stays in the desktop's bar, where it can be called back from
+    // It stays in the desktop's bar, where it can be called back from; so does one with a dialog, which would
+    // be left behind alone.
+    if (!parts.tray.IsShown() || IsDialogOpen()) return false;
     window.Hide();
     return true;
 }

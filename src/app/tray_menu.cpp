@@ -34,6 +34,9 @@ bool Tray::AddIcon(Window& window) {
     options.menu.assign(TrayMenu().begin(), TrayMenu().end());
     options.onPress = [&window] { window.SendCommand(kCommandShow); };
     options.onChosen = [&window](int command) { window.SendCommand(command); };
+    options.onGone = [&window] {
+        if (!window.IsVisible()) window.SendCommand(kCommandShow);
+    };
     icon_ = TrayIcon::Create(options);
     if (icon_ && !icon_->IsShown()) Log("[Tray] this desktop has no tray");
     return icon_ != nullptr;

@@ -15,7 +15,8 @@ std::span<const TrayMenuItem> TrayMenu();
 
 class Tray {
 public:
-    // Commands of the icon go to the window. False when no icon can be made.
+    // Commands of the icon go to the window, and when the tray goes away a hidden window is shown. False when
+    // no icon can be made.
     bool AddIcon(Window& window);
     void RemoveIcon();
     // True while a hidden window can be called back from the tray.

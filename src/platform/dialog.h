@@ -1,5 +1,8 @@
 // A modal dialog made from a table of controls. GUI thread.
 //
+// A dialog comes with its window: an owner that is hidden or minimised is shown first, and gets a Restore
+// event. Nothing but the owner waits for the answer.
+//
 // The table says what there is and in which row and column of a grid it is; sizes follow the texts and
 // the user's letters. All of it works from the keyboard: Tab goes through the controls in the order of the
 // table, Enter presses the button kDialogOk and Escape the button kDialogCancel.
@@ -40,6 +43,9 @@ struct Control {
     int columns = 1;  // how many it spans
     int rows = 1;
 };
+
+// Of this kind, a question or a message: the window that it belongs to takes no input until it is answered.
+bool IsDialogOpen();
 
 // The dialog while it is shown. An id that is not in the table answers with nothing and changes nothing.
 class Dialog {

@@ -22,6 +22,7 @@ struct TrayOptions {
     std::vector<TrayMenuItem> menu;             // opens on the right button
     std::function<void()> onPress;              // the left button
     std::function<void(int command)> onChosen;  // an item of the menu
+    std::function<void()> onGone;               // the tray has gone, a second ago at most; it may come back
 };
 
 // Is shown in the tray as long as the object lives.

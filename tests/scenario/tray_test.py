@@ -3,9 +3,19 @@
 import re
 import unittest
 
-from desktop import Desktop, wait_until
+from desktop import Desktop, end_process, wait_until
 from program import LifeLog, Program
 from scenario import Scenario
+
+
+def find_icon(desktop):
+    # The tray has taken the window in, where searches by name do not look.
+    for line in desktop.output("xwininfo", "-root", "-tree").splitlines():
+        found = re.search(r'"Kalmora": \("Kalmora".* (\d+)x(\d+)\+\S+\s+\+(\d+)\+(\d+)', line)
+        if found:
+            width, height, x, y = map(int, found.groups())
+            return x + width // 2, y + height // 2
+    return None
 
 
 class WithATray(Scenario):
@@ -13,16 +23,7 @@ class WithATray(Scenario):
 
     def setUp(self):
         self.shown = self.program()
-        self.icon = wait_until(self.find_icon, "the icon in the tray")
-
-    def find_icon(self):
-        # The tray has taken the window in, where searches by name do not look.
-        for line in self.desktop.output("xwininfo", "-root", "-tree").splitlines():
-            found = re.search(r'"Kalmora": \("Kalmora".* (\d+)x(\d+)\+\S+\s+\+(\d+)\+(\d+)', line)
-            if found:
-                width, height, x, y = map(int, found.groups())
-                return x + width // 2, y + height // 2
-        return None
+        self.icon = wait_until(lambda: find_icon(self.desktop), "the icon in the tray")
 
     def wait_hidden(self):
         wait_until(lambda: not self.shown.is_shown(), "the window's end")
@@ -48,6 +49,20 @@ class WithATray(Scenario):
         self.assertEqual(self.desktop.windows(r"^Kalmora \[", visible=True), [])
         self.desktop.click(*self.icon)
         self.wait_shown()
+
+    def test_a_dialog_and_its_minimised_window_come_back_together(self):
+        self.shown.key("F3")
+        dialog = wait_until(lambda: self.desktop.windows("^Search"), "the dialog")[0]
+        self.desktop.hand("windowminimize", self.shown.window)
+        wait_until(lambda: not self.shown.is_shown() and not self.desktop.windows("^Search"), "both to go")
+        self.desktop.click(*self.icon)
+        self.wait_shown()
+        wait_until(lambda: self.desktop.windows("^Search"), "the dialog again")
+        wait_until(lambda: self.desktop.output("xdotool", "getwindowfocus").strip() == dialog, "its focus")
+        self.desktop.key("Escape")
+        wait_until(lambda: not self.desktop.windows("^Search"), "the end of the dialog")
+        self.desktop.hand("windowminimize", self.shown.window)
+        self.wait_hidden()
 
     def test_the_menu_shows_and_ends(self):
         self.shown.key("F11")
@@ -87,6 +102,19 @@ class WithoutATray(unittest.TestCase):
     def setUp(self):
         self.life = LifeLog().add_month(2008, 11)
         self.addCleanup(self.life.remove)
+
+    def test_the_hidden_window_comes_back_when_the_tray_goes_away(self):
+        with Desktop(tray=True) as desktop, Program(desktop, self.life) as program:
+            tray = desktop.processes[-1]
+            program.start()
+            wait_until(lambda: find_icon(desktop), "the icon in the tray")
+            program.key("F11")
+            wait_until(lambda: not program.is_shown(), "the window's end")
+            end_process(tray)
+            wait_until(program.is_shown, "the window")
+            program.key("Right")
+            program.wait_title("Kalmora [2008/12]")
+            self.assertEqual(program.end(), 0)
 
     def test_the_window_is_minimised_instead_of_hidden(self):
         with Desktop() as desktop, Program(desktop, self.life) as program:

@@ -101,4 +101,19 @@ bool IsWindowManagerThere() {
     return window != nullptr;
 }
 
+bool HasTrayOwner() {
+    const auto* x11 =
+        qGuiApp == nullptr ? nullptr : qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    xcb_connection_t* connection = x11 == nullptr ? nullptr : x11->connection();
+    if (connection == nullptr) return false;
+    constexpr std::string_view kTray = "_NET_SYSTEM_TRAY_S0";
+    const Reply<xcb_intern_atom_reply_t> tray(xcb_intern_atom_reply(
+        connection, xcb_intern_atom(connection, 1, static_cast<std::uint16_t>(kTray.size()), kTray.data()),
+        nullptr));
+    if (!tray || tray->atom == XCB_ATOM_NONE) return false;
+    const Reply<xcb_get_selection_owner_reply_t> answer(
+        xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, tray->atom), nullptr));
+    return answer && answer->owner != XCB_WINDOW_NONE;
+}
+
 }  // namespace kalmora::qt

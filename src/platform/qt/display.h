@@ -16,4 +16,8 @@ bool PreparePlatform(Application::Display display);
 // never seen again. GUI thread.
 bool IsWindowManagerThere();
 
+// True when a tray of the X display takes icons in: it owns the selection named after the tray. False without
+// an X display. Asks the X server. GUI thread.
+bool HasTrayOwner();
+
 }  // namespace kalmora::qt

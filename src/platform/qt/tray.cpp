@@ -4,19 +4,26 @@
 #include <QIcon>
 #include <QMenu>
 #include <QSystemTrayIcon>
+#include <QTimer>
 #include <utility>
 
+#include "platform/qt/display.h"
 #include "platform/qt/values.h"
 
 namespace kalmora {
 
 namespace {
 
+constexpr int kLookMs = 1000;  // the toolkit does not report that a tray goes
+
 // The menu belongs to no window; the toolkit wants it to outlive the icon.
 class QtTrayIcon final : public TrayIcon {
 public:
     explicit QtTrayIcon(const TrayOptions& options)
-        : onPress_(options.onPress), onChosen_(options.onChosen), icon_(QIcon(qt::ToQt(options.iconPath))) {
+        : onPress_(options.onPress),
+          onChosen_(options.onChosen),
+          onGone_(options.onGone),
+          icon_(QIcon(qt::ToQt(options.iconPath))) {
         for (const TrayMenuItem& item : options.menu) AddToMenu(item);
         icon_.setContextMenu(&menu_);
         QObject::connect(&icon_, &QSystemTrayIcon::activated, &icon_,
@@ -25,12 +32,24 @@ public:
                          });
         SetTip(options.tip);
         icon_.show();
+        QObject::connect(&look_, &QTimer::timeout, &look_, [this] { LookForTray(); });
+        look_.start(kLookMs);
     }
 
-    bool IsShown() const override { return QSystemTrayIcon::isSystemTrayAvailable() && icon_.isVisible(); }
+    bool IsShown() const override {
+        return !isGone_ && QSystemTrayIcon::isSystemTrayAvailable() && icon_.isVisible();
+    }
     void SetTip(const std::string& tip) override { icon_.setToolTip(qt::ToDisplayText(tip)); }
 
 private:
+    void LookForTray() {
+        const bool hadOwner = std::exchange(hasOwner_, qt::HasTrayOwner());
+        if (hasOwner_) isGone_ = false;
+        if (!hadOwner || hasOwner_) return;
+        isGone_ = true;
+        if (onGone_) onGone_();
+    }
+
     void AddToMenu(const TrayMenuItem& item) {
         if (item.kind == TrayMenuItem::Kind::Separator) {
             menu_.addSeparator();
@@ -47,8 +66,12 @@ private:
 
     const std::function<void()> onPress_;
     const std::function<void(int)> onChosen_;
+    const std::function<void()> onGone_;
+    bool hasOwner_ = qt::HasTrayOwner();
+    bool isGone_ = false;  // it was there and is no more
     QMenu menu_;
     QSystemTrayIcon icon_;
+    QTimer look_;
 };
 
 }  // namespace

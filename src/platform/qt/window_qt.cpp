@@ -1,5 +1,6 @@
 #include "platform/qt/window_qt.h"
 
+#include <QApplication>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QWindow>
@@ -276,6 +277,18 @@ void QtWindow::Activate() {
     Show();
     widget_->raise();
     widget_->activateWindow();
+    // A dialog that was minimised with it stands in front of it again.
+    QWidget* const dialog = QApplication::activeModalWidget();
+    if (dialog == nullptr || dialog->parentWidget() != widget_) return;
+    dialog->setWindowState(dialog->windowState() & ~Qt::WindowMinimized);
+    dialog->raise();
+    dialog->activateWindow();
+}
+
+void QtWindow::ComeBack() {
+    if (stage_ != Stage::Open || (isVisible_ && !widget_->isMinimized())) return;
+    Show();
+    Deliver(Event{EventType::Restore});
 }
 
 void QtWindow::SetOpacity(double opacity) {

@@ -60,6 +60,8 @@ public:
     const std::shared_ptr<Link>& GetLink() const { return link_; }
     // Hands the event to the procedure; false once the window is closed. The window may be gone afterwards.
     bool Deliver(const Event& event);
+    // Shows it where it is hidden or minimised, with a Restore event.
+    void ComeBack();
     // As when the user closes it: the procedure may refuse. True when the window is closed now.
     bool RequestClose();
 
