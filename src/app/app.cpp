@@ -116,9 +116,8 @@ void App::ShowFirstView() {
 
 void App::LoadKeys() {
     LoadKeyFiles(keys_);
-    keyboard_.ForgetMissing();
     keys_.RegisterHotKeys();
-    tray_.SetTip(keyboard_.Missing());
+    tray_.SetTip(keys_.MissingHotKeys());
     SetAccelerators(window_.get(), AcceleratorOf);
 }
 

@@ -1,5 +1,6 @@
 #include "app/desktop_keyboard.h"
 
+#include "app/rooms_to_come.h"
 #include "base/log.h"
 #include "platform/hot_keys.h"
 #include "views/model/calendar_store.h"
@@ -12,6 +13,8 @@ const char* Reason(HotKeyResult result) {
     switch (result) {
         case HotKeyResult::Taken:
             return "another program has it";
+        case HotKeyResult::Own:
+            return "another command has it";
         case HotKeyResult::NoSuchKey:
             return "this keyboard has no such key";
         default:
@@ -26,6 +29,8 @@ void DesktopKeyboard::Send(const KeyStroke& stroke) {
 }
 
 bool DesktopKeyboard::Register(const HotKey& hotKey) {
+    // Taken, it would do nothing here and be missed in the programs that use it.
+    if (IsOfRoomToCome(hotKey.id)) return true;
     Window* window = MainWindow();
     if (!window) return false;
     // The codes of platform/keys.h are the virtual keys.
@@ -34,8 +39,6 @@ bool DesktopKeyboard::Register(const HotKey& hotKey) {
                                      (hotKey.modifiers & HotKey::kShift) != 0, hotKey.virtualKey};
     const HotKeyResult result = RegisterHotKey(*window, hotKey.id, combination);
     if (result == HotKeyResult::Registered) return true;
-    const KeyCode key = KeyCodeOf(hotKey.virtualKey);
-    missing_.push_back(HotKeyText({combination.ctrl, combination.alt, combination.shift, key}));
     Log("[HotKey] %d: %s", hotKey.id, Reason(result));
     return false;
 }

@@ -1,9 +1,6 @@
 // The machine's keyboard and the program's windows, as the key configuration sees them. GUI thread.
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include "app/rooms_above.h"
 #include "input/keyboard.h"
 #include "media/picture_window.h"
@@ -13,17 +10,10 @@ namespace kalmora {
 class DesktopKeyboard : public Keyboard {
 public:
     void Send(const KeyStroke& stroke) override;
-    // For the main window; false without one.
+    // For the main window; false without one. The keys of commands whose room is still to come are left to
+    // the other programs, and count as registered.
     bool Register(const HotKey& hotKey) override;
     void Unregister(int command) override;
-
-    // The hot keys that could not be had since ForgetMissing, "[Ctrl+F1]": for the tip of the tray icon,
-    // which is the place where the user may wonder.
-    const std::vector<std::string>& Missing() const { return missing_; }
-    void ForgetMissing() { missing_.clear(); }
-
-private:
-    std::vector<std::string> missing_;
 };
 
 class DesktopWindows : public OpenWindows {

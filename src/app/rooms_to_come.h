@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/rooms_above.h"
+#include "base/commands.h"
 #include "views/model/view_partners.h"
 
 namespace kalmora {
@@ -95,6 +96,12 @@ class NoGetters : public Getters {
 public:
     void Run(Getter) override {}
 };
+
+// Of the commands with a hot key.
+constexpr bool IsOfRoomToCome(int command) {
+    return command == kCommandScreenshot || command == kCommandScreenshotOfWindow ||
+           command == kCommandScrapSelection || command == kCommandScrapClipboard;
+}
 
 // In the order in which the start makes their rooms.
 struct RoomsToCome {

@@ -173,13 +173,15 @@ std::vector<HotKey> KeyConfig::HotKeys() {
 
 bool KeyConfig::RegisterHotKeys() {
     bool registered = true;
+    missingHotKeys_.clear();
     for (const HotKey& hotKey : HotKeys()) {
         registered = keyboard_.Register(hotKey);
         if (registered) continue;
         const auto& table = Bindings(KeyContext::Main);
         const auto binding = std::find_if(table.begin(), table.end(),
                                           [&](const KeyBinding& entry) { return entry.id == hotKey.id; });
-        Log("[HotKey] not registered: %s", HotKeyText(binding->shortcut).c_str());
+        missingHotKeys_.push_back(HotKeyText(binding->shortcut));
+        Log("[HotKey] not registered: %s", missingHotKeys_.back().c_str());
     }
     return registered;
 }

@@ -66,6 +66,9 @@ public:
     // answer (true when there was nothing to register). Failures are logged, nothing is shown.
     bool RegisterHotKeys();
     void UnregisterHotKeys();
+    // Those that RegisterHotKeys could not have, "[Ctrl+F1]", as they stand in the key file: for the tip of
+    // the tray icon, which is the place where the user may wonder.
+    const std::vector<std::string>& MissingHotKeys() const { return missingHotKeys_; }
     std::vector<HotKey> HotKeys();
 
     // Releases (Keyboard::Send) the modifiers and the key that the main list binds to the command, which the
@@ -91,6 +94,7 @@ private:
     std::array<bool, kKeyContextCount> isUnreadable_{};  // the file of the list, when it was loaded
     KeySlots slots_;
     int nextSequence_ = 0;
+    std::vector<std::string> missingHotKeys_;
     VirtualKey lastVirtualKey_ = 0;  // of the hot key before; see hot_key_list.h
 };
 

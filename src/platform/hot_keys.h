@@ -19,7 +19,8 @@ struct KeyCombination {
 
 enum class HotKeyResult {
     Registered,
-    Taken,      // by another program, or by this one under another id
+    Taken,      // by another program
+    Own,        // by this one under another id
     NoSuchKey,  // not on this keyboard
     NoDisplay,  // no X display: no program can have a hot key here
 };

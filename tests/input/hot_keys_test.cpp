@@ -58,6 +58,17 @@ TEST_F(HotKeys, RefusedHotKeyDoesNotKeepTheNextFromItsTurn) {
     EXPECT_EQ(registered.size(), 4u);
 }
 
+// The key that is asked of the system for "1" is another one, which nobody has written anywhere.
+TEST_F(HotKeys, MissingOneIsNamedAsItStandsInTheFile) {
+    keys.LoadKeyText("Get Screenshot\tC+F7\nGet Screenshot of Active Window\tC+1\n", KeyContext::Main);
+    refusedHotKey = 2001;
+    keys.RegisterHotKeys();
+    EXPECT_THAT(keys.MissingHotKeys(), ElementsAre("[Ctrl+1]"));
+    refusedHotKey = 0;
+    keys.RegisterHotKeys();
+    EXPECT_THAT(keys.MissingHotKeys(), IsEmpty());
+}
+
 TEST_F(HotKeys, AnswerIsThatOfTheLastHotKey) {
     LoadDefaults();
     refusedHotKey = 2005;

@@ -151,7 +151,7 @@ HotKeyResult KeyServer::Register(std::shared_ptr<QtWindow::Link> target, int id,
     if (binding.keyCode == 0) return HotKeyResult::NoSuchKey;
     // The server would hand a second grab of the same line over in silence.
     for (const Binding& other : bindings_)
-        if (other.combination == combination) return HotKeyResult::Taken;
+        if (other.combination == combination) return HotKeyResult::Own;
     if (!Grab(binding)) return HotKeyResult::Taken;
     bindings_.push_back(binding);
     return HotKeyResult::Registered;
