@@ -5,6 +5,7 @@
 #include <set>
 #include <utility>
 
+#include "app/connect_index.h"
 #include "app/drop_target.h"
 #include "app/import_run.h"
 #include "app/run_beside.h"
@@ -34,13 +35,47 @@ std::string FolderOf(const std::string& path) {
     return path.substr(0, path.size() - GetFileName(path).size() - 1);
 }
 
+// How far a drop is: the files before, and of the one that is on its way what is done.
+class DropCourse final : public TransferListener {
+public:
+    explicit DropCourse(std::size_t files) : total_(files) {}
+    ~DropCourse() override {
+        // The gauge goes with the next painting.
+        if (Window* window = MainWindow()) window->Invalidate();
+    }
+    DropCourse(const DropCourse&) = delete;
+    DropCourse& operator=(const DropCourse&) = delete;
+
+    void Begin(const std::string& path) {
+        folder_ = FolderOf(path);
+        ++begun_;
+        Show(0);
+    }
+    bool OnTransfer(double fraction) override {
+        Show(fraction);
+        return !work_.stop.IsStopped();
+    }
+    bool IsStopped() const { return work_.stop.IsStopped(); }
+
+private:
+    void Show(double fraction) const {
+        const double ratio = (static_cast<double>(begun_) - 1 + fraction) / static_cast<double>(total_);
+        ReportProgress(*work_.progress, ratio, "%zu/%zu = %.2lf%% (%s)", begun_ - 1, total_, ratio * 100,
+                       folder_.c_str());
+    }
+    const WorkContext& work_ = DesktopWork();
+    const std::size_t total_;
+    std::size_t begun_ = 0;
+    std::string folder_;
+};
+
 struct Taken {
     std::string target;
     bool isMoved;  // the file is no longer at its old place
 };
 
-std::optional<Taken> CopyAndIndex(const std::string& path, const CalendarDate& day) {
-    auto target = CopyToDay(path, MainRoot(), day.year, day.month, day.day);
+std::optional<Taken> CopyAndIndex(const std::string& path, const CalendarDate& day, DropCourse& course) {
+    auto target = CopyToDay(path, MainRoot(), day.year, day.month, day.day, &course);
     if (!target) return std::nullopt;
     AddFileToIndex(*target);
     return Taken{std::move(*target), false};
@@ -50,24 +85,27 @@ bool IsGone(const std::string& path) { return !files::Exists(path) && !files::Is
 
 // The day learns of a file that moved with its next update: meant, and held by
 // DropFilesTest.MovedFileWaitsForTheUpdate.
-std::optional<Taken> MoveOrCopy(const std::string& path, const CalendarDate& day) {
-    if (auto target = MoveToDay(path, MainRoot(), day.year, day.month, day.day)) {
+std::optional<Taken> MoveOrCopy(const std::string& path, const CalendarDate& day, DropCourse& course) {
+    if (auto target = MoveToDay(path, MainRoot(), day.year, day.month, day.day, &course)) {
         const auto status = files::GetStatus(*target);
         if (!status || status->size != 0 || !files::Exists(path))
             return Taken{std::move(*target), IsGone(path)};
         files::RemoveFile(*target);
     }
-    return CopyAndIndex(path, day);
+    if (course.IsStopped()) return std::nullopt;
+    return CopyAndIndex(path, day, course);
 }
 
-std::optional<Taken> TakeFile(const std::string& path, const CalendarDate& day, bool copies) {
+std::optional<Taken> TakeFile(const std::string& path, const CalendarDate& day, bool copies,
+                              DropCourse& course) {
     const auto status = files::GetStatus(path);
     if (!status) {
         const std::string repaired = RepairDroppedName(path);
-        return !repaired.empty() && files::Exists(repaired) ? CopyAndIndex(repaired, day) : std::nullopt;
+        return !repaired.empty() && files::Exists(repaired) ? CopyAndIndex(repaired, day, course)
+                                                            : std::nullopt;
     }
     const bool mayMove = !copies && !IsReadOnly(path) && status->size != 0;
-    return mayMove ? MoveOrCopy(path, day) : CopyAndIndex(path, day);
+    return mayMove ? MoveOrCopy(path, day, course) : CopyAndIndex(path, day, course);
 }
 
 std::optional<std::string> TakeBackground(CalendarStore& calendar, const std::string& path,
@@ -78,13 +116,18 @@ std::optional<std::string> TakeBackground(CalendarStore& calendar, const std::st
     return target;
 }
 
-// Any thread.
+// On the import's worker.
 DropOutcome TakeAll(CalendarStore& calendar, const Drop& drop, DropPlace place, const DropTarget& target,
                     ImportOptions ofFolders) {
     DropOutcome outcome;
+    DropCourse course(drop.paths.size());
+    const ImportTurn turn(DesktopWork().stop);
+    if (!turn) return outcome;
     std::size_t taken = 0, moved = 0;
     std::set<std::string> folders;  // into which files have come
     for (const std::string& path : drop.paths) {
+        if (course.IsStopped()) break;  // what was not taken stays where it is
+        course.Begin(path);
         if (target.isBackground) {
             const auto background = TakeBackground(calendar, path, target.day);
             if (!background) continue;
@@ -97,7 +140,7 @@ DropOutcome TakeAll(CalendarStore& calendar, const Drop& drop, DropPlace place, 
             ofFolders.sources.push_back(path);
             continue;
         }
-        const auto arrived = TakeFile(path, target.day, drop.copies);
+        const auto arrived = TakeFile(path, target.day, drop.copies, course);
         Log("dropped: %s -> %s", path.c_str(), arrived ? arrived->target.c_str() : "not taken");
         if (!arrived) continue;
         ++taken;
@@ -107,10 +150,7 @@ DropOutcome TakeAll(CalendarStore& calendar, const Drop& drop, DropPlace place, 
         outcome.viewChanged |= AddToView(calendar, arrived->target, target.day);
     }
     // They are never reported as moved: what of them had to stay is not looked for.
-    if (!ofFolders.sources.empty())
-        if (const auto summary = ImportHere(calendar, std::move(ofFolders));
-            summary && !summary->months.empty())
-            ++taken;
+    if (!ofFolders.sources.empty() && !ImportHere(calendar, std::move(ofFolders)).months.empty()) ++taken;
     // Before the answer: a source may delete its file on any answer.
     const std::vector<std::string> toFlush(folders.begin(), folders.end());
     if (taken == 0 || files::FlushFolders(toFlush) != files::FileResult::Done) return outcome;
@@ -140,7 +180,7 @@ DropOutcome DropFiles(CalendarStore& calendar, const Drop& drop, DropPlace place
     if (drop.copies && ofFolders.source == ImportOptions::Source::Goes)
         ofFolders.source = ImportOptions::Source::Stays;
     const auto take = [=, &calendar] { *outcome = TakeAll(calendar, drop, place, *target, ofFolders); };
-    return RunBeside("Drop", take) ? *outcome : DropOutcome{};
+    return RunBeside("Import", take) ? *outcome : DropOutcome{};
 }
 
 }  // namespace kalmora

@@ -27,9 +27,11 @@ struct DropOutcome {
 // Takes the files into the day that the place means (drop_target.h), those of the scrap agent into today with
 // the time of the moment. Without `copies` a file moves; one that cannot, or that is read-only or empty, is
 // copied. A folder is imported as a card is, by the settings of the import and each file into its own day; it
-// is never reported as moved. On a background, pictures are copied as its backgrounds and other files are
-// left alone. What was taken is safe on the disk when this comes back. Nothing was taken, as far as is known,
-// when the window was closed meanwhile (run_beside.h). GUI thread.
+// is never reported as moved. It is the import's work: it waits for the end of an import that runs, shows its
+// gauge, and the window's end ends it, also within a file, which then stays whole where it is. On a
+// background, pictures are copied as its backgrounds and other files are left alone. What was taken is safe
+// on the disk when this comes back. Nothing was taken, as far as is known, when the window was closed
+// meanwhile (run_beside.h). GUI thread.
 DropOutcome DropFiles(CalendarStore& calendar, const Drop& drop, DropPlace place);
 
 // The name without what is between its first "-", looked for from its extension backwards, and the

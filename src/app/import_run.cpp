@@ -73,6 +73,17 @@ ImportSummary ImportAndTell(CalendarStore& calendar, ImportOptions& options) {
 
 }  // namespace
 
+ImportTurn::ImportTurn(const StopToken& stop) {
+    constexpr int kLookMs = 50;
+    do {
+        isMine_ = !stop.IsStopped() && !State().run.ImportRunning.exchange(1);
+    } while (!isMine_ && !stop.WaitFor(kLookMs));
+}
+
+ImportTurn::~ImportTurn() {
+    if (isMine_) State().run.ImportRunning = 0;
+}
+
 void SayImportRuns() { Say(kImportRuns); }
 
 bool StartImportOf(CalendarStore& calendar, ImportOptions options) {
@@ -88,7 +99,10 @@ bool StartImportOf(CalendarStore& calendar, ImportOptions options) {
         return false;
     }
     options.index = ImportOptions::Index::UpToDate;
-    state.run.ImportRunning = 1;
+    if (state.run.ImportRunning.exchange(1)) {
+        SayImportRuns();
+        return false;
+    }
     const auto body = [&calendar, options = std::move(options)](const StopToken&) mutable {
         ImportAndTell(calendar, options);
         State().run.ImportRunning = 0;
@@ -98,15 +112,9 @@ bool StartImportOf(CalendarStore& calendar, ImportOptions options) {
     return isStarted;
 }
 
-std::optional<ImportSummary> ImportHere(CalendarStore& calendar, ImportOptions options) {
-    if (State().run.ImportRunning.exchange(1)) {
-        if (Application* const application = TheApplication()) application->Post(SayImportRuns);
-        return std::nullopt;
-    }
+ImportSummary ImportHere(CalendarStore& calendar, ImportOptions options) {
     options.index = ImportOptions::Index::UpToDate;
-    const ImportSummary summary = ImportAndTell(calendar, options);
-    State().run.ImportRunning = 0;
-    return summary;
+    return ImportAndTell(calendar, options);
 }
 
 }  // namespace kalmora

@@ -86,7 +86,7 @@ void FinishFormerImport(const WorkContext& context, ImportSummary& summary) {
 
 // ---- the import itself
 
-class Importer final : public WalkListener, private BatchListener {
+class Importer final : public WalkListener, private BatchListener, private TransferListener {
 public:
     Importer(const ImportOptions& options, ImportSummary& summary)
         : options_(options),
@@ -98,6 +98,7 @@ public:
                      options.sameBy, TargetNames::OnReserved::CompareSources),
           batch_(TargetNames(options.naming, TargetNames::Form::File, options.sameBy), *this) {
         if (IsRehearsal()) return;
+        batch_.UseListener(this);
         if (arrivals_.Open(State().settings.TempFolder)) batch_.UseArrivals(&arrivals_);
         former_ = toIndex_ = arrivals_.Months();
         if (options.source == ImportOptions::Source::Goes && journal_.Open(State().settings.TempFolder)) {
@@ -136,7 +137,9 @@ private:
     std::string WordsFor(const ImportedFile& file) const;
     void WriteWords(std::span<ImportedFile> files);
     void OnFinished(std::span<ImportedFile> files) override;
+    bool OnTransfer(double fraction) override;
     void Report(const ImportedFile& file);
+    void ShowCourse(double fraction) const;
     void AddToIndex(const std::string& path);
     void UpdateIndex();
     void RemoveEmptyFolders();
@@ -148,6 +151,7 @@ private:
     ArrivalJournal arrivals_;
     TargetNames links_, rehearsed_;
     ImportBatch batch_;
+    std::string folder_;           // that the gauge names: of the file that is on its way
     std::string companionFolder_;  // of companions_
     FolderCompanions companions_;
     std::vector<std::string> forIndex_;
@@ -272,6 +276,7 @@ void Importer::Take(Group group, bool isBehindLink) {
     for (ImportBatch::Companion& one : group.companions) one.file.sourceStays = wantsToGo && !goes;
     if (IsRehearsal()) return Rehearse(std::move(group), dayFolder, goes);
     SweepOnce(dayFolder);
+    folder_ = FolderOf(group.file.source);
     arrivals_.AddMonth({options_.root, group.file.day.year, group.file.day.month});
     if (options_.source == ImportOptions::Source::GetsShortcut) return MakeLinks(std::move(group), dayFolder);
     batch_.Add(std::move(group.file), dayFolder,
@@ -401,10 +406,24 @@ void Importer::Report(const ImportedFile& file) {
         toIndex_.insert({options_.root, file.day.year, file.day.month});
     options_.arrivals->OnFile(file);
     if (file.isFolder) return;
-    const int done = ++State().run.ImportDone, total = std::max<int>(State().run.ImportTotal, done);
-    const double ratio = static_cast<double>(done) / total;
+    ++State().run.ImportDone;
+    folder_ = FolderOf(file.source);
+    ShowCourse(0);
+}
+
+// `fraction`: of the file that is on its way.
+void Importer::ShowCourse(double fraction) const {
+    const int done = State().run.ImportDone, total = std::max<int>(State().run.ImportTotal, done);
+    const double ratio = total > 0 ? std::min(1.0, (done + fraction) / total) : 0;
     ReportProgress(*options_.context.progress, ratio, "%d/%d = %.2lf%% (%s)", done, total, ratio * 100,
-                   FolderOf(file.source).c_str());
+                   folder_.c_str());
+}
+
+bool Importer::OnTransfer(double fraction) {
+    ShowCourse(fraction);
+    if (!options_.context.stop.IsStopped()) return true;
+    summary_.end = ImportEnd::Interrupted;
+    return false;
 }
 
 void Importer::AddToIndex(const std::string& path) {

@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 
+#include "base/transfer_listener.h"
 #include "import/import_options.h"
 #include "state/period.h"
 
@@ -26,11 +27,12 @@ ImportOptions ImportOptionsOfSettings();
 ImportSummary RunImport(const ImportOptions& options);
 
 // ---- one file, for the drop on the window. By the settings; they give the new path, or nothing when the
-// file is not taken (it is there already, cannot be read, or cannot be written). Any thread.
+// file is not taken (it is there already, cannot be read, or cannot be written, or the listener, which may be
+// null, has ended it). Any thread.
 std::optional<std::string> CopyToDay(const std::string& source, const std::string& root, int year, int month,
-                                     int day);
+                                     int day, TransferListener* listener = nullptr);
 std::optional<std::string> MoveToDay(const std::string& source, const std::string& root, int year, int month,
-                                     int day);
+                                     int day, TransferListener* listener = nullptr);
 // Copies a picture as a background: into the month's folder from the month view, into the day's from the
 // day view, with "back_" in front of its name. Nothing for any other view. The source stays.
 std::optional<std::string> SetBackgroundFile(const std::string& source, const std::string& root, Level scope,

@@ -37,6 +37,22 @@ bool IsSecondName(const std::string& source, const std::string& existing) {
            IsSameFile(source, existing) && !IsSameFile(FolderOf(source), FolderOf(existing));
 }
 
+// One of the two passes over a file that moves to another volume: it is copied, then compared.
+class HalfOfATransfer final : public TransferListener {
+public:
+    enum class Half { First, Second, Whole };
+    HalfOfATransfer(TransferListener* whole, Half half) : whole_(whole), half_(half) {}
+    bool OnTransfer(double fraction) override {
+        if (!whole_) return true;
+        if (half_ == Half::Whole) return whole_->OnTransfer(fraction);
+        return whole_->OnTransfer(fraction / 2 + (half_ == Half::Second ? 0.5 : 0));
+    }
+
+private:
+    TransferListener* const whole_;
+    const Half half_;
+};
+
 void LogFailure(const ImportedFile& file) {
     if (IsFailure(file.result))
         Log("not imported (%s): %s", NameOf(file.result), file.source.c_str());
@@ -142,7 +158,10 @@ ImportResult ImportBatch::StartCopy(ImportedFile& file, const std::string& dayFo
     if (const auto free = files::FreeSpace(dayFolder); free && *free < status->size)
         return ImportResult::NoSpace;
     Waiting waiting;
-    if (const FileResult made = waiting.copy.Make(file.source, dayFolder); made != FileResult::Done) {
+    HalfOfATransfer listener(
+        transfer_, source == Source::Goes ? HalfOfATransfer::Half::First : HalfOfATransfer::Half::Whole);
+    if (const FileResult made = waiting.copy.Make(file.source, dayFolder, &listener);
+        made != FileResult::Done) {
         const auto now = files::GetStatus(file.source);
         if (!now) return ImportResult::Gone;
         return now->size != status->size ? ImportResult::Changed : ImportResultOf(made);
@@ -163,6 +182,7 @@ void ImportBatch::CheckCopies() {
     copies.reserve(waiting_.size());
     for (Waiting& one : waiting_) copies.push_back(&one.copy);
     const std::vector<FileResult> flushed = files::FlushCopies(copies);
+    HalfOfATransfer listener(transfer_, HalfOfATransfer::Half::Second);
     for (std::size_t i = 0; i < waiting_.size(); ++i) {
         ImportedFile& file = files_[waiting_[i].index];
         if (flushed[i] != FileResult::Done) {
@@ -172,7 +192,7 @@ void ImportBatch::CheckCopies() {
             waiting_[i].goes = false;
         } else if (!waiting_[i].copy.IsSourceUntouched()) {
             file.result = ImportResult::Changed;
-        } else if (waiting_[i].goes && !waiting_[i].copy.HoldsSameBytes()) {
+        } else if (waiting_[i].goes && !waiting_[i].copy.HoldsSameBytes(&listener)) {
             if (files::Exists(file.source)) file.result = ImportResult::Failed;
             waiting_[i].goes = false;
         }

@@ -53,6 +53,9 @@ public:
     void UseJournal(ImportJournal* journal) { journal_ = journal; }
     // Records there which words a file is to get, before it appears. Not owned; may be null.
     void UseArrivals(ArrivalJournal* arrivals) { arrivals_ = arrivals; }
+    // Is shown how far each large file is that has to be copied, and may end that: the file then stays where
+    // it is, and is a failure. Not owned; may be null.
+    void UseListener(TransferListener* listener) { transfer_ = listener; }
 
 private:
     struct Waiting {
@@ -79,6 +82,7 @@ private:
     BatchListener& listener_;
     ImportJournal* journal_ = nullptr;
     ArrivalJournal* arrivals_ = nullptr;
+    TransferListener* transfer_ = nullptr;
     std::vector<ImportedFile> files_;
     std::vector<Waiting> waiting_;
     std::uint64_t bytes_ = 0;  // of what waits

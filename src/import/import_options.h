@@ -43,7 +43,8 @@ struct ImportOptions {
     // A rehearsal touches nothing and reports of each file what would become of it.
     enum class Run { ForReal, Rehearsal };
     Run run = Run::ForReal;
-    // Ends it at the next file; what has come in by then is safe. And who is shown how far it is.
+    // Ends it at the next file, or within a large one, which then stays where it is; what has come in by then
+    // is safe. And who is shown how far it is.
     WorkContext context = {};
     ArrivalListener* arrivals = &NoArrivals();  // never null; outlives the import
 };

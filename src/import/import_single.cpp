@@ -13,7 +13,7 @@ namespace kalmora {
 namespace {
 
 std::optional<std::string> TakeToDay(const std::string& source, const std::string& dayFolder,
-                                     ImportBatch::Source fate) {
+                                     ImportBatch::Source fate, TransferListener* listener) {
     const auto status = files::GetStatus(source);
     if (!status || !status->isRegular) return std::nullopt;
     class Arrival final : public BatchListener {
@@ -27,6 +27,7 @@ std::optional<std::string> TakeToDay(const std::string& source, const std::strin
     Arrival arrival;
     ImportBatch batch(TargetNames(State().settings.RenameFileWhenMove ? Naming::Number : Naming::Keep),
                       arrival);
+    batch.UseListener(listener);
     ImportedFile file;
     file.source = source;
     file.isProtected = status->isReadOnly;
@@ -38,13 +39,13 @@ std::optional<std::string> TakeToDay(const std::string& source, const std::strin
 }  // namespace
 
 std::optional<std::string> CopyToDay(const std::string& source, const std::string& root, int year, int month,
-                                     int day) {
-    return TakeToDay(source, MakeDayFolderPath(root, year, month, day), ImportBatch::Source::Stays);
+                                     int day, TransferListener* listener) {
+    return TakeToDay(source, MakeDayFolderPath(root, year, month, day), ImportBatch::Source::Stays, listener);
 }
 
 std::optional<std::string> MoveToDay(const std::string& source, const std::string& root, int year, int month,
-                                     int day) {
-    return TakeToDay(source, MakeDayFolderPath(root, year, month, day), ImportBatch::Source::Goes);
+                                     int day, TransferListener* listener) {
+    return TakeToDay(source, MakeDayFolderPath(root, year, month, day), ImportBatch::Source::Goes, listener);
 }
 
 std::optional<std::string> SetBackgroundFile(const std::string& source, const std::string& root, Level scope,

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "base/transfer_listener.h"
 #include "platform/files.h"
 
 namespace kalmora::files {
@@ -52,15 +53,16 @@ public:
     // Copies a regular file (a link is followed) with its times and its rights, to which that of its owner to
     // write it is added, in the kernel and by sharing its
     // blocks where the file system can. Nothing is flushed yet. Failed also when the source is no regular
-    // file or did not give as many bytes as it has.
-    FileResult Make(const std::string& from, const std::string& folder);
+    // file or did not give as many bytes as it has, and when the listener, which may be null, has ended it.
+    FileResult Make(const std::string& from, const std::string& folder, TransferListener* listener = nullptr);
 
     // What the source was when it was opened to be copied.
     const FileStatus& Source() const { return source_; }
     // True while the source's path names the file that was copied and it has not been written since.
     bool IsSourceUntouched() const;
-    // Reads both again, the copy as HaveSameBytes does, and compares every byte.
-    bool HoldsSameBytes() const;
+    // Reads both again, the copy as HaveSameBytes does, and compares every byte. False also when the
+    // listener, which may be null, has ended it.
+    bool HoldsSameBytes(TransferListener* listener = nullptr) const;
 
     enum class Existing { Keep, Replace };
     // Gives the copy its name. With Keep: Exists when something is there, and the copy can be given

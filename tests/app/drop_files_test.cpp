@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "app/connect_index.h"
 #include "app/drop_target.h"
 #include "base/dates.h"
 #include "index/day_index.h"
@@ -212,6 +213,32 @@ TEST_F(DropFilesTest, FolderIsImportedLikeACard) {
     EXPECT_TRUE(files::Exists(below)) << "it stays when it is copied";
     State().settings.RemoveImportFiles = false;
     while (CountBackgroundUpdates() > 0) SleepMs(1);  // of the index, behind the import
+}
+
+TEST_F(DropFilesTest, DropWaitsForTheImportThatRuns) {
+    ShowMonth(2008, 11);
+    const std::string path = Add("a.txt");
+    State().run.ImportRunning = 1;
+    bool waited = false;
+    TheApplication()->Post([&] {
+        waited = files::Exists(path);
+        State().run.ImportRunning = 0;
+    });
+    EXPECT_EQ(DropFiles(*calendar_, {{path}, OnDay(13), false}, DropPlace::MainWindow).result,
+              DropResult::Moved);
+    EXPECT_TRUE(waited) << "events are served meanwhile";
+    EXPECT_EQ(State().run.ImportRunning, 0);
+}
+
+TEST_F(DropFilesTest, GaugeShowsHowFarADropIs) {
+    ConnectIndex();
+    ShowMonth(2008, 11);
+    DropFiles(*calendar_, {{Add("a.txt"), Add("b.txt")}, OnDay(13), false}, DropPlace::MainWindow);
+    const int x = 960 - 410, y = 700 - 38 - 35;
+    EXPECT_EQ(PixelAt(x + 199, y + 1), ColorFromBgr(0xC86432)) << "one of two";
+    EXPECT_EQ(PixelAt(x + 201, y + 1), ColorFromBgr(0xB4B4B4));
+    TheApplication()->ProcessEvents(10);
+    EXPECT_NE(PixelAt(x + 201, y + 1), ColorFromBgr(0xB4B4B4)) << "it goes with the next painting";
 }
 
 TEST_F(DropFilesTest, NameThatDoesNotStandIsRepaired) {

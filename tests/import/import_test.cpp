@@ -598,6 +598,50 @@ TEST_F(ImportTest, CopyToDayAndMoveToDayGiveTheNewPath) {
     EXPECT_FALSE(CopyToDay(card, root, 2008, 11, 15)) << "a folder";
 }
 
+// Keeps how far a file was, and ends it after so many reports.
+class TransferProbe final : public TransferListener {
+public:
+    explicit TransferProbe(std::size_t most) : most_(most) {}
+    bool OnTransfer(double fraction) override {
+        fractions.push_back(fraction);
+        return fractions.size() < most_;
+    }
+    std::vector<double> fractions;
+
+private:
+    const std::size_t most_;
+};
+
+constexpr std::size_t kLarge = 40u << 20;
+
+TEST_F(ImportTest, LargeFileIsReportedOnItsWay) {
+    const std::string source = Add("film.mov", std::string(kLarge, 'x'));
+    TransferProbe transfer(100);
+    EXPECT_TRUE(CopyToDay(source, root, 2008, 11, 13, &transfer));
+    EXPECT_THAT(transfer.fractions, ElementsAre(0.4, 0.8));
+}
+
+TEST_F(ImportTest, LargeFileThatIsEndedOnItsWayStaysWholeAndLeavesNoHalf) {
+    const std::string source = Add("film.mov", std::string(kLarge, 'x'));
+    TransferProbe transfer(1);
+    EXPECT_FALSE(CopyToDay(source, root, 2008, 11, 13, &transfer));
+    EXPECT_THAT(NamesInDay(), testing::IsEmpty());
+    EXPECT_EQ(files::GetStatus(source)->size, kLarge);
+    EXPECT_EQ(transfer.fractions.size(), 1u);
+}
+
+TEST_F(ImportFolderTest, StopEndsALargeFileOnItsWay) {
+    Add("film.mov", std::string(kLarge, 'x'));
+    StopSource stop;
+    probe.onProgress = [&](double ratio, const std::string&) {
+        if (ratio > 0 && ratio < 1) stop.RequestStop();
+    };
+    options.context = {stop.Token(), &probe};
+    EXPECT_EQ(Import().end, ImportEnd::Interrupted);
+    EXPECT_TRUE(files::Exists(OnCard("film.mov")));
+    for (const std::string& name : TreeOf(root)) EXPECT_THAT(name, testing::EndsWith("/"));
+}
+
 TEST_F(ImportTest, BackgroundFileIsCopiedWithItsHead) {
     const std::string source = Add("A.JPG", "picture");
     EXPECT_EQ(SetBackgroundFile(source, root, Level::Month, 2008, 11, 13),

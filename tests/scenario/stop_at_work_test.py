@@ -155,7 +155,7 @@ class StopAtWork(ScenarioOfEachTest):
         left, top, width, height = program.cell(13, 5)
         self.die()
         source.drag_to(*program.to_screen(left + width // 2, top + height // 2))
-        self.wait_held("Drop")
+        self.wait_held("Import")
         self.assertEqual(source.answers("finished"), [], "nothing is done")
         self.desktop.hand("windowactivate", "--sync", program.window)
         self.assertLess(self.close(program), LONGEST_END)

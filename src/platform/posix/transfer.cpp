@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <utility>
 
 #include "platform/posix/copy_content.h"
@@ -130,8 +131,13 @@ FileResult FlushFolders(std::span<const std::string> folders) {
     return result;
 }
 
-bool HaveSameBytes(const std::string& a, const std::string& b) {
+namespace {
+
+// `listener` may be null, and may end it: false then.
+bool CompareBytes(const std::string& a, const std::string& b, TransferListener* listener) {
     constexpr std::size_t kBlock = 1u << 18;
+    constexpr std::uint64_t kWatchedStep = 16u << 20;
+    std::uint64_t done = 0;
     const Descriptor first(open(a.c_str(), kReadFlags)), second(open(b.c_str(), kReadFlags));
     struct stat status {};
     for (const Descriptor* file : {&first, &second})
@@ -146,8 +152,16 @@ bool HaveSameBytes(const std::string& a, const std::string& b) {
         if (lengthA != lengthB || lengthA > kBlock || std::memcmp(blockA.data(), blockB.data(), lengthA) != 0)
             return false;
         if (lengthA < kBlock) return true;
+        done += lengthA;
+        if (listener && done % kWatchedStep == 0 &&
+            !listener->OnTransfer(static_cast<double>(done) / static_cast<double>(status.st_size)))
+            return false;
     }
 }
+
+}  // namespace
+
+bool HaveSameBytes(const std::string& a, const std::string& b) { return CompareBytes(a, b, nullptr); }
 
 // ---- copies
 
@@ -176,7 +190,7 @@ void NewCopy::Drop() {
     scratch_.clear();
 }
 
-FileResult NewCopy::Make(const std::string& from, const std::string& folder) {
+FileResult NewCopy::Make(const std::string& from, const std::string& folder, TransferListener* listener) {
     Drop();
     const Descriptor source(open(from.c_str(), kReadFlags));
     if (!source) return ResultOfError(errno);
@@ -195,7 +209,12 @@ FileResult NewCopy::Make(const std::string& from, const std::string& folder) {
     const int file = static_cast<int>(handle_);
     struct stat made {};
     const timespec times[2] = {details.st_atim, details.st_mtim};
-    if (!CopyContent(source.Get(), file) || fstat(file, &made) != 0) {
+    std::function<bool(std::uint64_t)> goesOn;
+    if (listener)
+        goesOn = [&](std::uint64_t done) {
+            return listener->OnTransfer(static_cast<double>(done) / static_cast<double>(source_.size));
+        };
+    if (!CopyContent(source.Get(), file, goesOn) || fstat(file, &made) != 0) {
         const int errorNumber = errno == 0 ? EIO : errno;
         Drop();
         return ResultOfError(errorNumber);
@@ -217,9 +236,9 @@ bool NewCopy::IsSourceUntouched() const {
     return now && IsSameFile(*now, source_);
 }
 
-bool NewCopy::HoldsSameBytes() const {
+bool NewCopy::HoldsSameBytes(TransferListener* listener) const {
     // Looked at on both sides, so that it is the same file all the while.
-    return IsSourceUntouched() && HaveSameBytes(from_, scratch_) && IsSourceUntouched();
+    return IsSourceUntouched() && CompareBytes(from_, scratch_, listener) && IsSourceUntouched();
 }
 
 FileResult NewCopy::Appear(const std::string& path, Existing existing) {
