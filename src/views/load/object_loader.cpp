@@ -2,8 +2,10 @@
 
 #include <atomic>
 #include <memory>
+#include <string>
 
 #include "pictures/picture_cache.h"
+#include "platform/clock.h"
 #include "platform/window.h"
 #include "state/app_state.h"
 #include "views/bar/button_bar.h"
@@ -69,41 +71,74 @@ void ReadAgain(CalendarStore& calendar, const LoadRequest& request) {
     if (Window* window = MainWindow()) window->Invalidate();
 }
 
-// Starts the worker, which takes the object gate over and opens it when it ends. When none can be started the
-// gate is opened at once.
-template <typename Work>
-void StartLoad(CalendarStore& calendar, const LoadRequest& request, Work work) {
-    AppState& state = State();
+enum class Task { Load, ReadAgain };
+
+// With the gate held: what the view in force is now is loaded.
+LoadRequest BeginLoad(CalendarStore& calendar, Task task) {
+    const LoadRequest request{View(), calendar.BeginLoad()};
     Pictures().CancelPrefetch();
+    if (task == Task::Load) {
+        State().run.TicksInView = 0;
+        calendar.ViewOf(request.view).PrepareLoad(request.view.period);
+    }
+    return request;
+}
+
+// The worker, with the gate held; opens it.
+void WorkOff(CalendarStore& calendar, const LoadRequest& request, Task task) {
+    AppState& state = State();
     const TicketLock::Ticket ticket = state.run.LoaderQueue.Lock(10, 100);
-    if (ticket == TicketLock::kRefused) return state.run.ObjectGate.Release();
-    // The gate goes over to the worker without being opened in between: a command that comes now finds it
-    // held and asks the worker to leave, instead of slipping in ahead of it.
-    const bool isStarted = calendar.StartObjectLoader([&calendar, request, ticket, work] {
-        work(calendar, request);
-        State().run.LoaderQueue.Unlock(ticket);
-    });
-    if (isStarted) return;
+    if (ticket == TicketLock::kRefused) return OpenGate(request);
+    if (task == Task::Load)
+        LoadView(calendar, request);
+    else
+        ReadAgain(calendar, request);
     state.run.LoaderQueue.Unlock(ticket);
-    state.run.ObjectGate.Release();
+}
+
+// Whoever works leaves the gate within this time, unless it is held up in a file call.
+bool IsGateFreeSoon() {
+    constexpr int kLongestMs = 200, kLookMs = 2;
+    WorkGate& gate = State().run.ObjectGate;
+    gate.RequestStop();
+    for (int waited = 0; gate.IsHeld(); waited += kLookMs) {
+        if (waited >= kLongestMs) return false;
+        SleepMs(kLookMs);
+    }
+    return true;
+}
+
+// Starts the worker. It takes the gate over without its being opened in between: a command that comes now
+// finds it held and asks the worker to leave, instead of slipping in ahead of it. Behind one who hangs the
+// worker waits at the gate, so that the window can be closed meanwhile.
+void StartLoad(CalendarStore& calendar, const std::string& name, Task task) {
+    WorkGate& gate = State().run.ObjectGate;
+    if (IsGateFreeSoon()) {
+        if (!gate.Acquire(name.c_str())) return;
+        const LoadRequest request = BeginLoad(calendar, task);
+        const auto load = [&calendar, request, task] { WorkOff(calendar, request, task); };
+        if (!calendar.StartObjectLoader(load)) OpenGate(request);
+        return;
+    }
+    const bool hasWindow = MainWindow() != nullptr;
+    calendar.StartObjectLoader([&calendar, name, task, hasWindow, &gate] {
+        if (!gate.Acquire(name.c_str())) return;
+        if (hasWindow && !MainWindow()) return gate.Release();  // it was closed meanwhile
+        WorkOff(calendar, BeginLoad(calendar, task), task);
+    });
 }
 
 }  // namespace
 
 void UpdateObjects(CalendarStore& calendar) {
-    AppState& state = State();
     *calendar.loadIsLeft = false;
     const ViewPartners& partners = calendar.partners;
-    if (!state.settings.SlideShowAutoNavigate) partners.slideShow.Hide();
+    if (!State().settings.SlideShowAutoNavigate) partners.slideShow.Hide();
     SetButtonStates();
     const ViewState asked = View();
     CalendarView& view = calendar.ViewOf(asked);
     view.Announce(asked.period);
-    if (!state.run.ObjectGate.Acquire(view.NameOfLoad(asked.period).c_str())) return;
-    const LoadRequest request{View(), calendar.BeginLoad()};
-    state.run.TicksInView = 0;
-    calendar.ViewOf(request.view).PrepareLoad(request.view.period);
-    StartLoad(calendar, request, LoadView);
+    StartLoad(calendar, view.NameOfLoad(asked.period), Task::Load);
 }
 
 void UpdateObjectsSoon(CalendarStore& calendar) {
@@ -115,8 +150,7 @@ void UpdateObjectsSoon(CalendarStore& calendar) {
 }
 
 void ReloadView(CalendarStore& calendar) {
-    if (View().scatter || !State().run.ObjectGate.Acquire("Reload")) return;
-    StartLoad(calendar, {View(), calendar.BeginLoad()}, ReadAgain);
+    if (!View().scatter) StartLoad(calendar, "Reload", Task::ReadAgain);
 }
 
 }  // namespace kalmora

@@ -6,8 +6,9 @@ namespace kalmora {
 
 struct CalendarStore;
 
-// Loads and paints the period in view again. GUI thread, or the heartbeat's thread. Waits at most 2.2 s for
-// the running worker to leave; refused (nothing happens) when somebody else waits already.
+// Loads and paints the period in view again. GUI thread, or the heartbeat's thread. Waits at most 200 ms for
+// the running worker to leave; behind one that hangs in a file call the new one waits itself, at most 2.2 s.
+// Refused (nothing happens) when another one waits there already.
 void UpdateObjects(CalendarStore& calendar);
 
 // The same when the input that has queued up is dealt with: any number of changes until then are followed by
