@@ -1,7 +1,10 @@
+#include <atomic>
+
 #include "app/heartbeat.h"
 #include "app/main_window.h"
 #include "app/main_window_events.h"
 #include "app/main_window_keys.h"
+#include "app/run_beside.h"
 #include "app/tray_menu.h"
 #include "platform/dialog.h"
 #include "state/app_state.h"
@@ -13,8 +16,22 @@
 namespace kalmora {
 
 namespace {
+
 constexpr int kIdleRefreshMs = 10000;
+constexpr int kPaintMs = 100;  // longer than a paint takes, unless a disk is slow or hangs
+
+std::atomic<int> paintsAsked = 0;
+
+// Once more when a paint was asked for meanwhile.
+void PaintAllAsked(CalendarStore& calendar) {
+    int painted;
+    do {
+        painted = paintsAsked;
+        PaintView(calendar);
+    } while (!paintsAsked.compare_exchange_strong(painted, 0));
 }
+
+}  // namespace
 
 bool OnCreate(const AppParts& parts, Window& window) {
     parts.heartbeat.Start();
@@ -61,7 +78,9 @@ bool OnRestore() {
 }
 
 bool OnPaint(const AppParts& parts) {
-    PaintView(parts.calendar);
+    // Looks at the files that are shown, so it is not done on the thread that has to see a click on close.
+    CalendarStore& calendar = parts.calendar;
+    if (paintsAsked++ == 0) RunAtMost("Paint", kPaintMs, [&calendar] { PaintAllAsked(calendar); });
     return true;
 }
 

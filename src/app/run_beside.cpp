@@ -16,25 +16,32 @@ constexpr int kServeMs = 50;
 
 std::atomic<int> running = 0;
 
-}  // namespace
-
-bool RunBeside(const char* threadName, std::function<void()> work) {
+// Without another thread the work is done when this comes back.
+Worker Start(const char* threadName, std::function<void()> work) {
     ++running;
     const auto body = [work = std::move(work)](const StopToken&) {
         work();
         --running;
     };
     const Worker worker = StartWorker(threadName, Worker::Priority::Normal, body);
-    if (!worker.IsStarted()) {
-        body({});
-        return true;
-    }
+    if (!worker.IsStarted()) body({});
+    return worker;
+}
+
+}  // namespace
+
+bool RunBeside(const char* threadName, std::function<void()> work) {
+    const Worker worker = Start(threadName, std::move(work));
     if (worker.WaitAtMost(kQuietMs)) return true;
     while (!worker.WaitAtMost(0)) {
         if (!MainWindow()) return false;
         TheApplication()->ProcessEvents(kServeMs);
     }
     return true;
+}
+
+void RunAtMost(const char* threadName, int milliseconds, std::function<void()> work) {
+    Start(threadName, std::move(work)).WaitAtMost(milliseconds);
 }
 
 bool IsWorkBesideRunning() { return running > 0; }

@@ -10,6 +10,10 @@ namespace kalmora {
 // continues alone, and what it uses must outlive this call. GUI thread.
 bool RunBeside(const char* threadName, std::function<void()> work);
 
+// Runs the work on a thread of its own and waits for it, at most so long and without serving events; the work
+// then continues alone, and what it uses must outlive this call. GUI thread.
+void RunAtMost(const char* threadName, int milliseconds, std::function<void()> work);
+
 // True while any such work runs. Any thread.
 bool IsWorkBesideRunning();
 

@@ -1,6 +1,7 @@
 #include "app/app_fixture.h"
 
 #include "app/main_window.h"
+#include "app/run_beside.h"
 #include "base/log.h"
 #include "platform/files.h"
 #include "store/date_tree.h"
@@ -52,6 +53,11 @@ void AppTest::OpenMainWindow(Size size) {
     TheApplication()->ProcessEvents(10);
     ASSERT_TRUE(WaitUntilIdle());
     calls_.Clear();
+}
+
+bool AppTest::WaitUntilIdle() {
+    while (IsWorkBesideRunning()) TheApplication()->ProcessEvents(2);
+    return ViewTest::WaitUntilIdle();
 }
 
 void AppTest::Pointer(Point screen, bool leftButton) {

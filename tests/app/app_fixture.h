@@ -37,6 +37,8 @@ protected:
 
     // The main window, made as the program makes it; no heart beats.
     void OpenMainWindow(Size size = {960, 700});
+    // Also until no paint of the main window goes on.
+    bool WaitUntilIdle();
     // Where the cursor is and whether the left button is down, for those who ask the machine.
     static void Pointer(Point screen, bool leftButton = false);
     std::unique_ptr<Window> MakeMainWindow();

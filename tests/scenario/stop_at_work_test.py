@@ -146,6 +146,16 @@ class StopAtWork(ScenarioOfEachTest):
         self.assertEqual(program.process.returncode, 0)
         self.assertIn("TargetMonth", program.settings())
 
+    def test_a_paint_that_does_not_come_back_holds_up_nothing(self):
+        self.life.add_month(2008, 11)
+        program = self.start("life")
+        program.wait_drawn()
+        self.die()
+        self.desktop.hand("windowsize", program.window, 800, 600)
+        self.wait_held("Paint")
+        self.assertLess(self.close(program), LONGEST_END)
+        self.assertEqual(program.process.returncode, 0)
+
     def test_a_search_that_does_not_come_back_holds_up_nothing(self):
         self.life.add_month(2008, 11)
         program = self.start("life", ViewType=4)
