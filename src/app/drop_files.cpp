@@ -31,10 +31,6 @@ DropTarget Today() {
     return {{day.year, day.month, day.day}, false};
 }
 
-std::string FolderOf(const std::string& path) {
-    return path.substr(0, path.size() - GetFileName(path).size() - 1);
-}
-
 // How far a drop is: the files before, and of the one that is on its way what is done.
 class DropCourse final : public TransferListener {
 public:
@@ -47,7 +43,7 @@ public:
     DropCourse& operator=(const DropCourse&) = delete;
 
     void Begin(const std::string& path) {
-        folder_ = FolderOf(path);
+        folder_ = FolderOfPath(path);
         ++begun_;
         Show(0);
     }
@@ -109,16 +105,17 @@ std::optional<Taken> TakeFile(const std::string& path, const CalendarDate& day, 
 }
 
 std::optional<std::string> TakeBackground(CalendarStore& calendar, const std::string& path,
-                                          const CalendarDate& day) {
+                                          const CalendarDate& day, const Period& period) {
     if (ClassifyFile(path) != ObjectKind::Image) return std::nullopt;
-    auto target = SetBackgroundFile(path, MainRoot(), View().period.level, day.year, day.month, day.day);
-    if (target) calendar.backgrounds.AddImage(*target);
+    auto target = SetBackgroundFile(path, MainRoot(), period.level, day.year, day.month, day.day);
+    // The view may have gone on to another period meanwhile.
+    if (target && View().period == period) calendar.backgrounds.AddImage(*target);
     return target;
 }
 
-// On the import's worker.
+// On the import's worker. `period`: in which the drop was made.
 DropOutcome TakeAll(CalendarStore& calendar, const Drop& drop, DropPlace place, const DropTarget& target,
-                    ImportOptions ofFolders) {
+                    const Period& period, ImportOptions ofFolders) {
     DropOutcome outcome;
     DropCourse course(drop.paths.size());
     const ImportTurn turn(DesktopWork().stop);
@@ -129,11 +126,11 @@ DropOutcome TakeAll(CalendarStore& calendar, const Drop& drop, DropPlace place, 
         if (course.IsStopped()) break;  // what was not taken stays where it is
         course.Begin(path);
         if (target.isBackground) {
-            const auto background = TakeBackground(calendar, path, target.day);
+            const auto background = TakeBackground(calendar, path, target.day, period);
             if (!background) continue;
             outcome.viewChanged = true;
             ++taken;
-            folders.insert(FolderOf(*background));
+            folders.insert(FolderOfPath(*background));
             continue;
         }
         if (files::IsFolder(path)) {
@@ -145,7 +142,7 @@ DropOutcome TakeAll(CalendarStore& calendar, const Drop& drop, DropPlace place, 
         if (!arrived) continue;
         ++taken;
         if (arrived->isMoved) ++moved;
-        folders.insert(FolderOf(arrived->target));
+        folders.insert(FolderOfPath(arrived->target));
         if (place == DropPlace::ScrapAgent) SetFileDates(arrived->target, LocalTime());
         outcome.viewChanged |= AddToView(calendar, arrived->target, target.day);
     }
@@ -174,12 +171,15 @@ DropOutcome DropFiles(CalendarStore& calendar, const Drop& drop, DropPlace place
     const auto target =
         place == DropPlace::ScrapAgent ? std::optional(Today()) : FindDropTarget(calendar, drop.client);
     if (!target) return {};
+    const Period period = View().period;
     const auto outcome = std::make_shared<DropOutcome>();
     ImportOptions ofFolders = ImportOptionsOfSettings();
     ofFolders.sources.clear();
     if (drop.copies && ofFolders.source == ImportOptions::Source::Goes)
         ofFolders.source = ImportOptions::Source::Stays;
-    const auto take = [=, &calendar] { *outcome = TakeAll(calendar, drop, place, *target, ofFolders); };
+    const auto take = [=, &calendar] {
+        *outcome = TakeAll(calendar, drop, place, *target, period, ofFolders);
+    };
     return RunBeside("Import", take) ? *outcome : DropOutcome{};
 }
 

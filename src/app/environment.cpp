@@ -37,10 +37,7 @@ constexpr char kSettingsName[] = "kalmora.ini";
 constexpr char kExtensionsName[] = "extension.dat";
 constexpr std::size_t kMostRead = 4u << 20;
 
-bool IsBelowAFolder(const std::string& path) {
-    const std::size_t separator = path.find_last_of(files::kSeparator);
-    return separator == std::string::npos || separator == 0 || files::IsFolder(path.substr(0, separator));
-}
+bool IsBelowAFolder(const std::string& path) { return files::IsFolder(FolderOfPath(path)); }
 
 // Nothing when the option was not given or names a folder that the program may use.
 std::string FaultOfOptions(const StartOptions& options) {
@@ -96,7 +93,7 @@ Obstacle FindObstacle(const StartOptions& options) {
 std::string InstalledFolder() {
     const std::string own = files::ExecutableFolder();
     if (files::IsFolder(files::Join(own, "Res"))) return own;
-    return files::Join(files::Join(own.substr(0, own.find_last_of(files::kSeparator)), "share"), "kalmora");
+    return files::Join(files::Join(FolderOfPath(own), "share"), "kalmora");
 }
 
 void PrepareFolders(const StartOptions& options) {

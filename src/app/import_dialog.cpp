@@ -23,8 +23,8 @@ enum ControlId {
 };
 
 // Dialog 278.
-constexpr char kTitle[] = "取り込みフォルダの設定";
-constexpr Control kJapanese[] = {
+constexpr char kImportTitle[] = "取り込みフォルダの設定";
+constexpr Control kImportControls[] = {
     {ControlKind::Label, 0, "取り込みたいファイルを含むフォルダを設定してください．", 0, 0, 4},
     {ControlKind::Edit, kFolder, "", 1, 0, 3},
     {ControlKind::Button, kBrowse, "参照", 1, 3},
@@ -44,8 +44,8 @@ constexpr Control kJapanese[] = {
     {ControlKind::Button, kDialogOk, "OK", 12, 2},
     {ControlKind::Button, kDialogCancel, "ｷｬﾝｾﾙ", 12, 3},
 };
-constexpr char kEnglishTitle[] = "Import";
-constexpr const char* kEnglishTexts[] = {
+constexpr char kEnglishImportTitle[] = "Import";
+constexpr const char* kEnglishImportTexts[] = {
     "The folder that holds the files to import",
     "",
     "Browse",
@@ -63,9 +63,9 @@ constexpr const char* kEnglishTexts[] = {
     "OK",
     "Cancel",
 };
-constexpr auto kEnglish = Translated(kJapanese, kEnglishTexts);
+constexpr auto kEnglishImportControls = Translated(kImportControls, kEnglishImportTexts);
 
-void Open(Dialog& dialog) {
+void FillInImport(Dialog& dialog) {
     const AppState& state = State();
     dialog.SetText(kFolder, state.settings.ImportDirectory);
     dialog.SetText(kDayEnd, std::to_string(state.settings.DayEndTimeForScrap));
@@ -79,7 +79,8 @@ void Open(Dialog& dialog) {
 
 void Browse(Dialog& dialog, Window* owner) {
     const bool japanese = State().settings.UseJapanese;
-    if (const auto folder = ChooseFolder(owner, japanese ? kTitle : kEnglishTitle, dialog.Text(kFolder)))
+    if (const auto folder =
+            ChooseFolder(owner, japanese ? kImportTitle : kEnglishImportTitle, dialog.Text(kFolder)))
         dialog.SetText(kFolder, *folder);
 }
 
@@ -101,9 +102,10 @@ void Store(const Dialog& dialog) {
 DialogForm MakeImportForm(Window* owner) {
     const bool japanese = State().settings.UseJapanese;
     DialogForm form;
-    form.title = japanese ? kTitle : kEnglishTitle;
-    form.controls = japanese ? std::span<const Control>(kJapanese) : std::span<const Control>(kEnglish);
-    form.onOpen = Open;
+    form.title = japanese ? kImportTitle : kEnglishImportTitle;
+    form.controls = japanese ? std::span<const Control>(kImportControls)
+                             : std::span<const Control>(kEnglishImportControls);
+    form.onOpen = FillInImport;
     form.onButton = [owner](Dialog& dialog, int id) {
         if (id == kBrowse) return Browse(dialog, owner);
         if (id != kDialogOk) return;

@@ -51,19 +51,19 @@ bool IsOnACalendar(const CalendarDate& date) {
 
 constexpr int kEdit = 1001;
 
-constexpr Control kJapanese[] = {
+constexpr Control kJumpControls[] = {
     {ControlKind::Label, 0, "移動先の日付を入力してください（例: 2008/11/13, 200811, 2008）", 0, 0, 3},
     {ControlKind::Edit, kEdit, "", 1, 0, 3},
     {ControlKind::Button, kDialogOk, "OK", 2, 1},
     {ControlKind::Button, kDialogCancel, "キャンセル", 2, 2},
 };
-constexpr const char* kEnglishTexts[] = {
+constexpr const char* kEnglishJumpTexts[] = {
     "Date to go to (2008/11/13, 200811, 2008)",
     "",
     "OK",
     "Cancel",
 };
-constexpr auto kEnglish = Translated(kJapanese, kEnglishTexts);
+constexpr auto kEnglishJumpControls = Translated(kJumpControls, kEnglishJumpTexts);
 
 }  // namespace
 
@@ -82,7 +82,8 @@ void ShowJumpDialog(CalendarStore& calendar, Window& owner) {
     std::optional<CalendarDate> date;
     DialogForm form;
     form.title = japanese ? "日付へ移動" : "Jump To";
-    form.controls = japanese ? std::span<const Control>(kJapanese) : std::span<const Control>(kEnglish);
+    form.controls =
+        japanese ? std::span<const Control>(kJumpControls) : std::span<const Control>(kEnglishJumpControls);
     form.onOpen = [](Dialog& dialog) { dialog.SetFocus(kEdit); };
     form.onButton = [&date](Dialog& dialog, int id) {
         if (id != kDialogOk) return;

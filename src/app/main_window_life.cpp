@@ -79,8 +79,8 @@ bool OnRestore() {
 
 bool OnPaint(const AppParts& parts) {
     // Looks at the files that are shown, so it is not done on the thread that has to see a click on close.
-    CalendarStore& calendar = parts.calendar;
-    if (paintsAsked++ == 0) RunAtMost("Paint", kPaintMs, [&calendar] { PaintAllAsked(calendar); });
+    if (paintsAsked++ == 0)
+        RunAtMost("Paint", kPaintMs, [&calendar = parts.calendar] { PaintAllAsked(calendar); });
     return true;
 }
 

@@ -13,7 +13,6 @@ namespace kalmora {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 // A disk that answers takes the few small files in far less.
 constexpr std::chrono::milliseconds kLastSave{300};
 
@@ -54,7 +53,7 @@ struct ProgramEnd::State {
     std::condition_variable changed;
     // All guarded by mutex.
     bool hasBegun = false, isSaving = false, isSaved = false, isOver = false;
-    Clock::time_point end;
+    std::chrono::steady_clock::time_point end;
 };
 
 ProgramEnd::ProgramEnd(Steps steps) : state_(std::make_shared<State>(std::move(steps))) {}
@@ -69,7 +68,7 @@ void ProgramEnd::Begin() {
     {
         std::lock_guard lock(state_->mutex);
         if (std::exchange(state_->hasBegun, true)) return;
-        state_->end = Clock::now() + std::chrono::milliseconds(state_->steps.longestMs);
+        state_->end = std::chrono::steady_clock::now() + std::chrono::milliseconds(state_->steps.longestMs);
     }
     StartWorker("ProgramEnd", Worker::Priority::Normal,
                 [state = state_](const StopToken&) { State::Watch(state); });
@@ -85,7 +84,8 @@ bool ProgramEnd::Save() {
 int ProgramEnd::MsLeft() const {
     std::lock_guard lock(state_->mutex);
     if (!state_->hasBegun) return state_->steps.longestMs;
-    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(state_->end - Clock::now());
+    const auto left =
+        std::chrono::duration_cast<std::chrono::milliseconds>(state_->end - std::chrono::steady_clock::now());
     return std::max(0, static_cast<int>(left.count()));
 }
 

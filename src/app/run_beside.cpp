@@ -14,14 +14,14 @@ namespace {
 constexpr int kQuietMs = 200;  // most work is done by then, and nothing comes in between
 constexpr int kServeMs = 50;
 
-std::atomic<int> running = 0;
+std::atomic<int> worksBeside = 0;
 
 // Without another thread the work is done when this comes back.
 Worker Start(const char* threadName, std::function<void()> work) {
-    ++running;
+    ++worksBeside;
     const auto body = [work = std::move(work)](const StopToken&) {
         work();
-        --running;
+        --worksBeside;
     };
     const Worker worker = StartWorker(threadName, Worker::Priority::Normal, body);
     if (!worker.IsStarted()) body({});
@@ -44,6 +44,6 @@ void RunAtMost(const char* threadName, int milliseconds, std::function<void()> w
     Start(threadName, std::move(work)).WaitAtMost(milliseconds);
 }
 
-bool IsWorkBesideRunning() { return running > 0; }
+bool IsWorkBesideRunning() { return worksBeside > 0; }
 
 }  // namespace kalmora

@@ -28,8 +28,8 @@ enum Id : int {
 };
 
 // Dialog 106. A label comes before the control that it names, which is drawn at its left.
-constexpr char kTitle[] = "検索ボックス";
-constexpr Control kJapanese[] = {
+constexpr char kSearchTitle[] = "検索ボックス";
+constexpr Control kSearchControls[] = {
     {ControlKind::Label, 0, "検索キーワードを入力してください", 0, 0, 4},
     {ControlKind::Edit, kKeyword, "", 1, 0, 4},
     {ControlKind::Group, 0, "時間を指定した検索", 2, 0, 4, 2},
@@ -47,8 +47,8 @@ constexpr Control kJapanese[] = {
     {ControlKind::Button, kDialogOk, "検索", 9, 2},
     {ControlKind::Button, kDialogCancel, "キャンセル", 9, 3},
 };
-constexpr char kEnglishTitle[] = "Search";
-constexpr const char* kEnglishTexts[] = {
+constexpr char kEnglishSearchTitle[] = "Search";
+constexpr const char* kEnglishSearchTexts[] = {
     "Words to search for",
     "",
     "Time of the day",
@@ -66,7 +66,7 @@ constexpr const char* kEnglishTexts[] = {
     "Search",
     "Cancel",
 };
-constexpr auto kEnglish = Translated(kJapanese, kEnglishTexts);
+constexpr auto kEnglishSearchControls = Translated(kSearchControls, kEnglishSearchTexts);
 
 // A search of everything goes through the months that have been touched, and loads what it needs of them.
 bool IsAnythingLoaded() {
@@ -85,7 +85,7 @@ void FillHours(Dialog& dialog, int id) {
     dialog.Choose(id, -1);
 }
 
-void Open(Dialog& dialog) {
+void FillInSearch(Dialog& dialog) {
     FillHours(dialog, kFromHour);
     FillHours(dialog, kToHour);
     // At the start of the program nothing is loaded, and the box would find nothing.
@@ -109,10 +109,11 @@ SearchEntry Read(const Dialog& dialog) {
 DialogForm MakeSearchForm(SearchAnswer& answer) {
     const bool japanese = State().settings.UseJapanese;
     DialogForm form;
-    form.title = japanese ? kTitle : kEnglishTitle;
-    form.controls = japanese ? std::span<const Control>(kJapanese) : std::span<const Control>(kEnglish);
+    form.title = japanese ? kSearchTitle : kEnglishSearchTitle;
+    form.controls = japanese ? std::span<const Control>(kSearchControls)
+                             : std::span<const Control>(kEnglishSearchControls);
     form.place = DialogForm::Place::MiddleOfScreen;
-    form.onOpen = Open;
+    form.onOpen = FillInSearch;
     form.onButton = [&answer](Dialog& dialog, int id) {
         if (id != kDialogOk) return;
         answer = {true, ComposeQuery(Read(dialog))};

@@ -32,6 +32,8 @@ void Append(std::string& path, std::string_view name) {
 
 constexpr char kOtherSeparator = kSeparator == '/' ? '\\' : '/';
 
+bool IsAnySeparator(char c) { return c == kSeparator || c == kOtherSeparator; }
+
 }  // namespace
 
 namespace files {
@@ -64,6 +66,12 @@ std::string FolderOfPath(const std::string& path) {
 std::string NameOfPath(const std::string& path) {
     const std::size_t separator = path.rfind(kSeparator);
     return separator == std::string::npos ? path : path.substr(separator + 1);
+}
+
+bool IsBelow(std::string_view path, std::string_view folder) {
+    if (folder.empty() || path.size() <= folder.size() || !IsAnySeparator(path[folder.size()])) return false;
+    return std::equal(folder.begin(), folder.end(), path.begin(),
+                      [](char a, char b) { return a == b || (IsAnySeparator(a) && IsAnySeparator(b)); });
 }
 
 std::string NormalizePath(const std::string& path) {

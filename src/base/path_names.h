@@ -21,6 +21,9 @@ std::string WithPlatformSeparators(std::string_view path);
 std::string FolderOfPath(const std::string& path);
 // What stands behind the last separator.
 std::string NameOfPath(const std::string& path);
+// True for what lies in a folder, at whatever depth, by their names. Either platform's separator is one, as
+// in paths that an index of the other platform holds.
+bool IsBelow(std::string_view path, std::string_view folder);
 // Takes out ".", "..", and doubled separators. ".." at the root stays at the root.
 std::string NormalizePath(const std::string& path);
 // The way from a folder to a path, both absolute: "../2008_1114/a.jpg". Empty when it is the folder itself.

@@ -29,7 +29,7 @@ namespace {
 static_assert(std::atomic<bool>::is_always_lock_free, "it is set in a signal handler");
 
 // How soon a stop is felt that cannot wake.
-constexpr std::chrono::milliseconds kLookInterval{50};
+constexpr std::chrono::milliseconds kTokenLookInterval{50};
 
 }  // namespace
 
@@ -57,7 +57,7 @@ bool StopToken::WaitFor(int milliseconds) const {
     while (!IsStopped()) {
         const Clock::time_point now = Clock::now();
         if (now >= end) return false;
-        wakeup.requested.wait_until(lock, std::min(end, now + kLookInterval));
+        wakeup.requested.wait_until(lock, std::min(end, now + kTokenLookInterval));
     }
     return true;
 }

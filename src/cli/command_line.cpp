@@ -14,7 +14,7 @@ namespace kalmora {
 
 namespace {
 
-constexpr int kFailed = 1;
+constexpr int kRunFailed = 1;
 constexpr int kWrongUse = 2;
 constexpr char kVersion[] = "kalmora " KALMORA_VERSION;
 
@@ -66,7 +66,7 @@ constexpr char kSummary[] =
 int Refuse(const CLI::App& app, const Obstacle& obstacle) {
     std::fprintf(stderr, "kalmora: %s\n", obstacle.words.c_str());
     // The 1 of a search says that nothing was found.
-    return app.got_subcommand("search") ? kWrongUse : kFailed;
+    return app.got_subcommand("search") ? kWrongUse : kRunFailed;
 }
 
 }  // namespace

@@ -42,14 +42,9 @@ struct Tally {
     }
 };
 
-std::vector<CalendarDate> MonthsOf(const std::string& root, const CalendarDate& period) {
-    if (period.month == 0) return ListMonths(root, period.year);
-    return {{period.year, period.month, 0}};
-}
-
 bool RunOnRoot(const std::string& root, IndexWork work, const CalendarDate& period, Tally& tally,
                ProgressBar& bar, const StopToken& stop) {
-    const std::vector<CalendarDate> months = MonthsOf(root, period);
+    const std::vector<CalendarDate> months = MonthsOfPeriod(root, period);
     // Of several months their number is shown instead.
     const WorkContext context{stop,
                               months.size() == 1 ? static_cast<ProgressListener*>(&bar) : &NoProgress()};

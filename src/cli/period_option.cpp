@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "index/index_tree.h"
+
 namespace kalmora {
 
 namespace {
@@ -59,6 +61,11 @@ void AddPeriodOptions(CLI::App& verb, CalendarDate& period) {
         added[i]->type_name(one.form);
         for (int before = 0; before < i; ++before) added[i]->excludes(added[before]);
     }
+}
+
+std::vector<CalendarDate> MonthsOfPeriod(const std::string& root, const CalendarDate& period) {
+    if (period.month == 0) return ListMonths(root, period.year);
+    return {{period.year, period.month, 0}};
 }
 
 }  // namespace kalmora

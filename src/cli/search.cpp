@@ -93,14 +93,9 @@ private:
     std::size_t count_ = 0;
 };
 
-std::vector<CalendarDate> MonthsOf(const std::string& root, const CalendarDate& period) {
-    if (period.month == 0) return ListMonths(root, period.year);
-    return {{period.year, period.month, 0}};
-}
-
 bool SearchRoot(const std::string& root, const SearchOptions& options, const QueryMatcher& query,
                 Results& results, ProgressBar& bar, const StopToken& stop) {
-    const std::vector<CalendarDate> months = MonthsOf(root, options.period);
+    const std::vector<CalendarDate> months = MonthsOfPeriod(root, options.period);
     std::size_t done = 0;
     return SearchTree(root, months, options.period.day, query, stop, [&](const FoundDays& found) {
         results.Add(found);

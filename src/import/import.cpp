@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/log.h"
+#include "base/path_names.h"
 #include "import/import_arrivals.h"
 #include "import/import_batch.h"
 #include "import/import_companions.h"
@@ -30,10 +31,6 @@ namespace kalmora {
 namespace {
 
 constexpr std::size_t kMostForIndex = 4096;  // paths: each day's index is read and written once for them
-
-std::string FolderOf(const std::string& path) {
-    return path.substr(0, path.size() - GetFileName(path).size() - 1);
-}
 
 // Those whose data folder is away just now.
 std::set<MonthToCome> OutOfReach(const std::set<MonthToCome>& months) {
@@ -229,7 +226,7 @@ std::optional<SystemTime> Importer::DateOf(const ImportedFile& file) {
 }
 
 void Importer::OnFile(const SourceFile& source, const std::vector<std::string>& siblings) {
-    const std::string folder = FolderOf(source.path), name = GetFileName(source.path);
+    const std::string folder = FolderOfPath(source.path), name = GetFileName(source.path);
     if (folder != companionFolder_ || siblings.size() == 1) {
         companionFolder_ = folder;
         companions_ = FolderCompanions(siblings);
@@ -276,7 +273,7 @@ void Importer::Take(Group group, bool isBehindLink) {
     for (ImportBatch::Companion& one : group.companions) one.file.sourceStays = wantsToGo && !goes;
     if (IsRehearsal()) return Rehearse(std::move(group), dayFolder, goes);
     SweepOnce(dayFolder);
-    folder_ = FolderOf(group.file.source);
+    folder_ = FolderOfPath(group.file.source);
     arrivals_.AddMonth({options_.root, group.file.day.year, group.file.day.month});
     if (options_.source == ImportOptions::Source::GetsShortcut) return MakeLinks(std::move(group), dayFolder);
     batch_.Add(std::move(group.file), dayFolder,
@@ -350,7 +347,7 @@ std::string Importer::WordsFor(const ImportedFile& file) const {
     if (file.kind != ObjectKind::Image || options_.source == ImportOptions::Source::GetsShortcut) return {};
     std::string words;
     if (options_.addComment && !options_.comment.empty()) words = options_.comment + "\r\n";
-    if (options_.addFolderName) words += GetFileName(FolderOf(file.source));
+    if (options_.addFolderName) words += GetFileName(FolderOfPath(file.source));
     return words;
 }
 
@@ -407,7 +404,7 @@ void Importer::Report(const ImportedFile& file) {
     options_.arrivals->OnFile(file);
     if (file.isFolder) return;
     ++State().run.ImportDone;
-    folder_ = FolderOf(file.source);
+    folder_ = FolderOfPath(file.source);
     ShowCourse(0);
 }
 

@@ -16,7 +16,7 @@ namespace {
 
 using files::FileResult;
 
-constexpr int kLengthDigits = 10;
+constexpr int kArrivalLengthDigits = 10;
 constexpr std::uint64_t kLongestFile = 64u << 20;
 
 enum class Words { Missing, Done, OutOfReach };
@@ -43,18 +43,18 @@ bool MayTakeWordsLater(RewriteResult result) {
 std::string MakeWordsRecord(const WordsToCome& words) {
     return CheckedRecord(std::to_string(words.size) + ' ' + std::to_string(words.written.ticks) + '\0' +
                              words.path + '\0' + words.words + '\0',
-                         kLengthDigits);
+                         kArrivalLengthDigits);
 }
 
 std::string MakeMonthRecord(const MonthToCome& month) {
     return CheckedRecord(
         std::to_string(month.year) + ' ' + std::to_string(month.month) + '\0' + month.root + '\0',
-        kLengthDigits);
+        kArrivalLengthDigits);
 }
 
 std::vector<WordsToCome> ParseWordsRecords(std::string_view bytes) {
     std::vector<WordsToCome> all;
-    while (auto body = TakeCheckedBody(bytes, kLengthDigits)) {
+    while (auto body = TakeCheckedBody(bytes, kArrivalLengthDigits)) {
         const auto size = NumberOf<std::uint64_t>(TakeUpTo(' ', *body));
         const auto written = NumberOf<std::uint64_t>(TakeUpTo('\0', *body));
         WordsToCome one;
@@ -70,7 +70,7 @@ std::vector<WordsToCome> ParseWordsRecords(std::string_view bytes) {
 
 std::vector<MonthToCome> ParseMonthRecords(std::string_view bytes) {
     std::vector<MonthToCome> all;
-    while (auto body = TakeCheckedBody(bytes, kLengthDigits)) {
+    while (auto body = TakeCheckedBody(bytes, kArrivalLengthDigits)) {
         const auto year = NumberOf<int>(TakeUpTo(' ', *body)), month = NumberOf<int>(TakeUpTo('\0', *body));
         std::string root(TakeUpTo('\0', *body));
         if (!year || !month || *month < 1 || *month > 12 || !files::IsAbsolute(root)) break;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/log.h"
+#include "base/path_names.h"
 #include "platform/files.h"
 #include "store/data_folder.h"
 #include "store/file_helpers.h"
@@ -21,10 +22,6 @@ constexpr std::size_t kMostFiles = 512;
 constexpr std::uint64_t kMostBytes = 256u << 20;
 constexpr int kMostAttempts = 1000;  // at a name, while others take one after the other
 
-std::string FolderOf(const std::string& path) {
-    return path.substr(0, path.size() - std::min(path.size(), GetFileName(path).size() + 1));
-}
-
 bool IsSameFile(const std::string& a, const std::string& b) {
     const auto one = files::GetStatus(a), other = files::GetStatus(b);
     return one && other && one->volume == other->volume && one->identity == other->identity;
@@ -34,7 +31,7 @@ bool IsSameFile(const std::string& a, const std::string& b) {
 // to do it in two steps. Folders that are one under two names make one name of it.
 bool IsSecondName(const std::string& source, const std::string& existing) {
     return !existing.empty() && !files::IsLink(source) && !files::IsLink(existing) &&
-           IsSameFile(source, existing) && !IsSameFile(FolderOf(source), FolderOf(existing));
+           IsSameFile(source, existing) && !IsSameFile(FolderOfPath(source), FolderOfPath(existing));
 }
 
 // One of the two passes over a file that moves to another volume: it is copied, then compared.

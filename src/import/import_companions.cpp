@@ -34,13 +34,6 @@ Role RoleOf(const std::string& name, std::string_view extension) {
     return kind == ObjectKind::Movie || IsOneOf(kShortMovies, extension) ? Role::Movie : Role::None;
 }
 
-std::string Lower(std::string_view letters) {
-    std::string lower(letters);
-    for (char& c : lower)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return lower;
-}
-
 struct Named {
     std::string name, stem, extension;
     Role role = Role::None;
@@ -72,7 +65,7 @@ FolderCompanions::FolderCompanions(const std::vector<std::string>& names) {
     for (const std::string& name : names) {
         Named one{name, name, GetExtension(name)};
         if (!one.extension.empty()) one.stem.resize(name.size() - one.extension.size() - 1);
-        one.stem = Lower(one.stem);
+        one.stem = LowerLetters(one.stem);
         one.role = RoleOf(name, one.extension);
         hasFollowers |= one.role >= Role::Raw && one.role <= Role::Sidecar;
         all.push_back(std::move(one));
@@ -82,7 +75,7 @@ FolderCompanions::FolderCompanions(const std::vector<std::string>& names) {
     std::unordered_set<std::string> pictures;               // whole names in small letters
     for (const Named& one : all) {
         if (one.role >= Role::Sidecar) continue;
-        pictures.insert(Lower(one.name));
+        pictures.insert(LowerLetters(one.name));
         const Named*& leader = leaders[one.stem];
         if (!leader || one.role < leader->role) leader = &one;
     }

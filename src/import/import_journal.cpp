@@ -16,7 +16,7 @@ namespace {
 using files::FileResult;
 
 constexpr std::string_view kMagic = "KMIMPORT1 ";
-constexpr int kLengthDigits = 20;
+constexpr int kMoveLengthDigits = 20;
 constexpr std::uint64_t kLongestBody = 16u << 20;
 constexpr std::uint64_t kLongestHead = 64;
 
@@ -56,13 +56,13 @@ std::string MakeImportJournal(std::span<const MoveRecord> records) {
         body += std::to_string(record.size) + ' ' + std::to_string(record.written.ticks) + '\0';
         body += record.source + '\0' + record.target + '\0';
     }
-    return std::string(kMagic) + CheckedRecord(body, kLengthDigits);
+    return std::string(kMagic) + CheckedRecord(body, kMoveLengthDigits);
 }
 
 std::vector<MoveRecord> ParseImportJournal(std::string_view bytes) {
     if (!bytes.starts_with(kMagic)) return {};
     bytes.remove_prefix(kMagic.size());
-    const auto checked = TakeCheckedBody(bytes, kLengthDigits);
+    const auto checked = TakeCheckedBody(bytes, kMoveLengthDigits);
     if (!checked || checked->size() > kLongestBody) return {};
     std::string_view body = *checked;
     std::vector<MoveRecord> records;

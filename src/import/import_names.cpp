@@ -33,17 +33,6 @@ std::string NumberName(int number, const std::string& extension) {
     return extension.empty() ? Digits(number) : Digits(number) + "." + extension;
 }
 
-std::string FolderOf(const std::string& path) {
-    return path.substr(0, path.size() - std::min(path.size(), GetFileName(path).size() + 1));
-}
-
-std::string Lower(std::string_view letters) {
-    std::string lower(letters);
-    for (char& c : lower)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return lower;
-}
-
 // The name's number, or 0 when it is not four digits and an extension.
 int NumberOf(std::string_view name) {
     if (name.size() < kDigits || (name.size() > kDigits && name[kDigits] != '.')) return 0;
@@ -58,7 +47,7 @@ int NumberOf(std::string_view name) {
 // The spelling of the path is compared first, which rejects nearly all that lies elsewhere without a look at
 // the disk; where names differ by case, "/Photos" does not lie in "/photos".
 bool LiesInDay(const std::string& source, const std::string& folder) {
-    return text::StartsWithNoCase(source, folder) && files::LiesIn(FolderOf(source), folder);
+    return text::StartsWithNoCase(source, folder) && files::LiesIn(FolderOfPath(source), folder);
 }
 
 }  // namespace
@@ -114,7 +103,7 @@ std::string TargetNames::NameBeside(const Companion& companion, int number) cons
     const std::string name = GetFileName(companion.file.source);
     if (number == 0) return name;
     const std::string_view stem = std::string_view(name).substr(0, companion.stemLength);
-    const std::string rest = Lower(std::string_view(name).substr(stem.size()));
+    const std::string rest = LowerLetters(std::string_view(name).substr(stem.size()));
     if (naming_ == Naming::Number) return Digits(number) + rest;
     const std::string end = "[" + std::to_string(number) + "]" + rest;
     return text::CutAtCharacter(stem, kLongestName - std::min(kLongestName, end.size())) + end;

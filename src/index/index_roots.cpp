@@ -35,11 +35,6 @@ IndexManager& TheOne(std::atomic<IndexManager*>& one, const std::function<std::s
     return *one;
 }
 
-bool IsBelow(const std::string& path, const std::string& root) {
-    return !root.empty() && path.size() > root.size() && path.starts_with(root) &&
-           path[root.size()] == files::kSeparator;
-}
-
 // The manager in whose tree the path lies; null for none.
 IndexManager* ManagerOf(const std::string& path) {
     if (IsBelow(path, MainIndex().dataRoot)) return &MainIndex();

@@ -326,7 +326,7 @@ IndexReading ReadIndexText(std::string_view bytes, const std::string& folder, co
     return IndexReading::Done;
 }
 
-std::string IndexHeader() { return std::string(kHeader) + '\n'; }
+std::string IndexHeader() { return std::string(kHeader).append(1, '\n'); }
 
 void AppendIndexRecord(std::string& out, const IndexEntry& entry, const std::string& folder,
                        std::size_t longestComment) {

@@ -7,8 +7,6 @@ namespace kalmora {
 
 namespace {
 
-constexpr std::string_view kOpening = "<estimations>";
-
 struct ScaleRow {
     std::int32_t above;
     double factor;
@@ -48,7 +46,7 @@ std::int32_t ValueOf(std::string_view text, std::string_view head) {
 Estimations ParseEstimations(std::string_view text) {
     text = text.substr(0, text.find('\0'));
     Estimations values;
-    if (text.find(kOpening) == std::string_view::npos) return values;
+    if (text.find(kEstimationsOpening) == std::string_view::npos) return values;
     values.like = ValueOf(text, "<estimation type='like'");
     values.privacy = ValueOf(text, "<estimation type='privacy'");
     values.good = ValueOf(text, "<estimation type='good'");

@@ -25,6 +25,8 @@ struct Estimations {
     friend bool operator==(const Estimations&, const Estimations&) = default;
 };
 
+inline constexpr std::string_view kEstimationsOpening = "<estimations>";
+
 // The values in the mark-up
 //     <estimations><estimation type='like' value='192' last='64'>...</estimation>...</estimations>
 // that is anywhere in `text`, up to its first zero byte. The mark-up is found byte for byte by its

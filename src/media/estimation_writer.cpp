@@ -11,7 +11,7 @@ namespace kalmora {
 
 namespace {
 
-constexpr std::string_view kOpening = "<estimations>", kClosing = "</estimations>";
+constexpr std::string_view kClosing = "</estimations>";
 constexpr std::int32_t kFirstStep = 128;
 
 enum class Direction : int { Up = 1, Down = -1 };
@@ -56,7 +56,7 @@ std::string FirstElement(const Rating& rating, const CalendarDate& today) {
     return Head(rating.axis, value, kFirstStep) + Row(today, value) + "</estimation>";
 }
 
-void SkipBlanks(std::string_view& text) {
+void RemoveBlanks(std::string_view& text) {
     text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
 }
 
@@ -64,7 +64,7 @@ void SkipBlanks(std::string_view& text) {
 bool TakeWords(std::string_view& text, std::string_view words) {
     for (const char c : words) {
         if (c == ' ') {
-            SkipBlanks(text);
+            RemoveBlanks(text);
         } else {
             if (!text.starts_with(c)) return false;
             text.remove_prefix(1);
@@ -74,7 +74,7 @@ bool TakeWords(std::string_view& text, std::string_view words) {
 }
 
 std::optional<std::int32_t> TakeNumber(std::string_view& text) {
-    SkipBlanks(text);
+    RemoveBlanks(text);
     if (text.starts_with("+-")) return std::nullopt;
     if (text.starts_with('+')) text.remove_prefix(1);
     std::int32_t value = 0;
@@ -122,7 +122,7 @@ void StepAxis(std::string& text, std::size_t at, const Rating& rating, const Cal
 EstimateStep StepEstimate(std::string_view text, const Estimations& values, EstimateType type,
                           const CalendarDate& today) {
     EstimateStep step{std::string(text.substr(0, text.find('\0'))), values};
-    const std::size_t opening = step.text.find(kOpening);
+    const std::size_t opening = step.text.find(kEstimationsOpening);
     if (type == EstimateType::Clear) {
         if (opening == std::string::npos) return step;
         step.values = {};
@@ -135,14 +135,15 @@ EstimateStep StepEstimate(std::string_view text, const Estimations& values, Esti
     if (!rating) return step;
     const std::int32_t first = static_cast<int>(rating->direction) * kFirstStep;
     if (opening == std::string::npos) {
-        step.text += "\n" + std::string(kOpening) + FirstElement(*rating, today) + std::string(kClosing);
+        step.text +=
+            "\n" + std::string(kEstimationsOpening) + FirstElement(*rating, today) + std::string(kClosing);
         step.values.*rating->value = first;
         return step;
     }
     const std::size_t element = step.text.find("<estimation type='" + std::string(rating->axis) + "'");
     // One at the very beginning counts as missing, as it does when it is read.
     if (element == std::string::npos || element == 0) {
-        step.text.insert(opening + kOpening.size(), FirstElement(*rating, today));
+        step.text.insert(opening + kEstimationsOpening.size(), FirstElement(*rating, today));
         step.values.*rating->value = first;
         return step;
     }

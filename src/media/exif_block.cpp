@@ -5,12 +5,11 @@
 #include <vector>
 
 #include "media/exif_block_map.h"
+#include "media/exif_tags.h"
 
 namespace kalmora::exif {
 
 namespace {
-
-constexpr std::uint16_t kShortType = 3, kLongType = 4;
 
 constexpr std::string_view kAreaMark("KALMORA\0", 8);
 constexpr std::size_t kAreaTail = 16;

@@ -4,26 +4,19 @@
 #include <limits>
 #include <utility>
 
+#include "media/exif_tags.h"
 #include "media/maker_note_places.h"
 
 namespace kalmora::exif {
 
 namespace {
 
-constexpr std::uint16_t kShortType = 3, kLongType = 4;
-constexpr std::uint16_t kGpsPointer = 0x8825, kInteroperabilityPointer = 0xA005, kSubDirectories = 0x014A,
-                        kMakerNote = 0x927C;
-constexpr std::uint16_t kThumbnailOffset = 0x0201, kThumbnailLength = 0x0202;
+constexpr std::uint16_t kSubDirectories = 0x014A;
 constexpr std::uint16_t kStripOffsets = 0x0111, kStripLengths = 0x0117;
 constexpr int kMostChained = 8;  // directories behind the main one
 constexpr std::uint32_t kMostSubDirectories = 16;
 constexpr std::size_t kMainPointer = 4;
 constexpr std::uint32_t kMostStrips = 1000;
-
-bool IsWholeNumber(std::uint16_t type) {
-    constexpr std::uint16_t kSignedLong = 9, kDirectory = 13;
-    return type == kShortType || type == kLongType || type == kSignedLong || type == kDirectory;
-}
 
 }  // namespace
 

@@ -15,8 +15,6 @@
 
 namespace kalmora::exif {
 
-inline constexpr std::uint16_t kExifPointer = 0x8769;
-
 // What the block names and what does not lie in it completely.
 struct Outside {
     enum class What { Value, Directory, Picture, NotePlace };

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "media/exif_block_map.h"
+#include "media/exif_tags.h"
 #include "media/maker_note_places.h"
 
 namespace kalmora::exif {
@@ -22,10 +23,6 @@ constexpr std::array<int, 12> kLengthSteps{-4, 4, -8, 8, -12, 12, -16, 16, -20, 
 // Some makers put a head of their own in front of the picture.
 constexpr std::array<std::uint64_t, 2> kOwnHeads{0, 32};
 constexpr std::size_t kTailLooked = 4096;  // of a picture, for its end marker
-
-ByteReader Reader(std::string_view bytes, ByteOrder order) {
-    return {{reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, order};
-}
 
 // The first byte may be anything: some makers blank it, so that no program takes the preview for the photo.
 bool IsPictureHead(std::span<const std::uint8_t> bytes) {
@@ -63,7 +60,7 @@ public:
     void Find(BlockGrowth& growth) {
         const std::vector<std::int64_t> bases = Bases(start_, note_);
         for (const ByteOrder order : {ByteOrder::Little, ByteOrder::Big}) {
-            const ByteReader reader = Reader(block_, order);
+            const ByteReader reader = ReaderOf(block_, order);
             for (std::size_t at = 0; at + 4 <= block_.size(); ++at) {
                 const std::uint32_t number = *reader.U32(at);
                 if (number == 0 || number >= size_) continue;
@@ -201,7 +198,6 @@ private:
 // True when raising the number would change something else too: in a broken block one value can lie across
 // another, or across a directory.
 bool IsSharedWithAnother(const BlockMap& map, const MovedNumber& moved) {
-    constexpr std::uint16_t kMakerNote = 0x927C;
     const Range number{moved.at, moved.at + kFieldLength};
     const auto isInDirectory = [&](const Directory& directory) {
         std::uint64_t field = directory.offset + 2 + kEntryLength - kFieldLength;
@@ -239,7 +235,7 @@ BlockGrowth PlanBlockGrowth(ByteWindow& file, std::string_view block, std::uint6
 bool MoveNumbers(std::string& block, const std::vector<MovedNumber>& moved, std::size_t by) {
     std::vector<bool> isTaken(block.size());
     for (const auto& [at, order] : moved) {
-        const auto number = Reader(block, order).U32(at);
+        const auto number = ReaderOf(block, order).U32(at);
         if (!number || *number > std::numeric_limits<std::uint32_t>::max() - by) return false;
         const auto raised = static_cast<std::uint32_t>(*number + by);
         for (std::size_t i = 0; i < 4; ++i) {
@@ -256,11 +252,11 @@ std::size_t EndOfPicturesIn(std::string_view block, std::uint64_t blockStart) {
     BlockMap map(block);
     map.Follow();
     const std::vector<std::int64_t> bases = Bases(blockStart, map.note);
-    const ByteReader bytes = Reader(block, ByteOrder::Little);
+    const ByteReader bytes = ReaderOf(block, ByteOrder::Little);
     std::size_t last = 0;
     const auto lookFor = [&](std::int64_t place, std::int64_t base) {
         for (const ByteOrder order : {ByteOrder::Little, ByteOrder::Big}) {
-            const ByteReader reader = Reader(block, order);
+            const ByteReader reader = ReaderOf(block, order);
             for (std::size_t at = 0; at + 4 <= block.size(); ++at) {
                 if (base + std::int64_t{*reader.U32(at)} != place) continue;
                 for (const int step : kLengthSteps) {

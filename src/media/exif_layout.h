@@ -4,6 +4,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
+
+#include "base/byte_reader.h"
 
 namespace kalmora::exif {
 
@@ -13,6 +16,10 @@ inline constexpr std::size_t kHeaderLength = 8, kEntryLength = 12, kFieldLength 
 constexpr std::size_t ElementLength(std::uint16_t type) {
     constexpr std::array<std::uint8_t, 14> lengths{0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8, 4};
     return type < lengths.size() ? lengths[type] : 0;
+}
+
+inline ByteReader ReaderOf(std::string_view bytes, ByteOrder order) {
+    return {{reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, order};
 }
 
 // Places in the block; `end` may pass its end.

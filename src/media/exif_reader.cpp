@@ -2,18 +2,16 @@
 
 #include <algorithm>
 
+#include "media/exif_layout.h"
+#include "media/exif_tags.h"
+#include "media/jpeg_markers.h"
 #include "media/jpeg_segments.h"
 
 namespace kalmora::exif {
 
 namespace {
 
-constexpr std::uint8_t kApp1 = 0xE1;
 constexpr std::uint64_t kLongestValue = 1u << 20;
-constexpr std::size_t kEntryLength = 12;
-
-constexpr std::uint16_t kExifPointer = 0x8769, kGpsPointer = 0x8825, kInteroperabilityPointer = 0xA005;
-constexpr std::uint16_t kThumbnailOffset = 0x0201, kThumbnailLength = 0x0202;
 
 enum class Directory { Main, Exif, Gps, Interoperability, Thumbnail };
 constexpr std::size_t kDirectories = 5;
@@ -53,15 +51,6 @@ std::size_t IndexOf(std::uint16_t id) {
     return found != kWanted.end() && found->id == id ? static_cast<std::size_t>(found - kWanted.begin())
                                                      : kWantedTags;
 }
-
-// Bytes of one element of a TIFF type; 0 for a type that there is not.
-std::uint32_t ElementLength(std::uint16_t type) {
-    constexpr std::array<std::uint8_t, 14> lengths{0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8, 4};
-    return type < lengths.size() ? lengths[type] : 0;
-}
-
-// SHORT, LONG, SLONG and IFD: what an offset is written as.
-bool IsWholeNumber(std::uint16_t type) { return type == kShort || type == 4 || type == 9 || type == 13; }
 
 // One pass over the directories of one block.
 class BlockScan {
@@ -145,7 +134,7 @@ private:
     }
 
     static std::uint32_t Number(ByteReader entry, std::uint16_t type) {
-        return type == kShort ? *entry.U16(8) : *entry.U32(8);
+        return type == kShortType ? *entry.U16(8) : *entry.U32(8);
     }
 
     void SettleThumbnail() {
@@ -207,7 +196,7 @@ bool ReadBlock(ByteWindow& file, Block& block) {
     if (!walk.IsJpeg()) return ReadBlockAt(file, 0, file.Size(), block);
     JpegSegment segment;
     while (walk.Next(segment)) {
-        if (segment.marker != kApp1) continue;
+        if (segment.marker != jpeg::kApp1) continue;
         const std::uint32_t before =
             ExifHeaderLength(file.At(segment.payload, std::min<std::size_t>(segment.length, 10)));
         if (before == 0) continue;

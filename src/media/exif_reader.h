@@ -37,7 +37,6 @@ enum class Tag : std::uint8_t {
 inline constexpr std::size_t kWantedTags = 15;
 
 // The types that the program distinguishes.
-enum Type : std::uint16_t { kByte = 1, kAscii = 2, kShort = 3, kUndefined = 7 };
 
 struct Item {
     std::uint16_t type = 0;    // 0: the photo has no such tag

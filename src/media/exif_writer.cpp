@@ -8,9 +8,12 @@
 #include "media/date_text.h"
 #include "media/exif_growth.h"
 #include "media/exif_reader.h"
+#include "media/exif_tags.h"
+#include "media/jpeg_markers.h"
 #include "media/jpeg_segments.h"
 #include "media/multi_picture_index.h"
 #include "media/photo_metadata.h"
+#include "media/places_behind.h"
 #include "text/text.h"
 
 namespace kalmora {
@@ -21,17 +24,13 @@ using exif::Edit;
 using exif::EditResult;
 using exif::Home;
 
-constexpr std::uint16_t kByte = 1, kAscii = 2, kShort = 3, kLong = 4, kRational = 5, kUndefined = 7;
 constexpr std::uint16_t kMake = 0x010F, kXResolution = 0x011A, kYResolution = 0x011B,
                         kResolutionUnit = 0x0128, kDateTime = 0x0132, kYCbCrPositioning = 0x0213,
                         kExifVersion = 0x9000, kDateTimeOriginal = 0x9003, kDateTimeDigitized = 0x9004,
                         kComponents = 0x9101, kUserComment = 0x9286, kXpComment = 0x9C9C,
-                        kFlashpixVersion = 0xA000, kColorSpace = 0xA001, kPixelWidth = 0xA002,
-                        kPixelHeight = 0xA003;
+                        kFlashpixVersion = 0xA000, kColorSpace = 0xA001;
 
-constexpr std::uint8_t kApp0 = 0xE0, kApp1 = 0xE1, kApp2 = 0xE2;
 constexpr std::uint32_t kMostPayload = 65533;
-constexpr std::size_t kSegmentHead = 4;            // marker and length
 constexpr std::uint64_t kMostBetween = 16u << 20;  // bytes of segments between the block and an index
 constexpr std::string_view kExifHead("Exif\0\0", 6);
 
@@ -80,15 +79,15 @@ RewriteResult ReadLayout(ByteWindow& file, JpegLayout& layout) {
     while (walk.Next(segment)) {
         if (!file.Has(segment.payload, segment.length)) return RewriteResult::NotWhole;
         const std::uint64_t end = segment.payload + segment.length;
-        const bool isJfif = segment.marker == kApp0 && StartsWith(file, segment, "JFIF");
+        const bool isJfif = segment.marker == jpeg::kApp0 && StartsWith(file, segment, "JFIF");
         if (isJfif) ReadDensity(file, segment, layout);
-        isHead = isHead && segment.marker == kApp0 && (isJfif || StartsWith(file, segment, "JFXX"));
+        isHead = isHead && segment.marker == jpeg::kApp0 && (isJfif || StartsWith(file, segment, "JFXX"));
         if (isHead) layout.behindStart = end;
-        if (segment.marker == kApp1 && IsContinuation(file, segment)) return RewriteResult::ExifUnclear;
-        if (segment.marker == kApp1 && StartsWith(file, segment, {"Exif\0", 5})) hasExifSegment = true;
-        if (segment.marker == kApp2 && StartsWith(file, segment, {"MPF\0", 4}) && !layout.pictures)
+        if (segment.marker == jpeg::kApp1 && IsContinuation(file, segment)) return RewriteResult::ExifUnclear;
+        if (segment.marker == jpeg::kApp1 && StartsWith(file, segment, {"Exif\0", 5})) hasExifSegment = true;
+        if (segment.marker == jpeg::kApp2 && StartsWith(file, segment, {"MPF\0", 4}) && !layout.pictures)
             layout.pictures = segment;
-        if (hasBlock && segment.marker == kApp1 && block.start > segment.payload && block.start < end) {
+        if (hasBlock && segment.marker == jpeg::kApp1 && block.start > segment.payload && block.start < end) {
             layout.exif = segment;
             layout.blockAt = static_cast<std::uint32_t>(block.start - segment.payload);
         }
@@ -108,21 +107,29 @@ RewriteResult ReadLayout(ByteWindow& file, JpegLayout& layout) {
 void AddExpected(std::string_view block, const JpegLayout& layout, ExifEdits& edits) {
     const auto& [across, down, unit] = layout.density;
     if (block.empty()) {
-        edits.push_back({Home::Main, kXResolution, kRational, {}, {across, 1}});
-        edits.push_back({Home::Main, kYResolution, kRational, {}, {down, 1}});
-        edits.push_back({Home::Main, kResolutionUnit, kShort, {}, {unit}});
-        edits.push_back({Home::Main, kYCbCrPositioning, kShort, {}, {1}});
+        edits.push_back({Home::Main, kXResolution, exif::kRationalType, {}, {across, 1}});
+        edits.push_back({Home::Main, kYResolution, exif::kRationalType, {}, {down, 1}});
+        edits.push_back({Home::Main, kResolutionUnit, exif::kShortType, {}, {unit}});
+        edits.push_back({Home::Main, kYCbCrPositioning, exif::kShortType, {}, {1}});
     }
     const bool wantsExif =
         std::any_of(edits.begin(), edits.end(), [](const Edit& edit) { return edit.home == Home::Exif; });
     if (!wantsExif || exif::HasDirectory(block, Home::Exif)) return;
     constexpr std::uint32_t kUncalibrated = 0xFFFF;
-    edits.push_back({Home::Exif, kExifVersion, kUndefined, "0230"});
-    edits.push_back({Home::Exif, kComponents, kUndefined, std::string("\1\2\3\0", 4)});
-    edits.push_back({Home::Exif, kFlashpixVersion, kUndefined, "0100"});
-    edits.push_back({Home::Exif, kColorSpace, kShort, {}, {kUncalibrated}});
-    edits.push_back({Home::Exif, kPixelWidth, kLong, {}, {static_cast<std::uint32_t>(layout.size.width)}});
-    edits.push_back({Home::Exif, kPixelHeight, kLong, {}, {static_cast<std::uint32_t>(layout.size.height)}});
+    edits.push_back({Home::Exif, kExifVersion, exif::kUndefinedType, "0230"});
+    edits.push_back({Home::Exif, kComponents, exif::kUndefinedType, std::string("\1\2\3\0", 4)});
+    edits.push_back({Home::Exif, kFlashpixVersion, exif::kUndefinedType, "0100"});
+    edits.push_back({Home::Exif, kColorSpace, exif::kShortType, {}, {kUncalibrated}});
+    edits.push_back({Home::Exif,
+                     exif::kPixelWidth,
+                     exif::kLongType,
+                     {},
+                     {static_cast<std::uint32_t>(layout.size.width)}});
+    edits.push_back({Home::Exif,
+                     exif::kPixelHeight,
+                     exif::kLongType,
+                     {},
+                     {static_cast<std::uint32_t>(layout.size.height)}});
 }
 
 std::string BigEndian16(std::size_t value) {
@@ -152,17 +159,7 @@ RewriteResult ResultOf(exif::GrowthRefusal refusal) {
         case exif::GrowthRefusal::Note:
             break;
     }
-    return RewriteResult::NoteUnclear;
-}
-
-// A trailer of that kind (AFCP) ends with its name and its place, counted as all places in it from the start
-// of the file.
-bool HasCountingTrailer(ByteWindow& file) {
-    constexpr std::uint64_t kLength = 12;
-    const std::uint64_t size = file.Size();
-    if (size < kLength) return false;
-    const ByteReader end(file.At(size - kLength, kLength), ByteOrder::Big);
-    return end.StartsWith(0, "AXS!") || end.StartsWith(0, "AXS*");
+    return RewriteResult::MakerNoteUnclear;
 }
 
 // The segment's new bytes, marker and all.
@@ -188,7 +185,7 @@ public:
         AddExpected(block_, layout_, all);
         exif::Growth growth{.most = kMostPayload - before_.size(),
                             .step = kCheapGrowth,
-                            .overhead = kSegmentHead + before_.size(),
+                            .overhead = jpeg::kSegmentHead + before_.size(),
                             .pastEnd = exif::Growth::PastEnd::Handled};
         if (HasFilling()) growth.taken = exif::EndOfPicturesIn(block_, BlockStart());
         std::string edited;
@@ -233,9 +230,9 @@ private:
         if (result == EditResult::Edited && !others.moved.empty()) {
             std::string moved(block_);
             const std::size_t by = edited.size() - block_.size(), length = edited.size();
-            if (!exif::MoveNumbers(moved, others.moved, by)) return RewriteResult::NoteUnclear;
+            if (!exif::MoveNumbers(moved, others.moved, by)) return RewriteResult::MakerNoteUnclear;
             result = exif::EditBlock(moved, edits, growth, edited);
-            if (edited.size() != length) return RewriteResult::NoteUnclear;
+            if (edited.size() != length) return RewriteResult::MakerNoteUnclear;
         }
         if (result != EditResult::Edited) return ResultOf(result);
         return Put(edited, change);
@@ -243,7 +240,7 @@ private:
 
     // The stretch of the file that changes: the block's segment, and the index of further pictures.
     RewriteResult Put(const std::string& edited, FileChange& change) {
-        const std::string segment = SegmentBytes(kApp1, before_ + edited);
+        const std::string segment = SegmentBytes(jpeg::kApp1, before_ + edited);
         const std::uint64_t oldLength = behind_ - place_;
         change.offset = place_;
         change.oldLength = oldLength;
@@ -264,7 +261,7 @@ private:
         const std::uint64_t gap = isInFront ? indexEnd : behind_, gapEnd = isInFront ? place_ : index.offset;
         const auto between = file_.Copy(gap, gapEnd - gap, kMostBetween);
         if (!between) return RewriteResult::IndexUnclear;
-        const std::string indexSegment = SegmentBytes(kApp2, *payload);
+        const std::string indexSegment = SegmentBytes(jpeg::kApp2, *payload);
         change.offset = isInFront ? index.offset : place_;
         change.oldLength = (isInFront ? behind_ : indexEnd) - change.offset;
         change.content = isInFront ? indexSegment + *between + segment : segment + *between + indexSegment;
@@ -312,22 +309,22 @@ bool ReadsAsBefore(ByteWindow& file, std::span<const Edit> edits, const FileChan
 
 Edit UserCommentEdit(std::string_view bytes) {
     constexpr std::string_view kCode("ASCII\0\0\0", 8);
-    return {Home::Exif, kUserComment, kUndefined, std::string(kCode) + std::string(bytes) + '\0'};
+    return {Home::Exif, kUserComment, exif::kUndefinedType, std::string(kCode) + std::string(bytes) + '\0'};
 }
 
 Edit XpCommentEdit(std::string_view utf8) {
-    return {Home::Main, kXpComment, kByte, text::ToUtf16(utf8, false) + std::string(2, '\0')};
+    return {Home::Main, kXpComment, exif::kByteType, text::ToUtf16(utf8, false) + std::string(2, '\0')};
 }
 
 ExifEdits DateEdits(const SystemTime& date) {
     const std::string stamp = StampText(date) + '\0';
-    return {{Home::Main, kDateTime, kAscii, stamp},
-            {Home::Exif, kDateTimeOriginal, kAscii, stamp},
-            {Home::Exif, kDateTimeDigitized, kAscii, stamp}};
+    return {{Home::Main, kDateTime, exif::kAsciiType, stamp},
+            {Home::Exif, kDateTimeOriginal, exif::kAsciiType, stamp},
+            {Home::Exif, kDateTimeDigitized, exif::kAsciiType, stamp}};
 }
 
 Edit TextTagEdit(std::uint16_t tag, std::string_view utf8) {
-    return {Home::Main, tag, kAscii, text::ToCp932(utf8)};
+    return {Home::Main, tag, exif::kAsciiType, text::ToCp932(utf8)};
 }
 
 RewriteResult PlanExifChange(const std::string& path, std::span<const Edit> edits, FileChange& change) {

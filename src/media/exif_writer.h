@@ -3,7 +3,7 @@
 //
 //   Unsupported   not a JPEG
 //   NotWhole      a broken one
-//   ExifUnclear, NoteUnclear, IndexUnclear, TrailerUnclear
+//   ExifUnclear, MakerNoteUnclear, IndexUnclear, TrailerUnclear
 //                 one of them cannot be followed without guessing
 //   ExifFull      the block would pass the 64 KiB that a segment can hold
 //

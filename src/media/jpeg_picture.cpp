@@ -3,17 +3,15 @@
 #include <algorithm>
 
 #include "base/byte_reader.h"
+#include "media/jpeg_markers.h"
 
 namespace kalmora {
 
 namespace {
 
 constexpr std::size_t kMostParts = 10'000;
-constexpr int kMostStrayBytes = 64 << 10;
-constexpr std::uint8_t kTemporary = 0x01, kFirstFrame = 0xC0, kFirstRestart = 0xD0, kLastRestart = 0xD7,
-                       kStartOfImage = 0xD8, kEndOfImage = 0xD9;
 
-bool IsRestart(std::uint8_t marker) { return marker >= kFirstRestart && marker <= kLastRestart; }
+bool IsRestart(std::uint8_t marker) { return marker >= jpeg::kFirstRestart && marker <= jpeg::kLastRestart; }
 
 // The 0xFF of the first marker behind a scan's data. Empty optional at the end of the file.
 std::optional<std::uint64_t> EndOfScan(ByteWindow& file, std::uint64_t at) {
@@ -36,7 +34,7 @@ std::optional<std::uint64_t> EndOfScan(ByteWindow& file, std::uint64_t at) {
 
 std::optional<JpegPicture> FindJpegPicture(ByteWindow& file) {
     const auto start = file.At(0, 2);
-    if (start.size() < 2 || start[0] != 0xFF || start[1] != kStartOfImage) return std::nullopt;
+    if (start.size() < 2 || start[0] != 0xFF || start[1] != jpeg::kStartOfImage) return std::nullopt;
     JpegPicture picture;
     int strayBytes = 0;
     for (std::uint64_t at = 2; picture.parts.size() < kMostParts;) {
@@ -45,19 +43,19 @@ std::optional<JpegPicture> FindJpegPicture(ByteWindow& file) {
         const std::uint8_t marker = mark[1];
         if (mark[0] != 0xFF || marker == 0xFF || marker == 0x00) {
             const bool isFill = mark[0] == 0xFF && marker == 0xFF;
-            if (!isFill && ++strayBytes > kMostStrayBytes) return std::nullopt;
+            if (!isFill && ++strayBytes > jpeg::kMostStrayBytes) return std::nullopt;
             ++at;
             continue;
         }
-        if (marker == kEndOfImage) {
+        if (marker == jpeg::kEndOfImage) {
             picture.end = at + 2;
             return picture;
         }
-        if (marker == kTemporary || IsRestart(marker)) {
+        if (marker == jpeg::kTemporary || IsRestart(marker)) {
             at += 2;
             continue;
         }
-        if (marker < kFirstFrame || marker == kStartOfImage) return std::nullopt;
+        if (marker < jpeg::kFirstFrame || marker == jpeg::kStartOfImage) return std::nullopt;
         const auto length = ByteReader(file.At(at + 2, 2), ByteOrder::Big).U16(0);
         if (!length || *length < 2 || !file.Has(at, 2u + *length)) return std::nullopt;
         JpegPart part{marker, at, 2u + *length};

@@ -1,18 +1,16 @@
 #include "media/jpeg_segments.h"
 
 #include "base/byte_reader.h"
+#include "media/jpeg_markers.h"
 
 namespace kalmora {
 
 namespace {
 
 constexpr int kMostSegments = 2000;
-constexpr int kMostStrayBytes = 64 << 10;
-
-constexpr std::uint8_t kStartOfImage = 0xD8, kEndOfImage = 0xD9, kStartOfScan = 0xDA, kTemporary = 0x01;
 
 bool StandsAlone(std::uint8_t marker) {
-    return marker == kTemporary || (marker >= 0xD0 && marker <= kStartOfImage);
+    return marker == jpeg::kTemporary || (marker >= 0xD0 && marker <= jpeg::kStartOfImage);
 }
 
 // SOF0 to SOF15 without the three neighbours that are tables.
@@ -24,7 +22,7 @@ bool IsFrameHeader(std::uint8_t marker) {
 
 JpegSegmentWalk::JpegSegmentWalk(ByteWindow& file) : file_(file) {
     const auto start = file.At(0, 2);
-    isJpeg_ = start.size() == 2 && start[0] == 0xFF && start[1] == kStartOfImage;
+    isJpeg_ = start.size() == 2 && start[0] == 0xFF && start[1] == jpeg::kStartOfImage;
 }
 
 bool JpegSegmentWalk::Next(JpegSegment& segment) {
@@ -35,7 +33,7 @@ bool JpegSegmentWalk::Next(JpegSegment& segment) {
         const std::uint8_t marker = mark[1];
         if (mark[0] != 0xFF || marker == 0xFF || marker == 0x00) {
             if (mark[0] != 0xFF || marker == 0x00) metStrayBytes_ = true;
-            if (++strayBytes_ > kMostStrayBytes) return false;
+            if (++strayBytes_ > jpeg::kMostStrayBytes) return false;
             ++position_;
             continue;
         }
@@ -44,8 +42,8 @@ bool JpegSegmentWalk::Next(JpegSegment& segment) {
             position_ += 2;
             continue;
         }
-        if (marker == kEndOfImage || marker == kStartOfScan) {
-            reachedScan_ = marker == kStartOfScan;
+        if (marker == jpeg::kEndOfImage || marker == jpeg::kStartOfScan) {
+            reachedScan_ = marker == jpeg::kStartOfScan;
             return false;
         }
         const auto length = ByteReader(file_.At(position_ + 2, 2), ByteOrder::Big).U16(0);

@@ -6,6 +6,9 @@
 #include <optional>
 #include <utility>
 
+#include "base/byte_reader.h"
+#include "media/exif_tags.h"
+
 namespace kalmora::exif {
 
 namespace {
@@ -36,11 +39,10 @@ constexpr std::array<Layout, 21> kLayouts{{
 constexpr std::string_view kFuji = "FUJIFILM";
 
 // Entries whose number is the place of another directory, in the notes of the makers that have such.
-constexpr std::array<std::uint16_t, 12> kSubDirectories{0x0011, 0x0E10, 0x2010, 0x2020, 0x2030, 0x2031,
-                                                        0x2040, 0x2050, 0x3000, 0x4000, 0x4500, 0x5000};
+constexpr std::array<std::uint16_t, 12> kMakerDirectories{0x0011, 0x0E10, 0x2010, 0x2020, 0x2030, 0x2031,
+                                                          0x2040, 0x2050, 0x3000, 0x4000, 0x4500, 0x5000};
 
 constexpr std::size_t kMostEntries = 500;
-constexpr std::uint16_t kLongType = 4, kDirectoryType = 13;
 
 struct Start {
     std::uint64_t directory = 0;  // in the block
@@ -54,14 +56,10 @@ std::optional<ByteOrder> OrderMark(std::string_view bytes) {
     return std::nullopt;
 }
 
-ByteReader Reader(std::string_view bytes, ByteOrder order) {
-    return {{reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, order};
-}
-
 Start FindStart(std::string_view note, std::uint64_t at) {
     if (note.starts_with(kFuji)) {
         constexpr std::size_t kPointer = 8;
-        return {at + Reader(note, ByteOrder::Little).U32(kPointer).value_or(0), at, ByteOrder::Little};
+        return {at + ReaderOf(note, ByteOrder::Little).U32(kPointer).value_or(0), at, ByteOrder::Little};
     }
     for (const Layout& layout : kLayouts) {
         if (!note.starts_with(layout.head) || note.size() < layout.directory) continue;
@@ -74,7 +72,7 @@ Start FindStart(std::string_view note, std::uint64_t at) {
         }
         const std::string_view own = note.substr(layout.directory);
         const auto order = OrderMark(own);
-        return {begin + Reader(own, order.value_or(ByteOrder::Little)).U32(4).value_or(0), begin, order};
+        return {begin + ReaderOf(own, order.value_or(ByteOrder::Little)).U32(4).value_or(0), begin, order};
     }
     return {at, 0, std::nullopt};
 }
@@ -95,7 +93,8 @@ std::optional<std::vector<NotePlace>> ReadPlaces(const ByteReader& block, const 
         if (length > kFieldLength) {
             places.push_back({{value, value + length}, at + 8, block.Order()});
         } else if ((type == kLongType || type == kDirectoryType) &&
-                   std::find(kSubDirectories.begin(), kSubDirectories.end(), tag) != kSubDirectories.end()) {
+                   std::find(kMakerDirectories.begin(), kMakerDirectories.end(), tag) !=
+                       kMakerDirectories.end()) {
             places.push_back({{value, value + 2}, at + 8, block.Order()});
         }
     }
@@ -112,7 +111,7 @@ NotePlaces MakerNotePlaces(std::string_view block, const Range& note, ByteOrder 
     const ByteOrder other = blockOrder == ByteOrder::Little ? ByteOrder::Big : ByteOrder::Little;
     // A note may have an order of its own without saying so.
     for (const ByteOrder order : {start.order.value_or(blockOrder), start.order.value_or(other)})
-        if (auto places = ReadPlaces(Reader(block, order), start, note.end))
+        if (auto places = ReadPlaces(ReaderOf(block, order), start, note.end))
             return {std::move(*places), start.base, start.directory};
     return {};
 }

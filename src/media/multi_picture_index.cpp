@@ -3,6 +3,8 @@
 #include <limits>
 
 #include "base/byte_reader.h"
+#include "media/exif_layout.h"
+#include "media/exif_tags.h"
 
 namespace kalmora {
 
@@ -12,8 +14,8 @@ using namespace std::string_view_literals;
 constexpr std::string_view kHead = "MPF\0"sv;
 static_assert(kHead.size() == kMultiPictureHead);
 
-constexpr std::size_t kEntryLength = 12, kPictureLength = 16, kLengthAt = 4, kOffsetAt = 8;
-constexpr std::uint16_t kPictureList = 0xB002, kUndefined = 7;
+constexpr std::size_t kPictureLength = 16, kLengthAt = 4, kOffsetAt = 8;
+constexpr std::uint16_t kPictureList = 0xB002;
 
 struct Index {
     ByteReader reader;             // from the header on
@@ -32,11 +34,11 @@ std::optional<Index> Follow(std::string_view payload) {
     const std::size_t directory = reader.U32(4).value_or(0);
     const std::size_t count = reader.U16(directory).value_or(0);
     for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t at = directory + 2 + i * kEntryLength;
-        if (!reader.Has(at, kEntryLength)) return std::nullopt;
+        const std::size_t at = directory + 2 + i * exif::kEntryLength;
+        if (!reader.Has(at, exif::kEntryLength)) return std::nullopt;
         if (reader.U16(at) != kPictureList) continue;
         const std::size_t length = *reader.U32(at + 4), begin = *reader.U32(at + 8);
-        if (reader.U16(at + 2) != kUndefined || length == 0 || length % kPictureLength != 0 ||
+        if (reader.U16(at + 2) != exif::kUndefinedType || length == 0 || length % kPictureLength != 0 ||
             !reader.Has(begin, length))
             return std::nullopt;
         return Index{reader, begin, length / kPictureLength};

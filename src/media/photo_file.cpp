@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "formats/orientation.h"
 #include "media/date_text.h"
 #include "pictures/picture_cache.h"
 #include "platform/files.h"
@@ -15,23 +16,9 @@ namespace kalmora {
 
 namespace {
 
+// One more than elsewhere: meant, and held by PhotoTest.TakesALongerExtensionThanOtherRooms.
+constexpr std::size_t kLongestPhotoExtension = kLongestExtension + 1;
 constexpr std::int32_t kTextWidth = 1024, kTextHeight = 768;
-constexpr std::size_t kLongestExtension = 8;  // bytes of code page 932
-
-std::string ExtensionOf(std::string_view path) {
-    constexpr std::string_view kEndsSearch = "/ :\\,()~=?#!\"'$%&";
-    for (std::size_t at = path.size(); at-- > 0;) {
-        if (kEndsSearch.find(path[at]) != std::string_view::npos) return {};
-        if (path[at] != '.') continue;
-        std::string extension(path.substr(at + 1));
-        if (text::Cp932Length(extension) > kLongestExtension) return {};
-        for (char& c : extension)
-            if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-        return extension;
-    }
-    return {};
-}
-
 // The next line as a buffer of 255 characters takes it: with its line feed, or cut; a cut line continues in
 // the next.
 std::string_view TakeLine(std::string_view& rest) {
@@ -50,7 +37,7 @@ PhotoFile::PhotoFile(const std::string& filePath) {
     if (!files::IsAbsolute(filePath)) return;
     path = filePath;
     kind = ClassifyFile(path);
-    extension = ExtensionOf(path);
+    extension = GetExtension(path, kLongestPhotoExtension);
     if (kind == ObjectKind::Text) {
         imageWidth = kTextWidth;
         imageHeight = kTextHeight;
@@ -119,8 +106,8 @@ Size PhotoFile::ImageSize() {
     if (!Facts().exif) ReadPhotoMetadata(path, Facts().exif.emplace(), StoredSize::Read);
     const PhotoMetadata& metadata = Metadata();
     if (metadata.storedSize.IsEmpty()) return Pictures().Measure(path);
-    const bool turned = metadata.orientation >= 5;
-    return turned ? Size{metadata.storedSize.height, metadata.storedSize.width} : metadata.storedSize;
+    return SwapsSides(metadata.orientation) ? Size{metadata.storedSize.height, metadata.storedSize.width}
+                                            : metadata.storedSize;
 }
 
 bool PhotoFile::MeasurePicture(const std::string& picture) {

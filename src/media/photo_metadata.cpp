@@ -6,6 +6,7 @@
 #include "base/log.h"
 #include "media/date_text.h"
 #include "media/exif_reader.h"
+#include "media/exif_tags.h"
 #include "media/jpeg_segments.h"
 #include "media/maker_note.h"
 #include "text/text.h"
@@ -23,7 +24,8 @@ CameraValues ReadCameraValues(ByteWindow& file, const Block& block) {
     // Type BYTE and UNDEFINED carry no number; only the maker note is looked at there.
     const auto number = [&](Tag tag) {
         const std::uint16_t type = block.Find(tag).type;
-        return type == exif::kByte || type == exif::kUndefined ? 0 : exif::FirstNumber(file, block, tag);
+        return type == exif::kByteType || type == exif::kUndefinedType ? 0
+                                                                       : exif::FirstNumber(file, block, tag);
     };
     CameraValues values;
     values.iso = number(Tag::IsoSpeedRatings);
@@ -35,7 +37,7 @@ CameraValues ReadCameraValues(ByteWindow& file, const Block& block) {
     values.exposureProgram = number(Tag::ExposureProgram);
     values.aperture = number(Tag::ApertureValue);
     const exif::Item& note = block.Find(Tag::MakerNote);
-    if (note.type == exif::kByte || note.type == exif::kUndefined) {
+    if (note.type == exif::kByteType || note.type == exif::kUndefinedType) {
         const MakerNoteValues found = WalkMakerNote(file, note.offset, note.length);
         values.mode = found.mode;
         values.face = found.face;
@@ -53,15 +55,13 @@ void ReadDate(ByteWindow& file, const Block& block, Tag tag, DateItem& date) {
     *std::copy(bytes.begin(), bytes.end(), date.text.begin()) = '\0';
 }
 
-std::string_view UpToZero(std::string_view bytes) { return bytes.substr(0, bytes.find('\0')); }
-
 // A value of UTF-16 up to its first zero word. Comments of this kind are little-endian bytes in either byte
 // order of the block; a value of type SHORT follows the block.
 std::string DecodeWide(std::string_view bytes, std::uint16_t type, ByteOrder order) {
     std::size_t length = 0;
     while (length + 1 < bytes.size() && (bytes[length] != '\0' || bytes[length + 1] != '\0')) length += 2;
     const std::span<const std::uint8_t> units(reinterpret_cast<const std::uint8_t*>(bytes.data()), length);
-    return text::FromUtf16(units, type == exif::kShort && order == ByteOrder::Big);
+    return text::FromUtf16(units, type == exif::kShortType && order == ByteOrder::Big);
 }
 
 void ReadTexts(ByteWindow& file, const Block& block, PhotoMetadata& metadata) {
@@ -73,8 +73,8 @@ void ReadTexts(ByteWindow& file, const Block& block, PhotoMetadata& metadata) {
     }
     if (const auto make = exif::ReadValue(file, block, Tag::Make)) {
         const std::uint16_t type = block.Find(Tag::Make).type;
-        metadata.make =
-            type == exif::kAscii ? text::FromCp932(UpToZero(*make)) : DecodeWide(*make, type, block.order);
+        metadata.make = type == exif::kAsciiType ? text::FromCp932(text::UpToZero(*make))
+                                                 : DecodeWide(*make, type, block.order);
     }
 }
 
@@ -129,7 +129,7 @@ bool ReadPhotoMetadata(ByteWindow& file, const std::string& name, PhotoMetadata&
 
 bool ShotDateOf(const PhotoMetadata& metadata, SystemTime& date) {
     const DateItem& item = metadata.dateTime.IsPresent() ? metadata.dateTime : metadata.dateTimeOriginal;
-    if (item.type != exif::kAscii || item.length < kShortestDate) return false;
+    if (item.type != exif::kAsciiType || item.length < kShortestDate) return false;
     return ParseExifDate(item.Text(), date);
 }
 
@@ -140,8 +140,8 @@ std::optional<std::string> UserCommentText(const PhotoMetadata& metadata) {
                                                             std::string_view("UNICODE\0", kCodeLength)};
     const std::string& bytes = metadata.userComment;
     if (bytes.empty() || bytes.front() == '\0') return std::nullopt;
-    if (metadata.userCommentType == exif::kAscii) return std::string(UpToZero(bytes));
-    if (metadata.userCommentType != exif::kUndefined || bytes.size() < kCodeLength) return std::nullopt;
+    if (metadata.userCommentType == exif::kAsciiType) return std::string(text::UpToZero(bytes));
+    if (metadata.userCommentType != exif::kUndefinedType || bytes.size() < kCodeLength) return std::nullopt;
     const std::string_view head = std::string_view(bytes).substr(0, kCodeLength);
     const bool hasCode = std::find(kCodes.begin(), kCodes.end(), head) != kCodes.end();
     return bytes.substr(hasCode ? kCodeLength : 0);

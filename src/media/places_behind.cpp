@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/byte_reader.h"
+#include "media/jpeg_markers.h"
 #include "media/multi_picture_index.h"
 
 namespace kalmora {
@@ -14,9 +15,6 @@ namespace kalmora {
 namespace {
 
 using namespace std::string_view_literals;
-
-constexpr std::uint8_t kComment = 0xFE, kApp2 = 0xE2;
-constexpr std::size_t kSegmentHead = 4;  // marker and length
 
 struct KnownSegment {
     std::uint8_t marker;
@@ -36,23 +34,16 @@ constexpr std::array kKnown{
 };
 
 bool StartsWith(ByteWindow& file, const JpegPart& part, std::string_view head) {
-    if (part.length < kSegmentHead + head.size()) return false;
-    return ByteReader(file.At(part.offset + kSegmentHead, head.size()), ByteOrder::Big).StartsWith(0, head);
+    if (part.length < jpeg::kSegmentHead + head.size()) return false;
+    return ByteReader(file.At(part.offset + jpeg::kSegmentHead, head.size()), ByteOrder::Big)
+        .StartsWith(0, head);
 }
 
 bool IsKnown(ByteWindow& file, const JpegPart& part) {
-    return part.marker == kComment ||
+    return part.marker == jpeg::kComment ||
            std::any_of(kKnown.begin(), kKnown.end(), [&](const KnownSegment& known) {
                return known.marker == part.marker && StartsWith(file, part, known.head);
            });
-}
-
-// One that counts from the file's start and says so in its last bytes.
-bool HasCountingTrailer(ByteWindow& file) {
-    constexpr std::size_t kLength = 12;
-    if (file.Size() < kLength) return false;
-    const ByteReader tail(file.At(file.Size() - kLength, kLength), ByteOrder::Big);
-    return tail.StartsWith(0, "AXS");
 }
 
 // Where something begins or ends behind the picture, as far as it is known, ascending.
@@ -127,6 +118,13 @@ bool MayPointBehind(const Note& note, std::uint64_t from, const Edges& edges) {
 
 }  // namespace
 
+bool HasCountingTrailer(ByteWindow& file) {
+    constexpr std::size_t kLength = 12;
+    if (file.Size() < kLength) return false;
+    const ByteReader tail(file.At(file.Size() - kLength, kLength), ByteOrder::Big);
+    return tail.StartsWith(0, "AXS");
+}
+
 bool MayMoveBehind(ByteWindow& file, const JpegPicture& picture, const exif::Block* block) {
     if (HasCountingTrailer(file)) return false;
     for (const JpegPart& part : picture.parts)
@@ -147,9 +145,9 @@ bool MovePlacesBehind(ByteWindow& file, const JpegPicture& picture, std::string&
     bool isDone = true;
     for (const JpegPart& part : picture.parts) {
         if (part.IsScan()) break;
-        if (part.marker != kApp2 || !StartsWith(file, part, "MPF\0"sv)) continue;
-        const auto begin = static_cast<std::size_t>(part.offset + kSegmentHead);
-        const std::size_t length = static_cast<std::size_t>(part.length) - kSegmentHead;
+        if (part.marker != jpeg::kApp2 || !StartsWith(file, part, "MPF\0"sv)) continue;
+        const auto begin = static_cast<std::size_t>(part.offset + jpeg::kSegmentHead);
+        const std::size_t length = static_cast<std::size_t>(part.length) - jpeg::kSegmentHead;
         std::string payload = turned.substr(begin, length);
         if (ShiftMultiPictureIndex(payload, begin + kMultiPictureHead, shift))
             turned.replace(begin, length, payload);

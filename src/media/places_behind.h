@@ -15,6 +15,10 @@ namespace kalmora {
 // with something, however it is counted.
 bool MayMoveBehind(ByteWindow& file, const JpegPicture& picture, const exif::Block* block);
 
+// True for a file that ends with a trailer of the kind that ends with its name and its place (AFCP), counted
+// from the start of the file.
+bool HasCountingTrailer(ByteWindow& file);
+
 // Corrects the indexes of further pictures in `turned`, which begins as the original does, for everything
 // from the picture's end on being moved to its own end. False when one of them cannot be corrected.
 bool MovePlacesBehind(ByteWindow& file, const JpegPicture& picture, std::string& turned);

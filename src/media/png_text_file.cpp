@@ -10,9 +10,6 @@ namespace kalmora {
 namespace {
 
 constexpr std::array<std::uint8_t, 8> kSignature{137, 'P', 'N', 'G', 13, 10, 26, 10};
-constexpr int kMostChunks = 100'000;
-constexpr std::uint64_t kMostTextBytes = 16u << 20;
-constexpr std::uint64_t kChecksumLength = 4;
 
 }  // namespace
 
@@ -36,7 +33,7 @@ bool PngTextFile::Parse(ByteWindow& file) {
     const auto signature = file.At(0, kSignature.size());
     if (!std::equal(signature.begin(), signature.end(), kSignature.begin(), kSignature.end())) return false;
     std::uint64_t position = kSignature.size(), textBytes = 0;
-    for (int chunk = 0; chunk < kMostChunks; ++chunk) {
+    for (int chunk = 0; chunk < kMostPngChunks; ++chunk) {
         if (position == file.Size()) return true;
         const ByteReader head(file.At(position, 8), ByteOrder::Big);
         const auto length = head.U32(0);
@@ -44,14 +41,14 @@ bool PngTextFile::Parse(ByteWindow& file) {
         // A text behind the picture's data is not seen.
         if (head.StartsWith(4, "IDAT") || head.StartsWith(4, "IEND")) return true;
         position += 8;
-        if (!file.Has(position, *length + kChecksumLength)) return false;
+        if (!file.Has(position, *length + kPngChecksumLength)) return false;
         if (head.StartsWith(4, "tEXt")) {
             textBytes += *length;
-            const auto data = file.Copy(position, *length, kMostTextBytes);
-            if (!data || textBytes > kMostTextBytes) return false;
+            const auto data = file.Copy(position, *length, kMostPngTextBytes);
+            if (!data || textBytes > kMostPngTextBytes) return false;
             Take(*data);
         }
-        position += *length + kChecksumLength;
+        position += *length + kPngChecksumLength;
     }
     return false;
 }

@@ -2,6 +2,7 @@
 // Source of the chunk layout and of tEXt: ISO/IEC 15948.
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <set>
 #include <string>
@@ -18,6 +19,12 @@ inline constexpr std::string_view kPngComment = "Comment";
 inline constexpr std::string_view kPngCreationTime = "Creation Time";
 inline constexpr std::string_view kPngProperty = "Property";
 inline constexpr std::string_view kPngSoftware = "Software";
+
+// A file with more is not read and not written.
+inline constexpr int kMostPngChunks = 100'000;
+inline constexpr std::uint64_t kMostPngTextBytes = 16u << 20;
+
+inline constexpr std::uint64_t kPngChecksumLength = 4;  // behind each chunk
 
 // True for the data of a text chunk that can be built again from its keyword and its text: it has a zero
 // byte, behind a keyword that is not cut.

@@ -14,10 +14,8 @@ namespace kalmora {
 
 namespace {
 
-constexpr std::uint64_t kSignatureLength = 8, kHeadLength = 8, kChecksumLength = 4;
-constexpr int kMostChunks = 100'000;
-constexpr std::uint64_t kMostTextBytes = 16u << 20;
-constexpr std::uint64_t kMostChunk = kMostTextBytes + kHeadLength + kChecksumLength;
+constexpr std::uint64_t kSignatureLength = 8, kHeadLength = 8;
+constexpr std::uint64_t kMostChunk = kMostPngTextBytes + kHeadLength + kPngChecksumLength;
 constexpr std::uint64_t kMostPalette = 1024;  // a palette has 768 bytes
 constexpr std::size_t kLongestWrittenKeyword = 79;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -50,7 +48,7 @@ public:
 
     // False when the file cannot be walked to its picture, or there is no place for texts.
     bool Run() {
-        for (int chunk = 0; chunk < kMostChunks; ++chunk) {
+        for (int chunk = 0; chunk < kMostPngChunks; ++chunk) {
             const ByteReader head(file_.At(position_, kHeadLength), ByteOrder::Big);
             const auto length = head.U32(0);
             if (!length) return false;
@@ -59,7 +57,7 @@ public:
                 return true;
             }
             if (head.StartsWith(4, "IEND")) return begin_.has_value();
-            const std::uint64_t whole = kHeadLength + *length + kChecksumLength;
+            const std::uint64_t whole = kHeadLength + *length + kPngChecksumLength;
             if (!file_.Has(position_, whole)) return false;
             if (head.StartsWith(4, "tEXt")) {
                 if (!begin_) Begin();
@@ -87,15 +85,15 @@ private:
     }
     // What could not be built again stays. False when it cannot be read.
     bool KeepIfNoText(std::uint64_t length) {
-        const auto data = file_.Copy(position_ + kHeadLength, length, kMostTextBytes);
+        const auto data = file_.Copy(position_ + kHeadLength, length, kMostPngTextBytes);
         if (!data) return false;
-        return IsWholePngText(*data) || Keep(kHeadLength + length + kChecksumLength, kMostChunk);
+        return IsWholePngText(*data) || Keep(kHeadLength + length + kPngChecksumLength, kMostChunk);
     }
     bool Keep(std::uint64_t length, std::uint64_t limit) {
         const auto chunk = file_.Copy(position_, length, limit);
         if (!chunk) return false;
         content_ += *chunk;
-        return content_.size() <= 2 * kMostTextBytes;
+        return content_.size() <= 2 * kMostPngTextBytes;
     }
 
     ByteWindow& file_;
@@ -125,7 +123,7 @@ RewriteResult PngTextFile::PlanRewrite(ByteWindow& file, FileChange& change) con
     for (const auto& [keyword, text] : texts_) {
         if (notWritten_.contains(keyword)) continue;
         length += keyword.size() + 1 + text.size();
-        if (length > kMostTextBytes) return RewriteResult::TooLarge;
+        if (length > kMostPngTextBytes) return RewriteResult::TooLarge;
         texts += TextChunk(keyword, text);
     }
     RewriteWalk walk(file, std::move(texts));

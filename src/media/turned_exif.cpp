@@ -7,6 +7,8 @@
 #include <string_view>
 
 #include "base/log.h"
+#include "media/exif_layout.h"
+#include "media/exif_tags.h"
 #include "media/jpeg_picture.h"
 #include "media/turned_jpeg.h"
 
@@ -14,10 +16,8 @@ namespace kalmora {
 
 namespace {
 
-constexpr std::size_t kEntryLength = 12, kFirstDirectoryAt = 4;
-constexpr std::uint16_t kShort = 3, kLong = 4;
-constexpr std::uint16_t kWidth = 0x0100, kHeight = 0x0101, kExifPointer = 0x8769, kPixelWidth = 0xA002,
-                        kPixelHeight = 0xA003;
+constexpr std::size_t kFirstDirectoryAt = 4;
+constexpr std::uint16_t kWidth = 0x0100, kHeight = 0x0101;
 
 // A number in a directory.
 struct Number {
@@ -36,7 +36,7 @@ public:
 
     std::size_t MainDirectory() const { return Reader().U32(kFirstDirectoryAt).value_or(0); }
     std::size_t ExifDirectory() const {
-        const auto pointer = Find(MainDirectory(), kExifPointer);
+        const auto pointer = Find(MainDirectory(), exif::kExifPointer);
         return pointer ? pointer->value : 0;
     }
     std::size_t ThumbnailDirectory() const { return Reader().U32(NextAt(MainDirectory())).value_or(0); }
@@ -45,8 +45,8 @@ public:
         const auto width = Find(directory, widthTag), height = Find(directory, heightTag);
         if (!width || !height) return;
         constexpr std::uint32_t kMostShort = 0xFFFF;
-        if ((width->type == kShort && height->value > kMostShort) ||
-            (height->type == kShort && width->value > kMostShort))
+        if ((width->type == exif::kShortType && height->value > kMostShort) ||
+            (height->type == exif::kShortType && width->value > kMostShort))
             return;
         Put(*width, height->value);
         Put(*height, width->value);
@@ -70,23 +70,24 @@ private:
                 order_};
     }
     std::size_t NextAt(std::size_t directory) const {
-        return directory + 2 + Reader().U16(directory).value_or(0) * kEntryLength;
+        return directory + 2 + Reader().U16(directory).value_or(0) * exif::kEntryLength;
     }
     std::optional<Number> Find(std::size_t directory, std::uint16_t tag) const {
         const ByteReader reader = Reader();
         const std::size_t count = reader.U16(directory).value_or(0);
         for (std::size_t i = 0; i < count; ++i) {
-            const std::size_t at = directory + 2 + i * kEntryLength;
-            if (!reader.Has(at, kEntryLength)) return std::nullopt;
+            const std::size_t at = directory + 2 + i * exif::kEntryLength;
+            if (!reader.Has(at, exif::kEntryLength)) return std::nullopt;
             if (reader.U16(at) != tag) continue;
             const std::uint16_t type = *reader.U16(at + 2);
-            if ((type != kShort && type != kLong) || reader.U32(at + 4) != 1u) return std::nullopt;
-            return Number{at + 8, type, type == kShort ? *reader.U16(at + 8) : *reader.U32(at + 8)};
+            if ((type != exif::kShortType && type != exif::kLongType) || reader.U32(at + 4) != 1u)
+                return std::nullopt;
+            return Number{at + 8, type, type == exif::kShortType ? *reader.U16(at + 8) : *reader.U32(at + 8)};
         }
         return std::nullopt;
     }
     void Put(const Number& place, std::uint32_t value) {
-        const std::size_t bytes = place.type == kShort ? 2 : 4;
+        const std::size_t bytes = place.type == exif::kShortType ? 2 : 4;
         for (std::size_t i = 0; i < bytes; ++i)
             head_[start_ + place.at + i] =
                 static_cast<char>(value >> 8 * (order_ == ByteOrder::Big ? bytes - 1 - i : i) & 0xFF);
@@ -126,7 +127,7 @@ void TurnExif(std::string& head, const exif::Block& block, std::uint64_t blockEn
     const Thumbnail thumbnail = TurnThumbnail(head, block, blockEnd, turner);
     if (turner.SwapsSides()) {
         if (thumbnail == Thumbnail::Turned) turned.SwapSides(turned.ThumbnailDirectory(), kWidth, kHeight);
-        turned.SwapSides(turned.ExifDirectory(), kPixelWidth, kPixelHeight);
+        turned.SwapSides(turned.ExifDirectory(), exif::kPixelWidth, exif::kPixelHeight);
         if (turned.NamesSides(turned.MainDirectory(), stored))
             turned.SwapSides(turned.MainDirectory(), kWidth, kHeight);
     }

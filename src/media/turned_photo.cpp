@@ -35,20 +35,20 @@ struct TurnedPicture {
 
 // The bytes that a decoder passes over in front of the end marker. False when the data are not whole.
 bool FindStrays(ByteWindow& file, const JpegPicture& picture, std::string& strays) {
-    constexpr std::string_view kEndMarker = "\xFF\xD9";
+    constexpr std::string_view kEnd = "\xFF\xD9";
     constexpr std::size_t kReadAhead = 8;  // bytes that a decoder may have taken before it was content
     const auto original = file.Copy(0, picture.end, kMostPictureBytes);
     if (!original) return false;
     const jpeg::Examination examination = jpeg::Examine(*original);
     if (examination.health == jpeg::Health::Damaged) return false;
-    std::string_view rest = std::string_view(*original).substr(0, original->size() - kEndMarker.size());
+    std::string_view rest = std::string_view(*original).substr(0, original->size() - kEnd.size());
     while (rest.ends_with('\xFF')) rest.remove_suffix(1);
     if (examination.strayBeforeEnd == 0 || examination.strayBeforeEnd + kReadAhead > rest.size()) return true;
     // The shortest beginning that is whole.
     std::size_t end = rest.size() - static_cast<std::size_t>(examination.strayBeforeEnd);
     for (std::size_t tooShort = end - kReadAhead; tooShort < end;) {
         const std::size_t middle = (tooShort + end) / 2;
-        const std::string beginning = std::string(rest.substr(0, middle)).append(kEndMarker);
+        const std::string beginning = std::string(rest.substr(0, middle)).append(kEnd);
         if (jpeg::Examine(beginning).health == jpeg::Health::Damaged)
             tooShort = middle + 1;
         else

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "media/exif_reader.h"
+#include "media/exif_tags.h"
 #include "text/text.h"
 
 namespace kalmora {
@@ -12,9 +13,7 @@ namespace kalmora {
 namespace {
 
 constexpr std::size_t kCodeLength = 8;
-constexpr std::string_view kUnicode("UNICODE\0", kCodeLength), kUndefined("\0\0\0\0\0\0\0\0", kCodeLength);
-
-std::string_view UpToZero(std::string_view bytes) { return bytes.substr(0, bytes.find('\0')); }
+constexpr std::string_view kUnicode("UNICODE\0", kCodeLength), kNoCode("\0\0\0\0\0\0\0\0", kCodeLength);
 
 // How many units look like a character that people write in comments: no writer says which order it took.
 int LikelyCharacters(std::string_view bytes, std::size_t highAt) {
@@ -40,19 +39,19 @@ std::string FromWide(std::string_view bytes) {
     bytes = bytes.substr(0, bytes.size() / 2 * 2);
     const std::string words =
         text::FromUtf16({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, bigEndian);
-    return std::string(UpToZero(words));
+    return std::string(text::UpToZero(words));
 }
 
 }  // namespace
 
 std::string UserCommentWords(const PhotoMetadata& metadata) {
     const std::string_view bytes = metadata.userComment;
-    if (metadata.userCommentType == exif::kUndefined && bytes.size() > kCodeLength) {
+    if (metadata.userCommentType == exif::kUndefinedType && bytes.size() > kCodeLength) {
         const std::string_view code = bytes.substr(0, kCodeLength), words = bytes.substr(kCodeLength);
         if (code == kUnicode) return FromWide(words);
-        if (code == kUndefined) return std::string(UpToZero(words));
+        if (code == kNoCode) return std::string(text::UpToZero(words));
     }
-    return std::string(UpToZero(UserCommentText(metadata).value_or("")));
+    return std::string(text::UpToZero(UserCommentText(metadata).value_or("")));
 }
 
 }  // namespace kalmora

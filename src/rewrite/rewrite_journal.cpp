@@ -16,7 +16,7 @@ using files::FileResult;
 constexpr std::string_view kMagic = "KMRWJRN1";
 constexpr std::size_t kHeadLength = 24;
 constexpr std::uint64_t kLongestBody = 64u << 20;
-constexpr std::uint32_t kMostNotes = 1000;
+constexpr std::uint32_t kMostRecords = 1000;
 constexpr std::uint64_t kKeptLength = 8u << 20;  // a journal that has grown past it is cut when it is cleared
 
 std::string JournalPath(const std::string& tempFolder) { return files::Join(tempFolder, "rewrite.journal"); }
@@ -30,7 +30,7 @@ void PutText(std::string& out, std::string_view text) {
     out += text;
 }
 
-void PutNote(std::string& out, const RewriteRecord& record) {
+void PutRecord(std::string& out, const RewriteRecord& record) {
     Put(out, static_cast<std::uint32_t>(record.strategy));
     PutText(out, record.path);
     for (const std::uint64_t number : {record.oldSize, record.newSize, record.offset, record.oldLength})
@@ -44,9 +44,9 @@ void PutNote(std::string& out, const RewriteRecord& record) {
 }
 
 // Takes values off the front of the body; what it cannot take leaves it failed for good.
-class NoteReader {
+class RecordReader {
 public:
-    explicit NoteReader(std::string_view body)
+    explicit RecordReader(std::string_view body)
         : bytes_({reinterpret_cast<const std::uint8_t*>(body.data()), body.size()}, ByteOrder::Little) {}
 
     bool Take(RewriteRecord& record) {
@@ -89,21 +89,21 @@ private:
 
 // The records of a journal of that size, open in any way.
 template <typename File>
-std::vector<RewriteRecord> NotesIn(const File& file, std::uint64_t size) {
+std::vector<RewriteRecord> RecordsIn(const File& file, std::uint64_t size) {
     std::array<std::uint8_t, kHeadLength> head{};
     if (file.ReadAt(0, head) < head.size()) return {};
     const ByteReader reader(head, ByteOrder::Little);
     if (!reader.StartsWith(0, kMagic)) return {};
     const std::uint64_t length = std::uint64_t{*reader.U32(12)} << 32 | *reader.U32(8);
     const std::uint32_t count = *reader.U32(20);
-    if (length > kLongestBody || length + kHeadLength > size || count > kMostNotes) return {};
+    if (length > kLongestBody || length + kHeadLength > size || count > kMostRecords) return {};
     std::string body(static_cast<std::size_t>(length), '\0');
     if (file.ReadAt(kHeadLength, {reinterpret_cast<std::uint8_t*>(body.data()), body.size()}) < body.size() ||
         Crc32(body) != *reader.U32(16))
         return {};
     std::vector<RewriteRecord> records;
-    NoteReader from(body);
-    for (RewriteRecord record; records.size() < kMostNotes && from.Take(record);)
+    RecordReader from(body);
+    for (RewriteRecord record; records.size() < kMostRecords && from.Take(record);)
         records.push_back(std::move(record));
     return records;
 }
@@ -116,14 +116,14 @@ FileResult RewriteJournal::Open(const std::string& tempFolder) {
 
 std::vector<RewriteRecord> RewriteJournal::Read() const {
     const auto status = file_.Status();
-    return status ? NotesIn(file_, status->size) : std::vector<RewriteRecord>();
+    return status ? RecordsIn(file_, status->size) : std::vector<RewriteRecord>();
 }
 
 FileResult RewriteJournal::Write(std::span<const RewriteRecord> records) {
     body_.assign(kHeadLength, '\0');
-    for (const RewriteRecord& record : records) PutNote(body_, record);
+    for (const RewriteRecord& record : records) PutRecord(body_, record);
     const std::string_view body = std::string_view(body_).substr(kHeadLength);
-    if (body.size() > kLongestBody || records.size() > kMostNotes) return FileResult::Failed;
+    if (body.size() > kLongestBody || records.size() > kMostRecords) return FileResult::Failed;
     std::string head(kMagic);
     Put(head, body.size());
     Put(head, Crc32(body), 4);
@@ -148,7 +148,7 @@ FileResult LockTempFolder(const std::string& tempFolder, files::FileLock& lock, 
 std::vector<RewriteRecord> PeekAtJournal(const std::string& tempFolder) {
     files::InputFile file;
     if (!file.Open(JournalPath(tempFolder))) return {};
-    return NotesIn(file, file.Size());
+    return RecordsIn(file, file.Size());
 }
 
 std::vector<std::string> CopiesInJournal(const std::string& tempFolder) {

@@ -237,11 +237,8 @@ bool PutBackByPath(const RewriteRecord& record, const std::string& tempFolder) {
 }
 
 Recovery RecoverMissing(const RewriteRecord& record, const std::string& tempFolder) {
-    const std::size_t separator = record.path.rfind(files::kSeparator);
     // A folder that is not there is a drive that is not plugged in.
-    if (separator == std::string::npos ||
-        !files::IsFolder(record.path.substr(0, std::max<std::size_t>(separator, 1))))
-        return Recovery::Pending;
+    if (!files::IsFolder(FolderOfPath(record.path))) return Recovery::Pending;
     if (record.copyName.empty() || !files::Exists(CopyPath(record, tempFolder)))
         return Recovery::ChangedByOthers;
     if (!PutBackByPath(record, tempFolder)) return Recovery::Pending;

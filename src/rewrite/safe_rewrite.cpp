@@ -403,7 +403,7 @@ constexpr std::array<ResultWords, 16> kResultWords{{
     {RewriteResult::Unsupported, "unsupported", nullptr},
     {RewriteResult::NotWhole, "unsupported", "its JPEG segments could not be followed up to the picture"},
     {RewriteResult::ExifUnclear, "unsupported", "its Exif block could not be followed"},
-    {RewriteResult::NoteUnclear, "unsupported", "its maker note could not be followed"},
+    {RewriteResult::MakerNoteUnclear, "unsupported", "its maker note could not be followed"},
     {RewriteResult::IndexUnclear, "unsupported", "its index of further pictures could not be followed"},
     {RewriteResult::TrailerUnclear, "unsupported",
      "data behind the picture count from the start of the file"},

@@ -36,7 +36,7 @@ enum class RewriteResult {
     // One that cannot be changed without guessing, and why; their name is "unsupported" too. See ReasonOf.
     NotWhole,
     ExifUnclear,
-    NoteUnclear,
+    MakerNoteUnclear,
     IndexUnclear,
     TrailerUnclear,
     TooLarge,  // what is to be written does not fit where it belongs

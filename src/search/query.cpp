@@ -70,10 +70,10 @@ ValueRange ReadTime(std::string_view value) {
     ValueRange time =
         word != std::end(kTimeWords) ? ValueRange{true, word->low, word->high} : ReadRange(value, '-');
     // A window that lies in the next day as a whole.
-    constexpr int kDay = 24;
-    if (time.low >= kDay && time.high > kDay) {
-        time.low -= kDay;
-        time.high -= kDay;
+    constexpr int kHoursOfDay = 24;
+    if (time.low >= kHoursOfDay && time.high > kHoursOfDay) {
+        time.low -= kHoursOfDay;
+        time.high -= kHoursOfDay;
     }
     return time;
 }

@@ -26,12 +26,6 @@ std::string Padded(int number, int places) {
 
 bool IsSeparator(char c) { return c == '/' || c == '\\'; }
 
-bool IsBelow(std::string_view path, std::string_view root) {
-    if (root.empty() || path.size() <= root.size() || !IsSeparator(path[root.size()])) return false;
-    return std::equal(root.begin(), root.end(), path.begin(),
-                      [](char a, char b) { return a == b || (IsSeparator(a) && IsSeparator(b)); });
-}
-
 // Takes numbers and the separators between them off the front of a text, as long as they are as expected.
 class NumberScanner {
 public:

@@ -10,21 +10,20 @@
 namespace kalmora {
 
 namespace {
-constexpr std::size_t kMaxExtensionBytes = 7;
 constexpr std::string_view kNoExtensionBytes = "/ :\\,()~=?#!\"'$%&";
 }  // namespace
 
-std::string GetExtension(std::string_view path) {
+std::string GetExtension(std::string_view path, std::size_t longest) {
     // All bytes that are looked for are ASCII and never part of a longer UTF-8 character. No character takes
     // fewer than one byte of code page 932 for four of UTF-8, which bounds how far back a dot can be.
-    constexpr std::size_t kFarthest = kMaxExtensionBytes * 4 + 1;
-    const std::size_t end = path.size() > kFarthest ? path.size() - kFarthest : 0;
+    const std::size_t farthest = longest * 4 + 1;
+    const std::size_t end = path.size() > farthest ? path.size() - farthest : 0;
     for (std::size_t i = path.size(); i > end; --i) {
         const char c = path[i - 1];
         if (kNoExtensionBytes.find(c) != std::string_view::npos) return {};
         if (c != '.') continue;
         std::string extension(path.substr(i));
-        if (text::Cp932Length(extension) > kMaxExtensionBytes) return {};
+        if (text::Cp932Length(extension) > longest) return {};
         for (char& letter : extension)
             if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
         return extension;
@@ -67,6 +66,13 @@ bool SetFileDates(const std::string& path, const SystemTime& local) {
 void BlankControls(std::string& text) {
     for (char& c : text)
         if (c == '\n' || c == '\t' || c == '\r') c = ' ';
+}
+
+std::string LowerLetters(std::string_view letters) {
+    std::string lower(letters);
+    for (char& c : lower)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return lower;
 }
 
 }  // namespace kalmora

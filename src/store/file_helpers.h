@@ -10,10 +10,12 @@
 
 namespace kalmora {
 
-// The extension in lower case (A to Z only), without its dot; empty when there is none. It is at most 7 bytes
-// long, counted in code page 932, and has none of / blank : \ , ( ) ~ = ? # ! " ' $ % & in it, so that
-// "a.b c" has no extension.
-std::string GetExtension(std::string_view path);
+inline constexpr std::size_t kLongestExtension = 7;  // bytes, counted in code page 932
+
+// The extension in lower case (A to Z only), without its dot; empty when there is none. It is at most
+// `longest` bytes long, counted in code page 932, and has none of / blank : \ , ( ) ~ = ? # ! " ' $ % & in
+// it, so that "a.b c" has no extension.
+std::string GetExtension(std::string_view path, std::size_t longest = kLongestExtension);
 
 // What stands behind the last separator. Empty when the path has no separator or ends with one.
 std::string GetFileName(std::string_view path);
@@ -34,5 +36,8 @@ bool SetFileDates(const std::string& path, const SystemTime& local);
 
 // Turns each line feed, tab and carriage return into a blank, for texts that go on one line.
 void BlankControls(std::string& text);
+
+// The letters A to Z in lower case, every other byte as it is: names of cameras, which write IMG and img.
+std::string LowerLetters(std::string_view letters);
 
 }  // namespace kalmora

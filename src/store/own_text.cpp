@@ -71,12 +71,9 @@ std::string ToUtf8Form(std::string_view bytes) {
 
 // A link that points nowhere is something, too.
 bool IsNameThere(const std::string& path) {
-    const std::size_t separator = path.rfind(files::kSeparator);
-    const bool hasFolder = separator != std::string::npos;
-    const std::string folder = hasFolder ? path.substr(0, std::max<std::size_t>(separator, 1)) : ".";
-    const std::string name = hasFolder ? path.substr(separator + 1) : path;
+    const std::string name = NameOfPath(path);
     files::FileResult result = files::FileResult::Done;
-    const auto entries = files::ListFolder(folder, &result);
+    const auto entries = files::ListFolder(FolderOfPath(path), &result);
     if (result == files::FileResult::Denied) return true;
     return std::any_of(entries.begin(), entries.end(), [&](const auto& entry) { return entry.name == name; });
 }

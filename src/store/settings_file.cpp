@@ -50,7 +50,7 @@ constexpr bool kIsNumber = std::is_same_v<T, int> || std::is_same_v<T, SharedInt
 
 // ---- paths
 
-bool IsSeparator(char c) { return c == '/' || c == '\\'; }
+bool IsPathSeparator(char c) { return c == '/' || c == '\\'; }
 
 // By the rules of either platform: a file may come from the other one.
 bool IsAbsolutePath(std::string_view path) {
@@ -63,7 +63,7 @@ std::string FromProgramFolder(std::string path) {
 }
 
 std::string WithoutTrailingSeparator(std::string path) {
-    if (path.size() > 1 && IsSeparator(path.back())) path.pop_back();
+    if (path.size() > 1 && IsPathSeparator(path.back())) path.pop_back();
     return path;
 }
 
@@ -88,7 +88,7 @@ std::string Shortened(const std::string& path) {
 std::string BesideProgramOrInPath(const std::string& name) {
     std::string beside = files::Join(State().settings.ProgramFolder, name);
     const std::string own = files::ExecutableFolder();
-    const std::string helpers = own.substr(0, own.find_last_of(files::kSeparator) + 1) + "libexec/kalmora";
+    const std::string helpers = files::Join(FolderOfPath(own), "libexec/kalmora");
     for (const std::string& path : {beside, files::Join(own, name), files::Join(helpers, name)})
         if (files::Exists(path)) return path;
     const std::string found = files::FindProgram(name);
@@ -98,7 +98,7 @@ std::string BesideProgramOrInPath(const std::string& name) {
 // ---- reading
 
 // The next line without its line end.
-std::string_view NextLine(std::string_view& rest) {
+std::string_view NextSettingsLine(std::string_view& rest) {
     const std::size_t end = rest.find('\n');
     const std::size_t taken = end == rest.npos ? rest.size() : end + 1;
     std::string_view line = rest.substr(0, taken);
@@ -342,7 +342,7 @@ FileRead LoadSettings(const std::string& path) {
 }
 
 void ReadSettingsText(std::string_view bytes) {
-    while (!bytes.empty()) ReadLine(NextLine(bytes));
+    while (!bytes.empty()) ReadLine(NextSettingsLine(bytes));
 }
 
 void RepairSettings() {

@@ -62,7 +62,7 @@ private:
     std::vector<Page> pages_;
 };
 
-const FoldTable& Table() {
+const FoldTable& FoldTables() {
     static const auto table = std::make_unique<const FoldTable>();
     return *table;
 }
@@ -80,7 +80,7 @@ std::string Fold(std::string_view utf8) {
             ++at;
             continue;
         }
-        if (!table) table = &Table();
+        if (!table) table = &FoldTables();
         const CodePoint point = DecodeUtf8(utf8, at);
         const auto length = static_cast<std::size_t>(point.length);
         const Change change = table->Find(point.value);

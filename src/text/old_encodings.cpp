@@ -7,8 +7,6 @@ namespace kalmora::text {
 
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;
-
 // row and cell count from 0x21 to 0x7E. 0 where there is no character.
 char32_t TableCharacter(unsigned row, unsigned cell) {
     if (row < 0x21 || row > 0x7E || cell < 0x21 || cell > 0x7E) return 0;

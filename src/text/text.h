@@ -12,7 +12,12 @@
 
 namespace kalmora::text {
 
+// A text of a fixed field ends at its first zero byte.
+inline std::string_view UpToZero(std::string_view bytes) { return bytes.substr(0, bytes.find('\0')); }
+
 // ---- UTF-8
+inline constexpr char32_t kReplacement = 0xFFFD;  // shown for what is ill-formed
+
 bool IsValidUtf8(std::string_view bytes);
 // The code point at `offset` and its length in bytes; an ill-formed byte gives 0xDC00 + byte and length 1.
 struct CodePoint {

@@ -7,7 +7,6 @@ namespace kalmora::text {
 
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;
 constexpr char32_t kRawByte = 0xDC00;
 
 bool IsRawByte(char32_t value) { return value >= kRawByte + 0x80 && value <= kRawByte + 0xFF; }

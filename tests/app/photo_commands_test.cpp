@@ -18,7 +18,7 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr Color kRed{220, 0, 0}, kBlue{0, 0, 220};
+constexpr Color kPictureRed{220, 0, 0}, kBlue{0, 0, 220};
 
 class ViewPhotosTest : public AppTest {
 protected:
@@ -40,9 +40,9 @@ protected:
             const auto canvas = surface->Draw();
             canvas->FillRect({0, 0, size.width, size.height}, kBlue);
             if (size.width > size.height)
-                canvas->FillRect({0, 0, size.width / 2, size.height}, kRed);
+                canvas->FillRect({0, 0, size.width / 2, size.height}, kPictureRed);
             else
-                canvas->FillRect({0, 0, size.width, size.height / 2}, kRed);
+                canvas->FillRect({0, 0, size.width, size.height / 2}, kPictureRed);
         }
         EXPECT_TRUE(surface->SavePng(png));
         EXPECT_TRUE(MakeFolders(folder));
@@ -74,7 +74,7 @@ protected:
 };
 
 TEST_F(ViewPhotosTest, RatingGoesThroughTheObjectInTheDay) {
-    const std::string path = AddPicture(2008, 11, 13, "a.png", kRed);
+    const std::string path = AddPicture(2008, 11, 13, "a.png", kPictureRed);
     OpenDay();
     ASSERT_NE(ObjectInDay(), nullptr);
     EXPECT_EQ(ObjectInDay()->photo->GetEstimate(1), 0);
@@ -85,7 +85,7 @@ TEST_F(ViewPhotosTest, RatingGoesThroughTheObjectInTheDay) {
 }
 
 TEST_F(ViewPhotosTest, RatingGoesThroughTheObjectInTheScatter) {
-    const std::string path = AddPicture(2008, 11, 13, "a.png", kRed);
+    const std::string path = AddPicture(2008, 11, 13, "a.png", kPictureRed);
     ChangeView([&](ViewState& view) { view.scatter = true; });
     OpenDay();
     const PlacedObjectPtr object = calendar_->CurrentAllViewer().objects.Front();
@@ -96,7 +96,7 @@ TEST_F(ViewPhotosTest, RatingGoesThroughTheObjectInTheScatter) {
 }
 
 TEST_F(ViewPhotosTest, FileThatNoViewHoldsIsRatedByItself) {
-    const std::string path = AddPicture(2008, 11, 14, "other.png", kRed);
+    const std::string path = AddPicture(2008, 11, 14, "other.png", kPictureRed);
     OpenDay();
     EXPECT_TRUE(rater_.Rate(path, EstimateType::Like));
     ShowMonth(2008, 11);
@@ -107,7 +107,7 @@ TEST_F(ViewPhotosTest, FileThatNoViewHoldsIsRatedByItself) {
 }
 
 TEST_F(ViewPhotosTest, PictureThatBecomesBadGoesWithTheNextPaintInGoodMode) {
-    const std::string path = AddPicture(2008, 11, 13, "a.png", kRed);
+    const std::string path = AddPicture(2008, 11, 13, "a.png", kPictureRed);
     OpenDay();
     EXPECT_TRUE(calendar_->CurrentDayViewer().objects.HitTest(
         {ObjectInDay()->drawn.x + 5, ObjectInDay()->drawn.y + 5}, nullptr));
@@ -124,7 +124,7 @@ TEST_F(ViewPhotosTest, PictureThatBecomesBadGoesWithTheNextPaintInGoodMode) {
 }
 
 TEST_F(ViewPhotosTest, ViewThatIsAtWorkForLongIsNotWaitedFor) {
-    const std::string path = AddPicture(2008, 11, 13, "a.png", kRed);
+    const std::string path = AddPicture(2008, 11, 13, "a.png", kPictureRed);
     OpenDay();
     {
         const TicketGuard busy(calendar_->CurrentDayViewer().queue, 1, 1);

@@ -8,9 +8,9 @@
 namespace kalmora {
 namespace {
 
-constexpr Size kClient{720, 400};  // the last rows of a month reach under the bar
-constexpr int kMinute = 60;        // beats
-constexpr Color kRed{200, 30, 30}, kGreen{30, 180, 30};
+constexpr Size kClient{720, 400};    // the last rows of a month reach under the bar
+constexpr int kBeatsOfAMinute = 60;  // beats
+constexpr Color kStillRed{200, 30, 30}, kGreen{30, 180, 30};
 
 class StillWindowTest : public AppTest {
 protected:
@@ -49,9 +49,9 @@ protected:
     template <typename IsCompared>
     void ExpectTheSameForTenMinutes(IsCompared isCompared) {
         const std::vector<Color> loaded = Pixels(isCompared);
-        Beat(kMinute);
+        Beat(kBeatsOfAMinute);
         ExpectSame(loaded, Pixels(isCompared), "after a minute");
-        Beat(9 * kMinute);
+        Beat(9 * kBeatsOfAMinute);
         ExpectSame(loaded, Pixels(isCompared), "after ten minutes");
     }
 
@@ -79,7 +79,7 @@ TEST_F(StillWindowTest, MonthKeepsItsLinesAndBar) {
     const MonthGrid grid = MakeMonthGrid(2008, 11, {0, 0, kClient.width, kClient.height}, false);
     std::vector<Rect> changing;
     for (int day = 1; day <= grid.days; ++day) {
-        AddPicture(2008, 11, day, "a.png", kRed);
+        AddPicture(2008, 11, day, "a.png", kStillRed);
         if (day % 4 != 0) continue;
         AddPicture(2008, 11, day, "b.png", kGreen, {48, 64});
         const Rect cell = MonthCellRect(grid, day);
@@ -97,14 +97,14 @@ TEST_F(StillWindowTest, MonthKeepsItsLinesAndBar) {
 
 TEST_F(StillWindowTest, YearOfDayGridsKeepsItsLinesAndBar) {
     for (int month = 1; month <= 12; ++month)
-        for (int day = 1; day <= 28; day += 3) AddPicture(2008, month, day, "a.png", kRed);
+        for (int day = 1; day <= 28; day += 3) AddPicture(2008, month, day, "a.png", kStillRed);
     ShowYear(2008);
     Open();
     ExpectTheSameForTenMinutes(IsAnywhere);
 }
 
 TEST_F(StillWindowTest, YearOfPicturesKeepsItsFramesAndBar) {
-    for (int month = 1; month <= 12; ++month) AddPicture(2008, month, 5, "a.png", kRed);
+    for (int month = 1; month <= 12; ++month) AddPicture(2008, month, 5, "a.png", kStillRed);
     state_.settings.CalendarMode = 0;
     ShowYear(2008);
     Open();
@@ -112,14 +112,14 @@ TEST_F(StillWindowTest, YearOfPicturesKeepsItsFramesAndBar) {
 }
 
 TEST_F(StillWindowTest, DayKeepsItsBar) {
-    for (const char* name : {"a.png", "b.png", "c.png"}) AddPicture(2008, 11, 13, name, kRed);
+    for (const char* name : {"a.png", "b.png", "c.png"}) AddPicture(2008, 11, 13, name, kStillRed);
     ShowDay(2008, 11, 13);
     Open();
     ExpectTheSameForTenMinutes(IsOnBar);
 }
 
 TEST_F(StillWindowTest, ScatterOfEnlargedPicturesKeepsItsBar) {
-    for (const char* name : {"a.png", "b.png"}) AddPicture(2008, 11, 13, name, kRed);
+    for (const char* name : {"a.png", "b.png"}) AddPicture(2008, 11, 13, name, kStillRed);
     AddPicture(2008, 11, 13, "c.png", kGreen, {48, 64});
     state_.settings.ThumbnailMaxSize = 900;
     ShowMonth(2008, 11);

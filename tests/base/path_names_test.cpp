@@ -12,6 +12,15 @@ TEST(FolderOfPath, IsWhatStandsBeforeTheLastSeparator) {
     EXPECT_EQ(FolderOfPath(""), ".");
 }
 
+TEST(IsBelow, GoesByWholeNamesAndEitherSeparator) {
+    EXPECT_TRUE(IsBelow("/data/2008/a.jpg", "/data"));
+    EXPECT_TRUE(IsBelow("\\data\\a.jpg", "/data"));
+    EXPECT_FALSE(IsBelow("/database/a.jpg", "/data"));
+    EXPECT_FALSE(IsBelow("/data", "/data"));
+    EXPECT_FALSE(IsBelow("/dat", "/data"));
+    EXPECT_FALSE(IsBelow("/data", ""));
+}
+
 TEST(NormalizePath, TakesOutDotsAndDoubledSeparators) {
     const struct {
         const char *path, *normalized;

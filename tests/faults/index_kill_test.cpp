@@ -14,9 +14,9 @@
 #include "index/index_batch.h"
 #include "index/month_index.h"
 #include "media/exif_builder.h"
-#include "media/media_files.h"
 #include "rewrite_syscalls.h"
 #include "store/extension_table.h"
+#include "support/temporary_folder.h"
 
 namespace kalmora {
 namespace {
@@ -24,7 +24,7 @@ namespace {
 using test::ChildEnd;
 using test::Fault;
 
-std::string Read(const std::filesystem::path& path) {
+std::string Content(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     std::stringstream content;
     content << file.rdbuf();
@@ -34,7 +34,7 @@ std::string Read(const std::filesystem::path& path) {
 // Five days of three photos; the first two have an index that is no longer true.
 class IndexFaultTest : public testing::Test {
 protected:
-    IndexFaultTest() { LoadExtensionTable(folder_.PathOf("extension.dat")); }
+    IndexFaultTest() { LoadExtensionTable(folder_ / "extension.dat"); }
     ~IndexFaultTest() override {
         test::SetFaultPlan({});
         ClearExtensionTable();
@@ -42,12 +42,12 @@ protected:
 
     static constexpr int kDays = 5;
     std::filesystem::path FolderOf(int day) const {
-        return folder_.PathOf("2008/200811/2008_110" + std::to_string(day));
+        return folder_ / "2008/200811/2008_110" + std::to_string(day);
     }
     std::filesystem::path IndexOf(int day) const { return FolderOf(day) / kIndexFileName; }
 
     void MakeTree() const {
-        std::filesystem::remove_all(folder_.PathOf("2008"));
+        std::filesystem::remove_all(folder_ / "2008");
         for (int day = 1; day <= kDays; ++day) {
             std::filesystem::create_directories(FolderOf(day));
             for (const char* name : {"a.jpg", "b.jpg", "c.jpg"}) {
@@ -63,7 +63,7 @@ protected:
             std::ofstream(IndexOf(day)) << "# Calendar Index [0.99]\nFILE=gone.jpg\n-\n";
     }
     void Update() const {
-        MonthIndex month(2008, 11, folder_.PathOf(""));
+        MonthIndex month(2008, 11, folder_ / "");
         month.Load(0);
         month.Update(0);
     }
@@ -71,7 +71,7 @@ protected:
     std::map<int, std::string> Indexes() const {
         std::map<int, std::string> indexes;
         for (int day = 1; day <= kDays; ++day)
-            if (std::filesystem::exists(IndexOf(day))) indexes[day] = Read(IndexOf(day));
+            if (std::filesystem::exists(IndexOf(day))) indexes[day] = Content(IndexOf(day));
         return indexes;
     }
 
@@ -134,7 +134,7 @@ TEST_F(IndexFaultTest, AnErrorAtAnyCallLeavesEachIndexWhole) {
 
 TEST_F(IndexFaultTest, FullDiskKeepsTheOldIndexAndTheRecordsInMemory) {
     MakeTree();
-    MonthIndex month(2008, 11, folder_.PathOf(""));
+    MonthIndex month(2008, 11, folder_ / "");
     test::SetFaultPlan({.fault = Fault::Fail, .atCall = 1, .error = ENOSPC, .lasting = true});
     EXPECT_TRUE(month.Load(0));
     EXPECT_TRUE(month.Update(0));

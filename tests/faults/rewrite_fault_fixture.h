@@ -16,21 +16,13 @@
 #include "media/exif_builder.h"
 #include "media/photo_file.h"
 #include "media/png_builder.h"
-#include "platform/clock.h"
 #include "platform/files.h"
 #include "rewrite_syscalls.h"
 #include "state/app_state.h"
 #include "store/extension_table.h"
+#include "support/still_clock.h"
 
 namespace kalmora::test {
-
-// A clock with a fixed time, so that two runs of the same work make the same bytes.
-class StillClock : public Clock {
-public:
-    SystemTime LocalTime() override { return {2008, 11, 4, 13, 10, 15, 30, 250}; }
-    double UptimeMs() override { return 0; }
-    void SleepMs(int) override {}
-};
 
 inline std::string Read(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
@@ -71,7 +63,6 @@ protected:
     enum class Place { Memory, Disk };
 
     explicit RewriteFaultTest(Place place = Place::Memory) : folder_(MakeFolder(place)) {
-        SetClock(&clock_);
         EmulateInsertion(isInMemory_);
         LoadExtensionTable(files::Join(folder_, "extension.dat"));
         State().settings.TempFolder = files::Join(folder_, "Temp");
@@ -82,7 +73,6 @@ protected:
         EmulateInsertion(false);
         ClearExtensionTable();
         State().settings.TempFolder.clear();
-        SetClock(nullptr);
         files::RemoveFolderTree(folder_);
     }
 
@@ -157,7 +147,7 @@ protected:
 
     const std::string folder_;
     const bool isInMemory_ = folder_.starts_with("/dev/shm/");
-    StillClock clock_;
+    StillClock clock_;  // two runs of the same work make the same bytes
 };
 
 inline bool HasScratch() {

@@ -8,29 +8,16 @@
 #include <thread>
 #include <vector>
 
-#include "platform/clock.h"
 #include "platform/files.h"
 #include "state/app_state.h"
+#include "support/still_clock.h"
 #include "text/text.h"
 
 namespace kalmora {
 
-namespace {
-
-class StillClock : public Clock {
-public:
-    SystemTime LocalTime() override { return now; }
-    double UptimeMs() override { return 0; }
-    void SleepMs(int) override {}
-    SystemTime now{2008, 11, 4, 13, 9, 5, 7, 0};
-};
-
-}  // namespace
-
 class NavigationLogTest : public testing::Test {
 protected:
     NavigationLogTest() {
-        SetClock(&clock);
         State().settings.OutputNavigationLog = true;
         State().settings.AllowMultiDataDirectory = false;
         State().settings.DataDirectory = files::Join(folder, "life");
@@ -39,7 +26,6 @@ protected:
     ~NavigationLogTest() override {
         State().settings.OutputNavigationLog = false;
         State().settings.DataDirectory.clear();
-        SetClock(nullptr);
         files::RemoveFolderTree(folder);
     }
 
@@ -50,7 +36,7 @@ protected:
     std::string Log() const { return files::ReadWholeFile(Path()).value_or("(no file)"); }
 
     const std::string folder = files::MakeTemporaryFolder();
-    StillClock clock;
+    test::StillClock clock{{2008, 11, 4, 13, 9, 5, 7, 0}};
 };
 
 TEST_F(NavigationLogTest, FirstEventOfADayMakesItsFolderAndFile) {

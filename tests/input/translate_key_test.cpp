@@ -83,12 +83,11 @@ TEST_F(TranslateKey, ScreenshotKeyIsTakenFromTheEditorThatHasItToo) {
 }
 
 TEST_F(TranslateKey, UnboundCombinationWithAltIsTypedAgain) {
-    using Kind = KeyStroke::Kind;
+    using enum KeyStroke::Kind;
     LoadDefaults();
     EXPECT_EQ(Translate("A+E"), 0);
-    EXPECT_THAT(
-        sent, ElementsAre(KeyStroke{0x12, Kind::Up}, KeyStroke{0x12, Kind::Down}, KeyStroke{0x12, Kind::Up},
-                          KeyStroke{0x45, Kind::Up}, KeyStroke{0x45, Kind::Down}, KeyStroke{0x45, Kind::Up}));
+    EXPECT_THAT(sent, ElementsAre(KeyStroke{0x12, Up}, KeyStroke{0x12, Down}, KeyStroke{0x12, Up},
+                                  KeyStroke{0x45, Up}, KeyStroke{0x45, Down}, KeyStroke{0x45, Up}));
 }
 
 TEST_F(TranslateKey, CombinationWithAltThatTheListInForceLacksIsTypedAgain) {

@@ -5,7 +5,8 @@
 #include <numeric>
 #include <random>
 
-#include "media_files.h"
+#include "media/bytes_of.h"
+#include "support/temporary_folder.h"
 
 namespace kalmora {
 namespace {
@@ -18,10 +19,6 @@ std::string Numbered(std::size_t length) {
 
 std::string Text(std::span<const std::uint8_t> bytes) { return {bytes.begin(), bytes.end()}; }
 
-std::span<const std::uint8_t> Bytes(const std::string& text) {
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
-
 class ByteWindowTest : public testing::Test {
 protected:
     test::TemporaryFolder folder;
@@ -30,8 +27,8 @@ protected:
 TEST_F(ByteWindowTest, GivesEveryStretchInWhateverOrderItIsAskedFor) {
     const std::string content = Numbered(70'001);
     ByteWindow file;
-    ASSERT_TRUE(file.Open(folder.Put("a", content)));
-    ByteWindow memory(Bytes(content));
+    ASSERT_TRUE(file.Open(folder.Add("a", content)));
+    ByteWindow memory(test::BytesOf(content));
     std::mt19937 random(7);
     for (int i = 0; i < 4000; ++i) {
         const std::size_t offset = random() % 70'500, length = random() % (i % 5 == 0 ? 17'000 : 40);
@@ -51,7 +48,7 @@ TEST_F(ByteWindowTest, GivesEveryStretchInWhateverOrderItIsAskedFor) {
 TEST_F(ByteWindowTest, CopiesWhatIsLongerThanAStretch) {
     const std::string content = Numbered(50'000);
     ByteWindow file;
-    ASSERT_TRUE(file.Open(folder.Put("a", content)));
+    ASSERT_TRUE(file.Open(folder.Add("a", content)));
     EXPECT_EQ(file.Copy(100, 40'000, 40'000), content.substr(100, 40'000));
     EXPECT_EQ(file.Copy(100, 40'001, 40'000), std::nullopt);
     EXPECT_EQ(file.Copy(10'001, 40'000, 1 << 20), std::nullopt);
@@ -61,7 +58,7 @@ TEST_F(ByteWindowTest, CopiesWhatIsLongerThanAStretch) {
 
 TEST_F(ByteWindowTest, HasNothingPastTheEndOfAnyOffset) {
     ByteWindow file;
-    ASSERT_TRUE(file.Open(folder.Put("a", "four")));
+    ASSERT_TRUE(file.Open(folder.Add("a", "four")));
     EXPECT_TRUE(file.Has(4, 0));
     EXPECT_FALSE(file.Has(4, 1));
     EXPECT_FALSE(file.Has(~std::uint64_t{0}, 2));
@@ -72,7 +69,7 @@ TEST_F(ByteWindowTest, HasNothingPastTheEndOfAnyOffset) {
 
 TEST_F(ByteWindowTest, RefusesWhatIsNoFile) {
     ByteWindow window;
-    EXPECT_FALSE(window.Open(folder.PathOf("absent")));
+    EXPECT_FALSE(window.Open(folder / "absent"));
     EXPECT_EQ(window.Size(), 0u);
     EXPECT_TRUE(window.At(0, 1).empty());
     EXPECT_FALSE(window.Has(0, 1));
@@ -82,9 +79,9 @@ TEST_F(ByteWindowTest, RefusesWhatIsNoFile) {
 
 TEST_F(ByteWindowTest, OpensTheNextFileAfterTheFirst) {
     ByteWindow window;
-    ASSERT_TRUE(window.Open(folder.Put("long", Numbered(30'000))));
+    ASSERT_TRUE(window.Open(folder.Add("long", Numbered(30'000))));
     EXPECT_EQ(window.At(20'000, 4).size(), 4u);
-    ASSERT_TRUE(window.Open(folder.Put("short", "abc")));
+    ASSERT_TRUE(window.Open(folder.Add("short", "abc")));
     EXPECT_EQ(window.Size(), 3u);
     EXPECT_TRUE(window.At(20'000, 4).empty());
     EXPECT_EQ(Text(window.At(0, 3)), "abc");

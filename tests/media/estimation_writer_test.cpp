@@ -26,7 +26,7 @@ struct RatedText {
     }
 };
 
-std::string Block(const std::string& elements) { return "\n<estimations>" + elements + "</estimations>"; }
+std::string LineOf(const std::string& elements) { return "\n<estimations>" + elements + "</estimations>"; }
 
 struct FirstRating {
     EstimateType type;
@@ -51,9 +51,9 @@ TEST_P(EachRating, MakesABlockAtTheEndOfATextWithout) {
     const FirstRating& row = GetParam();
     const EstimateStep step = StepEstimate("typed by hand", {}, row.type, kSixth);
     const std::string value = std::to_string(row.value);
-    EXPECT_EQ(step.text, "typed by hand" + Block("<estimation type='" + std::string(row.axis) + "' value='" +
-                                                 value + "' last='128'><log date='2008/05/06' value='" +
-                                                 value + "'/></estimation>"));
+    EXPECT_EQ(step.text, "typed by hand" + LineOf("<estimation type='" + std::string(row.axis) + "' value='" +
+                                                  value + "' last='128'><log date='2008/05/06' value='" +
+                                                  value + "'/></estimation>"));
     EXPECT_EQ(step.values, row.after);
     EXPECT_EQ(ParseEstimations(step.text), row.after);
 }
@@ -89,9 +89,9 @@ TEST(StepEstimate, OfThreeLikesHalvesItsSteps) {
     EXPECT_NE(photo.text.find("value='192' last='64'"), std::string::npos);
     EXPECT_EQ(photo.Say(EstimateType::Like).values.like, 224);
     EXPECT_EQ(photo.text,
-              Block("<estimation type='like' value='224' last='32'><log date='2008/05/06' value='224'/>"
-                    "<log date='2008/05/06' value='192'/><log date='2008/05/06' value='128'/>"
-                    "</estimation>"));
+              LineOf("<estimation type='like' value='224' last='32'><log date='2008/05/06' value='224'/>"
+                     "<log date='2008/05/06' value='192'/><log date='2008/05/06' value='128'/>"
+                     "</estimation>"));
 }
 
 TEST(StepEstimate, GoesOnByOneWithoutABound) {
@@ -165,7 +165,7 @@ TEST(StepEstimate, OfAHeadThatCannotBeReadStaysAtZero) {
          {"<estimation type='like' value='x' last='64'>", "<estimation type='like' value='192'>",
           "<estimation type='like'>", "<estimation type='like' value='192' last='+-1'>",
           "<estimation type='like' value='99999999999' last='1'>"}) {
-        RatedText photo{Block(std::string(head) + "</estimation>"), {}};
+        RatedText photo{LineOf(std::string(head) + "</estimation>"), {}};
         photo.values = ParseEstimations(photo.text);
         for (int i = 0; i < 2; ++i) {
             const EstimateStep step = StepEstimate(photo.text, photo.values, EstimateType::Like, kSixth);
@@ -181,12 +181,12 @@ TEST(StepEstimate, OfAHeadThatCannotBeReadStaysAtZero) {
 
 TEST(StepEstimate, ReadsAHeadAsAScanDoes) {
     const EstimateStep step =
-        StepEstimate(Block("<estimation type='like'  value=' +10' \n last='6'></estimation>"), {},
+        StepEstimate(LineOf("<estimation type='like'  value=' +10' \n last='6'></estimation>"), {},
                      EstimateType::Like, kSixth);
     EXPECT_EQ(step.values.like, 13);
     EXPECT_EQ(
         step.text,
-        Block(
+        LineOf(
             "<estimation type='like' value='13' last='3'><log date='2008/05/06' value='13'/></estimation>"));
 }
 
@@ -210,15 +210,15 @@ TEST(StepEstimate, OfForeignNumbersStaysInsideItsRange) {
     constexpr int kMost = std::numeric_limits<int>::max(), kLeast = std::numeric_limits<int>::min();
     for (const int value : {kMost, kLeast, 0})
         for (const int last : {kMost, kLeast, kMost - 1, -1, -2, -3}) {
-            const std::string text = Block("<estimation type='good' value='" + std::to_string(value) +
-                                           "' last='" + std::to_string(last) + "'></estimation>");
+            const std::string text = LineOf("<estimation type='good' value='" + std::to_string(value) +
+                                            "' last='" + std::to_string(last) + "'></estimation>");
             for (const EstimateType type : {EstimateType::Good, EstimateType::Bad}) {
                 const EstimateStep step = StepEstimate(text, ParseEstimations(text), type, kSixth);
                 EXPECT_EQ(ParseEstimations(step.text), step.values) << text;
             }
         }
     const EstimateStep step = StepEstimate(
-        Block("<estimation type='good' value='10' last='-3'></estimation>"), {}, EstimateType::Good, kSixth);
+        LineOf("<estimation type='good' value='10' last='-3'></estimation>"), {}, EstimateType::Good, kSixth);
     EXPECT_EQ(step.values.good, 9) << "-1 is what is left of half of -3 and a half";
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "exif_builder.h"
+#include "media/bytes_of.h"
 
 namespace kalmora::exif {
 namespace {
@@ -13,13 +14,9 @@ using test::JpegOf;
 using test::JpegSegmentBytes;
 using test::JpegWith;
 
-std::span<const std::uint8_t> Bytes(const std::string& text) {
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
-
 // One file's block, kept with the bytes that it points into.
 struct Photo {
-    explicit Photo(std::string content) : bytes(std::move(content)), file(Bytes(bytes)) {
+    explicit Photo(std::string content) : bytes(std::move(content)), file(test::BytesOf(bytes)) {
         found = ReadBlock(file, block);
     }
     std::int32_t Number(Tag tag) { return FirstNumber(file, block, tag); }

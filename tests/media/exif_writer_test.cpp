@@ -62,7 +62,7 @@ class ExifWriter : public test::WriteTest {
 protected:
     std::string After(const std::string& before, const ExifEdits& edits,
                       RewriteResult expected = RewriteResult::Written) {
-        const std::string path = folder.Put("a.jpg", before);
+        const std::string path = folder.Add("a.jpg", before);
         EXPECT_EQ(WriteExif(path, edits), expected);
         EXPECT_EQ(FilesInTemp(), 0u);
         return ContentOf(path);
@@ -152,7 +152,7 @@ TEST_F(ExifWriter, LeavesEveryOtherByteOfTheFile) {
 TEST_F(ExifWriter, LaterWordsChangeTheBlockAlone) {
     const std::string first =
         After(JpegWith(ExifBuilder().Ascii(ExifBuilder::Main, 0x010F, "Maker")), Words());
-    const std::string path = folder.Put("b.jpg", first);
+    const std::string path = folder.Add("b.jpg", first);
     for (int i = 1; i <= 10; ++i) {
         ASSERT_EQ(WriteExif(path, ExifEdits{XpCommentEdit(std::string(i * 20, 'w'))}),
                   RewriteResult::Written);
@@ -177,7 +177,7 @@ TEST_F(ExifWriter, WordsThatPassTheSegmentAreRefused) {
 TEST_F(ExifWriter, SegmentIsFilledToItsLastByte) {
     std::size_t longest = 0;
     for (std::size_t length = 65'000; length < 65'533; ++length) {
-        const std::string path = folder.Put("a.jpg", JpegOf(""));
+        const std::string path = folder.Add("a.jpg", JpegOf(""));
         if (WriteExif(path, ExifEdits{XpCommentEdit(std::string(length / 2, 'x'))}) != RewriteResult::Written)
             break;
         longest = length;
@@ -198,7 +198,7 @@ TEST_F(ExifWriter, WhatIsNoJpegOrABrokenOneIsLeft) {
             After(before, Words(),
                   before.starts_with("\xFF\xD8") ? RewriteResult::NotWhole : RewriteResult::Unsupported),
             before);
-    EXPECT_EQ(WriteExif(folder.PathOf("absent.jpg"), Words()), RewriteResult::Unreadable);
+    EXPECT_EQ(WriteExif(folder / "absent.jpg", Words()), RewriteResult::Unreadable);
     EXPECT_EQ(WriteExif(folder.Path(), Words()), RewriteResult::Unreadable);
 }
 
@@ -241,7 +241,7 @@ TEST_F(ExifWriter, NoteThatTellsOfAPictureBehindTheSegmentKeepsItsPlace) {
         const std::string some = jpegWith(0);
         const auto place = static_cast<std::uint32_t>(some.rfind("\xFF\xD8") - 12);  // counted from the block
         const std::string pointing = jpegWith(place);
-        EXPECT_EQ(After(pointing, Words(), RewriteResult::NoteUnclear), pointing);
+        EXPECT_EQ(After(pointing, Words(), RewriteResult::MakerNoteUnclear), pointing);
         After(jpegWith(place + 1), Words());
     }
 }
@@ -257,7 +257,7 @@ TEST_F(ExifWriter, StrayBytesInFrontOfTheBlockStay) {
 }
 
 TEST_F(ExifWriter, KeepsTheFileItsBirthAndItsLastAccess) {
-    const std::string path = folder.Put("a.jpg", JpegOf(kJfif));
+    const std::string path = folder.Add("a.jpg", JpegOf(kJfif));
     files::SetTimes(path, FileTime{123'456'789'000'000'000}, FileTime{123'456'000'000'000'000});
     const auto before = files::GetStatus(path);
     ASSERT_EQ(WriteExif(path, Words()), RewriteResult::Written);
@@ -429,12 +429,12 @@ TEST_F(ExifWriter, NoteThatSeemsToTellOfTheMainDirectoryIsNoReasonToRefuse) {
 }
 
 TEST(RewriteResults, TellWhyAPhotoIsLeftAlone) {
-    EXPECT_STREQ(NameOf(RewriteResult::NoteUnclear), "unsupported");
-    EXPECT_STREQ(ReasonOf(RewriteResult::NoteUnclear), "its maker note could not be followed");
+    EXPECT_STREQ(NameOf(RewriteResult::MakerNoteUnclear), "unsupported");
+    EXPECT_STREQ(ReasonOf(RewriteResult::MakerNoteUnclear), "its maker note could not be followed");
     EXPECT_STREQ(NameOf(RewriteResult::ExifFull), "too large");
     EXPECT_EQ(ReasonOf(RewriteResult::Written), nullptr);
     for (const RewriteResult result :
-         {RewriteResult::NotWhole, RewriteResult::ExifUnclear, RewriteResult::NoteUnclear,
+         {RewriteResult::NotWhole, RewriteResult::ExifUnclear, RewriteResult::MakerNoteUnclear,
           RewriteResult::IndexUnclear, RewriteResult::TrailerUnclear}) {
         EXPECT_TRUE(IsUnsupported(result));
         EXPECT_NE(ReasonOf(result), nullptr);

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "exif_builder.h"
+#include "media/bytes_of.h"
 
 namespace kalmora {
 namespace {
@@ -11,12 +12,8 @@ using test::JpegOf;
 using test::JpegSegmentBytes;
 using testing::ElementsAre;
 
-std::span<const std::uint8_t> Bytes(const std::string& text) {
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
-
 std::vector<int> Markers(const std::string& jpeg) {
-    ByteWindow file(Bytes(jpeg));
+    ByteWindow file(test::BytesOf(jpeg));
     JpegSegmentWalk walk(file);
     JpegSegment segment;
     std::vector<int> markers;
@@ -25,13 +22,13 @@ std::vector<int> Markers(const std::string& jpeg) {
 }
 
 Size FrameSize(const std::string& jpeg) {
-    ByteWindow file(Bytes(jpeg));
+    ByteWindow file(test::BytesOf(jpeg));
     return ReadJpegFrameSize(file).value_or(Size{});
 }
 
 TEST(JpegSegmentWalk, TellsPlaceAndLengthOfEachSegment) {
     const std::string jpeg = JpegOf(JpegSegmentBytes(0xE0, "JFIF") + JpegSegmentBytes(0xE1, "abcdef"));
-    ByteWindow file(Bytes(jpeg));
+    ByteWindow file(test::BytesOf(jpeg));
     JpegSegmentWalk walk(file);
     ASSERT_TRUE(walk.IsJpeg());
     JpegSegment segment;

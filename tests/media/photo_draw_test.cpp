@@ -24,16 +24,16 @@ protected:
     PhotoDrawTest() { Pictures().Clear(); }
 
     CPhoto Image(unsigned width, unsigned height, int x = 100, int y = 200) {
-        return {folder.Put("a.jpg", test::DecodableJpeg(width, height)), x, y, CPhoto::Measure::Later};
+        return {folder.Add("a.jpg", test::DecodableJpeg(width, height)), x, y, CPhoto::Measure::Later};
     }
     CPhoto Text(int x = 100, int y = 200) {
-        return {folder.Put("a.txt", "[Memo] milk"), x, y, CPhoto::Measure::Later};
+        return {folder.Add("a.txt", "[Memo] milk"), x, y, CPhoto::Measure::Later};
     }
     CPhoto Movie(unsigned width, unsigned height, int x = 100, int y = 200) {
-        const std::string frame = folder.Put("frame.jpg", test::DecodableJpeg(width, height));
+        const std::string frame = folder.Add("frame.jpg", test::DecodableJpeg(width, height));
         stills.picture = frame;
         SetMovieStills(&stills);
-        return {folder.Put("a.mpg", "movie"), x, y, CPhoto::Measure::Later};
+        return {folder.Add("a.mpg", "movie"), x, y, CPhoto::Measure::Later};
     }
     static Rect Drawn(const CPhoto& photo) {
         return {photo.drawnX, photo.drawnY, photo.displayWidth, photo.displayHeight};
@@ -154,8 +154,8 @@ TEST_F(PhotoDrawTest, AMovieKeepsThePlainSize) {
 
 TEST_F(PhotoDrawTest, AMovieHasItsMarkInTheLowerRightCorner) {
     State().settings.ProgramFolder = folder.Path();
-    std::filesystem::create_directory(folder.PathOf("Res"));
-    folder.Put("Res/movie.png", test::PngOf(""));
+    std::filesystem::create_directory(folder / "Res");
+    folder.Add("Res/movie.png", test::PngOf(""));
     CPhoto movie = Movie(400, 200, 0, 0);
     movie.DrawScaledToWidth(context, 100);
     ASSERT_EQ(canvas.pictures.size(), 2u);
@@ -163,7 +163,7 @@ TEST_F(PhotoDrawTest, AMovieHasItsMarkInTheLowerRightCorner) {
 }
 
 TEST_F(PhotoDrawTest, AMovieWithoutAStillIsNotPainted) {
-    CPhoto movie(folder.Put("a.mpg", "movie"));
+    CPhoto movie(folder.Add("a.mpg", "movie"));
     movie.DrawInArea(context, 1000, 800);
     movie.DrawStretched(context, 100, 100);
     EXPECT_TRUE(canvas.IsEmpty());
@@ -175,7 +175,7 @@ TEST_F(PhotoDrawTest, AMovieWithoutAStillIsNotPainted) {
 }
 
 TEST_F(PhotoDrawTest, AnUnreadablePictureIsNotPaintedAndHasNoSize) {
-    CPhoto broken(folder.Put("broken.jpg", "no picture"));
+    CPhoto broken(folder.Add("broken.jpg", "no picture"));
     broken.DrawScaledToWidth(context, 100);
     EXPECT_EQ(broken.displayWidth, 0);
     CPhoto gone("/absent/a.jpg");
@@ -242,14 +242,14 @@ TEST_F(PhotoDrawTest, ACardWithoutItsFileIsNotPainted) {
 
 TEST_F(PhotoDrawTest, ACardHasTheColoursOfItsKindWhateverTheCaseOfTheHead) {
     State().settings.TextStyles[static_cast<std::size_t>(TextKind::Memo)].back = {1, 2, 3};
-    CPhoto text(folder.Put("b.txt", "[MEMO] milk"));
+    CPhoto text(folder.Add("b.txt", "[MEMO] milk"));
     text.DrawStretched(context, 100, 100);
     ASSERT_EQ(canvas.cards.size(), 1u);
     EXPECT_EQ(canvas.cards[0].fill, (Color{1, 2, 3}));
 }
 
 TEST_F(PhotoDrawTest, AnythingElseIsACardOfItsBytes) {
-    CPhoto music(folder.Put("a.mp3", "ID3 a song"));
+    CPhoto music(folder.Add("a.mp3", "ID3 a song"));
     music.DrawStretched(context, 100, 100);
     ASSERT_EQ(canvas.blocks.size(), 1u);
     EXPECT_EQ(canvas.blocks[0].text, "ID3 a song");
@@ -294,12 +294,12 @@ std::string StripedPicture(const std::string& path, Size size) {
 
 TEST_F(PhotoDrawTest, ACellOfTheSameBoxShowsTheSamePixels) {
     State().settings.ProgramFolder = folder.Path();
-    std::filesystem::create_directory(folder.PathOf("Res"));
-    folder.Put("Res/movie.png", test::PngOf(""));
-    stills.picture = StripedPicture(folder.PathOf("a.png"), {400, 300});
+    std::filesystem::create_directory(folder / "Res");
+    folder.Add("Res/movie.png", test::PngOf(""));
+    stills.picture = StripedPicture(folder / "a.png", {400, 300});
     SetMovieStills(&stills);
     const Rect box{10, 20, 200, 150};
-    for (const std::string& path : {stills.picture, folder.Put("a.mpg", "movie")}) {
+    for (const std::string& path : {stills.picture, folder.Add("a.mpg", "movie")}) {
         for (const double scale : {1.0, 2.0}) {
             const auto scatter = Surface::Create({240, 200}, scale),
                        cell = Surface::Create({240, 200}, scale);
@@ -349,7 +349,7 @@ protected:
     // A photo of 1600 by 1200 with a thumbnail of 40 by 30.
     int DecodedWidth(int width) {
         const std::string tiff = ExifBuilder().EmbeddedJpeg(test::DecodableJpeg(40, 30)).Build();
-        CPhoto photo(folder.Put("thumb.jpg", test::DecodableJpeg(1600, 1200, tiff)));
+        CPhoto photo(folder.Add("thumb.jpg", test::DecodableJpeg(1600, 1200, tiff)));
         canvas = RecordingCanvas();
         photo.DrawScaledToWidth(context, width);
         return canvas.pictures.empty() ? 0 : canvas.pictures[0].decoded.width;

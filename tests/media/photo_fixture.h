@@ -6,17 +6,17 @@
 #include <string>
 
 #include "media/photo.h"
-#include "media_files.h"
 #include "pictures/movie_stills.h"
 #include "state/app_state.h"
 #include "store/extension_table.h"
+#include "support/temporary_folder.h"
 
 namespace kalmora::test {
 
 class PhotoTest : public testing::Test {
 protected:
     PhotoTest() {
-        LoadExtensionTable(folder.PathOf("extension.dat"));
+        LoadExtensionTable(folder / "extension.dat");
         Reset();
     }
     ~PhotoTest() override {
@@ -25,7 +25,7 @@ protected:
     }
 
     CPhoto Make(const std::string& name, std::string_view content) {
-        return CPhoto(folder.Put(name, content));
+        return CPhoto(folder.Add(name, content));
     }
 
     TemporaryFolder folder;

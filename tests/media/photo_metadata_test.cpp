@@ -4,7 +4,8 @@
 
 #include "base/log.h"
 #include "exif_builder.h"
-#include "media_files.h"
+#include "media/bytes_of.h"
+#include "support/temporary_folder.h"
 
 namespace kalmora {
 namespace {
@@ -12,15 +13,8 @@ namespace {
 using test::ExifBuilder;
 using test::JpegWith;
 
-constexpr auto Main = ExifBuilder::Main;
-constexpr auto Exif = ExifBuilder::Exif;
-
-std::span<const std::uint8_t> Bytes(const std::string& text) {
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
-
 PhotoMetadata Read(const std::string& jpeg, StoredSize size = StoredSize::Skip) {
-    ByteWindow file(Bytes(jpeg));
+    ByteWindow file(test::BytesOf(jpeg));
     PhotoMetadata metadata;
     ReadPhotoMetadata(file, "test.jpg", metadata, size);
     return metadata;
@@ -35,21 +29,22 @@ ExifBuilder FullPhoto(ByteOrder order) {
         test::Word16(ByteOrder::Little, 0x4000) + std::string(6, 'x') + test::Word32(ByteOrder::Little, 0);
     note += std::string(3000, 'n');
     ExifBuilder exif(order);
-    exif.Ascii(Main, 0x010F, "KALMORA CAMERA CO., LTD.")
-        .Short(Main, 0x0112, 6)
-        .Ascii(Main, 0x0132, "2008:05:06 07:08:09")
+    exif.Ascii(ExifBuilder::Main, 0x010F, "KALMORA CAMERA CO., LTD.")
+        .Short(ExifBuilder::Main, 0x0112, 6)
+        .Ascii(ExifBuilder::Main, 0x0132, "2008:05:06 07:08:09")
         .XpComment(u"\u82B1\u706B in July")
-        .Ascii(Exif, 0x9003, "2007:01:02 03:04:05")
-        .Rational(Exif, 0x829A, 10, 3200)
-        .Short(Exif, 0x8822, 2)
-        .Short(Exif, 0x8827, 200)
-        .Rational(Exif, 0x9201, 825, 100, test::kSignedRationalType)
-        .Rational(Exif, 0x9202, 300, 100)
-        .Rational(Exif, 0x9203, static_cast<std::uint32_t>(-541), 100, test::kSignedRationalType)
-        .Rational(Exif, 0x9204, 33, 100, test::kSignedRationalType)
-        .Short(Exif, 0x9209, 16)
-        .Undefined(Exif, 0x927C, note)
-        .Undefined(Exif, 0x9286, std::string("ASCII\0\0\0", 8) + "typed" + std::string(2000, ' ') + '\0')
+        .Ascii(ExifBuilder::Exif, 0x9003, "2007:01:02 03:04:05")
+        .Rational(ExifBuilder::Exif, 0x829A, 10, 3200)
+        .Short(ExifBuilder::Exif, 0x8822, 2)
+        .Short(ExifBuilder::Exif, 0x8827, 200)
+        .Rational(ExifBuilder::Exif, 0x9201, 825, 100, test::kSignedRationalType)
+        .Rational(ExifBuilder::Exif, 0x9202, 300, 100)
+        .Rational(ExifBuilder::Exif, 0x9203, static_cast<std::uint32_t>(-541), 100, test::kSignedRationalType)
+        .Rational(ExifBuilder::Exif, 0x9204, 33, 100, test::kSignedRationalType)
+        .Short(ExifBuilder::Exif, 0x9209, 16)
+        .Undefined(ExifBuilder::Exif, 0x927C, note)
+        .Undefined(ExifBuilder::Exif, 0x9286,
+                   std::string("ASCII\0\0\0", 8) + "typed" + std::string(2000, ' ') + '\0')
         .EmbeddedJpeg("\xFF\xD8" + std::string(500, 't') + "\xFF\xD9");
     return exif;
 }
@@ -62,7 +57,7 @@ INSTANTIATE_TEST_SUITE_P(PhotoMetadata, PhotoOfEitherOrder,
 
 TEST_P(PhotoOfEitherOrder, GivesEveryValueByOneLookAtTheFile) {
     const test::TemporaryFolder folder;
-    const std::string path = folder.Put("a.jpg", JpegWith(FullPhoto(GetParam()), 3872, 2592));
+    const std::string path = folder.Add("a.jpg", JpegWith(FullPhoto(GetParam()), 3872, 2592));
     PhotoMetadata found;
     ASSERT_TRUE(ReadPhotoMetadata(path, found, StoredSize::Read));
     EXPECT_EQ(found.camera, (CameraValues{.iso = 200,
@@ -125,7 +120,7 @@ TEST_P(PhotoOfEitherOrder, OfAFileIsTheSameAsOfItsBytes) {
     for (std::size_t length = 0; length <= jpeg.size(); length += 97) {
         const PhotoMetadata bytes = Read(jpeg.substr(0, length));
         PhotoMetadata file;
-        ReadPhotoMetadata(folder.Put("a.jpg", jpeg.substr(0, length)), file);
+        ReadPhotoMetadata(folder.Add("a.jpg", jpeg.substr(0, length)), file);
         ASSERT_EQ(file.camera, bytes.camera) << length;
         ASSERT_EQ(file.propertyCount, bytes.propertyCount) << length;
         ASSERT_EQ(file.userComment, bytes.userComment) << length;
@@ -136,7 +131,7 @@ TEST_P(PhotoOfEitherOrder, OfAFileIsTheSameAsOfItsBytes) {
 TEST(PhotoMetadata, OfAPhotoWithoutAnyPropertyIsAllZero) {
     const test::TemporaryFolder folder;
     PhotoMetadata found;
-    EXPECT_TRUE(ReadPhotoMetadata(folder.Put("a.jpg", test::JpegOf("", 17, 9)), found, StoredSize::Read));
+    EXPECT_TRUE(ReadPhotoMetadata(folder.Add("a.jpg", test::JpegOf("", 17, 9)), found, StoredSize::Read));
     EXPECT_EQ(found.propertyCount, 0);
     EXPECT_EQ(found.camera, CameraValues{});
     EXPECT_FALSE(found.dateTime.IsPresent());
@@ -152,13 +147,13 @@ TEST(PhotoMetadata, OfAPhotoWithoutAnyPropertyIsAllZero) {
 TEST(PhotoMetadata, OfWhatIsNoPhotoIsNothing) {
     const test::TemporaryFolder folder;
     PhotoMetadata found = Read(JpegWith(FullPhoto(ByteOrder::Little)));
-    EXPECT_FALSE(ReadPhotoMetadata(folder.PathOf("absent.jpg"), found));
+    EXPECT_FALSE(ReadPhotoMetadata(folder / "absent.jpg", found));
     EXPECT_EQ(found.camera, CameraValues{});
     EXPECT_EQ(found.propertyCount, 0);
     EXPECT_EQ(found.xpComment, std::nullopt);
     EXPECT_FALSE(found.dateTime.IsPresent());
     for (const char* content : {"", "text", "\x89PNG\r\n\x1A\n"})
-        EXPECT_FALSE(ReadPhotoMetadata(folder.Put("b.jpg", content), found)) << content;
+        EXPECT_FALSE(ReadPhotoMetadata(folder.Add("b.jpg", content), found)) << content;
     EXPECT_FALSE(ReadPhotoMetadata(folder.Path(), found));
 }
 
@@ -166,8 +161,8 @@ TEST(PhotoMetadata, OfWhatIsNoPhotoIsNothing) {
 
 ExifBuilder PhotoWithProperties(int count) {
     ExifBuilder exif;
-    exif.Short(Exif, 0x8827, 100).Ascii(Main, 0x0132, "2008:05:06 07:08:09");
-    for (int i = 2; i < count; ++i) exif.Short(Main, static_cast<unsigned>(0xC000 + i), 1);
+    exif.Short(ExifBuilder::Exif, 0x8827, 100).Ascii(ExifBuilder::Main, 0x0132, "2008:05:06 07:08:09");
+    for (int i = 2; i < count; ++i) exif.Short(ExifBuilder::Main, static_cast<unsigned>(0xC000 + i), 1);
     return exif;
 }
 
@@ -183,23 +178,24 @@ TEST(PhotoMetadata, Of200PropertiesIsReadAndOf201HasNoCameraValues) {
 
 TEST(PhotoMetadata, Of201PropertiesIsToldToTheLog) {
     const test::TemporaryFolder folder;
-    ASSERT_TRUE(OpenLog(folder.PathOf("log.txt")));
+    ASSERT_TRUE(OpenLog(folder / "log.txt"));
     PhotoMetadata found;
-    ReadPhotoMetadata(folder.Put("good.jpg", JpegWith(PhotoWithProperties(200))), found);
-    ReadPhotoMetadata(folder.Put("bad.jpg", JpegWith(PhotoWithProperties(201))), found);
+    ReadPhotoMetadata(folder.Add("good.jpg", JpegWith(PhotoWithProperties(200))), found);
+    ReadPhotoMetadata(folder.Add("bad.jpg", JpegWith(PhotoWithProperties(201))), found);
     OpenLog("");
-    const std::string log = files::ReadWholeFile(folder.PathOf("log.txt")).value_or("");
-    EXPECT_NE(log.find("Exif Error: " + folder.PathOf("bad.jpg")), std::string::npos);
+    const std::string log = files::ReadWholeFile(folder / "log.txt").value_or("");
+    EXPECT_NE(log.find("Exif Error: " + folder / "bad.jpg"), std::string::npos);
     EXPECT_EQ(log.find("good.jpg"), std::string::npos);
 }
 
 // ---- camera values
 
 TEST(CameraValues, OfTypeByteOrUndefinedAreNotTaken) {
-    const PhotoMetadata found = Read(JpegWith(ExifBuilder()
-                                                  .Undefined(Exif, 0x8827, "\x64", test::kByteType)
-                                                  .Undefined(Exif, 0x9209, std::string("\x10\0\0\0", 4))
-                                                  .Short(Exif, 0x8822, 2)));
+    const PhotoMetadata found =
+        Read(JpegWith(ExifBuilder()
+                          .Undefined(ExifBuilder::Exif, 0x8827, "\x64", test::kByteType)
+                          .Undefined(ExifBuilder::Exif, 0x9209, std::string("\x10\0\0\0", 4))
+                          .Short(ExifBuilder::Exif, 0x8822, 2)));
     EXPECT_EQ(found.camera, (CameraValues{.exposureProgram = 2}));
 }
 
@@ -207,7 +203,7 @@ TEST(CameraValues, TakeTheMakerNoteOnlyAsBytes) {
     const std::string note = std::string(14, 'n') + test::Word16(ByteOrder::Little, 0x1031) +
                              std::string(6, 'x') + test::Word32(ByteOrder::Little, 5) + "x";
     const auto mode = [&](unsigned type) {
-        return Read(JpegWith(ExifBuilder().Undefined(Exif, 0x927C, note, type))).camera.mode;
+        return Read(JpegWith(ExifBuilder().Undefined(ExifBuilder::Exif, 0x927C, note, type))).camera.mode;
     };
     EXPECT_EQ(mode(test::kUndefinedType), 5);
     EXPECT_EQ(mode(test::kByteType), 5);
@@ -226,58 +222,62 @@ constexpr SystemTime kMay{.year = 2008, .month = 5, .day = 6, .hour = 7, .minute
 constexpr SystemTime kJanuary{.year = 2007, .month = 1, .day = 2, .hour = 3, .minute = 4, .second = 5};
 
 TEST(ShotDate, IsTheSameWithColonsAndWithSlashes) {
-    EXPECT_EQ(ShotDate(ExifBuilder().Ascii(Main, 0x0132, "2008:05:06 07:08:09")), kMay);
-    EXPECT_EQ(ShotDate(ExifBuilder().Ascii(Main, 0x0132, "2008/05/06 07:08:09")), kMay);
+    EXPECT_EQ(ShotDate(ExifBuilder().Ascii(ExifBuilder::Main, 0x0132, "2008:05:06 07:08:09")), kMay);
+    EXPECT_EQ(ShotDate(ExifBuilder().Ascii(ExifBuilder::Main, 0x0132, "2008/05/06 07:08:09")), kMay);
 }
 
 TEST(ShotDate, IsDateTimeBeforeDateTimeOriginal) {
     EXPECT_EQ(ShotDate(ExifBuilder()
-                           .Ascii(Main, 0x0132, "2008:05:06 07:08:09")
-                           .Ascii(Exif, 0x9003, "2007:01:02 03:04:05")),
+                           .Ascii(ExifBuilder::Main, 0x0132, "2008:05:06 07:08:09")
+                           .Ascii(ExifBuilder::Exif, 0x9003, "2007:01:02 03:04:05")),
               kMay);
-    EXPECT_EQ(ShotDate(ExifBuilder().Ascii(Exif, 0x9003, "2007:01:02 03:04:05")), kJanuary);
+    EXPECT_EQ(ShotDate(ExifBuilder().Ascii(ExifBuilder::Exif, 0x9003, "2007:01:02 03:04:05")), kJanuary);
 }
 
 TEST(ShotDate, OfZerosIsNoneThoughDateTimeOriginalIsThere) {
     EXPECT_EQ(ShotDate(ExifBuilder()
-                           .Ascii(Main, 0x0132, "0000:00:00 00:00:00")
-                           .Ascii(Exif, 0x9003, "2007:01:02 03:04:05")),
+                           .Ascii(ExifBuilder::Main, 0x0132, "0000:00:00 00:00:00")
+                           .Ascii(ExifBuilder::Exif, 0x9003, "2007:01:02 03:04:05")),
               std::nullopt);
 }
 
 TEST(ShotDate, TakesTenBytesAndRefusesNine) {
-    EXPECT_EQ(ShotDate(ExifBuilder().Undefined(Main, 0x0132, "2008:5:06", test::kAsciiType)), std::nullopt);
-    EXPECT_EQ(ShotDate(ExifBuilder().Undefined(Main, 0x0132, "2008:05:06", test::kAsciiType)),
+    EXPECT_EQ(ShotDate(ExifBuilder().Undefined(ExifBuilder::Main, 0x0132, "2008:5:06", test::kAsciiType)),
+              std::nullopt);
+    EXPECT_EQ(ShotDate(ExifBuilder().Undefined(ExifBuilder::Main, 0x0132, "2008:05:06", test::kAsciiType)),
               (SystemTime{.year = 2008, .month = 5, .day = 6}));
 }
 
 TEST(ShotDate, OfAnotherTypeThanTextIsNone) {
     EXPECT_EQ(ShotDate(ExifBuilder()
-                           .Undefined(Main, 0x0132, "2008:05:06 07:08:09")
-                           .Ascii(Exif, 0x9003, "2007:01:02 03:04:05")),
+                           .Undefined(ExifBuilder::Main, 0x0132, "2008:05:06 07:08:09")
+                           .Ascii(ExifBuilder::Exif, 0x9003, "2007:01:02 03:04:05")),
               std::nullopt);
 }
 
 TEST(ShotDate, EndsAtAZeroByte) {
-    EXPECT_EQ(ShotDate(ExifBuilder().Undefined(Main, 0x0132, std::string("2008:05:06\0 07:08:09", 20),
-                                               test::kAsciiType)),
+    EXPECT_EQ(ShotDate(ExifBuilder().Undefined(ExifBuilder::Main, 0x0132,
+                                               std::string("2008:05:06\0 07:08:09", 20), test::kAsciiType)),
               (SystemTime{.year = 2008, .month = 5, .day = 6}));
 }
 
 TEST(ShotDate, WithoutLengthCountsAsMissing) {
-    EXPECT_EQ(ShotDate(ExifBuilder().Raw(Main, 0x0132, 2, 0, "").Ascii(Exif, 0x9003, "2007:01:02 03:04:05")),
+    EXPECT_EQ(ShotDate(ExifBuilder()
+                           .Raw(ExifBuilder::Main, 0x0132, 2, 0, "")
+                           .Ascii(ExifBuilder::Exif, 0x9003, "2007:01:02 03:04:05")),
               kJanuary);
 }
 
 TEST(ShotDate, OfAVeryLongTextIsReadFromItsBeginning) {
-    EXPECT_EQ(ShotDate(ExifBuilder().Ascii(Main, 0x0132, "2008:05:06 07:08:09" + std::string(9000, '9'))),
+    EXPECT_EQ(ShotDate(ExifBuilder().Ascii(ExifBuilder::Main, 0x0132,
+                                           "2008:05:06 07:08:09" + std::string(9000, '9'))),
               (SystemTime{.year = 2008, .month = 5, .day = 6, .hour = 7, .minute = 8, .second = 65535}));
 }
 
 // ---- user comment
 
 std::optional<std::string> UserComment(const std::string& value, unsigned type = test::kUndefinedType) {
-    return UserCommentText(Read(JpegWith(ExifBuilder().Undefined(Exif, 0x9286, value, type))));
+    return UserCommentText(Read(JpegWith(ExifBuilder().Undefined(ExifBuilder::Exif, 0x9286, value, type))));
 }
 
 TEST(UserComment, LosesItsCharacterCode) {
@@ -321,7 +321,8 @@ TEST(XpComment, IsLittleEndianInBlocksOfPhotoOfEitherOrder) {
 
 TEST(XpComment, EndsAtItsFirstZeroWordOrAtItsEnd) {
     const auto comment = [](const std::string& bytes) {
-        return Read(JpegWith(ExifBuilder().Undefined(Main, 0x9C9C, bytes, test::kByteType))).xpComment;
+        return Read(JpegWith(ExifBuilder().Undefined(ExifBuilder::Main, 0x9C9C, bytes, test::kByteType)))
+            .xpComment;
     };
     EXPECT_EQ(comment(std::string("a\0b\0\0\0c\0", 8)), "ab");
     EXPECT_EQ(comment(std::string("a\0b\0", 4)), "ab");
@@ -332,7 +333,7 @@ TEST(XpComment, EndsAtItsFirstZeroWordOrAtItsEnd) {
 
 TEST(Make, IsTextUpToItsFirstZeroInCodePage932) {
     const auto make = [](const std::string& bytes, unsigned type) {
-        return Read(JpegWith(ExifBuilder().Undefined(Main, 0x010F, bytes, type))).make;
+        return Read(JpegWith(ExifBuilder().Undefined(ExifBuilder::Main, 0x010F, bytes, type))).make;
     };
     EXPECT_EQ(make(std::string("Kalmora\0junk", 12), test::kAsciiType), "Kalmora");
     EXPECT_EQ(make("\x83\x4A\x83\x81\x83\x89", test::kAsciiType), "カメラ");
@@ -341,9 +342,10 @@ TEST(Make, IsTextUpToItsFirstZeroInCodePage932) {
 
 TEST(Orientation, OutsideOneToEightIsUpright) {
     for (const unsigned value : {0u, 9u, 0xFFFFu})
-        EXPECT_EQ(Read(JpegWith(ExifBuilder().Short(Main, 0x0112, value))).orientation, 1) << value;
+        EXPECT_EQ(Read(JpegWith(ExifBuilder().Short(ExifBuilder::Main, 0x0112, value))).orientation, 1)
+            << value;
     for (const unsigned value : {1u, 8u})
-        EXPECT_EQ(Read(JpegWith(ExifBuilder().Short(Main, 0x0112, value))).orientation,
+        EXPECT_EQ(Read(JpegWith(ExifBuilder().Short(ExifBuilder::Main, 0x0112, value))).orientation,
                   static_cast<int>(value));
 }
 

@@ -20,9 +20,7 @@ using test::JpegWith;
 using test::PngOf;
 using test::PngText;
 
-constexpr auto Main = ExifBuilder::Main;
-constexpr auto Exif = ExifBuilder::Exif;
-constexpr SystemTime kMay{.year = 2008, .month = 5, .day = 6, .hour = 7, .minute = 8, .second = 9};
+constexpr SystemTime kMorningOfMay{.year = 2008, .month = 5, .day = 6, .hour = 7, .minute = 8, .second = 9};
 
 const std::string kMarkup =
     "\n<estimations><estimation type='like' value='192' last='64'></estimation>"
@@ -30,7 +28,8 @@ const std::string kMarkup =
     "<estimation type='privacy' value='-64' last='64'></estimation></estimations>";
 
 std::string RatedJpeg(const std::string& markup = kMarkup) {
-    return JpegWith(ExifBuilder().Undefined(Exif, 0x9286, std::string("ASCII\0\0\0", 8) + markup + '\0'));
+    return JpegWith(
+        ExifBuilder().Undefined(ExifBuilder::Exif, 0x9286, std::string("ASCII\0\0\0", 8) + markup + '\0'));
 }
 
 using PhotoTest = test::PhotoTest;
@@ -43,7 +42,7 @@ TEST_F(PhotoTest, OfARelativePathIsEmptyAndNoError) {
         EXPECT_EQ(photo.path, "") << refused;
         EXPECT_EQ(photo.kind, ObjectKind::Unknown);
         EXPECT_EQ(photo.extension, "");
-        SystemTime date = kMay;
+        SystemTime date = kMorningOfMay;
         EXPECT_FALSE(photo.GetDate(date));
         EXPECT_EQ(date, SystemTime{});
         EXPECT_EQ(photo.GetComment(), nullptr);
@@ -66,7 +65,7 @@ TEST_F(PhotoTest, BeginsWithNothingRead) {
 }
 
 TEST_F(PhotoTest, TakesItsPlaceAndIsMeasuredOnRequest) {
-    const std::string path = folder.Put("a.jpg", test::DecodableJpeg(400, 200));
+    const std::string path = folder.Add("a.jpg", test::DecodableJpeg(400, 200));
     const CPhoto later(path, 5, 6, CPhoto::Measure::Later), now(path, 5, 6, CPhoto::Measure::Now);
     EXPECT_EQ(later.layoutX, 5);
     EXPECT_EQ(later.layoutY, 6);
@@ -88,6 +87,12 @@ TEST_F(PhotoTest, HasTheExtensionInLowerCase) {
     for (const char ends : std::string(" :\\,()~=?#!\"'$%&"))
         EXPECT_EQ(extension(std::string("name.j") + ends + "pg"), "") << ends;
     EXPECT_EQ(extension("folder.jpg/name"), "");
+}
+
+TEST_F(PhotoTest, TakesALongerExtensionThanOtherRooms) {
+    EXPECT_EQ(CPhoto("/data/name.12345678").extension, "12345678");
+    EXPECT_EQ(GetExtension("/data/name.12345678"), "");
+    EXPECT_EQ(GetExtension("/data/name.1234567"), "1234567");
 }
 
 TEST_F(PhotoTest, DoesNotTakeATrailByteForAnEndOfTheExtension) {
@@ -179,7 +184,7 @@ protected:
     // True when the date of such an object is that of its file.
     bool IsDatedByFile(const std::string& name, std::string_view content) {
         const SystemTime date = DateOf(name, content);
-        return date != SystemTime{} && date == GetFileDate(folder.PathOf(name));
+        return date != SystemTime{} && date == GetFileDate(folder / name);
     }
     SystemTime DateOf(const std::string& name, std::string_view content) {
         CPhoto photo = Make(name, content);
@@ -191,22 +196,27 @@ protected:
 };
 
 TEST_F(PhotoDateTest, OfAPhotoIsItsShootingDate) {
-    EXPECT_EQ(DateOf("a.jpg", JpegWith(ExifBuilder().Ascii(Main, 0x0132, "2008:05:06 07:08:09"))), kMay);
+    EXPECT_EQ(
+        DateOf("a.jpg", JpegWith(ExifBuilder().Ascii(ExifBuilder::Main, 0x0132, "2008:05:06 07:08:09"))),
+        kMorningOfMay);
 }
 
 TEST_F(PhotoDateTest, OfAPhotoWithoutOneIsThatOfItsFile) {
     EXPECT_TRUE(IsDatedByFile("a.jpg", JpegOf("")));
-    EXPECT_TRUE(IsDatedByFile("b.jpg", JpegWith(ExifBuilder().Ascii(Main, 0x0132, "0000:00:00 00:00:00"))));
+    EXPECT_TRUE(IsDatedByFile(
+        "b.jpg", JpegWith(ExifBuilder().Ascii(ExifBuilder::Main, 0x0132, "0000:00:00 00:00:00"))));
 }
 
 TEST_F(PhotoDateTest, OfAPngIsItsCreationTimeOrThatOfItsFile) {
-    EXPECT_EQ(DateOf("a.png", PngOf(PngText("Creation Time", "2008:05:06 07:08:09"))), kMay);
+    EXPECT_EQ(DateOf("a.png", PngOf(PngText("Creation Time", "2008:05:06 07:08:09"))), kMorningOfMay);
     EXPECT_TRUE(IsDatedByFile("b.png", PngOf(PngText("Creation Time", "6 May 2008 07:08:09"))));
     EXPECT_TRUE(IsDatedByFile("c.png", PngOf("")));
 }
 
 TEST_F(PhotoDateTest, OfAJpegThatIsCalledPngIsItsShootingDate) {
-    EXPECT_EQ(DateOf("a.png", JpegWith(ExifBuilder().Ascii(Main, 0x0132, "2008:05:06 07:08:09"))), kMay);
+    EXPECT_EQ(
+        DateOf("a.png", JpegWith(ExifBuilder().Ascii(ExifBuilder::Main, 0x0132, "2008:05:06 07:08:09"))),
+        kMorningOfMay);
 }
 
 TEST_F(PhotoDateTest, OfAPngThatIsCalledJpegIsThatOfItsFile) {
@@ -249,7 +259,7 @@ TEST_F(PhotoDateTest, OfADiaryWithALongFirstLineIsNotFound) {
 TEST_F(PhotoDateTest, OfAVanishedFileIsNone) {
     CPhoto photo = Make("a.txt", "[2008/11/13 10:15]");
     std::filesystem::remove(photo.path);
-    SystemTime date = kMay;
+    SystemTime date = kMorningOfMay;
     EXPECT_FALSE(photo.GetDate(date));
     EXPECT_EQ(date, SystemTime{});
 }
@@ -280,7 +290,7 @@ TEST_F(PhotoTest, HasTheCommentOfAPng) {
 TEST_F(PhotoTest, ReadsItsCommentOnce) {
     CPhoto photo = Make("a.jpg", JpegWith(ExifBuilder().XpComment(u"first")));
     ASSERT_NE(photo.GetComment(), nullptr);
-    folder.Put("a.jpg", JpegWith(ExifBuilder().XpComment(u"second")));
+    folder.Add("a.jpg", JpegWith(ExifBuilder().XpComment(u"second")));
     EXPECT_EQ(*photo.GetComment(), "first");
     photo.comment = "typed";
     EXPECT_EQ(*photo.GetComment(), "typed");
@@ -298,10 +308,10 @@ TEST_F(PhotoTest, OfAVeryShortPathHasNoComment) {
 
 TEST_F(PhotoTest, FillsItsCameraValues) {
     CPhoto photo = Make("a.jpg", JpegWith(ExifBuilder()
-                                              .Ascii(Main, 0x010F, "Kalmora")
-                                              .Short(Exif, 0x8827, 200)
-                                              .Rational(Exif, 0x9202, 300, 100)
-                                              .Short(Exif, 0x9209, 16)));
+                                              .Ascii(ExifBuilder::Main, 0x010F, "Kalmora")
+                                              .Short(ExifBuilder::Exif, 0x8827, 200)
+                                              .Rational(ExifBuilder::Exif, 0x9202, 300, 100)
+                                              .Short(ExifBuilder::Exif, 0x9209, 16)));
     photo.ReadExifValues();
     EXPECT_EQ(photo.camera.iso, 200);
     EXPECT_EQ(photo.camera.aperture, 300);
@@ -313,16 +323,17 @@ TEST_F(PhotoTest, FillsItsCameraValues) {
 
 TEST_F(PhotoTest, AsksItsFileOnceForEverything) {
     CPhoto photo =
-        Make("a.jpg", JpegWith(ExifBuilder()
-                                   .Ascii(Main, 0x0132, "2008:05:06 07:08:09")
-                                   .XpComment(u"kept")
-                                   .Short(Exif, 0x8827, 200)
-                                   .Undefined(Exif, 0x9286, std::string("ASCII\0\0\0", 8) + kMarkup)));
+        Make("a.jpg",
+             JpegWith(ExifBuilder()
+                          .Ascii(ExifBuilder::Main, 0x0132, "2008:05:06 07:08:09")
+                          .XpComment(u"kept")
+                          .Short(ExifBuilder::Exif, 0x8827, 200)
+                          .Undefined(ExifBuilder::Exif, 0x9286, std::string("ASCII\0\0\0", 8) + kMarkup)));
     photo.ReadExifValues();
     std::filesystem::remove(photo.path);
     SystemTime date;
     EXPECT_TRUE(photo.ReadShotDate(date));
-    EXPECT_EQ(date, kMay);
+    EXPECT_EQ(date, kMorningOfMay);
     EXPECT_EQ(*photo.GetComment(), "kept");
     EXPECT_EQ(photo.GetEstimate(1), 192);
 }

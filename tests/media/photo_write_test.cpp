@@ -42,11 +42,11 @@ protected:
     }
     // A file of each kind that can hold words.
     std::vector<std::string> Files() {
-        return {folder.Put("a.jpg", JpegOf("")),
-                folder.Put("b.JPEG",
+        return {folder.Add("a.jpg", JpegOf("")),
+                folder.Add("b.JPEG",
                            JpegWith(ExifBuilder(ByteOrder::Big).Ascii(ExifBuilder::Main, 0x010F, "Maker"))),
-                folder.Put("c.png", PngOf("")), folder.Put("d.png", JpegOf("")),
-                folder.Put("\u8868.jpg", JpegOf(""))};
+                folder.Add("c.png", PngOf("")), folder.Add("d.png", JpegOf("")),
+                folder.Add("\u8868.jpg", JpegOf(""))};
     }
 };
 
@@ -98,7 +98,7 @@ TEST_F(PhotoWriteTest, DateIsWrittenAndReadBack) {
         EXPECT_EQ(date.second, 59);
     }
     PngTextFile png;
-    ASSERT_TRUE(png.Parse(folder.PathOf("c.png")));
+    ASSERT_TRUE(png.Parse(folder / "c.png"));
     EXPECT_EQ(*png.GetText("Creation Time"), "1999:12:31 23:58:59");
 }
 
@@ -133,11 +133,11 @@ TEST_F(PhotoWriteTest, EstimationsStandInTheirPlaceToTheByte) {
 }
 
 TEST_F(PhotoWriteTest, WordsOfOthersInTheUserCommentStay) {
-    PhotoFile photo(folder.Put("a.jpg", WithWords("typed by hand")));
+    PhotoFile photo(folder.Add("a.jpg", WithWords("typed by hand")));
     photo.Estimate(EstimateType::Good);
     EXPECT_TRUE(WordsOf(photo.path).starts_with("typed by hand\n<estimations>"));
     PhotoFile wide(
-        folder.Put("b.jpg", JpegWith(ExifBuilder().Undefined(ExifBuilder::Exif, 0x9286,
+        folder.Add("b.jpg", JpegWith(ExifBuilder().Undefined(ExifBuilder::Exif, 0x9286,
                                                              std::string("UNICODE\0w\0i\0d\0e\0", 16)))));
     wide.Estimate(EstimateType::Good);
     EXPECT_TRUE(WordsOf(wide.path).starts_with("wide\n<estimations>"));
@@ -145,7 +145,7 @@ TEST_F(PhotoWriteTest, WordsOfOthersInTheUserCommentStay) {
 }
 
 TEST_F(PhotoWriteTest, ClearTakesTheWordsInFrontAlong) {
-    PhotoFile photo(folder.Put("a.jpg", WithWords("typed by hand")));
+    PhotoFile photo(folder.Add("a.jpg", WithWords("typed by hand")));
     photo.Estimate(EstimateType::Good);
     photo.Estimate(EstimateType::Clear);
     EXPECT_EQ(WordsOf(photo.path), std::string(1, '\0')) << "an item of length 9 is left: code and zero byte";
@@ -153,21 +153,21 @@ TEST_F(PhotoWriteTest, ClearTakesTheWordsInFrontAlong) {
 }
 
 TEST_F(PhotoWriteTest, ClearWithoutABlockRewritesTheSameText) {
-    const std::string path = folder.Put("a.jpg", WithWords("typed by hand")), before = ContentOf(path);
+    const std::string path = folder.Add("a.jpg", WithWords("typed by hand")), before = ContentOf(path);
     PhotoFile photo(path);
     EXPECT_EQ(photo.Estimate(EstimateType::Clear), RewriteResult::Unchanged);
     EXPECT_EQ(ContentOf(path), before);
     EXPECT_EQ(files::GetStatus(path)->written.ticks, kClockTicks);
     EXPECT_EQ(photo.estimations.like, 0);
     // A text that is not there yet becomes an empty one.
-    PhotoFile bare(folder.Put("b.jpg", JpegOf("")));
+    PhotoFile bare(folder.Add("b.jpg", JpegOf("")));
     EXPECT_EQ(bare.Estimate(EstimateType::Clear), RewriteResult::Written);
     EXPECT_NE(ContentOf(bare.path).find(std::string("ASCII\0\0\0\0", 9)), std::string::npos);
 }
 
 TEST_F(PhotoWriteTest, ClearWithoutTheEndOfTheBlockComesBack) {
     const std::string text = "<estimations><estimation type='like' value='192' last='64'>";
-    PhotoFile photo(folder.Put("a.jpg", WithWords(text)));
+    PhotoFile photo(folder.Add("a.jpg", WithWords(text)));
     photo.Estimate(EstimateType::Clear);
     EXPECT_EQ(photo.estimations.like, 0);
     EXPECT_EQ(ValuesOf(photo.path).like, 192);
@@ -176,7 +176,7 @@ TEST_F(PhotoWriteTest, ClearWithoutTheEndOfTheBlockComesBack) {
 
 TEST_F(PhotoWriteTest, OnWhatIsNoImageStepsInTheObjectAndLeavesTheFile) {
     for (const char* name : {"a.avi", "a.txt", "a.mp3", "a.xyz"}) {
-        const std::string path = folder.Put(name, JpegOf(""));
+        const std::string path = folder.Add(name, JpegOf(""));
         PhotoFile photo(path);
         EXPECT_EQ(photo.Estimate(EstimateType::Like), RewriteResult::Unsupported) << name;
         EXPECT_EQ(photo.estimations.like, 128);
@@ -190,19 +190,19 @@ TEST_F(PhotoWriteTest, OnWhatIsNoImageStepsInTheObjectAndLeavesTheFile) {
 
 TEST_F(PhotoWriteTest, OnAnImageThatIsNoJpegLeavesTheFile) {
     for (const char* name : {"a.gif", "a.bmp", "a.tif", "a.jpg", "a.png"}) {
-        const std::string path = folder.Put(name, "GIF89a and so on");
+        const std::string path = folder.Add(name, "GIF89a and so on");
         EXPECT_EQ(PhotoFile(path).Estimate(EstimateType::Like), RewriteResult::Unsupported) << name;
         EXPECT_EQ(PhotoFile(path).SetComment("words"), RewriteResult::Unsupported);
         EXPECT_EQ(ContentOf(path), "GIF89a and so on");
     }
-    const std::string png = folder.Put("b.jpg", PngOf(""));
+    const std::string png = folder.Add("b.jpg", PngOf(""));
     EXPECT_EQ(PhotoFile(png).SetComment("words"), RewriteResult::Unsupported)
         << "a PNG that is called a JPEG";
 }
 
 TEST_F(PhotoWriteTest, FailureIsToldAndTheObjectHasMovedOn) {
     KeepLog();
-    const std::string path = folder.Put("a.jpg", JpegOf(""));
+    const std::string path = folder.Add("a.jpg", JpegOf(""));
     test::MakeReadOnly(path);
     PhotoFile photo(path);
     EXPECT_EQ(photo.Estimate(EstimateType::Like), RewriteResult::Denied);
@@ -216,7 +216,7 @@ TEST_F(PhotoWriteTest, FailureIsToldAndTheObjectHasMovedOn) {
 
 TEST_F(PhotoWriteTest, RatingIsToldToTheLog) {
     KeepLog();
-    const std::string path = folder.Put("a.jpg", JpegOf(""));
+    const std::string path = folder.Add("a.jpg", JpegOf(""));
     PhotoFile photo(path);
     photo.Estimate(EstimateType::Bad);
     photo.Estimate(EstimateType::Like);
@@ -227,7 +227,7 @@ TEST_F(PhotoWriteTest, RatingIsToldToTheLog) {
 }
 
 TEST_F(PhotoWriteTest, TextTagsAreWrittenInCodePage932) {
-    PhotoFile photo(folder.Put("a.jpg", JpegOf("")));
+    PhotoFile photo(folder.Add("a.jpg", JpegOf("")));
     EXPECT_EQ(photo.WriteTextTag(0x010F, "SHARP"), RewriteResult::Written);
     EXPECT_EQ(photo.WriteTextTag(0x0110, "W-ZERO3 [es]"), RewriteResult::Written);
     EXPECT_EQ(PhotoFile(photo.path).ReadMake(), "SHARP");
@@ -235,7 +235,7 @@ TEST_F(PhotoWriteTest, TextTagsAreWrittenInCodePage932) {
 }
 
 TEST_F(PhotoWriteTest, SameCommentMovesTheTimeAlone) {
-    for (const std::string& path : {folder.Put("a.jpg", JpegOf("")), folder.Put("c.png", PngOf(""))}) {
+    for (const std::string& path : {folder.Add("a.jpg", JpegOf("")), folder.Add("c.png", PngOf(""))}) {
         PhotoFile(path).SetComment("words");
         const std::string before = ContentOf(path);
         files::SetTimes(path, FileTime{123'456'789'000'000'000}, FileTime{123'456'000'000'000'000});
@@ -247,23 +247,23 @@ TEST_F(PhotoWriteTest, SameCommentMovesTheTimeAlone) {
 
 TEST_F(PhotoWriteTest, ManyAreRatedInTheirOrderAndEachHasItsResult) {
     std::vector<PhotoFile> photos;
-    photos.emplace_back(folder.Put("a.jpg", JpegOf("")));
-    photos.emplace_back(folder.Put("b.gif", "GIF89a"));
-    photos.emplace_back(folder.PathOf("absent.jpg"));
-    photos.emplace_back(folder.Put("c.png", PngOf("")));
-    photos.emplace_back(folder.PathOf("a.jpg"));
+    photos.emplace_back(folder.Add("a.jpg", JpegOf("")));
+    photos.emplace_back(folder.Add("b.gif", "GIF89a"));
+    photos.emplace_back(folder / "absent.jpg");
+    photos.emplace_back(folder.Add("c.png", PngOf("")));
+    photos.emplace_back(folder / "a.jpg");
     photos.emplace_back("relative.jpg");
     const std::vector<RewriteResult> results = EstimateAll(photos, EstimateType::Like);
     EXPECT_EQ(results,
               (std::vector{RewriteResult::Written, RewriteResult::Unsupported, RewriteResult::Unreadable,
                            RewriteResult::Written, RewriteResult::Written, RewriteResult::Unreadable}));
-    EXPECT_EQ(ValuesOf(folder.PathOf("a.jpg")).like, 192) << "twice in the list, so twice rated";
-    EXPECT_EQ(ValuesOf(folder.PathOf("c.png")).like, 128);
+    EXPECT_EQ(ValuesOf(folder / "a.jpg").like, 192) << "twice in the list, so twice rated";
+    EXPECT_EQ(ValuesOf(folder / "c.png").like, 128);
     EXPECT_TRUE(EstimateAll({}, EstimateType::Like).empty());
 }
 
 TEST_F(PhotoWriteTest, FileThatWasChangedIsReadAgainOnceForgotten) {
-    const std::string path = folder.Put("a.jpg", JpegOf("", 640, 480));
+    const std::string path = folder.Add("a.jpg", JpegOf("", 640, 480));
     PhotoFile photo(path);
     EXPECT_TRUE(photo.MeasurePicture(path));
     EXPECT_EQ(photo.GetComment(), nullptr);

@@ -15,14 +15,14 @@ using test::PngOf;
 using test::PngPixels;
 using test::PngText;
 
-const std::string kSignature(test::kPngSignature), kEnd = PngChunk("IEND", "");
+const std::string kPngStart(test::kPngSignature), kPngEnd = PngChunk("IEND", "");
 
 class PngRewrite : public test::WriteTest {
 protected:
     // Puts the file, sets the text and rewrites.
     std::string After(const std::string& before, std::string_view keyword, std::string_view text,
                       RewriteResult expected = RewriteResult::Written) {
-        const std::string path = folder.Put("a.png", before);
+        const std::string path = folder.Add("a.png", before);
         PngTextFile png;
         EXPECT_TRUE(png.Parse(path));
         png.SetText(keyword, text);
@@ -34,49 +34,49 @@ protected:
 
 TEST_F(PngRewrite, PutsTheFirstTextInFrontOfThePixels) {
     const std::string palette = PngChunk("PLTE", "abcdef"), more = PngChunk("gAMA", "abcd");
-    const std::string before = kSignature + PngHeader() + palette + more + PngPixels() + kEnd;
+    const std::string before = kPngStart + PngHeader() + palette + more + PngPixels() + kPngEnd;
     EXPECT_EQ(After(before, "Comment", "hello"),
-              kSignature + PngHeader() + palette + more + PngText("Comment", "hello") + PngPixels() + kEnd);
+              kPngStart + PngHeader() + palette + more + PngText("Comment", "hello") + PngPixels() + kPngEnd);
 }
 
 TEST_F(PngRewrite, GrowsByTheChunkAndByNothingElse) {
     const std::string before = PngOf("");
     const std::string after = After(before, "Property", "words");
     EXPECT_EQ(after.size(), before.size() + PngText("Property", "words").size());
-    EXPECT_EQ(after.substr(after.size() - PngPixels().size() - kEnd.size()), PngPixels() + kEnd);
+    EXPECT_EQ(after.substr(after.size() - PngPixels().size() - kPngEnd.size()), PngPixels() + kPngEnd);
 }
 
 TEST_F(PngRewrite, PutsAllTextsWhereTheFirstStoodInTheOrderOfTheirKeywords) {
-    const std::string before = kSignature + PngHeader() + PngText("Title", "t") + PngText("Author", "me") +
-                               PngText("Title", "second") + PngChunk("gAMA", "abcd") + PngPixels() + kEnd;
-    EXPECT_EQ(After(before, "Comment", "new"), kSignature + PngHeader() + PngText("Author", "me") +
+    const std::string before = kPngStart + PngHeader() + PngText("Title", "t") + PngText("Author", "me") +
+                               PngText("Title", "second") + PngChunk("gAMA", "abcd") + PngPixels() + kPngEnd;
+    EXPECT_EQ(After(before, "Comment", "new"), kPngStart + PngHeader() + PngText("Author", "me") +
                                                    PngText("Comment", "new") + PngText("Title", "second") +
-                                                   PngChunk("gAMA", "abcd") + PngPixels() + kEnd);
+                                                   PngChunk("gAMA", "abcd") + PngPixels() + kPngEnd);
 }
 
 TEST_F(PngRewrite, KeepsHeaderAndPaletteThatStandBetweenTexts) {
     const std::string palette = PngChunk("PLTE", "abcdef");
     const std::string before =
-        kSignature + PngText("B", "1") + PngHeader() + PngText("A", "2") + palette + PngPixels() + kEnd;
-    EXPECT_EQ(After(before, "Comment", "new"), kSignature + PngText("A", "2") + PngText("B", "1") +
+        kPngStart + PngText("B", "1") + PngHeader() + PngText("A", "2") + palette + PngPixels() + kPngEnd;
+    EXPECT_EQ(After(before, "Comment", "new"), kPngStart + PngText("A", "2") + PngText("B", "1") +
                                                    PngText("Comment", "new") + PngHeader() + palette +
-                                                   PngPixels() + kEnd);
+                                                   PngPixels() + kPngEnd);
 }
 
 TEST_F(PngRewrite, TextWithoutItsZeroByteIsNotCutTo80Bytes) {
     const std::string noText = PngChunk("tEXt", std::string(200, 'n')),
                       longKeyword = PngText(std::string(100, 'k'), "text"), empty = PngChunk("tEXt", "");
-    const std::string before = kSignature + PngHeader() + noText + PngText("Author", "me") + longKeyword +
-                               empty + PngPixels() + kEnd;
+    const std::string before = kPngStart + PngHeader() + noText + PngText("Author", "me") + longKeyword +
+                               empty + PngPixels() + kPngEnd;
     const std::string after = After(before, "Comment", "new");
-    EXPECT_EQ(after, kSignature + PngHeader() + PngText("Author", "me") + PngText("Comment", "new") + noText +
-                         longKeyword + empty + PngPixels() + kEnd);
+    EXPECT_EQ(after, kPngStart + PngHeader() + PngText("Author", "me") + PngText("Comment", "new") + noText +
+                         longKeyword + empty + PngPixels() + kPngEnd);
     EXPECT_EQ(After(after, "Comment", "new", RewriteResult::Unchanged), after) << "a second time";
 }
 
 TEST_F(PngRewrite, WordsStandBesideAChunkThatHasOnlyTheirKeyword) {
     const std::string noText = PngChunk("tEXt", "Comment");
-    const std::string path = folder.Put("b.png", After(PngOf(noText), "Comment", "new"));
+    const std::string path = folder.Add("b.png", After(PngOf(noText), "Comment", "new"));
     EXPECT_EQ(ContentOf(path), PngOf(PngText("Comment", "new") + noText));
     PngTextFile png;
     ASSERT_TRUE(png.Parse(path));
@@ -85,52 +85,52 @@ TEST_F(PngRewrite, WordsStandBesideAChunkThatHasOnlyTheirKeyword) {
 
 // From the first other chunk behind a text on everything is left, so the old text stays beside the new one.
 TEST_F(PngRewrite, TextBehindAnotherChunkStays) {
-    const std::string rest = PngChunk("gAMA", "abcd") + PngText("Comment", "old") + PngPixels() + kEnd;
-    const std::string before = kSignature + PngHeader() + PngText("Author", "me") + rest;
+    const std::string rest = PngChunk("gAMA", "abcd") + PngText("Comment", "old") + PngPixels() + kPngEnd;
+    const std::string before = kPngStart + PngHeader() + PngText("Author", "me") + rest;
     EXPECT_EQ(After(before, "Comment", "new"),
-              kSignature + PngHeader() + PngText("Author", "me") + PngText("Comment", "new") + rest);
+              kPngStart + PngHeader() + PngText("Author", "me") + PngText("Comment", "new") + rest);
 }
 
 TEST_F(PngRewrite, TextBehindThePixelsIsNeitherReadNorTouched) {
-    const std::string rest = PngPixels() + PngText("Comment", "late") + kEnd;
-    const std::string before = kSignature + PngHeader() + rest;
+    const std::string rest = PngPixels() + PngText("Comment", "late") + kPngEnd;
+    const std::string before = kPngStart + PngHeader() + rest;
     PngTextFile png;
-    ASSERT_TRUE(png.Parse(folder.Put("a.png", before)));
+    ASSERT_TRUE(png.Parse(folder.Add("a.png", before)));
     EXPECT_EQ(png.GetText("Comment"), nullptr);
     EXPECT_EQ(After(before, "Comment", "early"),
-              kSignature + PngHeader() + PngText("Comment", "early") + rest);
+              kPngStart + PngHeader() + PngText("Comment", "early") + rest);
 }
 
 TEST_F(PngRewrite, WrongChecksumIsNeitherNoticedNorMended) {
     std::string gamma = PngChunk("gAMA", "abcd"), pixels = PngPixels();
     gamma.back() = static_cast<char>(gamma.back() + 1);
     pixels.back() = static_cast<char>(pixels.back() + 1);
-    EXPECT_EQ(After(kSignature + PngHeader() + gamma + pixels + kEnd, "Comment", "x"),
-              kSignature + PngHeader() + gamma + PngText("Comment", "x") + pixels + kEnd);
+    EXPECT_EQ(After(kPngStart + PngHeader() + gamma + pixels + kPngEnd, "Comment", "x"),
+              kPngStart + PngHeader() + gamma + PngText("Comment", "x") + pixels + kPngEnd);
 }
 
 TEST_F(PngRewrite, FileWithoutPixelsAndWithoutTextGetsNone) {
-    for (const std::string& before : {kSignature + PngHeader() + kEnd, kSignature + PngHeader(), kSignature})
+    for (const std::string& before : {kPngStart + PngHeader() + kPngEnd, kPngStart + PngHeader(), kPngStart})
         EXPECT_EQ(After(before, "Comment", "x", RewriteResult::Unsupported), before);
 }
 
 TEST_F(PngRewrite, FileWithoutPixelsButWithATextGetsTheOthersThere) {
-    EXPECT_EQ(After(kSignature + PngHeader() + PngText("A", "1") + kEnd, "Comment", "x"),
-              kSignature + PngHeader() + PngText("A", "1") + PngText("Comment", "x") + kEnd);
+    EXPECT_EQ(After(kPngStart + PngHeader() + PngText("A", "1") + kPngEnd, "Comment", "x"),
+              kPngStart + PngHeader() + PngText("A", "1") + PngText("Comment", "x") + kPngEnd);
 }
 
 TEST_F(PngRewrite, FileCutBehindAChunkIsLeft) {
-    const std::string before = kSignature + PngHeader() + PngText("A", "1");
+    const std::string before = kPngStart + PngHeader() + PngText("A", "1");
     EXPECT_EQ(After(before, "Comment", "x", RewriteResult::Unsupported), before);
 }
 
 TEST_F(PngRewrite, FileThatWasCutMeanwhileIsLeft) {
-    const std::string path = folder.Put("a.png", PngOf(PngText("A", "1")));
+    const std::string path = folder.Add("a.png", PngOf(PngText("A", "1")));
     PngTextFile png;
     ASSERT_TRUE(png.Parse(path));
     png.SetText("Comment", "x");
     const std::string cut = PngOf("").substr(0, 20);
-    folder.Put("a.png", cut);
+    folder.Add("a.png", cut);
     EXPECT_EQ(png.Rewrite(), RewriteResult::Unsupported);
     EXPECT_EQ(ContentOf(path), cut);
     std::filesystem::remove(path);
@@ -157,20 +157,20 @@ TEST_F(PngRewrite, TooMuchTextIsRefused) {
 
 TEST_F(PngRewrite, CopyIsCalledByTheClock) {
     // A folder in the copy's place makes the copy fail, and so its name is known.
-    folder.Put("a.png", PngOf(""));
-    std::filesystem::create_directories(folder.PathOf("Temp/$20080506070809250.png"));
+    folder.Add("a.png", PngOf(""));
+    std::filesystem::create_directories(folder / "Temp/$20080506070809250.png");
     PngTextFile png;
-    ASSERT_TRUE(png.Parse(folder.PathOf("a.png")));
+    ASSERT_TRUE(png.Parse(folder / "a.png"));
     png.SetText("Comment", "x");
     EXPECT_FALSE(IsDone(png.Rewrite()));
-    EXPECT_EQ(ContentOf(folder.PathOf("a.png")), PngOf(""));
+    EXPECT_EQ(ContentOf(folder / "a.png"), PngOf(""));
     clock.now.milliseconds = 7;
     EXPECT_EQ(png.Rewrite(), RewriteResult::Written);
 }
 
 // The other photos' last write is the local clock's fields; a PNG's is the moment.
 TEST_F(PngRewrite, GetsTheMomentAsItsLastWrite) {
-    const std::string path = folder.Put("a.png", PngOf(""));
+    const std::string path = folder.Add("a.png", PngOf(""));
     const FileTime created = files::GetStatus(path)->created;
     PngTextFile png;
     ASSERT_TRUE(png.Parse(path));

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "media_files.h"
 #include "png_builder.h"
+#include "support/temporary_folder.h"
 
 namespace kalmora {
 namespace {
@@ -32,13 +32,13 @@ TEST(PngTextFile, ReadsTheTextsOfAFile) {
     const test::TemporaryFolder folder;
     PngTextFile png;
     ASSERT_TRUE(
-        png.Parse(folder.Put("a.png", PngOf(PngText("Comment", "hello") + PngText("Property", "<e>")))));
+        png.Parse(folder.Add("a.png", PngOf(PngText("Comment", "hello") + PngText("Property", "<e>")))));
     ASSERT_NE(png.GetText(kPngComment), nullptr);
     EXPECT_EQ(*png.GetText(kPngComment), "hello");
     EXPECT_EQ(*png.GetText(kPngProperty), "<e>");
     EXPECT_EQ(png.GetText(kPngSoftware), nullptr);
     EXPECT_EQ(png.GetText(kPngCreationTime), nullptr);
-    EXPECT_EQ(png.Path(), folder.PathOf("a.png"));
+    EXPECT_EQ(png.Path(), folder / "a.png");
 }
 
 TEST(PngTextFile, HasNothingUnderAnEmptyKeyword) {
@@ -111,8 +111,8 @@ TEST(PngTextFile, IsBadWhenCutInsideAChunk) {
 TEST(PngTextFile, IsBadWithoutTheSignature) {
     const test::TemporaryFolder folder;
     PngTextFile png;
-    EXPECT_FALSE(png.Parse(folder.PathOf("absent.png")));
-    EXPECT_FALSE(png.Parse(folder.Put("b.png", test::JpegOf(""))));
+    EXPECT_FALSE(png.Parse(folder / "absent.png"));
+    EXPECT_FALSE(png.Parse(folder.Add("b.png", test::JpegOf(""))));
     std::string wrong = PngOf(PngText("Comment", "hello"));
     wrong[4] = '\n';
     EXPECT_FALSE(Parsed(wrong).good);
@@ -121,8 +121,8 @@ TEST(PngTextFile, IsBadWithoutTheSignature) {
 TEST(PngTextFile, ForgetsTheTextsOfTheFileBefore) {
     const test::TemporaryFolder folder;
     PngTextFile png;
-    ASSERT_TRUE(png.Parse(folder.Put("a.png", PngOf(PngText("Comment", "hello")))));
-    EXPECT_FALSE(png.Parse(folder.PathOf("absent.png")));
+    ASSERT_TRUE(png.Parse(folder.Add("a.png", PngOf(PngText("Comment", "hello")))));
+    EXPECT_FALSE(png.Parse(folder / "absent.png"));
     EXPECT_EQ(png.GetText("Comment"), nullptr);
 }
 

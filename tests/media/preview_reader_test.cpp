@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "exif_builder.h"
-#include "media_files.h"
+#include "support/temporary_folder.h"
 
 namespace kalmora {
 namespace {
@@ -16,7 +16,7 @@ class PreviewReaderTest : public testing::Test {
 protected:
     images::EmbeddedPreview Read(const std::string& content,
                                  images::WithThumbnail withThumbnail = images::WithThumbnail::Yes) {
-        return ExifPreviews().Read(folder.Put("a.jpg", content), withThumbnail);
+        return ExifPreviews().Read(folder.Add("a.jpg", content), withThumbnail);
     }
     test::TemporaryFolder folder;
 };
@@ -54,8 +54,8 @@ TEST_F(PreviewReaderTest, OfAFileWithoutMetadataIsUprightAndEmpty) {
     EXPECT_EQ(plain.orientation, 1);
     EXPECT_EQ(plain.storedSize, (Size{17, 9}));
     EXPECT_TRUE(plain.thumbnail.empty());
-    for (const auto& other : {Read(""), Read("text"),
-                              ExifPreviews().Read(folder.PathOf("absent.jpg"), images::WithThumbnail::Yes)}) {
+    for (const auto& other :
+         {Read(""), Read("text"), ExifPreviews().Read(folder / "absent.jpg", images::WithThumbnail::Yes)}) {
         EXPECT_EQ(other.orientation, 1);
         EXPECT_TRUE(other.storedSize.IsEmpty());
         EXPECT_TRUE(other.thumbnail.empty());

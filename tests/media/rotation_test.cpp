@@ -25,30 +25,30 @@ using testing::ElementsAre;
 class RotationTest : public test::WriteTest {
 protected:
     RotationTest() {
-        UseTool("cat \"$source\" >/dev/null; cp '" + folder.Put("turned", DecodableJpeg(48, 64)) +
+        UseTool("cat \"$source\" >/dev/null; cp '" + folder.Add("turned", DecodableJpeg(48, 64)) +
                 "' \"$target\"");
     }
     ~RotationTest() override { State().settings.PathOfJpegTran.clear(); }
     // A shell script that notes the words of its command line and does this.
     void UseTool(const std::string& script) {
         const std::string path =
-            folder.Put("tool", "#!/bin/sh\nprintf '%s\\n' \"$@\" >>'" + folder.PathOf("said") +
+            folder.Add("tool", "#!/bin/sh\nprintf '%s\\n' \"$@\" >>'" + folder / "said" +
                                    "'\nfor word; do source=$target; target=$word; done\n" + script + "\n");
         test::MakeExecutable(path);
         State().settings.PathOfJpegTran = path;
     }
-    bool WasCalled() const { return files::Exists(folder.PathOf("said")); }
+    bool WasCalled() const { return files::Exists(folder / "said"); }
 
     std::string PutPhoto(const std::string& name = "a.jpg") {
-        return folder.Put(name, DecodableJpeg(64, 48));
+        return folder.Add(name, DecodableJpeg(64, 48));
     }
 };
 
 TEST_F(RotationTest, CallsTheToolWithThePhotoAndAScratchFile) {
     const std::string path = PutPhoto("a b \"c\".jpg");
     EXPECT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
-    EXPECT_EQ(ContentOf(folder.PathOf("said")),
-              "-copy\nall\n-rotate\n90\n" + path + "\n" + folder.PathOf("Temp/$turned.jpg") + "\n");
+    EXPECT_EQ(ContentOf(folder / "said"),
+              "-copy\nall\n-rotate\n90\n" + path + "\n" + folder / "Temp/$turned.jpg" + "\n");
     EXPECT_EQ(ContentOf(path), DecodableJpeg(48, 64));
     EXPECT_EQ(FilesInTemp(), 0u);
 }
@@ -61,13 +61,13 @@ TEST_F(RotationTest, TakesTheExtensionInAnyCase) {
 TEST_F(RotationTest, OfAnythingElseCallsNoTool) {
     for (const char* name : {"a.png", "a.jpe", "a.tif", "jpg"})
         EXPECT_EQ(RotateJpeg(PutPhoto(name), 90), RotateResult::NotJpeg) << name;
-    EXPECT_EQ(RotateJpeg(folder.Put("b.jpg", "no picture"), 90), RotateResult::NotJpeg);
-    EXPECT_EQ(RotateJpeg(folder.PathOf("absent.jpg"), 90), RotateResult::Failed);
+    EXPECT_EQ(RotateJpeg(folder.Add("b.jpg", "no picture"), 90), RotateResult::NotJpeg);
+    EXPECT_EQ(RotateJpeg(folder / "absent.jpg", 90), RotateResult::Failed);
     EXPECT_FALSE(WasCalled());
 }
 
 TEST_F(RotationTest, WithoutTheToolLeavesThePicture) {
-    State().settings.PathOfJpegTran = folder.PathOf("no/such tool");
+    State().settings.PathOfJpegTran = folder / "no/such tool";
     const std::string path = PutPhoto();
     EXPECT_EQ(RotateJpeg(path, 90), RotateResult::NoTool);
     EXPECT_EQ(RotateJpeg(PutPhoto("a.png"), 90), RotateResult::NoTool) << "asked before the extension";
@@ -75,7 +75,7 @@ TEST_F(RotationTest, WithoutTheToolLeavesThePicture) {
 }
 
 TEST_F(RotationTest, ToolThatCannotBeStartedLeavesThePicture) {
-    State().settings.PathOfJpegTran = folder.Put("not executable", "x");
+    State().settings.PathOfJpegTran = folder.Add("not executable", "x");
     const std::string path = PutPhoto();
     EXPECT_EQ(RotateJpeg(path, 90), RotateResult::Failed);
     EXPECT_EQ(ContentOf(path), DecodableJpeg(64, 48));
@@ -105,14 +105,13 @@ TEST_F(RotationTest, OfAMirroredPictureTurnsTheOtherWay) {
                                             {5, "270"},
                                             {7, "270"},
                                             {9, "90"}}) {
-        std::filesystem::remove(folder.PathOf("said"));
+        std::filesystem::remove(folder / "said");
         const std::string block =
             test::ExifBuilder()
                 .Short(test::ExifBuilder::Main, 0x0112, static_cast<unsigned>(orientation))
                 .Build();
-        ASSERT_EQ(RotateJpeg(folder.Put("a.jpg", DecodableJpeg(64, 48, block)), 90), RotateResult::Turned);
-        EXPECT_THAT(ContentOf(folder.PathOf("said")),
-                    testing::HasSubstr("-rotate\n" + std::string(word) + "\n"))
+        ASSERT_EQ(RotateJpeg(folder.Add("a.jpg", DecodableJpeg(64, 48, block)), 90), RotateResult::Turned);
+        EXPECT_THAT(ContentOf(folder / "said"), testing::HasSubstr("-rotate\n" + std::string(word) + "\n"))
             << orientation;
     }
 }
@@ -125,8 +124,8 @@ TEST_F(RotationTest, ReadOnlyPictureIsLeft) {
 }
 
 TEST_F(RotationTest, PictureThatSomebodyPutThereMeanwhileStays) {
-    const std::string edited = folder.Put("edited", DecodableJpeg(64, 48) + "edited");
-    const std::string turned = folder.Put("turned", DecodableJpeg(48, 64));
+    const std::string edited = folder.Add("edited", DecodableJpeg(64, 48) + "edited");
+    const std::string turned = folder.Add("turned", DecodableJpeg(48, 64));
     UseTool("mv '" + edited + "' \"$source\"; cp '" + turned + "' \"$target\"");
     const std::string path = PutPhoto();
     EXPECT_EQ(RotateJpeg(path, 90), RotateResult::Changed);
@@ -139,8 +138,8 @@ class RotationOfSeveralTest : public RotationTest {
 protected:
     // The tool gives this for the photo, and this for its thumbnail.
     void UseResults(const std::string& photo, const std::string& thumbnail = "no picture") {
-        UseTool("case $source in *small*) cp '" + folder.Put("turned thumbnail", thumbnail) +
-                "' \"$target\";; *) cp '" + folder.Put("turned", photo) + "' \"$target\";; esac");
+        UseTool("case $source in *small*) cp '" + folder.Add("turned thumbnail", thumbnail) +
+                "' \"$target\";; *) cp '" + folder.Add("turned", photo) + "' \"$target\";; esac");
     }
     // A picture of that size that is longer by so many bytes, all of them in its scan.
     static std::string Longer(const std::string& jpeg, std::size_t by) {
@@ -156,18 +155,18 @@ TEST_F(RotationOfSeveralTest, WhatFollowsThePictureWasDropped) {
     const std::string picture = DecodableJpeg(64, 48), movie = std::string(3000, '\0') + picture + "ftypmp42";
     for (const std::size_t spare : {std::size_t{0}, std::size_t{1}, std::size_t{500}}) {
         UseResults(DecodableJpeg(48, 64));
-        const std::string path = folder.Put("a.jpg", Longer(picture, spare) + movie);
+        const std::string path = folder.Add("a.jpg", Longer(picture, spare) + movie);
         ASSERT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
         std::string turned = DecodableJpeg(48, 64);
         turned.insert(turned.size() - 2, spare, '\xFF');
         EXPECT_EQ(ContentOf(path), turned + movie) << "at the same place";
-        EXPECT_THAT(ContentOf(folder.PathOf("said")), testing::HasSubstr("all\n-optimize\n-rotate\n"));
+        EXPECT_THAT(ContentOf(folder / "said"), testing::HasSubstr("all\n-optimize\n-rotate\n"));
     }
 }
 
 TEST_F(RotationOfSeveralTest, LongerPictureMovesWhatFollowsWhenNothingTellsOfIt) {
     UseResults(Longer(DecodableJpeg(48, 64), 70));
-    const std::string path = folder.Put("a.jpg", DecodableJpeg(64, 48) + "a movie");
+    const std::string path = folder.Add("a.jpg", DecodableJpeg(64, 48) + "a movie");
     ASSERT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
     EXPECT_EQ(ContentOf(path), Longer(DecodableJpeg(48, 64), 70) + "a movie");
 }
@@ -177,7 +176,7 @@ TEST_F(RotationOfSeveralTest, IndexOfFurtherPicturesPointedAtNothing) {
     for (const std::size_t longer : {0, 700}) {
         UseResults(Longer(DecodableJpeg(48, 64), longer));
         const std::string path =
-            folder.Put("a.jpg", test::TwoPictures(DecodableJpeg(64, 48), second, "gap") + "trailer");
+            folder.Add("a.jpg", test::TwoPictures(DecodableJpeg(64, 48), second, "gap") + "trailer");
         ASSERT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
         const std::string after = ContentOf(path);
         constexpr std::size_t kPayload = 2 + 4;
@@ -193,7 +192,7 @@ TEST_F(RotationOfSeveralTest, IndexOfFurtherPicturesPointedAtNothing) {
 TEST_F(RotationOfSeveralTest, NoteThatMayTellOfAPlaceBehindLeavesThePhotoAlone) {
     const std::string preview = "\xFF\xD8\xFF preview";
     const auto put = [&](std::uint32_t number) {
-        return folder.Put("a.jpg", DecodableJpeg(64, 48, WithNote(number).Build()) + preview);
+        return folder.Add("a.jpg", DecodableJpeg(64, 48, WithNote(number).Build()) + preview);
     };
     const auto end = static_cast<std::uint32_t>(DecodableJpeg(64, 48, WithNote(0).Build()).size());
     constexpr std::uint32_t kBlockAt = 2 + 4 + 6;
@@ -214,8 +213,8 @@ TEST_F(RotationOfSeveralTest, SegmentOrTrailerThatMayTellOfAPlaceLeavesThePhotoA
     const std::string picture = DecodableJpeg(64, 48);
     const std::string unknown = std::string(picture).insert(2, test::JpegSegmentBytes(0xE7, "maker"));
     for (const std::string& content : {unknown + "behind", picture + std::string("AXS!\0\0\0\0\0\0\0\0", 12)})
-        EXPECT_EQ(RotateJpeg(folder.Put("a.jpg", content), 90), RotateResult::WouldMove);
-    EXPECT_EQ(RotateJpeg(folder.Put("a.jpg", unknown), 90), RotateResult::Turned) << "nothing behind";
+        EXPECT_EQ(RotateJpeg(folder.Add("a.jpg", content), 90), RotateResult::WouldMove);
+    EXPECT_EQ(RotateJpeg(folder.Add("a.jpg", unknown), 90), RotateResult::Turned) << "nothing behind";
 }
 
 TEST_F(RotationOfSeveralTest, SegmentsOfTheOriginalStayWhereTheyWere) {
@@ -224,7 +223,7 @@ TEST_F(RotationOfSeveralTest, SegmentsOfTheOriginalStayWhereTheyWere) {
     const std::string before = test::JpegSegmentBytes(0xE5, "one") + "stray",
                       between = test::JpegSegmentBytes(0xDB, "table"),
                       behind = test::JpegSegmentBytes(0xFE, "two");
-    const std::string path = folder.Put("a.jpg", std::string(picture).insert(2, before + between + behind));
+    const std::string path = folder.Add("a.jpg", std::string(picture).insert(2, before + between + behind));
     ASSERT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
     EXPECT_THAT(ContentOf(path),
                 testing::StartsWith("\xFF\xD8" + before + std::string(between.size(), '\xFF') + behind));
@@ -245,14 +244,14 @@ TEST_F(RotationOfSeveralTest, StaleThumbnailOfASquarePictureWasPainted) {
         swapped.Short(ExifBuilder::Thumbnail, 0x0100, 8).Short(ExifBuilder::Thumbnail, 0x0101, 16);
         swapped.EmbeddedJpeg(filled);
         UseResults(DecodableJpeg(48, 64), turned);
-        const std::string path = folder.Put("a.jpg", DecodableJpeg(64, 48, exif.Build()));
+        const std::string path = folder.Add("a.jpg", DecodableJpeg(64, 48, exif.Build()));
         ASSERT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
         EXPECT_EQ(ContentOf(path), DecodableJpeg(48, 64, swapped.Build()));
     }
 }
 
 TEST_F(RotationOfSeveralTest, ThumbnailThatTheToolCannotTurnIsTurnedByItsPixels) {
-    const std::string path = folder.Put(
+    const std::string path = folder.Add(
         "a.jpg",
         DecodableJpeg(64, 64, ExifBuilder().EmbeddedJpeg(Longer(DecodableJpeg(20, 12), 500)).Build()));
     UseResults(DecodableJpeg(64, 64), "no picture");
@@ -264,7 +263,7 @@ TEST_F(RotationOfSeveralTest, ThumbnailThatTheToolCannotTurnIsTurnedByItsPixels)
 }
 
 TEST_F(RotationOfSeveralTest, ThumbnailThatCannotBeTurnedIsNotUsedAnyMore) {
-    const std::string path = folder.Put(
+    const std::string path = folder.Add(
         "a.jpg",
         DecodableJpeg(
             64, 64,
@@ -278,23 +277,23 @@ TEST_F(RotationOfSeveralTest, ThumbnailThatCannotBeTurnedIsNotUsedAnyMore) {
 
 // ---- the tool's warnings, and times
 TEST_F(RotationOfSeveralTest, ToolThatWarnsOfStrayBytesCountedAsFailed) {
-    const std::string made = folder.Put("turned", DecodableJpeg(48, 64));
+    const std::string made = folder.Add("turned", DecodableJpeg(48, 64));
     UseTool("cp '" + made + "' \"$target\"; exit 2");
-    const std::string path = folder.Put("a.jpg", Longer(DecodableJpeg(64, 48), 9));
+    const std::string path = folder.Add("a.jpg", Longer(DecodableJpeg(64, 48), 9));
     EXPECT_EQ(RotateJpeg(path, 90), RotateResult::Turned);
     EXPECT_EQ(ContentOf(path), Longer(DecodableJpeg(48, 64), 9)) << "they stay in front of the end marker";
-    const std::string stray = folder.Put("b.jpg", DecodableJpeg(64, 48).insert(2, "stray"));
+    const std::string stray = folder.Add("b.jpg", DecodableJpeg(64, 48).insert(2, "stray"));
     EXPECT_EQ(RotateJpeg(stray, 90), RotateResult::Turned);
 }
 
 TEST_F(RotationOfSeveralTest, PictureWhoseDataAreDamagedIsLeftAlone) {
-    const std::string made = folder.Put("turned", DecodableJpeg(48, 64));
+    const std::string made = folder.Add("turned", DecodableJpeg(48, 64));
     UseTool("cp '" + made + "' \"$target\"; exit 2");
     const std::string whole = DecodableJpeg(64, 48);
     const std::string lacking = std::string(whole).erase(whole.size() - 20, 18),
                       cut = whole.substr(0, whole.size() - 2);
     for (const std::string& damaged : {lacking, cut}) {
-        const std::string path = folder.Put("a.jpg", damaged);
+        const std::string path = folder.Add("a.jpg", damaged);
         EXPECT_EQ(RotateJpeg(path, 90), RotateResult::Damaged);
         EXPECT_EQ(ContentOf(path), damaged);
     }
@@ -372,7 +371,7 @@ TEST_F(RotateShownTest, NothingHappensWhereNothingIsShown) {
 TEST_F(RotateShownTest, PictureThatHasGoneIsReportedInTheLogAlone) {
     KeepLog();
     slideShow.shown = true;
-    slideShow.path = folder.PathOf("absent.jpg");
+    slideShow.path = folder / "absent.jpg";
     Rotate(90);
     EXPECT_THAT(said, ElementsAre("slide: Rotating100"));
     EXPECT_THAT(LogText(), testing::HasSubstr("Not found: Rotation target file"));
@@ -387,12 +386,11 @@ TEST_F(RotateShownTest, PngIsAnErrorWithoutAProcess) {
 }
 
 TEST_F(RotateShownTest, MissingToolIsReportedWithThePlaceWhereItWasLookedFor) {
-    State().settings.PathOfJpegTran = folder.PathOf("no/such tool");
+    State().settings.PathOfJpegTran = folder / "no/such tool";
     slideShow.shown = true;
     slideShow.path = PutPhoto();
     Rotate(90);
-    EXPECT_THAT(said,
-                ElementsAre("slide: Rotating100", "no " + folder.PathOf("no/such tool"), "slide: Error. 20"));
+    EXPECT_THAT(said, ElementsAre("slide: Rotating100", "no " + folder / "no/such tool", "slide: Error. 20"));
 }
 
 }  // namespace

@@ -8,17 +8,9 @@
 
 #include "base/log.h"
 #include "photo_fixture.h"
-#include "platform/clock.h"
+#include "support/still_clock.h"
 
 namespace kalmora::test {
-
-class StillClock : public Clock {
-public:
-    SystemTime LocalTime() override { return now; }
-    double UptimeMs() override { return 0; }
-    void SleepMs(int) override {}
-    SystemTime now{2008, 5, 2, 6, 7, 8, 9, 250};
-};
 
 inline std::string ContentOf(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
@@ -28,31 +20,27 @@ inline std::string ContentOf(const std::string& path) {
 
 class WriteTest : public PhotoTest {
 protected:
-    WriteTest() {
-        SetClock(&clock);
-        State().settings.TempFolder = folder.PathOf("Temp");
-    }
+    WriteTest() { State().settings.TempFolder = folder / "Temp"; }
     ~WriteTest() override {
-        SetClock(nullptr);
         State().settings.TempFolder.clear();
         OpenLog("");
     }
 
     std::size_t FilesInTemp(const std::string& beginning = "$") const {
         std::size_t count = 0;
-        for (const auto& entry : std::filesystem::directory_iterator(folder.PathOf("Temp")))
+        for (const auto& entry : std::filesystem::directory_iterator(folder / "Temp"))
             if (entry.path().filename().string().starts_with(beginning)) ++count;
         return count;
     }
 
     // The lines that the program logs from now on.
-    void KeepLog() { OpenLog(folder.PathOf("log")); }
-    std::string LogText() const { return ContentOf(folder.PathOf("log")); }
+    void KeepLog() { OpenLog(folder / "log"); }
+    std::string LogText() const { return ContentOf(folder / "log"); }
 
     // What the still clock's moment is as a time of last write: its fields as if they were UTC.
     static constexpr std::uint64_t kClockTicks = 128'545'312'892'500'000;
 
-    StillClock clock;
+    StillClock clock{{2008, 5, 2, 6, 7, 8, 9, 250}};
 };
 
 }  // namespace kalmora::test

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "media/media_files.h"
 #include "media/recording_canvas.h"
 #include "pictures/movie_stills.h"
+#include "support/temporary_folder.h"
 
 namespace kalmora {
 namespace {
@@ -36,7 +36,7 @@ PreparedPicture Prepared(const std::string& path, ObjectKind kind, const PaintSt
 
 TEST(PicturePainter, OtherKindsAreACardOfTheirPathInACell) {
     const test::TemporaryFolder folder;
-    const std::string music = folder.Put("a.mp3", "ID3 a song");
+    const std::string music = folder.Add("a.mp3", "ID3 a song");
     RecordingCanvas canvas;
     const PreparedPicture prepared = Prepared(music, ObjectKind::Music, kCellStyle);
     EXPECT_TRUE(DrawPicture(canvas, {10, 20, 100, 80}, prepared, kCellStyle));
@@ -49,7 +49,7 @@ TEST(PicturePainter, OtherKindsAreACardOfTheirPathInACell) {
 
 TEST(PicturePainter, ACellWantsTheHeadOfATextAsItIsWritten) {
     const test::TemporaryFolder folder;
-    const std::string text = folder.Put("a.txt", "[MEMO] milk");
+    const std::string text = folder.Add("a.txt", "[MEMO] milk");
     EXPECT_EQ(Prepared(text, ObjectKind::Text, kPhotoStyle).textKind, TextKind::Memo);
     EXPECT_EQ(Prepared(text, ObjectKind::Text, kCellStyle).textKind, TextKind::Schedule);
 }
@@ -58,9 +58,9 @@ TEST(PicturePainter, NothingIsDrawnOfWhatCannotBeRead) {
     const test::TemporaryFolder folder;
     RecordingCanvas canvas;
     for (const PaintStyle& style : {kPhotoStyle, kCellStyle}) {
-        EXPECT_EQ(Prepared(folder.PathOf("gone.txt"), ObjectKind::Text, style).look, Look::Nothing);
-        EXPECT_EQ(Prepared(folder.PathOf("gone.jpg"), ObjectKind::Image, style).look, Look::Nothing);
-        EXPECT_EQ(Prepared(folder.PathOf("a.mpg"), ObjectKind::Movie, style).look, Look::Nothing);
+        EXPECT_EQ(Prepared(folder / "gone.txt", ObjectKind::Text, style).look, Look::Nothing);
+        EXPECT_EQ(Prepared(folder / "gone.jpg", ObjectKind::Image, style).look, Look::Nothing);
+        EXPECT_EQ(Prepared(folder / "a.mpg", ObjectKind::Movie, style).look, Look::Nothing);
         EXPECT_FALSE(DrawPicture(canvas, {0, 0, 100, 80}, PreparedPicture{}, style));
     }
     EXPECT_TRUE(canvas.IsEmpty());
@@ -68,7 +68,7 @@ TEST(PicturePainter, NothingIsDrawnOfWhatCannotBeRead) {
 
 TEST(PicturePainter, APictureThatIsNotInMemoryIsIncompleteWhereNobodyWaits) {
     const test::TemporaryFolder folder;
-    const std::string picture = folder.Put("a.jpg", "");
+    const std::string picture = folder.Add("a.jpg", "");
     const PictureSource source{picture, ObjectKind::Image, picture, {}};
     const PreparedPicture later = PreparePicture(source, {100, 80}, 1.0, kCellStyle, Decode::Later);
     EXPECT_FALSE(later.complete);

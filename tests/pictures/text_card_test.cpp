@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "media/media_files.h"
 #include "media/recording_canvas.h"
+#include "support/temporary_folder.h"
 #include "text/text.h"
 
 namespace kalmora {
@@ -50,7 +50,7 @@ TEST_P(CardHead, PicksTheKind) {
 class TextHead : public testing::Test {
 protected:
     std::string Read(std::string_view content, std::size_t bytes = kCardTextBytes) {
-        return ReadTextHead(folder.Put("a.txt", content), bytes).value_or("absent");
+        return ReadTextHead(folder.Add("a.txt", content), bytes).value_or("absent");
     }
     test::TemporaryFolder folder;
 };
@@ -67,12 +67,12 @@ TEST_F(TextHead, OfALongTextIsItsFirst4095Or1000Bytes) {
 }
 
 TEST_F(TextHead, OfAnAbsentFileIsNone) {
-    EXPECT_EQ(ReadTextHead(folder.PathOf("absent.txt"), 100), std::nullopt);
+    EXPECT_EQ(ReadTextHead(folder / "absent.txt", 100), std::nullopt);
     EXPECT_EQ(ReadTextHead(folder.Path(), 100), std::nullopt);
 }
 
 TEST_F(TextHead, OfAHugeFileCostsNoMoreThanItsHead) {
-    const std::string path = folder.Put("huge.txt", "begin");
+    const std::string path = folder.Add("huge.txt", "begin");
     std::filesystem::resize_file(path, 1'000'000'000);
     EXPECT_EQ(ReadTextHead(path, kCardTextBytes), "begin");  // what follows is zero bytes
 }

@@ -198,7 +198,7 @@ TEST_F(SafeRewriteTest, WhatCannotBeChangedWithoutGuessingHasAReasonOfItsOwn) {
     for (int i = 0; i <= static_cast<int>(RewriteResult::Failed); ++i)
         if (const char* reason = ReasonOf(static_cast<RewriteResult>(i))) reasons.insert(reason);
     EXPECT_THAT(reasons, testing::SizeIs(6));
-    EXPECT_STREQ(ReasonOf(RewriteResult::NoteUnclear), "its maker note could not be followed");
+    EXPECT_STREQ(ReasonOf(RewriteResult::MakerNoteUnclear), "its maker note could not be followed");
     EXPECT_EQ(ReasonOf(RewriteResult::TooLarge), nullptr);
     EXPECT_EQ(ReasonOf(RewriteResult::Denied), nullptr);
 }

@@ -9,29 +9,13 @@
 #include <string>
 #include <string_view>
 
-#include "platform/clock.h"
 #include "platform/files.h"
 #include "source_folder.h"
 #include "state/app_state.h"
 #include "store/settings_file.h"
+#include "support/still_clock.h"
 
 namespace kalmora {
-
-class FixedClock : public Clock {
-public:
-    FixedClock() { SetClock(this); }
-    ~FixedClock() override { SetClock(nullptr); }
-    SystemTime LocalTime() override { return now; }
-    double UptimeMs() override { return uptimeMs; }
-    void SleepMs(int milliseconds) override {
-        sleptMs += milliseconds;
-        uptimeMs += milliseconds;
-    }
-
-    SystemTime now{2008, 11, 4, 13, 10, 15, 30, 250};
-    double uptimeMs = 0;
-    int sleptMs = 0;
-};
 
 // The home folder is State().settings.ProgramFolder; it is empty at first.
 class StoreTest : public testing::Test {
@@ -69,7 +53,7 @@ protected:
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-    FixedClock clock;
+    test::StillClock clock;
     const std::string home;
 };
 

@@ -6,7 +6,7 @@
 namespace kalmora {
 namespace {
 
-constexpr Size kClient{960, 700};
+constexpr Size kViewClient{960, 700};
 constexpr CalendarDate kDate{2008, 11, 13};
 
 class CalendarViewTest : public ViewTest {
@@ -15,7 +15,7 @@ protected:
         return calendar_->ViewOf(ViewState{{level, kDate}, scatter, false, false});
     }
     bool ShowsMonth(Level level, int year, int month, bool scatter = false) const {
-        return Of(level, scatter).GridOf({level, kDate}, year, month, kClient).has_value();
+        return Of(level, scatter).GridOf({level, kDate}, year, month, kViewClient).has_value();
     }
 };
 

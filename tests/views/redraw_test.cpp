@@ -12,8 +12,8 @@
 namespace kalmora {
 namespace {
 
-constexpr Size kClient{560, 340};  // the last rows of a month and of a year reach under the bar
-constexpr Color kRed{200, 30, 30}, kGreen{30, 180, 30};
+constexpr Size kSmallClient{560, 340};  // the last rows of a month and of a year reach under the bar
+constexpr Color kRedPhoto{200, 30, 30}, kGreenPhoto{30, 180, 30};
 
 std::vector<Color> PixelsOf(const Surface& surface) {
     std::vector<Color> pixels;
@@ -27,11 +27,11 @@ class RedrawTest : public ViewTest {
 protected:
     // Pictures of two shapes, so that margins change from beat to beat.
     void AddDay(int month, int day) {
-        AddPicture(2008, month, day, "a.png", kRed);
-        AddPicture(2008, month, day, "b.png", kGreen, {48, 64});
+        AddPicture(2008, month, day, "a.png", kRedPhoto);
+        AddPicture(2008, month, day, "b.png", kGreenPhoto, {48, 64});
     }
     void Open() {
-        OpenWindow(kClient);
+        OpenWindow(kSmallClient);
         UpdateObjects(*calendar_);
         ASSERT_TRUE(WaitUntilIdle());
     }

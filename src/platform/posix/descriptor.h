@@ -1,11 +1,16 @@
 // A file descriptor with an owner. Moves only; closed when the owner goes.
 #pragma once
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <utility>
 
 namespace kalmora {
+
+// How any file is opened to be read: a pipe or a terminal of that name neither blocks nor takes the program
+// over.
+inline constexpr int kReadFlags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 
 class Descriptor {
 public:

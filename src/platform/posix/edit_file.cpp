@@ -28,7 +28,6 @@ namespace kalmora::files {
 
 namespace {
 
-constexpr mode_t kWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
 // A pipe must not make the open wait; reading must not move the time of last access.
 constexpr int kEditFlags = O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 

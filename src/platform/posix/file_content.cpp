@@ -18,7 +18,6 @@ namespace kalmora::files {
 namespace {
 
 // A pipe without a writer would make a plain open wait for ever; O_NONBLOCK has no effect on regular files.
-constexpr int kReadFlags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 
 bool IsRegular(int file) {
     struct stat status {};

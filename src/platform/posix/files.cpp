@@ -23,8 +23,6 @@ namespace kalmora::files {
 
 namespace {
 
-constexpr mode_t kWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
-
 FileTime FromStatx(const struct statx_timestamp& time) {
     return FromUnixTime(time.tv_sec, static_cast<long>(time.tv_nsec));
 }

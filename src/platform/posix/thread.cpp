@@ -142,7 +142,8 @@ bool Thread::WaitForEnd(int milliseconds) const {
                                     [this] { return !state_->running; });
 }
 
-namespace {
+// Not anonymous: a member of PeriodicTimer holds one.
+namespace timer {
 
 // The timer whose call runs on this thread; 0 outside of such calls. A timer is known by a number, since
 // another one may be made at its address.
@@ -222,7 +223,7 @@ private:
     std::shared_ptr<TimerRun> previous_;
 };
 
-}  // namespace
+}  // namespace timer
 
 struct PeriodicTimer::State {
     static std::uint64_t NextNumber() {
@@ -232,7 +233,7 @@ struct PeriodicTimer::State {
 
     const std::uint64_t number = NextNumber();
     std::mutex mutex;
-    std::shared_ptr<TimerRun> run;  // guarded by mutex; the last one, stopped or not
+    std::shared_ptr<timer::TimerRun> run;  // guarded by mutex; the last one, stopped or not
 };
 
 PeriodicTimer::PeriodicTimer() : state_(std::make_shared<State>()) {}
@@ -243,15 +244,15 @@ bool PeriodicTimer::Start(int periodMs, std::function<void()> tick) {
     if (periodMs <= 0 || !tick) return false;
     std::lock_guard lock(state_->mutex);
     if (state_->run && !state_->run->IsStopped()) return false;
-    auto run = std::make_shared<TimerRun>(state_->number, std::chrono::milliseconds(periodMs),
-                                          std::move(tick), state_->run);
+    auto run = std::make_shared<timer::TimerRun>(state_->number, std::chrono::milliseconds(periodMs),
+                                                 std::move(tick), state_->run);
     if (!run->Start()) return false;
     state_->run = std::move(run);
     return true;
 }
 
 void PeriodicTimer::Stop() {
-    std::shared_ptr<TimerRun> run;
+    std::shared_ptr<timer::TimerRun> run;
     {
         std::lock_guard lock(state_->mutex);
         run = state_->run;

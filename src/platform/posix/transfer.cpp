@@ -24,7 +24,6 @@ namespace kalmora::files {
 namespace {
 
 // A pipe without a writer would make a plain open wait for ever; O_NONBLOCK has no effect on regular files.
-constexpr int kReadFlags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 
 // What file systems answer that do not know a way of doing something.
 bool IsUnknownHere(int errorNumber) {

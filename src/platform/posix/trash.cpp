@@ -118,7 +118,7 @@ bool WriteNewFile(const std::string& path, const std::string& content, int& erro
     return false;
 }
 
-// "a.jpg", "a.2.jpg", "a.3.jpg", ...; short enough that the note's longer name still fits.
+// "a.jpg", "a.2.jpg", "a.3.jpg", ...; short enough that the record's longer name still fits.
 std::string NumberedName(const std::string& name, int number) {
     constexpr std::size_t kLongestStem = 200, kLongestExtension = 20;
     std::size_t dot = name.rfind('.');
@@ -137,7 +137,7 @@ bool MoveInto(const TrashPlace& place, const std::string& path) {
     for (int number = 1; number < kMostNames; ++number) {
         const std::string name = NumberedName(NameOfPath(path), number);
         const std::string info = files::Join(infoFolder, name + ".trashinfo");
-        // The note comes first: making it is what reserves the name.
+        // The record comes first: making it is what reserves the name.
         int errorNumber = 0;
         if (!WriteNewFile(info, content, errorNumber)) {
             if (errorNumber == EEXIST) continue;
@@ -145,7 +145,7 @@ bool MoveInto(const TrashPlace& place, const std::string& path) {
         }
         const std::string trashed = files::Join(filesFolder, name);
         if (LookAt(trashed)) {
-            unlink(info.c_str());  // a file whose note got lost keeps its name
+            unlink(info.c_str());  // a file whose record got lost keeps its name
             continue;
         }
         if (rename(path.c_str(), trashed.c_str()) == 0) return true;

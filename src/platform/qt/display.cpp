@@ -15,16 +15,11 @@
 #include <string_view>
 
 #include "platform/files.h"
+#include "platform/qt/xcb_reply.h"
 
 namespace kalmora::qt {
 
 namespace {
-
-struct FreeReply {
-    void operator()(void* reply) const { std::free(reply); }
-};
-template <typename Value>
-using Reply = std::unique_ptr<Value, FreeReply>;
 
 bool IsXServerReachable() {
     xcb_connection_t* connection = xcb_connect(nullptr, nullptr);

@@ -11,15 +11,11 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/qt/xcb_reply.h"
+
 namespace kalmora {
 
 namespace {
-
-struct FreeReply {
-    void operator()(void* reply) const { std::free(reply); }
-};
-template <typename Value>
-using Reply = std::unique_ptr<Value, FreeReply>;
 
 // Texts past this are cut: no window has a title of thousands of letters.
 constexpr std::uint32_t kMostWords = 1024;
@@ -44,7 +40,7 @@ public:
     xcb_window_t Root() const { return root_; }
 
     xcb_atom_t Atom(std::string_view name) const {
-        const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+        const qt::Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
             connection_,
             xcb_intern_atom(connection_, 1, static_cast<std::uint16_t>(name.size()), name.data()), nullptr));
         return atom ? atom->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
@@ -57,7 +53,7 @@ public:
     // Empty when the window has no such property.
     Value Property(xcb_window_t window, xcb_atom_t name) const {
         if (name == XCB_ATOM_NONE) return {};
-        const Reply<xcb_get_property_reply_t> answer(xcb_get_property_reply(
+        const qt::Reply<xcb_get_property_reply_t> answer(xcb_get_property_reply(
             connection_,
             xcb_get_property(connection_, 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, kMostWords),
             nullptr));
@@ -80,9 +76,9 @@ public:
 
     // The window without its frame, in the server's pixels.
     std::optional<QRect> Client(xcb_window_t window) const {
-        const Reply<xcb_get_geometry_reply_t> size(
+        const qt::Reply<xcb_get_geometry_reply_t> size(
             xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, window), nullptr));
-        const Reply<xcb_translate_coordinates_reply_t> place(xcb_translate_coordinates_reply(
+        const qt::Reply<xcb_translate_coordinates_reply_t> place(xcb_translate_coordinates_reply(
             connection_, xcb_translate_coordinates(connection_, window, root_, 0, 0), nullptr));
         if (!size || !place) return std::nullopt;
         return QRect(place->dst_x, place->dst_y, size->width, size->height);

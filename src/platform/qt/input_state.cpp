@@ -12,15 +12,17 @@
 #include <mutex>
 #include <vector>
 
-namespace kalmora::qt {
+#include "platform/qt/xcb_reply.h"
 
-namespace {
+namespace kalmora::qt {
 
 // A screen as the server sees it (device pixels) and as the program does.
 struct ScreenPlace {
     QRect native;
     double scale = 1;
 };
+
+namespace {
 
 Point ToLogical(const std::vector<ScreenPlace>& screens, QPoint native) {
     // A screen keeps its origin when it is scaled; the cursor is on one of them, at the edges on the nearest.
@@ -32,10 +34,6 @@ Point ToLogical(const std::vector<ScreenPlace>& screens, QPoint native) {
     }
     return Point{native.x(), native.y()};
 }
-
-struct FreeReply {
-    void operator()(void* reply) const { std::free(reply); }
-};
 
 }  // namespace
 

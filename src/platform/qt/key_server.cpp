@@ -17,16 +17,11 @@
 #include "platform/keys.h"
 #include "platform/qt/gui_queue.h"
 #include "platform/qt/key_codes.h"
+#include "platform/qt/xcb_reply.h"
 
 namespace kalmora::qt {
 
 namespace {
-
-struct FreeReply {
-    void operator()(void* reply) const { std::free(reply); }
-};
-template <typename Reply>
-using ReplyPtr = std::unique_ptr<Reply, FreeReply>;
 
 constexpr std::uint16_t kNumLock = XCB_MOD_MASK_2;
 constexpr std::uint16_t kAltMask = XCB_MOD_MASK_1;
@@ -127,7 +122,7 @@ bool KeyServer::Grab(const Binding& binding) {
         const auto cookie =
             xcb_grab_key_checked(connection_, 1, root_, ModifiersOf(binding.combination) | locks,
                                  binding.keyCode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-        const ReplyPtr<xcb_generic_error_t> error(xcb_request_check(connection_, cookie));
+        const Reply<xcb_generic_error_t> error(xcb_request_check(connection_, cookie));
         isOurs = isOurs && !error && xcb_connection_has_error(connection_) == 0;
     }
     if (!isOurs) Ungrab(binding);
@@ -176,7 +171,7 @@ bool KeyServer::Send(int key, KeyMotion motion) {
     send(code);
     if (IsModifier(key) && motion == KeyMotion::Up) {
         // It is not known which of the two is held: both go up.
-        ReplyPtr<xcb_keycode_t> others(xcb_key_symbols_get_keycode(symbols_, SymbolOf(key) + kRightOf));
+        Reply<xcb_keycode_t> others(xcb_key_symbols_get_keycode(symbols_, SymbolOf(key) + kRightOf));
         for (const xcb_keycode_t* other = others.get(); other != nullptr && *other != 0; ++other)
             send(*other);
     }
@@ -190,7 +185,7 @@ void KeyServer::ServeLater() {
 
 void KeyServer::Serve() {
     while (connection_ != nullptr) {
-        const ReplyPtr<xcb_generic_event_t> event(xcb_poll_for_event(connection_));
+        const Reply<xcb_generic_event_t> event(xcb_poll_for_event(connection_));
         if (!event) break;
         switch (event->response_type & 0x7F) {
             case XCB_KEY_PRESS:

@@ -116,8 +116,8 @@ void StartLoad(CalendarStore& calendar, const std::string& name, Task task) {
     if (IsGateFreeSoon()) {
         if (!gate.Acquire(name.c_str())) return;
         const LoadRequest request = BeginLoad(calendar, task);
-        const auto load = [&calendar, request, task] { WorkOff(calendar, request, task); };
-        if (!calendar.StartObjectLoader(load)) OpenGate(request);
+        if (!calendar.StartObjectLoader([&calendar, request, task] { WorkOff(calendar, request, task); }))
+            OpenGate(request);
         return;
     }
     const bool hasWindow = MainWindow() != nullptr;

@@ -13,10 +13,10 @@ namespace kalmora {
 
 namespace {
 
-constexpr int kWidest = 640;  // pixels
-constexpr int kMargin = 20;   // to the window's edge, at least
-constexpr int kInset = 12;    // between the frame and the text
-constexpr int kLines = 5;     // room for a long path
+constexpr int kWidest = 640;    // pixels
+constexpr int kMargin = 20;     // to the window's edge, at least
+constexpr int kCardInset = 12;  // between the frame and the text
+constexpr int kLines = 5;       // room for a long path
 
 std::atomic<DataFolder> lastSeen{DataFolder::There};
 
@@ -42,13 +42,14 @@ void DrawMissingFolder(Canvas& canvas, Size client) {
     const Font font{state.settings.DayFontFace, state.settings.DayFontHeight};
     const int lineHeight = MeasureText("Ay", font).height;
     const int width = std::min(kWidest, client.width - 2 * kMargin);
-    const int height = std::min(kLines * lineHeight + 2 * kInset, client.height - 2 * kMargin);
-    if (width <= 2 * kInset || height <= 2 * kInset) return;
+    const int height = std::min(kLines * lineHeight + 2 * kCardInset, client.height - 2 * kMargin);
+    if (width <= 2 * kCardInset || height <= 2 * kCardInset) return;
     const Rect card{(client.width - width) / 2, (client.height - height) / 2, width, height};
     const TextColors& colors = state.settings.TextStyles[static_cast<std::size_t>(TextKind::Memo)];
     canvas.Rectangle(card, colors.back, colors.frame);
-    canvas.TextBlock({card.x + kInset, card.y + kInset, width - 2 * kInset, height - 2 * kInset}, Words(),
-                     font, colors.font);
+    canvas.TextBlock(
+        {card.x + kCardInset, card.y + kCardInset, width - 2 * kCardInset, height - 2 * kCardInset}, Words(),
+        font, colors.font);
 }
 
 }  // namespace kalmora

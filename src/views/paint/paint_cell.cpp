@@ -22,7 +22,7 @@ constexpr Color kSaturday = ColorFromBgr(0xFF0000);
 constexpr Color kFrame{43, 53, 73, 150};
 constexpr Color kNumberPlate{255, 255, 255, 205};
 constexpr Color kOutline{255, 255, 255};
-constexpr int kInset = 8, kInsetOfYear = 4;  // of the number in its cell
+constexpr int kNumberInset = 8, kNumberInsetOfYear = 4;  // of the number in its cell
 constexpr int kShadowOffset = 2;
 constexpr int kPlateBorder = 4;   // pixels left and right of the digits
 constexpr int kBesideNumber = 3;  // pixels between the number and a card's text
@@ -41,7 +41,7 @@ struct DayNumber {
         std::snprintf(text, sizeof text, "%02d", day);
         font = yearly ? Font{settings.DayFontFaceForYearly, settings.DayFontHeightForYearly}
                       : Font{settings.DayFontFace, settings.DayFontHeight};
-        const int inset = yearly ? kInsetOfYear : kInset;
+        const int inset = yearly ? kNumberInsetOfYear : kNumberInset;
         at = {cell.x + inset, cell.y + inset};
     }
     // As high as a line of the font.

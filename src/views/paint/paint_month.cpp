@@ -10,7 +10,7 @@ namespace kalmora {
 
 namespace {
 
-constexpr Color kFrame{43, 53, 73, 150};
+constexpr Color kMonthFrame{43, 53, 73, 150};
 constexpr int kLegibleWeekday = 12;  // device pixels of height at which the whole drawing can be read
 
 Rect Inner(const Rect& area) { return {area.x + 1, area.y + 1, area.width - 2, area.height - 2}; }
@@ -21,10 +21,10 @@ void DrawHeadingAndFrame(Canvas& canvas, int month, const Rect& area) {
         {area.x, area.y, heading.width, heading.height},
         LoadResPicture(MonthPictureName(month), {heading.width, heading.height}, canvas.Scale()));
     const Point topLeft{area.x, area.y}, bottomRight{area.Right() - 1, area.Bottom() - 1};
-    canvas.Line(topLeft, {bottomRight.x, topLeft.y}, kFrame);
-    canvas.Line({bottomRight.x, topLeft.y}, bottomRight, kFrame);
-    canvas.Line(bottomRight, {topLeft.x, bottomRight.y}, kFrame);
-    canvas.Line({topLeft.x, bottomRight.y}, topLeft, kFrame);
+    canvas.Line(topLeft, {bottomRight.x, topLeft.y}, kMonthFrame);
+    canvas.Line({bottomRight.x, topLeft.y}, bottomRight, kMonthFrame);
+    canvas.Line(bottomRight, {topLeft.x, bottomRight.y}, kMonthFrame);
+    canvas.Line({topLeft.x, bottomRight.y}, topLeft, kMonthFrame);
 }
 
 }  // namespace

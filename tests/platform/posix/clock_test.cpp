@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "scoped_variable.h"
+#include "support/still_clock.h"
 #include "support/temporary_folder.h"
 
 namespace kalmora {
@@ -28,14 +29,6 @@ public:
 
 private:
     std::unique_ptr<test::ScopedVariable> variable_;
-};
-
-class FixedClock final : public Clock {
-public:
-    SystemTime LocalTime() override { return {2008, 11, 4, 13, 10, 15, 30, 0}; }
-    double UptimeMs() override { return 1234.0; }
-    void SleepMs(int milliseconds) override { slept += milliseconds; }
-    int slept = 0;
 };
 
 SystemTime Date(int year, int month, int day, int hour = 0, int minute = 0, int second = 0,
@@ -78,15 +71,14 @@ TEST(Clock, SleepsAtLeastAsLongAsAsked) {
 }
 
 TEST(Clock, CanBeReplacedAndPutBack) {
-    FixedClock fixed;
-    SetClock(&fixed);
-    const SystemTime time = LocalTime();
-    const double uptime = UptimeMs();
-    SleepMs(3'600'000);
-    SetClock(nullptr);
-    EXPECT_EQ(time, (SystemTime{2008, 11, 4, 13, 10, 15, 30, 0}));
-    EXPECT_EQ(uptime, 1234.0);
-    EXPECT_EQ(fixed.slept, 3'600'000);
+    {
+        test::StillClock fixed;
+        fixed.uptimeMs = 1234;
+        EXPECT_EQ(LocalTime(), (SystemTime{2008, 11, 4, 13, 10, 15, 30, 250}));
+        EXPECT_EQ(UptimeMs(), 1234.0);
+        SleepMs(3'600'000);
+        EXPECT_EQ(fixed.sleptMs, 3'600'000);
+    }
     EXPECT_GT(LocalTime().year, 2020);
 }
 

@@ -26,7 +26,7 @@ std::vector<std::string> NamesIn(const std::string& folder) {
     return names;
 }
 
-std::string Bytes(std::size_t count) {
+std::string TestBytes(std::size_t count) {
     std::string bytes(count, '\0');
     for (std::size_t i = 0; i < count; ++i) bytes[i] = static_cast<char>(i * 31 + i / 251);
     return bytes;
@@ -165,7 +165,7 @@ TEST(FreeSpace, IsThatOfTheVolumeAlsoForWhatDoesNotStandYet) {
 TEST(NewCopy, AppearsWholeWithTimesAndRights) {
     const TemporaryFolder folder;
     for (const std::size_t size : {0u, 1u, 65'536u, 300'001u}) {
-        const std::string content = Bytes(size);
+        const std::string content = TestBytes(size);
         const std::string from = folder.Add("a.bin", content), to = folder / "b.bin";
         ASSERT_EQ(chmod(from.c_str(), 0640), 0);
         ASSERT_TRUE(SetTimes(from, FileTime{128'710'000'000'000'000u}, FileTime{128'720'000'000'000'000u}));
@@ -253,7 +253,7 @@ TEST(NewCopy, SeesASourceThatWasWrittenReplacedOrRemoved) {
 
 TEST(NewCopy, SeesAByteThatDiffers) {
     const TemporaryFolder folder;
-    const std::string content = Bytes(600'000);
+    const std::string content = TestBytes(600'000);
     const std::string from = folder.Add("a", content), target = folder.AddFolder("target");
     for (const std::size_t at : {0u, 262'143u, 262'144u, 599'999u}) {
         NewCopy copy;
@@ -308,7 +308,7 @@ TEST(NewCopy, GoesFromOneVolumeToAnother) {
     const TemporaryFolder folder;
     const std::string other = FolderOnOtherVolume(folder.Path());
     if (other.empty()) GTEST_SKIP() << "this machine has one volume only";
-    const std::string content = Bytes(300'001), from = folder.Add("a", content);
+    const std::string content = TestBytes(300'001), from = folder.Add("a", content);
     NewCopy copy;
     ASSERT_EQ(copy.Make(from, other), FileResult::Done);
     NewCopy* const all[] = {&copy};
@@ -321,7 +321,7 @@ TEST(NewCopy, GoesFromOneVolumeToAnother) {
 
 TEST(FlushCopies, ManyAndFewAndNone) {
     const TemporaryFolder folder;
-    const std::string from = folder.Add("a", Bytes(5'000));
+    const std::string from = folder.Add("a", TestBytes(5'000));
     std::vector<NewCopy> copies(5);
     std::vector<NewCopy*> all;
     EXPECT_THAT(FlushCopies(all), IsEmpty());

@@ -5,11 +5,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/shell.h"
 #include "platform/transfer.h"
 #include "scoped_variable.h"
+#include "support/still_clock.h"
 #include "support/temporary_folder.h"
 
 namespace kalmora::shell {
@@ -18,17 +18,9 @@ namespace {
 using test::ScopedVariable;
 using test::TemporaryFolder;
 
-class FixedClock final : public Clock {
-public:
-    SystemTime LocalTime() override { return {2008, 11, 4, 13, 9, 5, 7, 0}; }
-    double UptimeMs() override { return 0; }
-    void SleepMs(int) override {}
-};
-
 class TrashTest : public testing::Test {
 protected:
-    TrashTest() : variable_("XDG_DATA_HOME", folder.Path() + "/data") { SetClock(&clock_); }
-    ~TrashTest() override { SetClock(nullptr); }
+    TrashTest() : variable_("XDG_DATA_HOME", folder.Path() + "/data") {}
 
     std::optional<std::string> Trashed(std::string_view name) const {
         return files::ReadWholeFile(files::Join(folder / "data/Trash/files", name));
@@ -42,7 +34,7 @@ protected:
 
 private:
     ScopedVariable variable_;
-    FixedClock clock_;
+    test::StillClock clock_{{2008, 11, 4, 13, 9, 5, 7, 0}};
 };
 
 TEST_F(TrashTest, TakesTheFileAndNotesWhereItWas) {
