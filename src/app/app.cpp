@@ -59,7 +59,12 @@ int App::Run() {
     ForgetSearch();
     PrefetchBackground(*calendar_);
     WatchEndSignals([end = end_] { end->Begin(); });
-    if (!MakeMainWindow() || !MakeOtherWindows()) return 0;
+    if (!MakeMainWindow() || !MakeOtherWindows()) {
+        // The heartbeat may already run: the process ends around it. Nothing is saved, the keys are not read
+        // yet.
+        StopDesktopWork();
+        std::_Exit(0);
+    }
     ShowFirstView();
     LoadKeys();
     // Inside the loop, so that an end of the session while it waits for its answer is an end like any other.
@@ -149,8 +154,8 @@ bool App::AreWorkersRunning() const {
 // that they use may go before.
 bool App::WaitForWorkers() {
     constexpr int kLookMs = 10, kForTheRest = 100;
-    State().run.ObjectGate.Acquire("Last");
     calendar_->StopLoadsSoFar();
+    State().run.ObjectGate.Acquire("Last");
     while (AreWorkersRunning()) {
         if (end_->MsLeft() < kForTheRest) return false;
         SleepMs(kLookMs);
@@ -168,7 +173,6 @@ bool App::Stop() {
     if (!isSaved || !haveLeft) return false;
     ClearDataFolders();
     DestroyButtons();
-    keys_.UnregisterHotKeys();
     RecoverRewrites(State().settings.TempFolder);
     SweepTempFolder(State().settings.TempFolder);
     return true;

@@ -46,6 +46,21 @@ class Documents(unittest.TestCase):
         plain = lambda keys: {key.lower().replace("%%", "%") for key in keys}
         self.assertEqual(plain(listed), plain(written) | plain(read_keys))
 
+    def test_the_paths_in_the_guide_go_through_the_code(self):
+        guide = read("docs", "contributing.md")
+        for title in ("The path of a key press", "The path of a photo, from card to cell"):
+            page = guide.split(f"\n### {title}\n")[1].split("\n### ")[0]
+            steps = re.findall(r"((?:`[^`]+`(?:,\s+|\s+and\s+|\s+or\s+)?)+)\s+\(`([\w/]+\.(?:cpp|h))`\)", page)
+            self.assertGreater(len(steps), 6, title)
+            for names, file in steps:
+                code = read("src", *file.split("/"))
+                for name in re.findall(r"`([\w:]+)`", names):
+                    with self.subTest(page=title, name=name, file=file):
+                        self.assertRegex(code, rf"\b{name.split('::')[-1]}\b")
+            for file in re.findall(r"`([\w/]+\.(?:cpp|h))`", page):
+                with self.subTest(page=title, file=file):
+                    self.assertTrue(os.path.exists(os.path.join(PROJECT, "src", file)))
+
     def test_links_lead_somewhere(self):
         for document in documents():
             text = read(document)
