@@ -279,6 +279,19 @@ TEST_F(DropFilesTest, PictureOnABackgroundBecomesOne) {
         << "a year takes none";
 }
 
+TEST_F(DropFilesTest, BackgroundIsThatOfThePeriodInWhichItWasDropped) {
+    ShowDay(2008, 11, 13);
+    State().run.ImportRunning = 1;
+    TheApplication()->Post([&] {
+        ShowMonth(2008, 12);
+        State().run.ImportRunning = 0;
+    });
+    EXPECT_TRUE(
+        DropFiles(*calendar_, {{Add("sea.jpg")}, {20, 200}, false}, DropPlace::MainWindow).viewChanged);
+    EXPECT_TRUE(files::Exists(Day(13, "back_sea.jpg")));
+    EXPECT_EQ(calendar_->backgrounds.CurrentImage(), "") << "it is none of the month in view";
+}
+
 TEST_F(DropFilesTest, ScrapBelongsToTodayAfterTheDayEnd) {
     ShowMonth(2008, 11);
     const SystemTime now = LocalTime();

@@ -104,9 +104,9 @@ TEST_F(HeartbeatTest, WaitsForTheLoader) {
 
 TEST_F(HeartbeatTest, WaitsForThePaintThread) {
     std::promise<void> go;
-    ASSERT_TRUE(calendar_->StartPaintThread([this, waiting = go.get_future().share()] {
+    ASSERT_TRUE(calendar_->StartPaintThread([this, waiting = go.get_future().share()](std::uint64_t run) {
         waiting.wait();
-        calendar_->EndPaintRun();
+        calendar_->EndPaintRun(run);
     }));
     EXPECT_EQ(Beat(), BeatEnd::WorkersRunning);
     go.set_value();

@@ -36,10 +36,30 @@ TEST_F(CalendarStoreTest, WorkerThatWasLetGoCountsUntilItHasLeft) {
     EXPECT_FALSE(calendar_->AreWorkersRunning());
 }
 
+TEST_F(CalendarStoreTest, PaintRunThatANewerOneHasFollowedLeavesItsPaintsAlone) {
+    std::promise<void> go;
+    std::uint64_t first = 0, second = 0;
+    ASSERT_TRUE(calendar_->StartPaintThread([&](std::uint64_t run) { first = run; }));
+    ASSERT_TRUE(WaitUntilIdle());
+    ASSERT_TRUE(calendar_->LeavePaintToRun()) << "the first has not ended its run";
+    ASSERT_TRUE(calendar_->StartPaintThread([&second, leave = go.get_future().share()](std::uint64_t run) {
+        second = run;
+        leave.wait();
+    }));
+    EXPECT_FALSE(calendar_->TakePaintLeftToRun(first));
+    EXPECT_FALSE(calendar_->EndPaintRun(first));
+    EXPECT_TRUE(calendar_->LeavePaintToRun()) << "the second goes on";
+    go.set_value();
+    ASSERT_TRUE(WaitUntilIdle());
+    EXPECT_TRUE(calendar_->TakePaintLeftToRun(second)) << "what was left to the first is its own";
+    EXPECT_FALSE(calendar_->EndPaintRun(second));
+    EXPECT_FALSE(calendar_->LeavePaintToRun()) << "no run goes";
+}
+
 TEST_F(CalendarStoreTest, GoesAfterItsWorkers) {
     std::atomic<bool> hasLeft = false;
     std::promise<void> go;
-    ASSERT_TRUE(calendar_->StartPaintThread([&hasLeft, leave = go.get_future().share()] {
+    ASSERT_TRUE(calendar_->StartPaintThread([&hasLeft, leave = go.get_future().share()](std::uint64_t) {
         leave.wait();
         hasLeft = true;
     }));

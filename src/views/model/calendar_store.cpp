@@ -95,10 +95,11 @@ bool CalendarStore::StartObjectLoader(std::function<void()> body) {
     return Start(objectLoader_, "ObjectLoader", std::move(body));
 }
 
-bool CalendarStore::StartPaintThread(std::function<void()> body) {
+bool CalendarStore::StartPaintThread(std::function<void(std::uint64_t run)> body) {
     std::lock_guard lock(threadsMutex_);
-    paintIsLeft_ = false;
-    paintRunGoes_ = Start(paintThread_, "PaintThread", std::move(body));
+    // What was left to the run before, and what it did not take, is this one's.
+    const std::uint64_t run = ++paintRun_;
+    paintRunGoes_ = Start(paintThread_, "PaintThread", [run, body = std::move(body)] { body(run); });
     return paintRunGoes_;
 }
 
@@ -108,13 +109,14 @@ bool CalendarStore::LeavePaintToRun() {
     return paintRunGoes_;
 }
 
-bool CalendarStore::TakePaintLeftToRun() {
+bool CalendarStore::TakePaintLeftToRun(std::uint64_t run) {
     std::lock_guard lock(threadsMutex_);
-    return paintIsLeft_.exchange(false);
+    return run == paintRun_ && paintIsLeft_.exchange(false);
 }
 
-bool CalendarStore::EndPaintRun() {
+bool CalendarStore::EndPaintRun(std::uint64_t run) {
     std::lock_guard lock(threadsMutex_);
+    if (run != paintRun_) return false;
     paintRunGoes_ = false;
     return paintIsLeft_.exchange(false);
 }

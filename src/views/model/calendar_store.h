@@ -5,6 +5,7 @@
 
 #include <array>
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -61,14 +62,17 @@ struct CalendarStore {
 
     // Starts a new worker; an old one that still runs is released. Any thread.
     bool StartObjectLoader(std::function<void()> body);
-    bool StartPaintThread(std::function<void()> body);
+    // `body` gets the number of its run.
+    bool StartPaintThread(std::function<void(std::uint64_t run)> body);
     // A paint run goes from StartPaintThread until EndPaintRun. A full paint that comes meanwhile is left to
     // it: true when it was, false when no run is going and the caller is to paint.
     bool LeavePaintToRun();
     bool IsPaintLeftToRun() const { return paintIsLeft_; }
     StopToken PaintLeftToRun() const { return StopToken(paintIsLeft_); }  // stopped while one is left
-    bool TakePaintLeftToRun();  // true once for all paints left until then
-    bool EndPaintRun();         // true when a paint was left that the run did not take
+    // Both do nothing and give false for a run that a newer one has followed: what is left is the newer
+    // one's.
+    bool TakePaintLeftToRun(std::uint64_t run);  // true once for all paints left until then
+    bool EndPaintRun(std::uint64_t run);         // true when a paint was left that the run did not take
     bool IsObjectLoaderRunning() const;
     bool IsPaintThreadRunning() const;
     // Also an old one that was let go, and the one that draws cells again.
@@ -82,6 +86,7 @@ private:
     Worker objectLoader_;                    // guarded by threadsMutex_
     Worker paintThread_;                     // guarded by threadsMutex_
     bool paintRunGoes_ = false;              // guarded by threadsMutex_
+    std::uint64_t paintRun_ = 0;             // guarded by threadsMutex_; the newest one
     std::atomic<bool> paintIsLeft_ = false;  // written under threadsMutex_
     mutable std::mutex loadMutex_;
     StopSource load_;  // guarded by loadMutex_

@@ -1,5 +1,8 @@
 #include "views/paint/paint_view.h"
 
+#include <cstdint>
+
+#include "base/stop_token.h"
 #include "state/app_state.h"
 #include "views/bar/button_bar.h"
 #include "views/model/calendar_store.h"
@@ -13,12 +16,34 @@ constexpr int kQuietMs = 100;
 
 // Waits until no full paint was requested for kQuietMs; does the paints requested before. A newer load, which
 // wants the gate, ends the wait at once.
-void WaitForQuiet(CalendarStore& calendar) {
+void WaitForQuiet(CalendarStore& calendar, std::uint64_t run) {
     const StopToken stop(State().run.ObjectGate);
     do {
-        if (calendar.TakePaintLeftToRun()) PaintBase(calendar);
+        if (calendar.TakePaintLeftToRun(run)) PaintBase(calendar);
         if (stop.WaitFor(kQuietMs)) return;
     } while (calendar.IsPaintLeftToRun());
+}
+
+// Body of the run; `load` is the token of the load whose objects it draws. Waits until a burst of paints has
+// ended; a full paint that is asked for meanwhile is done here and the walk starts over.
+void EventPaintThread(CalendarStore& calendar, const StopToken& load, std::uint64_t run) {
+    AppState& state = State();
+    WalkEnd end;
+    do {
+        WaitForQuiet(calendar, run);
+        calendar.objectsDrawn = 0;
+        CalendarView& view = calendar.ViewOf(View());
+        const bool isOutdated = state.run.ObjectGate.IsStopRequested() || *calendar.loadIsLeft;
+        end = isOutdated || !view.DrawsObjects() ? WalkEnd::Stopped : view.DrawObjects();
+    } while (end == WalkEnd::Repaint);
+    SetButtonStates();
+    DrawButtonsOnWindow();
+    // After the bounded wait a newer load has gone on with a gate of its own: that one is not ours to open.
+    if (!load.IsStopped()) state.run.ObjectGate.Release();
+    state.run.FirstLoadDone = 1;
+    // A paint that came too late for this run is done by this thread now.
+    if (calendar.EndPaintRun(run)) return PaintView(calendar);
+    if (end == WalkEnd::Whole) calendar.partners.observer.OnWholeView();
 }
 
 }  // namespace
@@ -35,29 +60,10 @@ void EventPaint(CalendarStore& calendar) {
     if (!calendar.ViewOf(View()).DrawsObjects()) return;
     if (!state.run.ObjectGate.Acquire("EventPaint")) return;
     calendar.objectsDrawn = 0;
-    if (!calendar.StartPaintThread(
-            [&calendar, load = calendar.CurrentLoad()] { EventPaintThread(calendar, load); }))
+    if (!calendar.StartPaintThread([&calendar, load = calendar.CurrentLoad()](std::uint64_t run) {
+            EventPaintThread(calendar, load, run);
+        }))
         state.run.ObjectGate.Release();
-}
-
-void EventPaintThread(CalendarStore& calendar, const StopToken& load) {
-    AppState& state = State();
-    WalkEnd end;
-    do {
-        WaitForQuiet(calendar);
-        calendar.objectsDrawn = 0;
-        CalendarView& view = calendar.ViewOf(View());
-        const bool isOutdated = state.run.ObjectGate.IsStopRequested() || *calendar.loadIsLeft;
-        end = isOutdated || !view.DrawsObjects() ? WalkEnd::Stopped : view.DrawObjects();
-    } while (end == WalkEnd::Repaint);
-    SetButtonStates();
-    DrawButtonsOnWindow();
-    // After the bounded wait a newer load has gone on with a gate of its own: that one is not ours to open.
-    if (!load.IsStopped()) state.run.ObjectGate.Release();
-    state.run.FirstLoadDone = 1;
-    // A paint that came too late for this run is done by this thread now.
-    if (calendar.EndPaintRun()) return PaintView(calendar);
-    if (end == WalkEnd::Whole) calendar.partners.observer.OnWholeView();
 }
 
 }  // namespace kalmora

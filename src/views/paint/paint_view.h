@@ -1,8 +1,6 @@
 // PaintView: the period in view, painted whole.
 #pragma once
 
-#include "base/stop_token.h"
-
 namespace kalmora {
 
 struct CalendarStore;
@@ -15,9 +13,5 @@ void PaintView(CalendarStore& calendar);
 // its own thread; nothing in a grid view, while the objects are being loaded, or while a run is going. Any
 // thread; does not wait.
 void EventPaint(CalendarStore& calendar);
-
-// Body of the run; `load` is the token of the load whose objects it draws. Waits until a burst of paints
-// has ended; a full paint that is asked for meanwhile is done here and the walk starts over.
-void EventPaintThread(CalendarStore& calendar, const StopToken& load);
 
 }  // namespace kalmora
