@@ -1,6 +1,7 @@
 // What the four views answer for themselves.
 #include "views/model/calendar_view.h"
 
+#include "views/load/object_loader.h"
 #include "views/view_fixture.h"
 
 namespace kalmora {
@@ -35,6 +36,25 @@ TEST_F(CalendarViewTest, ObjectsOfADayAndAScatterAreInTheirViewers) {
     EXPECT_EQ(Of(Level::Month, true).CurrentViewer(), &calendar_->CurrentAllViewer());
     EXPECT_EQ(Of(Level::Month).CurrentViewer(), nullptr);
     EXPECT_EQ(Of(Level::Year).CurrentViewer(), nullptr);
+}
+
+TEST_F(CalendarViewTest, ObjectsOfAnotherDayAreNotHitBeforeTheDayIsLoaded) {
+    AddPicture(2008, 11, 13, "a.png", {200, 30, 30});
+    ShowDay(2008, 11, 13);
+    OpenWindow(kViewClient);
+    UpdateObjects(*calendar_);
+    ASSERT_TRUE(WaitUntilIdle());
+    const auto hits = [this](const CalendarDate& day) {
+        int count = 0;
+        for (int y = 0; y < kViewClient.height; y += 10)
+            for (int x = 0; x < kViewClient.width; x += 10)
+                count += Of(Level::Day).HitTest({Level::Day, day}, {x, y}, kViewClient).hasObject ? 1 : 0;
+        return count;
+    };
+    EXPECT_GT(hits(kDate), 0);
+    EXPECT_EQ(hits({2008, 11, 14}), 0);
+    EXPECT_EQ(hits({2008, 12, 13}), 0);
+    EXPECT_EQ(hits({2007, 11, 13}), 0);
 }
 
 TEST_F(CalendarViewTest, ScatterIsNamedAfterItsPeriod) {

@@ -12,7 +12,7 @@
 namespace kalmora {
 namespace {
 
-constexpr Color kRed{200, 30, 30}, kNight{10, 20, 60};
+constexpr Color kRedPlate{200, 30, 30}, kNight{10, 20, 60};
 constexpr Rect kMonthCell{10, 10, 180, 135}, kYearCell{10, 10, 34, 25};
 constexpr char kLongNote[] =
     "[Memo]\nWide words WWWWW WWWWW WWWWW WWWWW WWWWW WWWWW WWWWW WWWWW WWWWW WWWWW WWWWW WWWWW WWWWW WWWWW";
@@ -82,21 +82,21 @@ TEST_F(CellLookTest, NoteInASmallCellIsNeverAMereEllipsis) {
 // ---- on a photo
 
 TEST_F(CellLookTest, NumberOnAPhotoHasAPlateAndNoGreyShadow) {
-    const PreparedPicture photo = Photo(kRed, {180, 135});
+    const PreparedPicture photo = Photo(kRedPlate, {180, 135});
     const auto surface = Drawn(&photo, Grid::Month);
     const auto isGrey = [](Color c) {
         return std::abs(c.red - c.green) < 8 && std::abs(c.green - c.blue) < 8 && c.red > 150 && c.red < 215;
     };
     EXPECT_EQ(Count(*surface, {12, 14, 40, 30}, isGrey), 0);
     EXPECT_EQ(surface->PixelAt(15, 28), (Color{244, 211, 211})) << "the plate is there";
-    EXPECT_EQ(surface->PixelAt(15, 60), kRed);
+    EXPECT_EQ(surface->PixelAt(15, 60), kRedPlate);
 }
 
 TEST_F(CellLookTest, NumberBesideAPhotoLooksAsOnAnEmptyDay) {
-    const PreparedPicture portrait = Photo(kRed, {40, 135});
+    const PreparedPicture portrait = Photo(kRedPlate, {40, 135});
     const auto surface = Drawn(&portrait, Grid::Month), empty = Drawn(nullptr, Grid::Month);
     EXPECT_EQ(Differences(*surface, *empty, {10, 10, 50, 40}), 0);
-    EXPECT_EQ(surface->PixelAt(100, 80), kRed);
+    EXPECT_EQ(surface->PixelAt(100, 80), kRedPlate);
 }
 
 TEST_F(CellLookTest, NumberInTheYearIsOutlinedAndLetsThePictureBeSeen) {

@@ -70,7 +70,9 @@ Viewer* DayCalendar::CurrentViewer() const { return &calendar_.CurrentDayViewer(
 
 WalkEnd DayCalendar::DrawObjects() { return WalkDay(calendar_); }
 
-void DayCalendar::Beat(const Period&) { RedrawDay(calendar_); }
+void DayCalendar::Beat(const Period& period) {
+    if (calendar_.CurrentDayViewer().IsOf(period.date)) RedrawDay(calendar_);
+}
 
 void DayCalendar::MakeStep(Step step) {
     switch (step) {
@@ -101,7 +103,8 @@ ViewHit DayCalendar::HitTest(const Period& period, Point point, Size client) con
     ViewHit hit;
     hit.part = ViewHit::Part::DayGround;
     hit.date = period.date;
-    if (ObjectList::Hit object; calendar_.CurrentDayViewer().objects.HitTest(point, &object)) {
+    DayViewer& viewer = calendar_.CurrentDayViewer();
+    if (ObjectList::Hit object; viewer.IsOf(period.date) && viewer.objects.HitTest(point, &object)) {
         hit.part = ViewHit::Part::Object;
         hit.hasObject = true;
         hit.area = object.drawn;

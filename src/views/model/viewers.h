@@ -6,6 +6,7 @@
 #include <atomic>
 #include <string>
 
+#include "base/dates.h"
 #include "base/ticket_lock.h"
 #include "views/model/calendar_geometry.h"
 #include "views/model/object_list.h"
@@ -25,6 +26,10 @@ struct Viewer {
 // The objects of one day.
 struct DayViewer : Viewer {
     std::atomic<int> year{0}, month{0}, day{0};
+    // False between a step to another day and its load: the ring may then be at a day of long ago.
+    bool IsOf(const CalendarDate& date) const {
+        return year == date.year && month == date.month && day == date.day;
+    }
 
     // ---- placing; by the holder of the queue's ticket
     DayLines lines;

@@ -19,10 +19,11 @@ constexpr std::size_t kMaxEntriesWalked = 300;
 template <typename DrawOne>
 void CycleFront(Viewer& viewer, DrawOne draw) {
     for (int attempt = 0; attempt <= kMaxRetries; ++attempt) {
-        const PlacedObjectPtr front = viewer.objects.Front();
-        if (!front) return;
+        // The list may be another one after the wait.
         TicketGuard guard(viewer.queue, 1, 100);
         if (!guard) return;
+        const PlacedObjectPtr front = viewer.objects.Front();
+        if (!front) return;
         const bool drawn = draw(front);
         viewer.objects.MoveToTail(front);
         if (drawn) return;
