@@ -35,6 +35,15 @@ bool WorkGate::Acquire(const char* name) {
     return true;
 }
 
+bool WorkGate::TryAcquire() {
+    std::lock_guard lock(mutex_);
+    if (held_ || waiter_) return false;
+    held_ = true;
+    stop_ = false;
+    ShowStop();
+    return true;
+}
+
 void WorkGate::Release() {
     {
         std::lock_guard lock(mutex_);

@@ -16,6 +16,8 @@ public:
     // False when another newcomer waits already. True otherwise: either the gate is now held, or the wait ran
     // out, all three flags are clear, and the caller goes on without holding it. The name is for the log.
     bool Acquire(const char* name);
+    // Takes the gate if it is free and nobody waits for it; asks nobody to stop.
+    bool TryAcquire();
     // Clears held; a waiter goes on at once.
     void Release();
 

@@ -108,6 +108,20 @@ TEST(WorkGate, AStopIsAskedOnlyOfAHolder) {
     EXPECT_FALSE(gate.IsStopRequested());
 }
 
+TEST(WorkGate, ATryTakesAFreeGateAloneAndAsksNobodyToLeave) {
+    WorkGate gate;
+    EXPECT_TRUE(gate.TryAcquire());
+    EXPECT_TRUE(gate.IsHeld());
+    EXPECT_FALSE(gate.TryAcquire());
+    EXPECT_FALSE(gate.IsStopRequested()) << "it asks nobody to leave";
+    gate.Release();
+    EXPECT_TRUE(gate.TryAcquire());
+    gate.RequestStop();
+    gate.Release();
+    EXPECT_TRUE(gate.TryAcquire());
+    EXPECT_FALSE(gate.IsStopRequested()) << "the stop was for the one before";
+}
+
 TEST(WorkGate, OneThreadAtATimeWorksBehindIt) {
     WorkGate gate;
     int inside = 0;  // touched by the holder only: the thread sanitizer would report it

@@ -14,7 +14,7 @@ constexpr Color kOld{200, 0, 0}, kNew{0, 0, 200};
 class SlowFirstPaint : public MonthCalendar {
 public:
     using MonthCalendar::MonthCalendar;
-    void Paint(Canvas& canvas, const Period&, Size client, double) override {
+    void Paint(Canvas& canvas, const Period&, Size client, double, Decode) override {
         const bool isFirst = !paints_++;
         canvas.FillRect({0, 0, client.width, client.height}, isFirst ? kOld : kNew);
         if (!isFirst) return;

@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <future>
 
 #include "platform/clock.h"
 #include "platform/files.h"
@@ -314,6 +315,28 @@ TEST_F(PaintingTest, RepaintDuringTheWalkLeavesTheWindowAsItIs) {
     State().run.Paused = 0;
     EXPECT_TRUE(WaitUntilIdle());
     EXPECT_EQ(calendar_->objectsDrawn, 1) << "the walk has begun again after the paint";
+}
+
+TEST_F(PaintingTest, PaintThatMeetsARunHasItStartOverAndStopsNoLoad) {
+    ShowDay(2008, 11, 13);
+    OpenWindow({960, 700});
+    ASSERT_TRUE(WaitUntilIdle());
+    WorkGate& gate = State().run.ObjectGate;
+    ASSERT_TRUE(gate.TryAcquire()) << "a load or a run";
+    EventPaint(*calendar_);
+    EXPECT_FALSE(calendar_->IsPaintLeftToRun()) << "a load paints at its end";
+    std::promise<void> go;
+    ASSERT_TRUE(calendar_->StartPaintThread([this, leave = go.get_future().share()](std::uint64_t run) {
+        leave.wait();
+        calendar_->TakePaintLeftToRun(run);
+        calendar_->EndPaintRun(run);
+    }));
+    EventPaint(*calendar_);
+    EXPECT_TRUE(calendar_->IsPaintLeftToRun());
+    EXPECT_FALSE(gate.IsStopRequested());
+    go.set_value();
+    EXPECT_TRUE(WaitUntilIdle());
+    gate.Release();
 }
 
 TEST_F(PaintingTest, StopEndsTheWalk) {

@@ -62,7 +62,7 @@ void DayCalendar::Stop(const Period&) { calendar_.CurrentDayViewer().stop = true
 
 bool DayCalendar::IsReady(const Period&) const { return true; }
 
-void DayCalendar::Paint(Canvas& canvas, const Period&, Size client, double scale) {
+void DayCalendar::Paint(Canvas& canvas, const Period&, Size client, double scale, Decode) {
     PaintHours(canvas, client, scale);
 }
 

@@ -79,9 +79,9 @@ bool MonthCalendar::IsReady(const Period& period) const {
     return slot.year == period.date.year && calendar_.MonthOf(period.date.year, period.date.month).ready;
 }
 
-void MonthCalendar::Paint(Canvas& canvas, const Period& period, Size client, double scale) {
+void MonthCalendar::Paint(Canvas& canvas, const Period& period, Size client, double scale, Decode decode) {
     calendar_.objectsDrawn =
-        PaintMonth(calendar_, canvas, period.date.year, period.date.month, client, scale);
+        PaintMonth(calendar_, canvas, period.date.year, period.date.month, client, scale, decode);
 }
 
 WalkEnd MonthCalendar::DrawObjects() { return WalkEnd::Stopped; }

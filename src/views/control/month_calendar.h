@@ -19,7 +19,7 @@ public:
     void Stop(const Period& period) override;
     bool IsReady(const Period& period) const override;
 
-    void Paint(Canvas& canvas, const Period& period, Size client, double scale) override;
+    void Paint(Canvas& canvas, const Period& period, Size client, double scale, Decode decode) override;
     WalkEnd DrawObjects() override;
     void Beat(const Period& period) override;
     void RedrawCell(const CalendarDate& day) override;

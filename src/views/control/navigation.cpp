@@ -227,7 +227,7 @@ void ChangeToMonthly(CalendarStore& calendar, int month) {
     });
     state.run.TicksInView = 0;
     UpdateObjects(calendar);
-    PaintView(calendar);
+    if (Window* window = MainWindow()) window->Invalidate();
 }
 
 void ChangeToDaily(CalendarStore& calendar, int day) {
@@ -248,7 +248,7 @@ void ChangeToDaily(CalendarStore& calendar, int day) {
     ChangeView([&](ViewState& view) { view.period = {Level::Day, target}; });
     state.run.TicksInView = 0;
     UpdateObjects(calendar);
-    PaintView(calendar);
+    if (Window* window = MainWindow()) window->Invalidate();
 }
 
 void JumpTo(CalendarStore& calendar, int year, int month, int day) {

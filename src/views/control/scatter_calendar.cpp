@@ -37,7 +37,7 @@ void ScatterCalendar::Stop(const Period&) { calendar_.CurrentAllViewer().stop = 
 
 bool ScatterCalendar::IsReady(const Period&) const { return true; }
 
-void ScatterCalendar::Paint(Canvas&, const Period&, Size, double) {}
+void ScatterCalendar::Paint(Canvas&, const Period&, Size, double, Decode) {}
 
 Viewer* ScatterCalendar::CurrentViewer() const { return &calendar_.CurrentAllViewer(); }
 

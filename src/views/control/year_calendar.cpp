@@ -81,8 +81,8 @@ bool YearCalendar::IsReady(const Period& period) const {
     return slot.year == period.date.year && (slot.ready || slot.loading);
 }
 
-void YearCalendar::Paint(Canvas& canvas, const Period& period, Size client, double scale) {
-    calendar_.objectsDrawn = PaintYear(calendar_, canvas, period.date.year, client, scale);
+void YearCalendar::Paint(Canvas& canvas, const Period& period, Size client, double scale, Decode decode) {
+    calendar_.objectsDrawn = PaintYear(calendar_, canvas, period.date.year, client, scale, decode);
 }
 
 WalkEnd YearCalendar::DrawObjects() { return WalkEnd::Stopped; }

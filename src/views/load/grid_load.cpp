@@ -35,7 +35,7 @@ bool LoadGrid(CalendarStore& calendar, const LoadRequest& request, const GridWor
     work.FindBackgrounds(root, request.view.period, stop);
     if (stop.IsStopped()) return false;
     CheckMusic(calendar, work.AtOldMusic());
-    PaintView(calendar);
+    PaintView(calendar, Decode::Now);
     RunSearch(request, stop);
     if (stop.IsStopped()) return false;
 

@@ -52,12 +52,12 @@ void LoadView(CalendarStore& calendar, LoadRequest request) {
     const bool isWhole = load();
     const bool drawsObjects = calendar.ViewOf(request.view).DrawsObjects();
     // A grid once more, whole and off the screen: what a resize or the second root changed meanwhile.
-    if (isWhole && !drawsObjects) PaintView(calendar);
+    if (isWhole && !drawsObjects) PaintView(calendar, Decode::Now);
     OpenGate(request);
     if (!isWhole) return;
     // The run that draws the objects takes the gate.
     if (drawsObjects)
-        PaintView(calendar);
+        PaintView(calendar, Decode::Now);
     else
         partners.observer.OnWholeView();
 }
@@ -70,6 +70,8 @@ void ReadAgain(CalendarStore& calendar, const LoadRequest& request) {
     OpenGate(request);
     if (Window* window = MainWindow()) window->Invalidate();
 }
+
+constexpr int kQueueLookMs = 10;
 
 enum class Task { Load, ReadAgain };
 
@@ -87,8 +89,10 @@ LoadRequest BeginLoad(CalendarStore& calendar, Task task) {
 // The worker, with the gate held; opens it.
 void WorkOff(CalendarStore& calendar, const LoadRequest& request, Task task) {
     AppState& state = State();
-    const TicketLock::Ticket ticket = state.run.LoaderQueue.Lock(10, 100);
-    if (ticket == TicketLock::kRefused) return OpenGate(request);
+    // One that hangs in a file call may hold the queue: its end is waited for as long as this load is wanted.
+    TicketLock::Ticket ticket;
+    while ((ticket = state.run.LoaderQueue.Lock(10, 100)) == TicketLock::kRefused)
+        if (StopOf(request).WaitFor(kQueueLookMs)) return OpenGate(request);
     if (task == Task::Load)
         LoadView(calendar, request);
     else
@@ -121,10 +125,12 @@ void StartLoad(CalendarStore& calendar, const std::string& name, Task task) {
         return;
     }
     const bool hasWindow = MainWindow() != nullptr;
-    calendar.StartObjectLoader([&calendar, name, task, hasWindow, &gate] {
+    calendar.StartObjectLoader([&calendar, name, task, hasWindow, asked = View(), &gate] {
         if (!gate.Acquire(name.c_str())) return;
         if (hasWindow && !MainWindow()) return gate.Release();  // it was closed meanwhile
-        WorkOff(calendar, BeginLoad(calendar, task), task);
+        // It also stands for whoever was refused meanwhile: another view is loaded, not read again.
+        const Task now = View() == asked ? task : Task::Load;
+        WorkOff(calendar, BeginLoad(calendar, now), now);
     });
 }
 
@@ -132,6 +138,9 @@ void StartLoad(CalendarStore& calendar, const std::string& name, Task task) {
 
 void UpdateObjects(CalendarStore& calendar) {
     *calendar.loadIsLeft = false;
+    // The GUI thread makes the steps, so its load is of the last one. A beat's may have read the view before.
+    const Application* application = TheApplication();
+    if (application && application->IsGuiThread()) *calendar.loadIsPosted = false;
     const ViewPartners& partners = calendar.partners;
     if (!State().settings.SlideShowAutoNavigate) partners.slideShow.Hide();
     SetButtonStates();
@@ -142,15 +151,18 @@ void UpdateObjects(CalendarStore& calendar) {
 }
 
 void UpdateObjectsSoon(CalendarStore& calendar) {
-    const std::shared_ptr<std::atomic<bool>> isLeft = calendar.loadIsLeft;
-    if (isLeft->exchange(true)) return;
-    TheApplication()->Post([&calendar, isLeft] {
-        if (*isLeft) UpdateObjects(calendar);
+    *calendar.loadIsLeft = true;
+    const std::shared_ptr<std::atomic<bool>> isPosted = calendar.loadIsPosted;
+    if (isPosted->exchange(true)) return;
+    TheApplication()->Post([&calendar, isPosted] {
+        if (isPosted->exchange(false)) UpdateObjects(calendar);
     });
 }
 
 void ReloadView(CalendarStore& calendar) {
-    if (!View().scatter) StartLoad(calendar, "Reload", Task::ReadAgain);
+    // What stops a load in its midst does it again, from the beginning.
+    const Task task = calendar.IsObjectLoaderRunning() ? Task::Load : Task::ReadAgain;
+    if (!View().scatter) StartLoad(calendar, "Reload", task);
 }
 
 }  // namespace kalmora

@@ -20,7 +20,7 @@ std::size_t Index(int number) {
 CalendarStore::CalendarStore(const ViewPartners& viewPartners) : partners(viewPartners) {}
 
 CalendarStore::~CalendarStore() {
-    *loadIsLeft = false;
+    *loadIsLeft = *loadIsPosted = false;
     while (AreWorkersRunning()) SleepMs(1);
 }
 

@@ -46,8 +46,9 @@ struct CalendarStore {
     StopToken BeginLoad();
     StopToken CurrentLoad() const;
     // Raised from a change of the period until a load of it begins: what the views hold is of another period.
-    // Shared with who has posted that load, which may come after the store has gone.
     const std::shared_ptr<std::atomic<bool>> loadIsLeft = std::make_shared<std::atomic<bool>>(false);
+    // Raised while a load is posted to the GUI thread; the post may come after the store has gone.
+    const std::shared_ptr<std::atomic<bool>> loadIsPosted = std::make_shared<std::atomic<bool>>(false);
     // Without another load: the program ends.
     void StopLoadsSoFar() { BeginLoad(); }
     // Pictures drawn since the last start of a view: for `shot` and tests.

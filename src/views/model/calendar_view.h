@@ -8,6 +8,7 @@
 
 #include "base/dates.h"
 #include "base/stop_token.h"
+#include "pictures/picture_painter.h"
 #include "platform/canvas.h"
 #include "store/extension_table.h"
 #include "views/model/calendar_geometry.h"
@@ -71,7 +72,7 @@ public:
 
     // ---- paint
     // What lies over the background, but for objects that are drawn one by one.
-    virtual void Paint(Canvas& canvas, const Period& period, Size client, double scale) = 0;
+    virtual void Paint(Canvas& canvas, const Period& period, Size client, double scale, Decode decode) = 0;
     // The objects that are shown; null in a grid, whose pictures belong to its cells.
     virtual Viewer* CurrentViewer() const { return nullptr; }
     // A viewer's objects are drawn by a run of their own.

@@ -22,7 +22,7 @@ std::atomic<std::uint64_t> lastShown{0};  // written with the window's canvas he
 
 }  // namespace
 
-void PaintBase(CalendarStore& calendar) {
+void PaintBase(CalendarStore& calendar, Decode decode) {
     Window* window = MainWindow();
     if (!window) return;
     const std::uint64_t number = ++lastBegun;
@@ -37,7 +37,7 @@ void PaintBase(CalendarStore& calendar) {
     {
         const auto canvas = surface->Draw();
         RestoreBackground(*canvas, {background, {}}, {0, 0, size.width, size.height});
-        calendar.ViewOf(view).Paint(*canvas, view.period, size, scale);
+        calendar.ViewOf(view).Paint(*canvas, view.period, size, scale, decode);
         if (LastSeenDataFolder() == DataFolder::Away) DrawMissingFolder(*canvas, size);
     }
     if (const auto canvas = window->Draw()) {

@@ -1,7 +1,6 @@
 #include "views/paint/paint_period.h"
 
 #include "pictures/res_pictures.h"
-#include "platform/window.h"
 #include "state/app_state.h"
 #include "views/model/calendar_geometry.h"
 #include "views/model/calendar_store.h"
@@ -11,11 +10,6 @@ namespace kalmora {
 
 namespace {
 
-Decode DecodePolicy() {
-    const Application* application = TheApplication();
-    return application && application->IsGuiThread() ? Decode::Later : Decode::Now;
-}
-
 // Counts drawn objects; a worker draws the coarse cells again.
 int Finish(CalendarStore& calendar, const MonthDrawing& drawing) {
     for (const CalendarDate& cell : drawing.coarse) calendar.cellRedraws.Request(cell);
@@ -24,22 +18,22 @@ int Finish(CalendarStore& calendar, const MonthDrawing& drawing) {
 
 }  // namespace
 
-int PaintYear(CalendarStore& calendar, Canvas& canvas, int year, Size client, double scale) {
+int PaintYear(CalendarStore& calendar, Canvas& canvas, int year, Size client, double scale, Decode decode) {
     int drawn = 0;
     for (int month = 1; month <= 12; ++month) {
         const Rect area = YearMonthRect(client.width, month);
         drawn += Finish(
-            calendar,
-            State().settings.CalendarMode
-                ? DrawMonth(calendar, canvas, MakeMonthGrid(year, month, area, true), scale, DecodePolicy())
-                : DrawMonthAsPicture(calendar, canvas, year, month, area, scale, DecodePolicy()));
+            calendar, State().settings.CalendarMode
+                          ? DrawMonth(calendar, canvas, MakeMonthGrid(year, month, area, true), scale, decode)
+                          : DrawMonthAsPicture(calendar, canvas, year, month, area, scale, decode));
     }
     return drawn;
 }
 
-int PaintMonth(CalendarStore& calendar, Canvas& canvas, int year, int month, Size client, double scale) {
+int PaintMonth(CalendarStore& calendar, Canvas& canvas, int year, int month, Size client, double scale,
+               Decode decode) {
     const MonthGrid grid = MakeMonthGrid(year, month, {0, 0, client.width, client.height}, false);
-    return Finish(calendar, DrawMonth(calendar, canvas, grid, scale, DecodePolicy()));
+    return Finish(calendar, DrawMonth(calendar, canvas, grid, scale, decode));
 }
 
 void PaintHours(Canvas& canvas, Size client, double scale) {

@@ -19,7 +19,7 @@ constexpr int kQuietMs = 100;
 void WaitForQuiet(CalendarStore& calendar, std::uint64_t run) {
     const StopToken stop(State().run.ObjectGate);
     do {
-        if (calendar.TakePaintLeftToRun(run)) PaintBase(calendar);
+        if (calendar.TakePaintLeftToRun(run)) PaintBase(calendar, Decode::Now);
         if (stop.WaitFor(kQuietMs)) return;
     } while (calendar.IsPaintLeftToRun());
 }
@@ -42,23 +42,27 @@ void EventPaintThread(CalendarStore& calendar, const StopToken& load, std::uint6
     if (!load.IsStopped()) state.run.ObjectGate.Release();
     state.run.FirstLoadDone = 1;
     // A paint that came too late for this run is done by this thread now.
-    if (calendar.EndPaintRun(run)) return PaintView(calendar);
+    if (calendar.EndPaintRun(run)) return PaintView(calendar, Decode::Now);
     if (end == WalkEnd::Whole) calendar.partners.observer.OnWholeView();
 }
 
 }  // namespace
 
-void PaintView(CalendarStore& calendar) {
+void PaintView(CalendarStore& calendar, Decode decode) {
     if (calendar.LeavePaintToRun()) return;
-    PaintBase(calendar);
+    PaintBase(calendar, decode);
     EventPaint(calendar);
 }
 
 void EventPaint(CalendarStore& calendar) {
     AppState& state = State();
-    if (state.run.ObjectGate.IsHeld()) return;
     if (!calendar.ViewOf(View()).DrawsObjects()) return;
-    if (!state.run.ObjectGate.Acquire("EventPaint")) return;
+    // A load that holds the gate paints at its end. A run that holds it has lost to this paint what it had
+    // drawn, and starts over.
+    if (!state.run.ObjectGate.TryAcquire()) {
+        calendar.LeavePaintToRun();
+        return;
+    }
     calendar.objectsDrawn = 0;
     if (!calendar.StartPaintThread([&calendar, load = calendar.CurrentLoad()](std::uint64_t run) {
             EventPaintThread(calendar, load, run);
